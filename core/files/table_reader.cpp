@@ -1,0 +1,106 @@
+#include "core/files/table_reader.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/foundation/characters.h"
+
+namespace tapcore {
+namespace {
+
+/// What may start a line end: a byte below space that is one, or the first byte of a longer one.
+constexpr auto mayEndLine = [] {
+    std::array<bool, 256> table{};
+    for (const unsigned char byte : {'\n', '\v', '\f', '\r', '\xC2', '\xE2'}) table[byte] = true;
+    return table;
+}();
+
+/// How many bytes the line end at `at` takes: LF, VT, FF, CR, CR LF, NEL, LS or PS; 0 when there is none.
+std::size_t lineEndSize(std::string_view text, std::size_t at) {
+    const std::string_view here = text.substr(at, 3);
+    switch (here[0]) {
+        case '\r': return here.starts_with("\r\n") ? 2 : 1;
+        case '\xC2': return here.starts_with("\u0085") ? 2 : 0;
+        case '\xE2': return here == "\u2028" || here == "\u2029" ? 3 : 0;
+        default: return 1;
+    }
+}
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::string_view trimmedBlanks(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+bool isSectionName(std::string_view word) {
+    if (word.empty()) return false;
+    const auto names = characters(word);
+    return std::all_of(names.begin(), names.end(), [](std::string_view c) { return c == "_" || isLetter(c); });
+}
+
+bool isRuleCell(std::string_view cell) {
+    return !cell.empty() && cell.find_first_not_of("-:+") == std::string_view::npos;
+}
+
+}  // namespace
+
+bool TableReader::takeLine(std::string_view& line) {
+    if (rest_.empty()) return false;
+    std::size_t end = 0;
+    std::size_t endSize = 0;
+    for (; end < rest_.size(); ++end)
+        if (mayEndLine[static_cast<unsigned char>(rest_[end])] && (endSize = lineEndSize(rest_, end)) > 0) break;
+    line = rest_.substr(0, end);
+    rest_.remove_prefix(end + endSize);
+    ++line_;
+    return true;
+}
+
+bool TableReader::next() {
+    std::string_view line;
+    while (takeLine(line)) {
+        line = trimmedBlanks(line);
+        if (line.empty()) continue;
+        isHeading_ = line.front() == '*' || line.front() == '#';
+        if (isHeading_ ? readHeading(line) : inSection_ && readRow(line)) return true;
+    }
+    return false;
+}
+
+bool TableReader::readHeading(std::string_view line) {
+    line.remove_prefix(std::min(line.find_first_not_of("*#"), line.size()));
+    line = trimmedBlanks(line);
+    const std::string_view word = line.substr(0, line.find_first_of(" \t"));
+    if (!isSectionName(word)) return false;
+    section_ = lowercased(word);
+    inSection_ = true;
+    return true;
+}
+
+bool TableReader::readRow(std::string_view line) {
+    if (line.front() == '|') return readBarredRow(line);
+    if (line.find('\t') == std::string_view::npos) return false;
+    cells_.clear();
+    for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
+        cells_.push_back(line.substr(0, tab));
+        line.remove_prefix(tab + 1);
+    }
+    cells_.push_back(line);
+    return true;
+}
+
+bool TableReader::readBarredRow(std::string_view line) {
+    if (line.size() < 2 || line.back() != '|') return false;
+    cells_.clear();
+    const char* const end = line.data() + line.size();
+    for (const char* start = line.data() + 1; start < end;) {
+        const char* const bar = std::find(start, end, '|');
+        cells_.push_back(trimmedBlanks({start, bar}));
+        start = bar + 1;
+    }
+    return !std::all_of(cells_.begin(), cells_.end(), isRuleCell);
+}
+
+}  // namespace tapcore

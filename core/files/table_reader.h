@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tapcore {
+
+/// Walks the text of a data file once, in either format or tab-separated, and hands out what it holds piece by
+/// piece: a heading, then the rows of its table. What is neither is passed over, so it never fails.
+///
+///     for (TableReader reader(text); reader.next();) …reader.isHeading() ? reader.section() : reader.cells()…
+///
+/// Rules of tables are passed over; their header lines are rows like any other. Rows before the first heading are
+/// ignored. Views hold until the next call of `next`, and point into the text.
+class TableReader {
+  public:
+    /// `text` must outlive the reader.
+    explicit TableReader(std::string_view text) : rest_(text) {}
+
+    /// Goes to the next heading or row; false at the end.
+    bool next();
+
+    /// Whether `next` came to a heading (a new section, whose rows follow) and not to a row.
+    bool isHeading() const { return isHeading_; }
+    /// The section's name: the first word of its heading, lower-cased.
+    const std::string& section() const { return section_; }
+    /// The row's cells.
+    const std::vector<std::string_view>& cells() const { return cells_; }
+    /// The number of the line come to, from 1. Empty lines count, as they do in an editor.
+    std::size_t line() const { return line_; }
+
+  private:
+    bool takeLine(std::string_view& line);
+    bool readHeading(std::string_view line);
+    bool readRow(std::string_view line);
+    bool readBarredRow(std::string_view line);
+
+    std::string_view rest_;
+    std::size_t line_ = 0;
+    bool isHeading_ = false;
+    bool inSection_ = false;
+    std::string section_;
+    std::vector<std::string_view> cells_;
+};
+
+}  // namespace tapcore

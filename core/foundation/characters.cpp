@@ -1,0 +1,188 @@
+#include "core/foundation/characters.h"
+
+#include <unicode/ubrk.h>
+#include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
+#include <unicode/utext.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+
+#include "core/foundation/fatal.h"
+
+namespace tapcore {
+namespace {
+
+struct CloseBreaks {
+    void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
+};
+struct CloseText {
+    void operator()(UText* text) const { utext_close(text); }
+};
+struct CloseCaseMap {
+    void operator()(UCaseMap* map) const { ucasemap_close(map); }
+};
+
+void require(UErrorCode status, std::string_view what) {
+    if (U_FAILURE(status)) fatal(std::string(what) + ": " + u_errorName(status));
+}
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Calls `visit(end)` with each place where a character ends, until it returns false.
+template <class Visit>
+void walkCharacters(std::string_view text, Visit visit) {
+    if (isAscii(text)) {
+        for (std::size_t at = 0; at < text.size();) {
+            at += text.substr(at, 2) == "\r\n" ? 2 : 1;
+            if (!visit(at)) return;
+        }
+        return;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UBreakIterator, CloseBreaks> breaks(
+        ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+    const std::unique_ptr<UText, CloseText> source(
+        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+    ubrk_setUText(breaks.get(), source.get(), &status);
+    require(status, "no character boundaries");
+    ubrk_first(breaks.get());
+    for (auto end = ubrk_next(breaks.get()); end != UBRK_DONE; end = ubrk_next(breaks.get()))
+        if (!visit(static_cast<std::size_t>(end))) return;
+}
+
+struct Scalar {
+    UChar32 value;
+    std::size_t size;
+};
+
+/// The scalar that starts at `at`; U+FFFD for bytes that are not UTF-8.
+Scalar scalarAt(std::string_view text, std::size_t at) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    auto next = static_cast<std::int64_t>(at);
+    UChar32 value = 0;
+    U8_NEXT_OR_FFFD(bytes, next, static_cast<std::int64_t>(text.size()), value);
+    return {value, static_cast<std::size_t>(next) - at};
+}
+
+using CaseFunction = decltype(&ucasemap_utf8ToUpper);
+
+std::string cased(std::string_view text, CaseFunction convert) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UCaseMap, CloseCaseMap> map(ucasemap_open("", 0, &status));
+    require(status, "no case mapping");
+    std::string result(text.size() * 3 + 1, '\0');
+    const auto size = convert(map.get(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
+                              static_cast<std::int32_t>(text.size()), &status);
+    require(status, "no case mapping");
+    result.resize(static_cast<std::size_t>(size));
+    return result;
+}
+
+std::string mappedAscii(std::string_view text, char first, char last, int shift) {
+    std::string result(text);
+    for (char& c : result)
+        if (c >= first && c <= last) c = static_cast<char>(c + shift);
+    return result;
+}
+
+}  // namespace
+
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    walkCharacters(text, [&](std::size_t) {
+        ++count;
+        return true;
+    });
+    return count;
+}
+
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> result;
+    std::size_t start = 0;
+    walkCharacters(text, [&](std::size_t end) {
+        result.push_back(text.substr(start, end - start));
+        start = end;
+        return true;
+    });
+    return result;
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t limit) {
+    if (limit == 0) return text.substr(0, 0);
+    std::size_t count = 0;
+    std::size_t stop = 0;
+    walkCharacters(text, [&](std::size_t end) {
+        stop = end;
+        return ++count < limit;
+    });
+    return text.substr(0, stop);
+}
+
+bool isSingleCharacter(std::string_view text) {
+    return !text.empty() && firstCharacters(text, 1).size() == text.size();
+}
+
+bool isLetter(std::string_view character) {
+    return !character.empty() && u_hasBinaryProperty(scalarAt(character, 0).value, UCHAR_ALPHABETIC);
+}
+
+bool isNumber(std::string_view character) {
+    return !character.empty() &&
+           u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
+std::string uppercased(std::string_view text) {
+    return isAscii(text) ? mappedAscii(text, 'a', 'z', 'A' - 'a') : cased(text, ucasemap_utf8ToUpper);
+}
+
+std::string lowercased(std::string_view text) {
+    return isAscii(text) ? mappedAscii(text, 'A', 'Z', 'a' - 'A') : cased(text, ucasemap_utf8ToLower);
+}
+
+std::string_view trimmedWhiteSpace(std::string_view text) {
+    while (!text.empty()) {
+        const Scalar first = scalarAt(text, 0);
+        if (!u_isUWhiteSpace(first.value)) break;
+        text.remove_prefix(first.size);
+    }
+    while (!text.empty()) {
+        std::size_t start = text.size() - 1;
+        while (start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) --start;
+        if (!u_isUWhiteSpace(scalarAt(text, start).value)) break;
+        text = text.substr(0, start);
+    }
+    return text;
+}
+
+std::size_t firstInvalidUtf8(std::string_view text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto size = static_cast<std::int64_t>(text.size());
+    for (std::int64_t at = 0; at < size;) {
+        const auto start = at;
+        UChar32 scalar = 0;
+        U8_NEXT(bytes, at, size, scalar);
+        if (scalar < 0) return static_cast<std::size_t>(start);
+    }
+    return std::string_view::npos;
+}
+
+std::string repairedUtf8(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t bad = firstInvalidUtf8(text.substr(at));
+        if (bad == std::string_view::npos) return result.append(text.substr(at));
+        result.append(text.substr(at, bad));
+        at += bad;
+        result.append("\uFFFD");
+        at += scalarAt(text, at).size;
+    }
+    return result;
+}
+
+}  // namespace tapcore

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tapcore {
+
+// A character is what a reader takes for one: an extended grapheme cluster (Unicode Standard Annex 29). All text is UTF-8;
+// bytes that are not count as U+FFFD. Casing is full Unicode casing without a locale ("ß" becomes "SS").
+
+/// How many characters `text` has.
+std::size_t characterCount(std::string_view text);
+
+/// The characters of `text`, in order, as views into it.
+std::vector<std::string_view> characters(std::string_view text);
+
+/// The first `limit` characters of `text`, or all of it when it has no more.
+std::string_view firstCharacters(std::string_view text, std::size_t limit);
+
+/// True when `text` is exactly one character.
+bool isSingleCharacter(std::string_view text);
+
+/// Whether a character is a letter (alphabetic) or a number (of any numeric type), judged by its first scalar.
+/// False for empty text.
+bool isLetter(std::string_view character);
+bool isNumber(std::string_view character);
+
+std::string uppercased(std::string_view text);
+std::string lowercased(std::string_view text);
+
+/// `text` without white space (Unicode's) at its ends.
+std::string_view trimmedWhiteSpace(std::string_view text);
+
+/// The place of the first byte that is not UTF-8, or npos when all of `text` is.
+std::size_t firstInvalidUtf8(std::string_view text);
+
+/// `text` with every byte sequence that is not UTF-8 replaced by U+FFFD.
+std::string repairedUtf8(std::string_view text);
+
+}  // namespace tapcore

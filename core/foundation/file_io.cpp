@@ -1,0 +1,204 @@
+#include "core/foundation/file_io.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <utility>
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view temporaryPrefix = ".tappora-";
+constexpr std::string_view temporarySuffix = ".tmp";
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+[[noreturn]] void fail(std::string_view what, const fs::path& path) {
+    const std::error_code error = lastError();
+    throw fs::filesystem_error(std::string(what), path, error);
+}
+
+/// An open file, closed at the end.
+class Descriptor {
+  public:
+    explicit Descriptor(int opened) : value_(opened) {}
+    Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(value_, other.value_);
+        return *this;
+    }
+    ~Descriptor() {
+        if (value_ >= 0) ::close(value_);
+    }
+    int get() const { return value_; }
+    bool isOpen() const { return value_ >= 0; }
+
+  private:
+    int value_;
+};
+
+int retrying(auto call) {
+    int result = 0;
+    do result = static_cast<int>(call());
+    while (result < 0 && errno == EINTR);
+    return result;
+}
+
+/// Reads to the end of the file; false with errno when that fails.
+bool readAll(const Descriptor& file, std::string& text) {
+    struct stat status {};
+    if (::fstat(file.get(), &status) < 0) return false;
+    constexpr std::size_t reserve = 1;  // so that one read of a file that does not grow finds its end
+    text.resize(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + reserve);
+    std::size_t size = 0;
+    while (true) {
+        const auto got = ::read(file.get(), text.data() + size, text.size() - size);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return false;
+        size += static_cast<std::size_t>(got);
+        if (got == 0 || size < text.size()) break;
+        text.resize(text.size() * 2);
+    }
+    text.resize(size);
+    return true;
+}
+
+void writeAll(const Descriptor& file, std::string_view text, const fs::path& path) {
+    while (!text.empty()) {
+        const auto written = ::write(file.get(), text.data(), text.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) fail("cannot write", path);
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+bool isTemporary(std::string_view name) {
+    return name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix);
+}
+
+/// Removes what writers that are gone left in a folder. A living writer holds a lock on its file.
+void sweep(const fs::path& folder) {
+    for (const std::string& name : namesIn(folder)) {
+        if (!isTemporary(name)) continue;
+        const Descriptor left(::open((folder / name).c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+        if (left.isOpen() && ::flock(left.get(), LOCK_EX | LOCK_NB) == 0) ::unlink((folder / name).c_str());
+    }
+}
+
+/// The hidden file that a text is written to before it takes its place; removed again unless it does.
+class Temporary {
+  public:
+    /// `target` only names what an error is about.
+    Temporary(const fs::path& folder, const fs::path& target) : target_(target) {
+        do open(folder);
+        while (wasSwept());
+    }
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+    ~Temporary() {
+        if (!path_.empty()) ::unlink(path_.c_str());
+    }
+
+    void fill(std::string_view text) const {
+        writeAll(file_, text, target_);
+        if (retrying([&] { return ::fsync(file_.get()); }) < 0) fail("cannot write", target_);
+    }
+
+    void moveInPlace() {
+        if (::rename(path_.c_str(), target_.c_str()) < 0) fail("cannot write", target_);
+        path_.clear();
+    }
+
+  private:
+    void open(const fs::path& folder) {
+        std::string name = (folder / temporaryPrefix).string() + "XXXXXX" + std::string(temporarySuffix);
+        file_ = Descriptor(::mkostemps(name.data(), static_cast<int>(temporarySuffix.size()), O_CLOEXEC));
+        if (!file_.isOpen()) fail("cannot write", target_);
+        path_ = name;
+        retrying([&] { return ::flock(file_.get(), LOCK_EX); });
+    }
+
+    /// Whether another writer took the file for an abandoned one before it was locked.
+    bool wasSwept() const {
+        struct stat status {};
+        return ::fstat(file_.get(), &status) == 0 && status.st_nlink == 0;
+    }
+
+    fs::path target_;
+    fs::path path_;
+    Descriptor file_{-1};
+};
+
+void flushFolder(const fs::path& folder) {
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.isOpen() || retrying([&] { return ::fsync(opened.get()); }) < 0) {
+        // Some network file systems cannot flush folders; what was renamed there is in place all the same.
+        if (errno != EINVAL && errno != ENOTSUP) fail("cannot flush the folder", folder);
+    }
+}
+
+fs::path folderOf(const fs::path& path) { return path.has_parent_path() ? path.parent_path() : fs::path("."); }
+
+}  // namespace
+
+FileRead readFile(const fs::path& path) {
+    FileRead result;
+    const Descriptor file(retrying([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
+    if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
+    if (!file.isOpen() || !readAll(file, result.text)) {
+        result.error = lastError();
+        result.status = FileRead::Status::unreadable;
+        result.text.clear();
+        return result;
+    }
+    if (result.text.starts_with("\xEF\xBB\xBF")) result.text.erase(0, 3);
+    result.status = FileRead::Status::read;
+    return result;
+}
+
+void writeFile(const fs::path& path, std::string_view text) {
+    const fs::path folder = folderOf(path);
+    makeFolders(folder);
+    sweep(folder);
+    Temporary temporary(folder, path);
+    temporary.fill(text);
+    temporary.moveInPlace();
+    flushFolder(folder);
+}
+
+void makeFolders(const fs::path& folder) {
+    std::error_code error;
+    if (fs::is_directory(folder, error)) return;
+    const fs::path above = folderOf(folder);
+    if (above != folder) makeFolders(above);
+    if (::mkdir(folder.c_str(), S_IRWXU) < 0 && errno != EEXIST) fail("cannot make the folder", folder);
+    if (!fs::is_directory(folder, error)) {
+        errno = ENOTDIR;
+        fail("cannot make the folder", folder);
+    }
+}
+
+bool removeFile(const fs::path& path) {
+    if (::unlink(path.c_str()) == 0) return true;
+    if (errno == ENOENT) return false;
+    fail("cannot remove", path);
+}
+
+std::vector<std::string> namesIn(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+        names.push_back(entry->path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace tapcore

@@ -1,0 +1,25 @@
+#include "core/foundation/integers.h"
+
+#include <charconv>
+#include <limits>
+
+namespace tapcore {
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+    const bool plus = text.starts_with('+');
+    if (plus) text.remove_prefix(1);
+    if (plus && text.starts_with('-')) return std::nullopt;
+    std::int64_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return value;
+}
+
+std::optional<std::uint16_t> parseKeyCode(std::string_view text) {
+    const auto value = parseInteger(text);
+    if (!value || *value < 0 || *value > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
+    return static_cast<std::uint16_t>(*value);
+}
+
+}  // namespace tapcore
