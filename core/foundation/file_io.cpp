@@ -185,6 +185,11 @@ void makeFolders(const fs::path& folder) {
     }
 }
 
+void renameFile(const fs::path& from, const fs::path& to) {
+    if (::rename(from.c_str(), to.c_str()) < 0) fail("cannot rename", from);
+    flushFolder(folderOf(to));
+}
+
 bool removeFile(const fs::path& path) {
     if (::unlink(path.c_str()) == 0) return true;
     if (errno == ENOENT) return false;

@@ -34,6 +34,9 @@ void writeFile(const std::filesystem::path& path, std::string_view text);
 /// Makes a folder and those above it, for the user alone (mode 0700). Throws filesystem_error with the path.
 void makeFolders(const std::filesystem::path& folder);
 
+/// Moves a file to another name in the same folder, in one step, flushed to disk. Throws filesystem_error with the path.
+void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
 /// Removes a file; true when it was there. Throws filesystem_error with the path.
 bool removeFile(const std::filesystem::path& path);
 

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "core/foundation/calendar.h"
+
+namespace CLI {
+class App;
+}
+
+namespace tappora {
+
+/// What a program takes from the world around it, handed in so that tests can hand in another.
+struct Environment {
+    std::function<std::optional<std::string>(const std::string& name)> variable;
+    tapcore::Instant now;
+    std::string zone;  ///< the time zone's name
+};
+
+/// The real one.
+Environment hostEnvironment();
+
+/// What went wrong, as the user is told: "WHAT: WHY". Ends the program with status 1.
+class Failure : public std::runtime_error {
+  public:
+    Failure(std::string_view what, std::string_view why)
+        : std::runtime_error(std::string(what) + ": " + std::string(why)) {}
+};
+
+/// A command line that cannot be meant. Ends the program with status 2.
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Prints "tappora: TEXT" on standard error.
+void complain(std::string_view text);
+
+/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the exit
+/// status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
+int runProgram(CLI::App& program, int argc, const char* const* argv);
+
+}  // namespace tappora

@@ -1,0 +1,106 @@
+#include "core/files/file_copies.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+#include "core/files/table_reader.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+// While two copies become one, a hidden note beside them says which text is the merged one and which texts it holds.
+// Until the merged text stands in its file, the note means nothing; from then on, the texts it lists count no more.
+//
+//     # Merging
+//     | text             | file           |
+//     | 9f86d081884c7d65 | 2026-09-20.md  |    the merged text, first
+//     | 60303ae22b998861 | 2026-09-20.org |    each text it holds
+
+fs::path notePath(const fs::path& folder, std::string_view name) {
+    return folder / ("." + std::string(name) + ".merging");
+}
+
+/// FNV-1a, 64 bits (http://www.isthe.com/chongo/tech/comp/fnv/): tells texts of one file apart.
+std::string digest(std::string_view text) {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    char hex[17];
+    std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(hash));
+    return hex;
+}
+
+std::string noteLine(std::string_view text, const fs::path& path) {
+    return "| " + digest(text) + " | " + path.filename().string() + " |\n";
+}
+
+bool holds(const FileCopy& copy, const std::vector<std::string_view>& cells) {
+    return cells.size() == 2 && cells[1] == copy.path.filename().string() && cells[0] == digest(copy.file.text);
+}
+
+/// Marks the copies that the note in the folder says are merged into another one.
+void markSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
+    const FileRead note = readFile(notePath(folder, name));
+    if (note.status != FileRead::Status::read) return;
+    TableReader reader(note.text);
+    if (!reader.next() || !reader.next()) return;
+    const auto isHeld = [&](const FileCopy& copy) { return holds(copy, reader.cells()); };
+    const auto merged = std::find_if(copies.begin(), copies.end(), isHeld);
+    if (merged == copies.end()) return;
+    while (reader.next())
+        for (FileCopy& copy : copies)
+            if (&copy != &*merged && holds(copy, reader.cells())) copy.isSuperseded = true;
+}
+
+void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
+    const auto stale = std::stable_partition(copies.begin(), copies.end(),
+                                             [](const FileCopy& copy) { return !copy.isSuperseded; });
+    if (stale == copies.end()) return;
+    std::for_each(stale, copies.end(), [](const FileCopy& copy) { removeFile(copy.path); });
+    copies.erase(stale, copies.end());
+    removeFile(notePath(folder, name));
+}
+
+void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target, std::string_view text,
+                    const std::vector<FileCopy>& copies) {
+    std::string note = "# Merging\n" + noteLine(text, target);
+    for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
+    writeFile(notePath(folder, name), note);
+    writeFile(target, text);
+    for (const FileCopy& copy : copies)
+        if (copy.path != target) removeFile(copy.path);
+    removeFile(notePath(folder, name));
+}
+
+}  // namespace
+
+std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, FileFormat format) {
+    std::vector<FileCopy> copies;
+    for (const std::string_view extension : format.readOrder()) {
+        fs::path path = folder / std::string(name).append(".").append(extension);
+        FileRead file = readFile(path);
+        if (file.status != FileRead::Status::missing) copies.push_back({std::move(path), std::move(file), false});
+    }
+    if (copies.size() > 1) markSuperseded(copies, folder, name);
+    return copies;
+}
+
+void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,
+                   const std::vector<FileCopy>& copies) {
+    const fs::path target = folder / std::string(name).append(".").append(format.fileExtension());
+    std::vector<FileCopy> merged = copies;
+    removeSuperseded(merged, folder, name);
+    if (merged.empty() || (merged.size() == 1 && merged[0].path == target)) {
+        writeFile(target, text);
+    } else if (merged.size() == 1) {
+        // The text does not depend on the name's ending for being read, so one rename of each is enough.
+        writeFile(merged[0].path, text);
+        renameFile(merged[0].path, target);
+    } else {
+        mergeUnderNote(folder, name, target, text, merged);
+    }
+}
+
+}  // namespace tapcore
