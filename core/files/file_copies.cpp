@@ -11,8 +11,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// While two copies become one, a hidden note beside them says which text is the merged one and which texts it holds.
-// Until the merged text stands in its file, the note means nothing; from then on, the texts it lists count no more.
+// While two copies become one, a hidden note beside them says which text is the merged one and which texts it
+// holds. Until the merged text stands in its file, the note means nothing; from then on, the texts it lists
+// count no more.
 //
 //     # Merging
 //     | text             | file           |
@@ -37,7 +38,8 @@ std::string noteLine(std::string_view text, const fs::path& path) {
 }
 
 bool holds(const FileCopy& copy, const std::vector<std::string_view>& cells) {
-    return cells.size() == 2 && cells[1] == copy.path.filename().string() && cells[0] == digest(copy.file.text);
+    return cells.size() == 2 && cells[1] == copy.path.filename().string() &&
+           cells[0] == digest(copy.file.text);
 }
 
 /// Marks the copies that the note in the folder says are merged into another one.
@@ -63,8 +65,8 @@ void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std
     removeFile(notePath(folder, name));
 }
 
-void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target, std::string_view text,
-                    const std::vector<FileCopy>& copies) {
+void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target,
+                    std::string_view text, const std::vector<FileCopy>& copies) {
     std::string note = "# Merging\n" + noteLine(text, target);
     for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
     writeFile(notePath(folder, name), note);
@@ -81,7 +83,8 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
     for (const std::string_view extension : format.readOrder()) {
         fs::path path = folder / std::string(name).append(".").append(extension);
         FileRead file = readFile(path);
-        if (file.status != FileRead::Status::missing) copies.push_back({std::move(path), std::move(file), false});
+        if (file.status != FileRead::Status::missing)
+            copies.push_back({std::move(path), std::move(file), false});
     }
     if (copies.size() > 1) markSuperseded(copies, folder, name);
     return copies;

@@ -20,8 +20,8 @@ bool isThere(const fs::path& path) {
     return fs::exists(path, error);
 }
 
-/// The name of the file that a name in a listing stands for: a placeholder of iCloud Drive, ".2026-09-17.org.icloud",
-/// stands for the file to come.
+/// The name of the file that a name in a listing stands for: a placeholder of iCloud Drive,
+/// ".2026-09-17.org.icloud", stands for the file to come.
 std::string_view fileNamed(std::string_view listed) {
     if (!listed.starts_with('.') || !listed.ends_with(cloudEnding) || listed.size() <= cloudEnding.size())
         return listed;
@@ -50,7 +50,8 @@ void report(FileProblems* problems, const fs::path& path, std::string why) {
 /// Adds the counts of one file.
 void addFile(DayFile& day, const FileCopy& copy, FileProblems* problems) {
     if (copy.isSuperseded) return;
-    if (copy.file.status == FileRead::Status::unreadable) return report(problems, copy.path, copy.file.error.message());
+    if (copy.file.status == FileRead::Status::unreadable)
+        return report(problems, copy.path, copy.file.error.message());
     const FatalContext context("adding", copy.path.native());
     if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) return day.merge(DayFile(copy.file.text));
     report(problems, copy.path, "not UTF-8 text; what could be read of it counts");
@@ -148,7 +149,9 @@ DayFile Store::read(const Day& day, FileProblems* problems) const {
     return sum;
 }
 
-DayFile Store::readOwn(const Day& day, FileProblems* problems) const { return single(base()).read(day, problems); }
+DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
+    return single(base()).read(day, problems);
+}
 
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,

@@ -25,13 +25,13 @@ struct FileProblem {
 };
 using FileProblems = std::vector<FileProblem>;
 
-/// The one reader and writer of the data folder. It hides that a file may exist in either text format, and that a
-/// shared folder holds a sub-folder for each machine, whose files are added together when read. It writes only into
-/// this machine's own sub-folder.
+/// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
+/// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
+/// writes only into this machine's own sub-folder.
 ///
-/// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty. It does
-/// no locking: callers serialise what reads, changes and writes. What fails to write, make or remove something throws
-/// std::filesystem::filesystem_error with the path, and leaves the former file in place.
+/// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty.
+/// It does no locking: callers serialise what reads, changes and writes. What fails to write, make or remove
+/// something throws std::filesystem::filesystem_error with the path, and leaves the former file in place.
 class Store {
   public:
     std::filesystem::path root;      ///< the data folder
@@ -41,21 +41,22 @@ class Store {
     /// The file in a machine's sub-folder that marks it as one.
     static constexpr std::string_view marker = ".keys-mac";
 
-    Store(std::filesystem::path folder, FileFormat written, std::optional<std::string> subfolder = std::nullopt)
+    Store(std::filesystem::path folder, FileFormat written,
+          std::optional<std::string> subfolder = std::nullopt)
         : root(std::move(folder)), format(written), mac(std::move(subfolder)) {}
 
     /// Where this machine writes: `root`, or its sub-folder.
     std::filesystem::path base() const;
 
-    /// The folders whose files are added together, each as a store of its own: the machines' sub-folders, by name, and
-    /// the own one.
+    /// The folders whose files are added together, each as a store of its own: the machines' sub-folders, by
+    /// name, and the own one.
     std::vector<Store> parts() const;
 
     /// The names of the machines' sub-folders; none when only one machine writes here.
     std::vector<std::string> macs() const;
 
-    /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every part.
-    /// Files that iCloud Drive has not brought here yet count.
+    /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every
+    /// part. Files that iCloud Drive has not brought here yet count.
     std::set<std::string> names(std::string_view folder) const;
 
     /// The days that have a file, ascending.
@@ -66,26 +67,29 @@ class Store {
     /// The files of folder/name that exist in this one folder, in reading order.
     std::vector<std::filesystem::path> copies(std::string_view folder, std::string_view name) const;
 
-    /// A day's counts, of all parts and copies added; empty without a file. Board, layout and other rows are those of the
-    /// first part that has them. A file that cannot be read or is not UTF-8 is named in `problems`; its valid rows
-    /// count.
+    /// A day's counts, of all parts and copies added; empty without a file. Board, layout and other rows are
+    /// those of the first part that has them. A file that cannot be read or is not UTF-8 is named in
+    /// `problems`; its valid rows count.
     DayFile read(const Day& day, FileProblems* problems = nullptr) const;
     /// The same of this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
-    /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout are those
-    /// given, when given. Both formats become one. Throws, and changes nothing, when a file there cannot be read whole.
+    /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout
+    /// are those given, when given. Both formats become one. Throws, and changes nothing, when a file there
+    /// cannot be read whole.
     void add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
-             const std::optional<std::string>& board, const std::optional<std::string>& layout, const Day& day) const;
+             const std::optional<std::string>& board, const std::optional<std::string>& layout,
+             const Day& day) const;
 
     /// Writes a file whole, and its folder when missing.
     static void write(std::string_view text, const std::filesystem::path& url);
 
     /// Removes the copy of base/folder/name in the format not written, `keep` excepted.
-    void removeOthers(std::string_view folder, std::string_view name, const std::filesystem::path& keep) const;
+    void removeOthers(std::string_view folder, std::string_view name,
+                      const std::filesystem::path& keep) const;
 
-    /// So many days up to and with `endingOn`, added up in ascending order: one entry a day, all machines together, a
-    /// day without a file as an empty one.
+    /// So many days up to and with `endingOn`, added up in ascending order: one entry a day, all machines
+    /// together, a day without a file as an empty one.
     Summary summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                     FileProblems* problems = nullptr) const;
 

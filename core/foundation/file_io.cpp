@@ -144,7 +144,9 @@ void flushFolder(const fs::path& folder) {
     }
 }
 
-fs::path folderOf(const fs::path& path) { return path.has_parent_path() ? path.parent_path() : fs::path("."); }
+fs::path folderOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
 
 }  // namespace
 
