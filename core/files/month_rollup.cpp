@@ -107,10 +107,8 @@ MonthRollup MonthRollup::merged(const MonthRollup& other) const {
     for (const DayLine& line : other.days) {
         const auto same = std::find_if(result.days.begin(), result.days.end(),
                                        [&](const DayLine& known) { return known.day == line.day; });
-        if (same == result.days.end())
-            result.days.push_back(line);
-        else
-            fold(*same, line);
+        if (same == result.days.end()) result.days.push_back(line);
+        else fold(*same, line);
     }
     addCounts(result.keys, other.keys);
     addCounts(result.chords, other.chords);

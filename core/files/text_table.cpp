@@ -93,10 +93,8 @@ std::string TextTable::render(FileFormat format) const {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         writeLine(out, lines[i], widths, alignRight);
         if (i > 0) continue;
-        if (format == FileFormat::markdown)
-            writeMarkdownRule(out, widths, alignRight);
-        else
-            writeOrgRule(out, widths);
+        if (format == FileFormat::markdown) writeMarkdownRule(out, widths, alignRight);
+        else writeOrgRule(out, widths);
     }
     return out;
 }
@@ -108,10 +106,8 @@ std::string TextTable::section(FileFormat format, std::string_view title) const 
 std::vector<TextTable::Section> TextTable::sections(std::string_view text) {
     std::vector<Section> result;
     for (TableReader reader(text); reader.next();) {
-        if (reader.isHeading())
-            result.push_back({reader.section(), {}});
-        else
-            result.back().rows.emplace_back(reader.cells().begin(), reader.cells().end());
+        if (reader.isHeading()) result.push_back({reader.section(), {}});
+        else result.back().rows.emplace_back(reader.cells().begin(), reader.cells().end());
     }
     return result;
 }

@@ -21,8 +21,14 @@ struct FileRead {
     std::error_code error;
 };
 
-/// All bytes of a file. A byte-order mark at the start is left out. Never throws.
+/// A text file, without a byte-order mark at its start. Never throws.
 FileRead readFile(const std::filesystem::path& path);
+
+/// All bytes of a file. Never throws.
+FileRead readBytes(const std::filesystem::path& path);
+
+/// Whether anything has that name, be it a link that leads nowhere.
+bool isThere(const std::filesystem::path& path);
 
 /// Replaces a file whole, or makes it, so that a reader sees the old text or the new one, also after a crash
 /// or a power cut: the text goes to a hidden file beside it, is flushed to disk and moved into place. The
