@@ -40,8 +40,8 @@ class UsageError : public std::runtime_error {
 /// Prints "tappora: TEXT" on standard error.
 void complain(std::string_view text);
 
-/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the exit
-/// status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
+/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the
+/// exit status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
 int runProgram(CLI::App& program, int argc, const char* const* argv);
 
 }  // namespace tappora
