@@ -21,6 +21,8 @@
 
 namespace tapcore {
 
+struct ChatFile;
+
 /// Something about a file that its owner may want to know: what was read all the same, or what was left out.
 struct FileProblem {
     std::filesystem::path path;
@@ -137,6 +139,20 @@ class Store {
     /// Rebuilds this machine's rollups that are out of date and removes those of months without days. False
     /// when it was interrupted.
     bool refreshRollups(const Day& today, const Progress& progress = {}) const;
+
+    // The conversation with the assistant.
+
+    std::filesystem::path chatURL() const;
+    /// The conversation under way, in whichever format it was written; empty when there is none. Throws
+    /// filesystem_error for a file that cannot be read or is not UTF-8.
+    ChatFile readChat() const;
+    /// Replaces the conversation under way, and takes it into this format.
+    void writeChat(const ChatFile& chat) const;
+    /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
+    /// nothing when there was none. Where that second is taken, the next free one names it.
+    std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
+    /// The earlier conversations' files, newest first.
+    std::vector<std::filesystem::path> chatHistory() const;
 
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
     // changed at all.
