@@ -7,6 +7,7 @@
 #include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/fatal.h"
 
 namespace tapcore {
 namespace {
@@ -69,9 +70,7 @@ void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std
 
 void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target,
                     std::string_view text, const std::vector<FileCopy>& copies) {
-    std::string note = "# Merging\n" + noteLine(text, target);
-    for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
-    writeFile(notePath(folder, name), note);
+    writeFile(notePath(folder, name), mergingNote(target, text, copies));
     writeFile(target, text);
     for (const FileCopy& copy : copies)
         if (copy.path != target) removeFile(copy.path);
@@ -79,6 +78,13 @@ void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::pat
 }
 
 }  // namespace
+
+std::string mergingNote(const fs::path& target, std::string_view merged,
+                        const std::vector<FileCopy>& copies) {
+    std::string note = "# Merging\n" + noteLine(merged, target);
+    for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
+    return note;
+}
 
 std::string copyName(std::string_view name, std::string_view extension) {
     return std::string(name).append(".").append(extension);
@@ -110,6 +116,25 @@ std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view n
         if (isOnlyInCloud(path)) refuse(path, FolderError::notHereYet);
     }
     return copies;
+}
+
+void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
+                 const std::function<void(std::string_view text)>& visit) {
+    const auto report = [&](const FileCopy& copy, std::string why) {
+        if (problems) problems->push_back({copy.path, 0, std::move(why)});
+    };
+    for (const FileCopy& copy : copies) {
+        if (copy.isSuperseded) continue;
+        const FatalContext context("adding", copy.path.native());
+        if (copy.file.status == FileRead::Status::unreadable) {
+            report(copy, copy.file.error.message());
+        } else if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) {
+            visit(copy.file.text);
+        } else {
+            report(copy, "not UTF-8 text; what could be read of it counts");
+            visit(repairedUtf8(copy.file.text));
+        }
+    }
 }
 
 void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,

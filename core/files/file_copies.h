@@ -1,12 +1,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/files/cloud.h"
 #include "core/files/file_format.h"
+#include "core/files/file_problem.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -33,11 +35,22 @@ std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::strin
 std::vector<FileCopy> readWholeCopies(const std::filesystem::path& folder, std::string_view name,
                                       FileFormat format, const CloudFetch& fetch = {});
 
+/// Hands out the texts of copies, in order. One that cannot be read is named in `problems`, when given, and
+/// left out; so is named one that is not UTF-8, of which the repaired text is handed out. Should `visit` end
+/// the program, it says with which file.
+void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
+                 const std::function<void(std::string_view text)>& visit);
+
 /// Writes `text`, which holds what `copies` held together, as the one copy of `name` in this format, and
 /// removes those others. A crash at any moment leaves a folder that reads as before or as after: nothing is
 /// lost or counted twice. `copies` are those that `readWholeCopies` gave. Throws filesystem_error with the
 /// path.
 void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                    std::string_view text, const std::vector<FileCopy>& copies);
+
+/// What `replaceCopies` writes beside the copies while it merges several of them: the hidden note
+/// "NAME.merging", by which `readCopies` tells, after a crash, which of them already stand in `merged`.
+std::string mergingNote(const std::filesystem::path& target, std::string_view merged,
+                        const std::vector<FileCopy>& copies);
 
 }  // namespace tapcore

@@ -6,8 +6,6 @@
 #include "core/files/file_copies.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
-#include "core/foundation/characters.h"
-#include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -21,23 +19,8 @@ bool isSame(const fs::path& a, const fs::path& b) {
     return a == b || fs::equivalent(a, b, error);
 }
 
-void report(FileProblems* problems, const fs::path& path, std::string why) {
-    if (problems) problems->push_back({path, 0, std::move(why)});
-}
-
-/// Adds the counts of one file.
-void addFile(DayFile& day, const FileCopy& copy, FileProblems* problems) {
-    if (copy.isSuperseded) return;
-    if (copy.file.status == FileRead::Status::unreadable)
-        return report(problems, copy.path, copy.file.error.message());
-    const FatalContext context("adding", copy.path.native());
-    if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) return day.merge(DayFile(copy.file.text));
-    report(problems, copy.path, "not UTF-8 text; what could be read of it counts");
-    day.merge(DayFile(repairedUtf8(copy.file.text)));
-}
-
 void addFiles(DayFile& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
-    for (const FileCopy& copy : copies) addFile(day, copy, problems);
+    forEachText(copies, problems, [&](std::string_view text) { day.merge(DayFile(text)); });
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "core/files/cloud.h"
 #include "core/files/day_file.h"
 #include "core/files/file_format.h"
+#include "core/files/file_problem.h"
 #include "core/files/month_rollup.h"
 #include "core/files/summary.h"
 #include "core/foundation/progress.h"
@@ -22,16 +23,6 @@
 namespace tapcore {
 
 struct ChatFile;
-
-/// Something about a file that its owner may want to know: what was read all the same, or what was left out.
-struct FileProblem {
-    std::filesystem::path path;
-    std::size_t line = 0;  ///< from 1; 0 when it is about the whole file
-    std::string why;
-
-    bool operator==(const FileProblem&) const = default;
-};
-using FileProblems = std::vector<FileProblem>;
 
 /// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
 /// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
