@@ -1,8 +1,8 @@
 #include "app/common/data_folder.h"
 
+#include <fmt/format.h>
 #include <CLI/CLI.hpp>
 #include <filesystem>
-#include <fmt/format.h>
 
 namespace tappora {
 namespace {
@@ -25,19 +25,22 @@ void requireFolder(const fs::path& folder) {
 }  // namespace
 
 void addFolderOptions(CLI::App& command, FolderOptions& options) {
-    command.add_option("--folder", options.folder, "The data folder, instead of the usual one [TAPPORA_FOLDER]")
+    command
+        .add_option("--folder", options.folder, "The data folder, instead of the usual one [TAPPORA_FOLDER]")
         ->type_name("DIR");
     command.add_option("--today", options.today, "The day to take for today")->type_name("YYYY-MM-DD");
 }
 
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment) {
     const auto named = options.folder ? options.folder : environment.variable("TAPPORA_FOLDER");
-    const fs::path folder = named && !named->empty() ? fs::path(*named) : homeFolder(environment) / "Documents/Tappora";
+    const fs::path folder =
+        named && !named->empty() ? fs::path(*named) : homeFolder(environment) / "Documents/Tappora";
     if (named && !named->empty()) requireFolder(folder);
     return {folder, tapcore::FileFormat::org};
 }
 
-tapcore::Day today(const FolderOptions& options, const Environment& environment, const tapcore::Calendar& calendar) {
+tapcore::Day today(const FolderOptions& options, const Environment& environment,
+                   const tapcore::Calendar& calendar) {
     return options.today ? parseDay("--today", *options.today) : tapcore::Day(environment.now, calendar);
 }
 
