@@ -17,6 +17,21 @@ std::string explained(const std::filesystem::filesystem_error& error) {
     return error.path1().string() + ": " + error.code().message();
 }
 
+bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
+    return error.get_exit_code() == static_cast<int>(kind);
+}
+
+/// A wrong command line as "WHAT: WHY".
+std::string explained(const CLI::ParseError& error, const CLI::App& program) {
+    using CLI::ExitCodes;
+    std::string text = error.what();
+    if (isOf(error, ExitCodes::ExtrasError)) return program.remaining(true).front() + ": not expected here";
+    if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
+    if (text.find(": ") != std::string::npos) return text;
+    if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
+    return program.get_name() + ": " + text;
+}
+
 int failed(std::string_view text, int status) {
     complain(text);
     return status;
@@ -49,7 +64,7 @@ int guarded(const CLI::App& program, const std::function<void()>& work) {
     } catch (const CLI::Success& wish) {  // --help, --version
         program.exit(wish);
     } catch (const CLI::ParseError& error) {
-        return failed(std::string(error.what()) + "; see " + program.get_name() + " --help", 2);
+        return failed(explained(error, program) + "; see " + program.get_name() + " --help", 2);
     } catch (const UsageError& error) {
         return failed(error.what(), 2);
     } catch (const std::filesystem::filesystem_error& error) {
@@ -57,7 +72,8 @@ int guarded(const CLI::App& program, const std::function<void()>& work) {
     } catch (const std::exception& error) {
         return failed(error.what(), 1);
     }
-    if (std::fflush(stdout) != 0) return failed("standard output: cannot write", 1);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        return failed("standard output: cannot write", 1);
     return 0;
 }
 

@@ -14,11 +14,13 @@ json toJson(const Tally::KeyCounts& counts) {
     return result;
 }
 
+json toJson(const Tally::Chord& chord) {
+    return {{"modifiers", chord.modifiers.name()}, {"keyCode", chord.keyCode}};
+}
+
 json toJson(const Tally::ChordCounts& counts) {
     json result = json::array();
-    for (const auto& [chord, count] : counts)
-        result.push_back(
-            {{"modifiers", chord.modifiers.name()}, {"keyCode", chord.keyCode}, {"count", count}});
+    for (const auto& [chord, count] : counts) result.push_back({{"chord", toJson(chord)}, {"count", count}});
     return result;
 }
 
@@ -34,13 +36,6 @@ template <class Slot>
 json hourly(const Tally::Hourly<Slot>& slots) {
     json result = json::array();
     for (const Slot& slot : slots) result.push_back(toJson(slot));
-    return result;
-}
-
-json toJson(const std::vector<tapcore::Summary::DayTotal>& days) {
-    json result = json::array();
-    for (const auto& entry : days)
-        result.push_back({{"day", entry.day.description()}, {"keystrokes", entry.keystrokes}});
     return result;
 }
 
@@ -64,6 +59,13 @@ json toJson(const tapcore::DayFile& file, const tapcore::Day& day) {
     return result;
 }
 
+json toJson(const std::vector<tapcore::Summary::DayTotal>& days) {
+    json result = json::array();
+    for (const auto& entry : days)
+        result.push_back({{"day", entry.day.description()}, {"keystrokes", entry.keystrokes}});
+    return result;
+}
+
 json toJson(const tapcore::Summary& summary) {
     json result = {{"keystrokes", summary.keystrokes},
                    {"activeHours", summary.activeHours},
@@ -77,6 +79,20 @@ json toJson(const tapcore::Summary& summary) {
                    {"clicks", summary.clicks()},
                    {"movedMetres", summary.movedMetres()}};
     if (const auto share = summary.keyboardShare()) result["keyboardShare"] = *share;
+    return result;
+}
+
+json toJson(const std::vector<KeyRow>& rows) {
+    json result = json::array();
+    for (const KeyRow& row : rows)
+        result.push_back({{"keyCode", row.keyCode}, {"name", row.name}, {"count", row.count}});
+    return result;
+}
+
+json toJson(const std::vector<tapcore::ChordRow>& rows) {
+    json result = json::array();
+    for (const tapcore::ChordRow& row : rows)
+        result.push_back({{"chord", toJson(row.chord)}, {"count", row.count}, {"keys", row.keys}});
     return result;
 }
 

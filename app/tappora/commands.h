@@ -14,7 +14,9 @@ struct Environment;
 // one.
 
 // clang-format off
-void dayCommand(CommandLine&, const Environment&);
+void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
+void dayCommand    (CommandLine&, const Environment&);
+void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
 /// How a command runs: as a function of this program, or as a program of its own beside it, which is started
@@ -41,6 +43,7 @@ struct Command {
 // clang-format off
 inline constexpr Command commands[] = {
     {"record",   "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
+    {"summary",  "The figures of a period",                                        run<summaryCommand>},
     {"day",      "One day as its table file",                                      run<dayCommand>},
     {"practice", "The typing trainer",                                             Companion{"tappora-practice"}},
     {"paint",    "Heat maps and widgets as pictures",                              Companion{"tappora-paint"}},

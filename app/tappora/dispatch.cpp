@@ -25,15 +25,20 @@ void execute(const Command& command, CommandLine& line, const std::vector<std::s
     becomeCompanion(command.name, std::get<Companion>(command.how).program, arguments);
 }
 
-/// `tappora` with nothing but options.
-void runWithoutCommand(CommandLine& line) {
-    line.describe("Counts keys, shortcuts and mouse buttons hour by hour: never the text, never the order.",
-                  "tappora day");
+std::string listOfCommands() {
     std::string list = "Commands:\n";
     for (const Command& command : commands) list += fmt::format("  {:<10} {}\n", command.name, command.does);
-    line.footer(list + "\nEach explains itself: tappora COMMAND --help");
+    return list + "\nEach explains itself: tappora COMMAND --help";
+}
+
+/// `tappora` with nothing but options.
+void runWithoutCommand(CommandLine& line, const Environment& environment) {
+    line.description(
+        "Counts keys, shortcuts and mouse buttons hour by hour: never the text, never the order.\n"
+        "Without a command it shows today at a glance.");
+    line.footer(listOfCommands());
     line.set_version_flag("--version", version());
-    line.parse();
+    glanceCommand(line, environment);
 }
 
 int failedUsage(const std::string& name) {
@@ -46,7 +51,7 @@ int failedUsage(const std::string& name) {
 int dispatch(std::vector<std::string> arguments, const Environment& environment) {
     if (arguments.empty() || arguments.front().starts_with('-')) {
         CommandLine line("tappora", std::move(arguments));
-        return guarded(line, [&] { runWithoutCommand(line); });
+        return guarded(line, [&] { runWithoutCommand(line, environment); });
     }
     const std::string name = arguments.front();
     const Command* command = find(name);
