@@ -11,8 +11,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::array<std::string_view, 4> providerWords = {"apple", "claude", "openai", "local"};
-
 /// What a model that cannot hold a conversation in text has in its id.
 constexpr std::array<std::string_view, 9> otherModels = {
     "audio", "realtime", "image", "transcribe", "embedding", "search", "instruct", "moderation", "codex"};
@@ -45,14 +43,6 @@ json functionTool(const AssistantTools::Spec& tool) {
 }
 
 }  // namespace
-
-std::string_view rawValue(Provider provider) { return providerWords[static_cast<std::size_t>(provider)]; }
-
-std::optional<Provider> parseProvider(std::string_view rawValue) {
-    const auto found = std::find(providerWords.begin(), providerWords.end(), rawValue);
-    if (found == providerWords.end()) return std::nullopt;
-    return allProviders[static_cast<std::size_t>(found - providerWords.begin())];
-}
 
 Headers claudeHeaders(std::string_view key, std::string_view model) {
     Headers headers = {{"x-api-key", std::string(key)}, {"anthropic-version", std::string(anthropicVersion)}};
@@ -100,7 +90,7 @@ json chatBody(std::string_view model, std::string_view system, const std::vector
 json history(const std::vector<ChatFile::Turn>& turns) {
     json messages = json::array();
     for (const ChatFile::Turn& turn : turns) {
-        const std::string_view role = rawValue(turn.role);
+        const std::string_view role = ChatFile::roles.of(turn.role);
         if (turn.text.empty() || (messages.empty() && turn.role == ChatFile::Role::assistant)) continue;
         if (!messages.empty() && messages.back()["role"] == role)
             messages.back()["content"].get_ref<std::string&>().append("\n\n").append(turn.text);

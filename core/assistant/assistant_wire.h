@@ -11,6 +11,7 @@
 
 #include "core/assistant/assistant_tools.h"
 #include "core/assistant/chat_file.h"
+#include "core/foundation/raw_values.h"
 
 namespace tapcore {
 
@@ -24,12 +25,7 @@ enum class Provider {
     openai,  ///< the Chat Completions interface
     local,   ///< the same, of a server on this machine; nothing is charged
 };
-inline constexpr std::array<Provider, 4> allProviders = {Provider::apple, Provider::claude, Provider::openai,
-                                                         Provider::local};
-
-/// The stored word of a provider, and back.
-std::string_view rawValue(Provider provider);
-std::optional<Provider> parseProvider(std::string_view rawValue);
+inline constexpr RawValues<Provider, 4> providers{{"apple", "claude", "openai", "local"}};
 
 struct Model {
     std::string_view id;

@@ -138,6 +138,4 @@ std::string ChatFile::text(FileFormat format) const {
     return text;
 }
 
-std::string_view rawValue(ChatFile::Role role) { return role == ChatFile::Role::user ? "user" : "assistant"; }
-
 }  // namespace tapcore

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/files/file_format.h"
+#include "core/foundation/raw_values.h"
 
 namespace tapcore {
 
@@ -12,6 +13,7 @@ namespace tapcore {
 /// which the same conversation is read back, whatever its texts hold. docs/assistant.md shows one.
 struct ChatFile {
     enum class Role { user, assistant };
+    static constexpr RawValues<Role, 2> roles{{"user", "assistant"}};
 
     /// What one side said.
     struct Turn {
@@ -34,8 +36,5 @@ struct ChatFile {
 
     bool operator==(const ChatFile&) const = default;
 };
-
-/// The stored word of a role: "user" or "assistant".
-std::string_view rawValue(ChatFile::Role role);
 
 }  // namespace tapcore
