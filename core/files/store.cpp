@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "core/files/file_copies.h"
-#include "core/foundation/characters.h"
-#include "core/foundation/fatal.h"
+#include "core/files/file_texts.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -20,8 +19,8 @@ bool isThere(const fs::path& path) {
     return fs::exists(path, error);
 }
 
-/// The name of the file that a name in a listing stands for: a placeholder of iCloud Drive, ".2026-09-17.org.icloud",
-/// stands for the file to come.
+/// The name of the file that a name in a listing stands for: a placeholder of iCloud Drive,
+/// ".2026-09-17.org.icloud", stands for the file to come.
 std::string_view fileNamed(std::string_view listed) {
     if (!listed.starts_with('.') || !listed.ends_with(cloudEnding) || listed.size() <= cloudEnding.size())
         return listed;
@@ -43,32 +42,8 @@ void addNames(std::set<std::string>& names, const fs::path& folder) {
     }
 }
 
-void report(FileProblems* problems, const fs::path& path, std::string why) {
-    if (problems) problems->push_back({path, 0, std::move(why)});
-}
-
-/// Adds the counts of one file.
-void addFile(DayFile& day, const FileCopy& copy, FileProblems* problems) {
-    if (copy.isSuperseded) return;
-    if (copy.file.status == FileRead::Status::unreadable) return report(problems, copy.path, copy.file.error.message());
-    const FatalContext context("adding", copy.path.native());
-    if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) return day.merge(DayFile(copy.file.text));
-    report(problems, copy.path, "not UTF-8 text; what could be read of it counts");
-    day.merge(DayFile(repairedUtf8(copy.file.text)));
-}
-
 void addFiles(DayFile& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
-    for (const FileCopy& copy : copies) addFile(day, copy, problems);
-}
-
-/// Refuses a file whose counts cannot all be taken over into the one that will replace it.
-void requireWhole(const FileCopy& copy) {
-    const auto refuse = [&](const std::error_code& error) {
-        throw fs::filesystem_error("cannot add to it", copy.path, error);
-    };
-    if (copy.file.status == FileRead::Status::unreadable) refuse(copy.file.error);
-    if (firstInvalidUtf8(copy.file.text) != std::string_view::npos)
-        refuse(std::make_error_code(std::errc::illegal_byte_sequence));
+    forEachText(copies, problems, [&](std::string_view text) { day.merge(DayFile(text)); });
 }
 
 }  // namespace
@@ -148,14 +123,16 @@ DayFile Store::read(const Day& day, FileProblems* problems) const {
     return sum;
 }
 
-DayFile Store::readOwn(const Day& day, FileProblems* problems) const { return single(base()).read(day, problems); }
+DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
+    return single(base()).read(day, problems);
+}
 
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,
                 const Day& day) const {
     const fs::path folder = base() / daysFolder;
     const auto copies = readCopies(folder, day.description(), format);
-    std::for_each(copies.begin(), copies.end(), requireWhole);
+    requireWhole(copies);
     DayFile file;
     addFiles(file, copies, nullptr);
     file.merge(tally, peakPerMinute, pausedMinutes);
