@@ -15,6 +15,9 @@
 
 namespace tapcore {
 
+struct PracticeDay;
+struct PracticeHistory;
+
 /// Something about a file that its owner may want to know: what was read all the same, or what was left out.
 struct FileProblem {
     std::filesystem::path path;
@@ -89,12 +92,27 @@ class Store {
     Summary summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                     FileProblems* problems = nullptr) const;
 
+    // Practice days, core/practice/practice_day.h.
+
+    std::filesystem::path practiceURL(const Day& day) const;
+    /// The days that have a practice file, ascending.
+    std::vector<Day> practiceDays() const;
+    /// A day's practice, of all parts and copies merged; an empty day without a file.
+    PracticeDay readPractice(const Day& day, FileProblems* problems = nullptr) const;
+    /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
+    PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
+    /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both formats
+    /// become one. Throws, and changes nothing, when a file there cannot be read whole.
+    void addPractice(const PracticeDay& practised, const Day& day) const;
+
   private:
     /// A store of one folder alone.
     Store single(std::filesystem::path folder) const;
     /// All that is read: the parts, and what lies at the top of a shared folder from before it was shared.
     std::vector<Store> readParts() const;
     std::vector<std::string> markedFolders() const;
+    /// The days that the files of a folder are named after, ascending.
+    std::vector<Day> daysIn(std::string_view folder) const;
 
     bool single_ = false;
 };
