@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 
-#include "core/files/table_reader.h"
 #include "core/files/text_table.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/checked.h"
@@ -12,13 +11,6 @@
 
 namespace tapcore {
 namespace {
-
-using Cells = std::vector<std::string_view>;
-
-/// What became of a row: used, or why not. Empty means used.
-using Outcome = std::string_view;
-constexpr Outcome used = "";
-constexpr Outcome notNumbers = "a cell is not a number";
 
 constexpr std::string_view noLayout = "-";
 constexpr std::string_view bestOf = "best:";
@@ -50,11 +42,11 @@ std::optional<std::string> readLetter(std::string_view cell) {
 /// The places that a header line gives its columns; a title that is not there gets a place behind all cells.
 /// Nothing for a row that is no header.
 std::optional<Places> readHeader(const Cells& cells) {
-    const auto isNumeric = [](std::string_view cell) { return parseInteger(cell).has_value(); };
+    const auto isInteger = [](std::string_view cell) { return parseInteger(cell).has_value(); };
     const auto place = [&](std::string_view title) {
         return static_cast<std::size_t>(std::find(cells.begin(), cells.end(), title) - cells.begin());
     };
-    if (place(titles[letterColumn]) == cells.size() || std::any_of(cells.begin(), cells.end(), isNumeric))
+    if (place(titles[letterColumn]) == cells.size() || std::any_of(cells.begin(), cells.end(), isInteger))
         return std::nullopt;
     Places places{};
     std::transform(titles.begin(), titles.end(), places.begin(), place);
@@ -98,22 +90,29 @@ class LetterRows {
     std::size_t columns_ = titles.size();
 };
 
+bool isNumeric(std::string_view key) {
+    return key == "seconds" || key == "lessons" || key == "best" || key.starts_with(bestOf);
+}
+
+void setNumber(PracticeDay& day, std::string_view key, std::int64_t number) {
+    if (key.starts_with(bestOf)) day.bests[std::string(key.substr(bestOf.size()))] = number;
+    else (key == "seconds" ? day.seconds : key == "lessons" ? day.lessons : day.best) = number;
+}
+
 Outcome readDayRow(PracticeDay& day, const Cells& cells) {
     if (cells.size() != 2) return "a row of Day has 2 cells";
     const std::string_view key = cells[0];
-    if (key == "key" && cells[1] == "value") return used;
-    if (key == "layout") {
-        day.layout = cells[1];
-        return used;
+    const std::string_view value = cells[1];
+    if (key == "key" && value == "value") return used;
+    if (isNumeric(key)) {
+        const auto number = parseInteger(value);
+        if (!number) return notNumbers;
+        setNumber(day, key, *number);
+    } else if (key == "layout") {
+        day.layout = value;
+    } else {
+        day.otherMeta[std::string(key)] = value;
     }
-    const bool isBestOf = key.starts_with(bestOf);
-    if (!isBestOf && key != "seconds" && key != "lessons" && key != "best") return "the key is not known";
-    const auto number = parseInteger(cells[1]);
-    if (!number) return notNumbers;
-    if (isBestOf)
-        day.bests[std::string(key.substr(bestOf.size()))] = *number;
-    else
-        (key == "seconds" ? day.seconds : key == "lessons" ? day.lessons : day.best) = *number;
     return used;
 }
 
@@ -136,6 +135,7 @@ TextTable dayTable(const PracticeDay& day) {
     if (day.best >= 1) table.rows.push_back({"best", decimal(day.best)});
     for (const auto& [layout, best] : day.bests)
         table.rows.push_back({std::string(bestOf).append(layout), decimal(best)});
+    for (const auto& [key, value] : day.otherMeta) table.rows.push_back({key, value});
     return table;
 }
 
@@ -153,10 +153,8 @@ PracticeDay::PracticeDay(std::string_view text, std::vector<SkippedRow>* skipped
             continue;
         }
         Outcome outcome = used;
-        if (reader.section() == "letters")
-            outcome = letterRows.read(*this, reader.cells());
-        else if (reader.section() == "day")
-            outcome = readDayRow(*this, reader.cells());
+        if (reader.section() == "letters") outcome = letterRows.read(*this, reader.cells());
+        else if (reader.section() == "day") outcome = readDayRow(*this, reader.cells());
         if (skipped && !outcome.empty()) skipped->push_back({reader.line(), std::string(outcome)});
     }
 }
@@ -183,6 +181,7 @@ void PracticeDay::merge(const PracticeDay& other) {
         const auto [known, isNew] = bests.emplace(id, speed);
         if (!isNew) known->second = std::max(known->second, speed);
     }
+    otherMeta.insert(other.otherMeta.begin(), other.otherMeta.end());
 }
 
 LetterCounts PracticeDay::lettersOn(const std::optional<std::string>& onLayout) const {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "core/counting/day.h"
-#include "core/files/day_file.h"
 #include "core/files/file_format.h"
+#include "core/files/row_reader.h"
 #include "core/practice/letter_stats.h"
 
 namespace tapcore {
@@ -24,6 +24,8 @@ struct PracticeDay {
     std::optional<std::string> layout;          ///< the one last practised on
     std::int64_t best = 0;                      ///< the fastest lesson in words per minute; 0 without one
     std::map<std::string, std::int64_t> bests;  ///< the same by layout id
+    std::map<std::string, std::string>
+        otherMeta;  ///< rows of the Day table that mean nothing here, kept as they are
 
     PracticeDay() = default;
     /// Reads a file's text, in either format or tab-separated, and never fails: rows that cannot be used are
@@ -36,7 +38,7 @@ struct PracticeDay {
     /// Adds a letter's counters of the same day, on a layout and over all.
     void add(const std::string& onLayout, const std::string& letter, const LetterStats& stats);
     /// Adds another record of the same day. Counters, seconds and lessons add; the days of a letter and the
-    /// best speeds are the larger of the two; the layout already set stays.
+    /// best speeds are the larger of the two; the layout and the other rows already set stay.
     void merge(const PracticeDay& other);
 
     /// The counters of one layout, or of all together.

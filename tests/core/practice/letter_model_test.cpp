@@ -2,16 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <numeric>
-
-#include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
+#include "tests/support/temporary_folder.h"
 
 namespace tapcore {
 namespace {
 
-namespace fs = std::filesystem;
 using Letters = std::vector<std::string>;
 
 constexpr std::string_view someWords = R"({
@@ -113,17 +109,18 @@ TEST(LetterModel, SaysWhereAFileIsMalformed) {
 }
 
 TEST(LetterModel, IsLoadedOnceAndNeverFromAMalformedFile) {
-    const fs::path folder = fs::path(testing::TempDir()) / "models";
-    fs::remove_all(folder);
+    const TemporaryFolder temporary;
+    const std::filesystem::path& folder = temporary.path();
     EXPECT_TRUE(LetterModel::available(folder).empty());
-    writeFile(folder / "xx.json", someWords);
-    writeFile(folder / "bad.json", "{");
-    writeFile(folder / "notes.txt", "");
+    temporary.put("xx.json", someWords);
+    temporary.put("bad.json", "{");
+    temporary.put("notes.txt", "");
     const auto model = LetterModel::load("xx", folder);
     ASSERT_TRUE(model);
     EXPECT_EQ(*model, LetterModel::parse("xx", someWords));
     EXPECT_EQ(LetterModel::load("xx", folder), model);
-    for (const char* language : {"bad", "yy", "", "../models/xx"})
+    for (const std::string& language :
+         std::vector<std::string>{"bad", "yy", "", "../" + folder.filename().string() + "/xx"})
         EXPECT_FALSE(LetterModel::load(language, folder));
     EXPECT_EQ(LetterModel::available(folder), (std::vector<std::string>{"bad", "xx"}));
 }

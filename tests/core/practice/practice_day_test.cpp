@@ -115,12 +115,12 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
     PracticeDay expected;
     expected.add("qwerty", "e", {10, 2, 8, 2000, 1});
     expected.lessons = 2;
+    expected.otherMeta = {{"mood", "good"}};
     EXPECT_EQ(day, expected);
     EXPECT_EQ(skipped, (std::vector<SkippedRow>{{5, "the letter is not one character"},
-                                                {6, "a cell is not a number"},
+                                                {6, "a cell is not a whole number"},
                                                 {7, "a row of Letters has a cell for each column"},
-                                                {11, "a cell is not a number"},
-                                                {13, "the key is not known"}}));
+                                                {11, "a cell is not a whole number"}}));
 }
 
 TEST(PracticeDay, MergesRecordsOfOneDay) {

@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "core/files/store.h"
-#include "core/foundation/file_io.h"
 #include "core/practice/practice_day.h"
 #include "core/practice/practice_history.h"
+#include "tests/support/temporary_folder.h"
 
 namespace tapcore {
 namespace {
@@ -23,9 +23,9 @@ class StorePractice : public testing::Test {
         day.bests[*day.layout] = presses;
         return day;
     }
-    void SetUp() override { fs::remove_all(root); }
 
-    const fs::path root = fs::path(testing::TempDir()) / "practice-folder";
+    const TemporaryFolder folder;
+    const fs::path& root = folder.path();
     const Day today{2026, 9, 20};
 };
 
@@ -56,6 +56,18 @@ TEST_F(StorePractice, RefusesToReplaceWhatItCannotRead) {
     EXPECT_EQ(store.readPractice(today, &problems).letters.at("e").presses, 1);
     ASSERT_EQ(problems.size(), 1U);
     EXPECT_EQ(problems[0].path, store.practiceURL(today));
+}
+
+TEST_F(StorePractice, ConvertsToTheOtherFormatAndBack) {
+    const std::string before = practised(7).text(today, FileFormat::markdown);
+    writeFile(root / "practice/2026-09-20.md", before);
+    const Store org(root, FileFormat::org);
+    ASSERT_TRUE(org.needsConversion());
+    ASSERT_TRUE(org.convert());
+    EXPECT_EQ(folder.files(), (std::map<std::string, std::string>{
+                                  {"practice/2026-09-20.org", practised(7).text(today, FileFormat::org)}}));
+    ASSERT_TRUE(Store(root, FileFormat::markdown).convert());
+    EXPECT_EQ(folder.text("practice/2026-09-20.md"), before);
 }
 
 TEST_F(StorePractice, SumsUpDays) {
