@@ -64,13 +64,6 @@ AssistantTools::Spec searchSpec() {
             {"query"}};
 }
 
-std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name) {
-    if (!arguments.is_object()) return std::nullopt;
-    const auto found = arguments.find(name);
-    if (found == arguments.end() || !found->is_string()) return std::nullopt;
-    return found->get<std::string>();
-}
-
 /// A result as text that can be sent: names of files need not be UTF-8.
 AssistantTools::Output repaired(AssistantTools::Output output) {
     output.text = repairedUtf8(output.text);
@@ -100,30 +93,33 @@ std::string AssistantTools::spec(std::string_view name) const {
 
 AssistantTools::Output AssistantTools::run(std::string_view name, const nlohmann::json& arguments) const {
     const auto text = [&](std::string_view of) { return argument(arguments, of).value_or(""); };
-    if (name == "summary" && store)
-        return repaired(summary(argument(arguments, "from"), argument(arguments, "to")));
+    if (name == "summary" && store) return repaired(summary(arguments));
     if (name == "list_files") return repaired(listFiles(text("folder"), text("contains")));
     if (name == "read_file") return repaired(readFile(text("path")));
     if (name == "search") return repaired(search(text("query")));
     return repaired(toolError("Unknown tool: " + shortened(name)));
 }
 
-AssistantTools::Output AssistantTools::listFiles(std::string_view folder, std::string_view contains) const {
-    if (std::find(folders.begin(), folders.end(), folder) == folders.end())
-        return toolError("No such folder: " + shortened(folder) + ". Use days, months, reports or practice.");
+std::vector<std::string> AssistantTools::names(std::string_view folder) const {
     std::vector<std::string> names;
     for (const std::string& place : places(folder))
-        for (DataFile& file : filesIn(place))
-            if (file.name.find(contains) != std::string::npos) names.push_back(std::move(file.name));
-    if (names.empty()) return toolText("No files.");
-
+        for (DataFile& file : filesIn(place)) names.push_back(std::move(file.name));
     const auto fileName = [](std::string_view name) { return name.substr(name.rfind('/') + 1); };
     std::stable_sort(names.begin(), names.end(),
                      [&](const auto& a, const auto& b) { return fileName(a) > fileName(b); });
-    const std::size_t shown = std::min(names.size(), listLimit);
-    std::string text = joined({names.data(), shown}, "\n");
-    if (names.size() > shown)
-        text += "\n… and " + std::to_string(names.size() - shown) + " older — narrow with \"contains\".";
+    return names;
+}
+
+AssistantTools::Output AssistantTools::listFiles(std::string_view folder, std::string_view contains) const {
+    if (std::find(folders.begin(), folders.end(), folder) == folders.end())
+        return toolError("No such folder: " + shortened(folder) + ". Use days, months, reports or practice.");
+    std::vector<std::string> wanted = names(folder);
+    std::erase_if(wanted, [&](const auto& name) { return name.find(contains) == std::string::npos; });
+    if (wanted.empty()) return toolText("No files.");
+    const std::size_t shown = std::min(wanted.size(), listLimit);
+    std::string text = joined({wanted.data(), shown}, "\n");
+    if (wanted.size() > shown)
+        text += "\n… and " + std::to_string(wanted.size() - shown) + " older — narrow with \"contains\".";
     return toolText(text);
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "core/counting/day.h"
@@ -40,6 +41,15 @@ struct AssistantTools {
         bool operator==(const Output&) const = default;
     };
 
+    /// What the tool `summary` adds up.
+    struct Period {
+        Day first;
+        Day last;
+        std::int64_t days = 0;
+        bool isCut = false;  ///< asked for from an earlier day than `spanLimit` allows
+        Summary sum;
+    };
+
     static constexpr std::array<std::string_view, 4> folders = {"days", "months", "reports", "practice"};
     static constexpr std::array<std::string_view, 2> extensions = {"org", "md"};
     static constexpr std::size_t readLimit = 12000;  ///< characters of one `read_file`
@@ -68,6 +78,15 @@ struct AssistantTools {
     /// missing or no string is absent.
     Output run(std::string_view name, const nlohmann::json& arguments) const;
 
+    /// What `summary` says with these arguments as a record; or, as `run` gives it, why it cannot. Needs a
+    /// store.
+    std::variant<Period, Output> period(const nlohmann::json& arguments) const;
+    /// The same as text.
+    std::string text(const Period& period) const;
+
+    /// The data files of a folder in all places, relative to `base`, the newest first.
+    std::vector<std::string> names(std::string_view folder) const;
+
     /// Where the files of a folder lie, relative to `base`: at the top, then with each machine.
     std::vector<std::string> places(std::string_view folder) const;
 
@@ -89,7 +108,7 @@ struct AssistantTools {
     Output listFiles(std::string_view folder, std::string_view contains) const;
     Output readFile(std::string_view path) const;
     Output search(std::string_view query) const;
-    Output summary(const std::optional<std::string>& from, const std::optional<std::string>& to) const;
+    Output summary(const nlohmann::json& arguments) const;
 };
 
 }  // namespace tapcore

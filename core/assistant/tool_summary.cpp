@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
+#include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
 #include "core/foundation/calendar.h"
@@ -10,15 +12,7 @@
 namespace tapcore {
 namespace {
 
-constexpr std::size_t keysShown = 12;
-constexpr std::int64_t chordsShown = 10;
-
-struct Period {
-    Day first;
-    Day last;
-    std::int64_t days = 0;
-    bool isCut = false;
-};
+using Period = AssistantTools::Period;
 
 std::string number(std::int64_t value) { return std::to_string(value); }
 
@@ -32,8 +26,8 @@ std::int64_t daysBetween(const Day& first, const Day& last, const Calendar& cale
     return std::chrono::floor<std::chrono::days>(last.date(calendar) - first.date(calendar)).count();
 }
 
-std::string periodLine(const Period& period, const Summary& summary) {
-    const auto typed = std::count_if(summary.byDay.begin(), summary.byDay.end(),
+std::string periodLine(const Period& period) {
+    const auto typed = std::count_if(period.sum.byDay.begin(), period.sum.byDay.end(),
                                      [](const Summary::DayTotal& day) { return day.keystrokes >= 1; });
     return "Period " + period.first.description() + " to " + period.last.description() + ": " +
            number(period.days) + " days, " + number(typed) + " with typing" +
@@ -61,14 +55,9 @@ std::string hoursLine(const Summary& summary) {
 }
 
 std::string keysLine(const Summary& summary, const Legends& legends) {
-    std::vector<std::pair<KeyCode, std::int64_t>> keys;
-    std::copy_if(summary.byKey.begin(), summary.byKey.end(), std::back_inserter(keys),
-                 [](const auto& key) { return key.second >= 1; });
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const auto& a, const auto& b) { return a.second > b.second; });
-    keys.resize(std::min(keys.size(), keysShown));
     std::vector<std::string> items;
-    for (const auto& [code, count] : keys) items.push_back(item(Chords::name(code, legends), count));
+    for (const auto& [code, count] : topKeys(summary.byKey))
+        items.push_back(item(Chords::name(code, legends), count));
     return "Most pressed keys: " + listOf(items);
 }
 
@@ -87,8 +76,19 @@ std::string daysLine(const Summary& summary) {
 
 }  // namespace
 
-AssistantTools::Output AssistantTools::summary(const std::optional<std::string>& from,
-                                               const std::optional<std::string>& to) const {
+std::vector<std::pair<KeyCode, std::int64_t>> topKeys(const Tally::KeyCounts& counts) {
+    std::vector<std::pair<KeyCode, std::int64_t>> keys;
+    std::copy_if(counts.begin(), counts.end(), std::back_inserter(keys),
+                 [](const auto& key) { return key.second >= 1; });
+    std::stable_sort(keys.begin(), keys.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
+    keys.resize(std::min(keys.size(), keysShown));
+    return keys;
+}
+
+std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohmann::json& arguments) const {
+    const auto from = argument(arguments, "from");
+    const auto to = argument(arguments, "to");
     for (const auto& given : {from, to})
         if (given && !Day::parse(*given))
             return toolError("Not a day: " + shortened(*given) + "; use YYYY-MM-DD.");
@@ -98,15 +98,27 @@ AssistantTools::Output AssistantTools::summary(const std::optional<std::string>&
     period.first = from ? Day::parse(*from)->adding(0, calendar) : period.last.adding(-6, calendar);
     if (period.first > period.last) return toolError("\"from\" is after \"to\".");
     period.days = daysBetween(period.first, period.last, calendar) + 1;
-    if ((period.isCut = period.days > spanLimit)) {
+    period.isCut = period.days > spanLimit;
+    if (period.isCut) {
         period.days = spanLimit;
         period.first = period.last.adding(1 - spanLimit, calendar);
     }
-    const Summary sum = store->summary(period.days, period.last, calendar);
+    period.sum = store->summary(period.days, period.last, calendar);
+    return period;
+}
+
+std::string AssistantTools::text(const Period& period) const {
+    const Summary& sum = period.sum;
     const std::vector<std::string> lines = {
-        periodLine(period, sum), keyboardLine(sum),        mouseLine(sum), hoursLine(sum),
-        keysLine(sum, legends),  chordsLine(sum, legends), daysLine(sum)};
-    return toolText(joined(lines, "\n"));
+        periodLine(period),     keyboardLine(sum),        mouseLine(sum), hoursLine(sum),
+        keysLine(sum, legends), chordsLine(sum, legends), daysLine(sum)};
+    return joined(lines, "\n");
+}
+
+AssistantTools::Output AssistantTools::summary(const nlohmann::json& arguments) const {
+    auto result = period(arguments);
+    if (auto* error = std::get_if<Output>(&result)) return std::move(*error);
+    return toolText(text(std::get<Period>(result)));
 }
 
 }  // namespace tapcore

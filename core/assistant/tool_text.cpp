@@ -1,5 +1,7 @@
 #include "core/assistant/tool_text.h"
 
+#include <nlohmann/json.hpp>
+
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 
@@ -8,6 +10,13 @@ namespace tapcore {
 AssistantTools::Output toolText(std::string text) { return {std::move(text), false, {}}; }
 
 AssistantTools::Output toolError(std::string text) { return {std::move(text), true, {}}; }
+
+std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name) {
+    if (!arguments.is_object()) return std::nullopt;
+    const auto found = arguments.find(name);
+    if (found == arguments.end() || !found->is_string()) return std::nullopt;
+    return found->get<std::string>();
+}
 
 std::string shortened(std::string_view text) {
     const std::string_view shown = firstCharacters(text, AssistantTools::quoteLimit);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,6 +15,9 @@ namespace tapcore {
 
 AssistantTools::Output toolText(std::string text);
 AssistantTools::Output toolError(std::string text);
+
+/// A string argument of a call; nothing when it is missing or no string.
+std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name);
 
 /// `text` as a message or a result gives it back: bounded, however long it is.
 std::string shortened(std::string_view text);
