@@ -2,6 +2,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,12 @@ struct Layout {
     std::string text() const;
 
     bool operator==(const Layout&) const = default;
+};
+
+/// A layout that cannot be kept as the user's own. `what()` says why.
+class LayoutProblem : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
 };
 
 }  // namespace tapcore
