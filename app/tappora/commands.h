@@ -42,12 +42,9 @@ struct Command {
 
 // clang-format off
 inline constexpr Command commands[] = {
-    {"record",   "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
-    {"summary",  "The figures of a period",                                        run<summaryCommand>},
-    {"day",      "One day as its table file",                                      run<dayCommand>},
-    {"practice", "The typing trainer",                                             Companion{"tappora-practice"}},
-    {"paint",    "Heat maps and widgets as pictures",                              Companion{"tappora-paint"}},
-    {"ask",      "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
+    {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
+    {"summary", "The figures of a period",                                        run<summaryCommand>},
+    {"day",     "One day as its table file",                                      run<dayCommand>},
 };
 // clang-format on
 
