@@ -10,6 +10,12 @@
 namespace tappora {
 namespace {
 
+/// The file that is running; empty where the system does not tell.
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
 /// "PATH: WHY" of a failed operation on a file.
 std::string explained(const std::filesystem::filesystem_error& error) {
     return error.path1().string() + ": " + error.code().message();
@@ -28,7 +34,8 @@ Environment hostEnvironment() {
                 return value ? std::optional<std::string>(value) : std::nullopt;
             },
             .now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()),
-            .zone = tapcore::Calendar::hostZone()};
+            .zone = tapcore::Calendar::hostZone(),
+            .program = runningProgram()};
 }
 
 void complain(std::string_view text) {

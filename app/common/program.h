@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -18,7 +19,8 @@ namespace tappora {
 struct Environment {
     std::function<std::optional<std::string>(const std::string& name)> variable;
     tapcore::Instant now;
-    std::string zone;  ///< the time zone's name
+    std::string zone;                    ///< the time zone's name
+    std::filesystem::path program = {};  ///< the file that is running
 };
 
 /// The real one.
@@ -40,8 +42,8 @@ class UsageError : public std::runtime_error {
 /// Prints "tappora: TEXT" on standard error.
 void complain(std::string_view text);
 
-/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the exit
-/// status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
+/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the
+/// exit status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
 int runProgram(CLI::App& program, int argc, const char* const* argv);
 
 }  // namespace tappora

@@ -13,7 +13,8 @@ void Summary::add(const Day& day, const DayFile& file) {
     const auto hourly = tally.byHour();
     const std::int64_t total = std::accumulate(hourly.begin(), hourly.end(), std::int64_t{0}, checkedSum);
     addChecked(keystrokes, total);
-    addChecked(activeHours, std::count_if(hourly.begin(), hourly.end(), [](auto count) { return count >= 1; }));
+    addChecked(activeHours,
+               std::count_if(hourly.begin(), hourly.end(), [](auto count) { return count >= 1; }));
     peakPerMinute = std::max(peakPerMinute, file.peakPerMinute);
     byDay.push_back({day, total});
     addCounts(byKey, tally.byKey());
@@ -32,7 +33,9 @@ Tally::Hourly<std::int64_t> Summary::clicksByHour() const { return clicksOf(mous
 
 Tally::MouseHour Summary::mouseTotal() const { return sumOf(mouse); }
 
-double Summary::movedMetres() const { return static_cast<double>(mouseTotal().moved) * Tally::metresPerPoint; }
+double Summary::movedMetres() const {
+    return static_cast<double>(mouseTotal().moved) * Tally::metresPerPoint;
+}
 
 std::optional<std::int64_t> Summary::keyboardShare() const {
     const std::int64_t all = checkedSum(keystrokes, clicks());
@@ -43,16 +46,9 @@ std::optional<std::int64_t> Summary::keyboardShare() const {
 
 Summary Summary::remapped(const std::optional<KeyRemap>& remap) const {
     if (!remap) return *this;
-    const auto target = [&](KeyCode code) {
-        const auto found = remap->find(code);
-        return found == remap->end() ? code : found->second;
-    };
     Summary result = *this;
-    result.byKey.clear();
-    result.byChord.clear();
-    for (const auto& [code, count] : byKey) addChecked(result.byKey[target(code)], count);
-    for (const auto& [chord, count] : byChord)
-        addChecked(result.byChord[{chord.modifiers, target(chord.keyCode)}], count);
+    result.byKey = tapcore::remapped(byKey, *remap);
+    result.byChord = tapcore::remapped(byChord, *remap);
     return result;
 }
 
