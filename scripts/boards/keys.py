@@ -33,8 +33,8 @@ _TAUGHT = {
     ("right", "middle"): "f8 8 i k comma up-arrow down-arrow",
     ("right", "ring"): "f9 9 o l period right-arrow",
     ("right", "pinky"): "f10 f11 f12 touch-id 0 minus equal yen delete p left-bracket right-bracket backslash "
-                        "semicolon quote return slash underscore right-shift right-control right-option right-command menu "
-                        "fn-layer",
+                        "semicolon quote return slash underscore right-shift right-control right-option "
+                        "right-command menu fn-layer",
 }
 
 TAUGHT = {name: strikes for strikes, names in _TAUGHT.items() for name in names.split()}

@@ -39,7 +39,7 @@ def sixty(iso):
 
 
 def right_column(names, y):
-    """Keys under each other at the right edge, 16 units from the left, from the number row down: the little finger's."""
+    """Keys under each other, right of 15 units, from the number row down: the little finger's."""
     rows = zip(names.split(), ["number", "upper", "home", "lower"])
     return [key for line, (name, where) in enumerate(rows)
             for key in row(name, 15, y + line, where, hand="right", fingers=["pinky"])]
