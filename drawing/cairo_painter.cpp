@@ -36,7 +36,7 @@ class Painter {
 
   private:
     void paintContent(const Group& group) {
-        if (!isVisible(group.opacity) || !group.transform.inverse()) return;
+        if (!isVisible(group.opacity) || !group.transform.then(transform_).inverse()) return;
         const Transform& own = group.transform;
         const Transform outer = std::exchange(transform_, own.then(transform_));
         const cairo_matrix_t matrix = {own.xx, own.yx, own.xy, own.yy, own.dx, own.dy};

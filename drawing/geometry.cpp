@@ -36,8 +36,8 @@ Transform Transform::then(const Transform& next) const {
 
 std::optional<Transform> Transform::inverse() const {
     const double determinant = xx * yy - xy * yx;
-    if (determinant == 0 || !std::isfinite(1 / determinant) || !std::isfinite(dx) || !std::isfinite(dy))
-        return std::nullopt;
+    const auto isUsable = [](double value) { return value != 0 && std::isfinite(value); };
+    if (!isUsable(determinant) || !isUsable(1 / determinant) || !std::isfinite(dx + dy)) return std::nullopt;
     const Transform turned{
         .xx = yy / determinant, .yx = -yx / determinant, .xy = -xy / determinant, .yy = xx / determinant};
     const Point back = turned({dx, dy});

@@ -29,8 +29,8 @@ struct Rect {
     double right() const { return x + width; }
     double bottom() const { return y + height; }
     Point centre() const { return {x + width / 2, y + height / 2}; }
-    /// True when nothing can be seen of it: no width or height, or not a number.
-    bool isEmpty() const { return !(width > 0 && height > 0); }
+    /// True when nothing can be seen of it: no width or height, or no number.
+    bool isEmpty() const { return !(width > 0 && height > 0 && right() > x && bottom() > y); }
     /// The same with so much taken off on every side; empty when it was too small.
     Rect inset(double by) const { return {x + by, y + by, width - 2 * by, height - 2 * by}; }
 

@@ -1,116 +1,16 @@
 #include "drawing/outline.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <numbers>
 #include <vector>
 
+#include "drawing/contour.h"
+
 namespace drawing {
 namespace {
-
-/// Right, down, left, up: clockwise on screen.
-constexpr std::array<Point, 4> headings = {{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
-using Heading = std::size_t;
-
-constexpr Heading rightOf(Heading heading) { return (heading + 1) % 4; }
-constexpr Heading leftOf(Heading heading) { return (heading + 3) % 4; }
-
-struct Corner {
-    Point at;
-    Heading in;   ///< the heading of the side that ends here
-    Heading out;  ///< and of the one that begins
-
-    bool pointsOutwards() const { return out == rightOf(in); }
-};
-using Contour = std::vector<Corner>;
-
-std::vector<double> sortedEdges(std::vector<double> edges) {
-    std::sort(edges.begin(), edges.end());
-    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
-    return edges;
-}
-
-/// The plane cut along all sides of the rectangles, and which of the cells they cover.
-class Grid {
-  public:
-    explicit Grid(std::span<const Rect> parts) {
-        for (const Rect& part : parts) {
-            xs_.insert(xs_.end(), {part.x, part.right()});
-            ys_.insert(ys_.end(), {part.y, part.bottom()});
-        }
-        xs_ = sortedEdges(std::move(xs_));
-        ys_ = sortedEdges(std::move(ys_));
-        covered_.resize(xs_.size() * ys_.size());
-        for (const Rect& part : parts) cover(part);
-    }
-
-    /// The borders of what is covered, which lies to the right of who walks along them.
-    std::vector<Contour> contours() {
-        borders_.resize(covered_.size());
-        for (std::size_t row = 0; row < ys_.size(); ++row)
-            for (std::size_t column = 0; column < xs_.size(); ++column) markBorders(column, row);
-        std::vector<Contour> result;
-        for (std::size_t row = 0; row < ys_.size(); ++row)
-            for (std::size_t column = 0; column < xs_.size(); ++column)
-                if (border(column, row)[0]) result.push_back(traced(column, row));
-        return result;
-    }
-
-  private:
-    using Borders = std::array<bool, 4>;  ///< which sides begin at a crossing, by heading
-
-    void cover(const Rect& part) {
-        for (std::size_t row = 0; row < ys_.size(); ++row)
-            for (std::size_t column = 0; column < xs_.size(); ++column)
-                if (xs_[column] >= part.x && xs_[column] < part.right() && ys_[row] >= part.y &&
-                    ys_[row] < part.bottom())
-                    covered_[row * xs_.size() + column] = true;
-    }
-
-    /// Whether the cell right below a crossing is covered; false outside. Indices may wrap below 0.
-    bool isCovered(std::size_t column, std::size_t row) const {
-        return column < xs_.size() && row < ys_.size() && covered_[row * xs_.size() + column];
-    }
-
-    Borders& border(std::size_t column, std::size_t row) { return borders_[row * xs_.size() + column]; }
-
-    void markBorders(std::size_t column, std::size_t row) {
-        const bool here = isCovered(column, row);
-        const bool left = isCovered(column - 1, row);
-        const bool above = isCovered(column, row - 1);
-        const bool across = isCovered(column - 1, row - 1);
-        border(column, row) = {here && !above, left && !here, across && !left, above && !across};
-    }
-
-    Contour traced(std::size_t column, std::size_t row) {
-        Contour contour;
-        Heading heading = 0;
-        while (border(column, row)[heading]) {
-            border(column, row)[heading] = false;
-            column += heading == 0 ? 1 : heading == 2 ? static_cast<std::size_t>(-1) : 0;
-            row += heading == 1 ? 1 : heading == 3 ? static_cast<std::size_t>(-1) : 0;
-            const Heading next = nextHeading(border(column, row), heading);
-            if (next != heading) contour.push_back({{xs_[column], ys_[row]}, heading, next});
-            heading = next;
-        }
-        return contour;
-    }
-
-    /// Turns right where it can, so that cells which only share a corner stay apart. Back at the start
-    /// nothing is left to take but the first side again, and that one went right.
-    static Heading nextHeading(const Borders& sides, Heading heading) {
-        for (const Heading next : {rightOf(heading), heading, leftOf(heading)})
-            if (sides[next]) return next;
-        return 0;
-    }
-
-    std::vector<double> xs_;
-    std::vector<double> ys_;
-    std::vector<bool> covered_;
-    std::vector<Borders> borders_;
-};
 
 void goTo(Path& path, Point to) {
     if (path.points.empty())
@@ -123,7 +23,7 @@ void goTo(Path& path, Point to) {
 /// from where they meet.
 class RoundedCorner {
   public:
-    RoundedCorner(const Corner& corner, double radius, double reach)
+    RoundedCorner(const ContourCorner& corner, double radius, double reach)
         : corner_(corner), radius_(radius), reach_(reach) {
         eased_ = std::numbers::pi / 4 * (reach / radius - 1);
     }
@@ -161,13 +61,13 @@ class RoundedCorner {
         return {corner_.at.x + own.x * in.x + own.y * out.x, corner_.at.y + own.x * in.y + own.y * out.y};
     }
 
-    const Corner& corner_;
+    const ContourCorner& corner_;
     double radius_;
     double reach_;  ///< how much of each side the corner takes
     double eased_;  ///< by which angle the way turns before the arc begins
 };
 
-double length(const Corner& from, const Corner& to) {
+double length(const ContourCorner& from, const ContourCorner& to) {
     return std::abs(to.at.x - from.at.x) + std::abs(to.at.y - from.at.y);
 }
 
@@ -175,7 +75,7 @@ Path drawn(const Contour& contour, double radius, CornerStyle style) {
     constexpr double continuousReach = 1.6;
     Path path;
     for (std::size_t index = 0; index < contour.size(); ++index) {
-        const Corner& corner = contour[index];
+        const ContourCorner& corner = contour[index];
         const double before = length(contour[(index + contour.size() - 1) % contour.size()], corner);
         const double after = length(corner, contour[(index + 1) % contour.size()]);
         const double room = std::min(before, after) / 2;
@@ -196,7 +96,7 @@ Path roundedUnion(std::span<const Rect> parts, double radius, CornerStyle style)
     std::copy_if(parts.begin(), parts.end(), std::back_inserter(seen),
                  [](const Rect& part) { return !part.isEmpty(); });
     Path path;
-    for (const Contour& contour : Grid(seen).contours()) path.append(drawn(contour, radius, style));
+    for (const Contour& contour : contoursOf(seen)) path.append(drawn(contour, radius, style));
     return path;
 }
 

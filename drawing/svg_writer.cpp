@@ -110,7 +110,7 @@ class Writer {
     }
 
     void writePart(const Group& group) {
-        if (!isVisible(group.opacity) || !group.transform.inverse()) return;
+        if (!isVisible(group.opacity) || !group.transform.then(transform_).inverse()) return;
         const Transform outer = std::exchange(transform_, group.transform.then(transform_));
         const std::string attributes = attribute("transform", svgTransform(group.transform)) +
                                        opacityAttribute("opacity", group.opacity);

@@ -12,9 +12,10 @@ namespace drawing {
 /// corners of 0.12.
 struct Tile {
     std::vector<Rect> parts;
-    double degrees = 0;            ///< clockwise
-    std::optional<double> aboutX;  ///< what it turns about; the left of its box when there is none
-    std::optional<double> aboutY;  ///< the top of its box when there is none
+    double degrees = 0;  ///< clockwise
+    std::optional<double> aboutX =
+        std::nullopt;  ///< what it turns about; the left of its box when there is none
+    std::optional<double> aboutY = std::nullopt;  ///< the top of its box when there is none
 
     /// The smallest upright rectangle that holds the parts before they turn.
     Rect box() const;
