@@ -16,7 +16,8 @@ void replay(std::string text) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
 }
 
-/// Every beginning of a seed, in steps that make at most some hundred runs, and the seed with single bytes changed.
+/// Every beginning of a seed, in steps that make at most some hundred runs, and the seed with single bytes
+/// changed.
 void replayDamaged(const std::string& seed) {
     const std::size_t step = seed.size() / 200 + 1;
     for (std::size_t at = 0; at < seed.size(); at += step) {

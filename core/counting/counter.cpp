@@ -20,10 +20,11 @@ Counter::Drained Counter::drain(std::int64_t hour) {
         const auto keyCode = static_cast<KeyCode>(cell % keyCodes);
         drained.tally.add(Tally::Chord{modifiers, keyCode}, hour, static_cast<std::int32_t>(chords_[cell]));
     }
-    drained.tally.add(Tally::MouseHour{static_cast<std::int32_t>(clicks_[0]), static_cast<std::int32_t>(clicks_[1]),
-                                       static_cast<std::int32_t>(clicks_[2]), static_cast<std::int32_t>(scrolls_),
-                                       std::llround(moved_)},
-                      hour);
+    drained.tally.add(
+        Tally::MouseHour{static_cast<std::int32_t>(clicks_[0]), static_cast<std::int32_t>(clicks_[1]),
+                         static_cast<std::int32_t>(clicks_[2]), static_cast<std::int32_t>(scrolls_),
+                         std::llround(moved_)},
+        hour);
     clearCounts();
     peak_ = 0;
     return drained;

@@ -8,8 +8,9 @@
 
 namespace tapcore {
 
-/// Counts live, in fixed buffers: what an event handler bumps on each press and what is drained into a `Tally` at the
-/// end of each stretch. The press path neither allocates nor hashes. One counter serves one thread.
+/// Counts live, in fixed buffers: what an event handler bumps on each press and what is drained into a
+/// `Tally` at the end of each stretch. The press path neither allocates nor hashes. One counter serves one
+/// thread.
 class Counter {
   public:
     /// Key codes from here up are not counted.
@@ -27,13 +28,15 @@ class Counter {
         if (keyCode >= keyCodes) return;
         bump(keys_[keyCode]);
         bump(thisMinute_);
-        // Typing without ctrl, opt or cmd bumps its cell too: `drain` leaves those rows out, and no branch is taken.
+        // Typing without ctrl, opt or cmd bumps its cell too: `drain` leaves those rows out, and no branch is
+        // taken.
         bump(chords_[(modifiers.rawValue & (Modifiers::count - 1)) * keyCodes + keyCode]);
     }
 
     void click(Button button) { bump(clicks_[static_cast<std::size_t>(button)]); }
     void scroll() { bump(scrolls_); }
-    /// Adds a distance in screen points, when it is above 0 and below 4000: larger ones are jumps of the pointer.
+    /// Adds a distance in screen points, when it is above 0 and below 4000: larger ones are jumps of the
+    /// pointer.
     void moved(double by) {
         if (by > 0 && by < 4000) moved_ += by;
     }
@@ -41,8 +44,8 @@ class Counter {
     /// Ends the minute: the busiest one is kept. For the counting clock to call once a minute.
     void closeMinute();
 
-    /// What was counted since the last drain, all of it in `hour`, and the busiest closed minute; both start anew.
-    /// The minute under way goes on.
+    /// What was counted since the last drain, all of it in `hour`, and the busiest closed minute; both start
+    /// anew. The minute under way goes on.
     Drained drain(std::int64_t hour);
 
     /// Throws away what was counted, the minute under way included; the busiest minute stays.

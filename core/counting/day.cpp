@@ -4,8 +4,8 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "core/foundation/checked.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
 
 namespace tapcore {

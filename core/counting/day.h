@@ -21,8 +21,9 @@ struct Day {
     /// The date of a moment; the calendar's zone decides.
     Day(Instant moment, const Calendar& calendar);
 
-    /// Three integers of 4, 2 and 2 characters between "-", the month 1 to 12 and the day 1 to 31; else nothing.
-    /// The day is not checked against the month: 31 February is read, and rolls over when it becomes a moment.
+    /// Three integers of 4, 2 and 2 characters between "-", the month 1 to 12 and the day 1 to 31; else
+    /// nothing. The day is not checked against the month: 31 February is read, and rolls over when it becomes
+    /// a moment.
     static std::optional<Day> parse(std::string_view text);
 
     /// "2026-09-20": names day files.

@@ -6,7 +6,8 @@
 namespace tapcore::EventWatch {
 namespace {
 
-constexpr std::array<std::string_view, 5> kindWords = {"key", "modifier", "click", "right click", "middle click"};
+constexpr std::array<std::string_view, 5> kindWords = {"key", "modifier", "click", "right click",
+                                                       "middle click"};
 constexpr std::string_view dash = " — ";
 
 struct VerdictText {

@@ -39,8 +39,8 @@ std::vector<std::string> lines(const std::vector<std::string>& legend) {
     return {legend[1], legend[0]};
 }
 
-std::vector<std::string> shown(const std::vector<std::string>& legend, const std::optional<std::string>& label,
-                               bool named) {
+std::vector<std::string> shown(const std::vector<std::string>& legend,
+                               const std::optional<std::string>& label, bool named) {
     if (label && !label->empty()) return {*label};
     if (legend.empty()) return {};
     const std::string& first = legend[0];

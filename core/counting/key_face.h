@@ -13,14 +13,14 @@ namespace KeyFace {
 /// The glyph of a key known by name ("return" is "⏎"; "space" is ""), or nothing.
 std::optional<std::string_view> glyph(std::string_view name);
 
-/// The lines printed on a key cap with these legends (unshifted first): the shifted one above the other, and a letter
-/// once, as its capital.
+/// The lines printed on a key cap with these legends (unshifted first): the shifted one above the other, and
+/// a letter once, as its capital.
 std::vector<std::string> lines(const std::vector<std::string>& legend);
 
-/// What a key shows on a drawn board: the user's own label when there is one, else a letter or a number, else, with
-/// `named`, punctuation and names; nothing for the rest.
-std::vector<std::string> shown(const std::vector<std::string>& legend, const std::optional<std::string>& label,
-                               bool named);
+/// What a key shows on a drawn board: the user's own label when there is one, else a letter or a number,
+/// else, with `named`, punctuation and names; nothing for the rest.
+std::vector<std::string> shown(const std::vector<std::string>& legend,
+                               const std::optional<std::string>& label, bool named);
 
 }  // namespace KeyFace
 

@@ -10,7 +10,8 @@
 
 namespace tapcore {
 
-/// The modifier keys held at a press: a set of bits. Bits beyond the five named ones are kept and mean nothing.
+/// The modifier keys held at a press: a set of bits. Bits beyond the five named ones are kept and mean
+/// nothing.
 struct Modifiers {
     std::uint8_t rawValue = 0;
 
@@ -29,8 +30,8 @@ struct Modifiers {
         for (const Modifiers member : members) insert(member);
     }
 
-    /// The set named by words of ctrl, opt, shift, cmd and fn joined with "+", in any order. Nothing when a word is
-    /// another or there is none.
+    /// The set named by words of ctrl, opt, shift, cmd and fn joined with "+", in any order. Nothing when a
+    /// word is another or there is none.
     static std::optional<Modifiers> parse(std::string_view name);
 
     /// The words of the members joined with "+", in the order ctrl, opt, shift, cmd, fn; "" for none.
@@ -42,8 +43,12 @@ struct Modifiers {
     constexpr bool isEmpty() const { return rawValue == 0; }
     constexpr bool contains(Modifiers other) const { return (rawValue & other.rawValue) == other.rawValue; }
     constexpr bool isSubset(Modifiers of) const { return of.contains(*this); }
-    constexpr void insert(Modifiers other) { rawValue = static_cast<std::uint8_t>(rawValue | other.rawValue); }
-    constexpr void remove(Modifiers other) { rawValue = static_cast<std::uint8_t>(rawValue & ~other.rawValue); }
+    constexpr void insert(Modifiers other) {
+        rawValue = static_cast<std::uint8_t>(rawValue | other.rawValue);
+    }
+    constexpr void remove(Modifiers other) {
+        rawValue = static_cast<std::uint8_t>(rawValue & ~other.rawValue);
+    }
     constexpr Modifiers united(Modifiers other) const { return {*this, other}; }
     constexpr Modifiers intersection(Modifiers other) const {
         return Modifiers(static_cast<std::uint8_t>(rawValue & other.rawValue));

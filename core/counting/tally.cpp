@@ -15,8 +15,9 @@ std::size_t slot(std::int64_t hour) { return static_cast<std::size_t>(hour); }
 std::int64_t Tally::MouseHour::allClicks() const { return checkedSum(checkedSum(clicks, right), middle); }
 
 Tally::MouseHour Tally::MouseHour::operator+(const MouseHour& other) const {
-    return {checkedSum(clicks, other.clicks), checkedSum(right, other.right), checkedSum(middle, other.middle),
-            checkedSum(scrolls, other.scrolls), checkedSum(moved, other.moved)};
+    return {checkedSum(clicks, other.clicks), checkedSum(right, other.right),
+            checkedSum(middle, other.middle), checkedSum(scrolls, other.scrolls),
+            checkedSum(moved, other.moved)};
 }
 
 void Tally::add(KeyCode keyCode, std::int64_t hour, std::int64_t count) {

@@ -13,8 +13,8 @@ namespace tapcore {
 /// A macOS virtual key code: the place of a key, never a letter.
 using KeyCode = std::uint16_t;
 
-/// One day's counts of one machine, in 24 slots by the hour of its local clock. It never holds text, order or the
-/// time inside an hour. Counts are 64-bit; an addition that leaves them is fatal.
+/// One day's counts of one machine, in 24 slots by the hour of its local clock. It never holds text, order or
+/// the time inside an hour. Counts are 64-bit; an addition that leaves them is fatal.
 struct Tally {
     static constexpr std::size_t hours = 24;
 
@@ -49,8 +49,8 @@ struct Tally {
     using Hourly = std::array<Slot, hours>;
 
     Hourly<KeyCounts> keys;
-    Hourly<ChordCounts> chords;       ///< each of these presses is in `keys` too
-    Hourly<std::int64_t> unkeyed{};   ///< presses whose keys were forgotten
+    Hourly<ChordCounts> chords;      ///< each of these presses is in `keys` too
+    Hourly<std::int64_t> unkeyed{};  ///< presses whose keys were forgotten
     Hourly<MouseHour> mouse;
 
     // Each of these does nothing for a count below 1, an empty mouse hour, or an hour outside 0 to 23.

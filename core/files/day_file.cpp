@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <utility>
 
-#include "core/files/table_reader.h"
 #include "core/files/text_table.h"
 #include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
@@ -13,12 +12,6 @@
 namespace tapcore {
 namespace {
 
-using Cells = std::vector<std::string_view>;
-
-/// What became of a row: used, or why not. Empty means used.
-using Outcome = std::string_view;
-constexpr Outcome used = "";
-constexpr Outcome notNumbers = "a cell is not a number";
 constexpr Outcome noSuchHour = "the hour is not 0 to 23";
 constexpr Outcome noCount = "the count is below 1";
 
@@ -44,7 +37,7 @@ Outcome readChordRow(DayFile& file, const Cells& cells) {
     const auto modifiers = Modifiers::parse(cells[1]);
     const auto keyCode = parseKeyCode(cells[2]);
     const auto count = parseInteger(cells[3]);
-    if (!modifiers) return "the modifiers are not words of ctrl, opt, shift, cmd and fn";
+    if (!modifiers) return notModifiers;
     if (!hour || !keyCode || !count) return notNumbers;
     file.tally.add(Tally::Chord{*modifiers, *keyCode}, *hour, *count);
     return modifiers->isChord() ? countedIn(*hour, *count) : "a chord has ctrl, opt or cmd";
@@ -110,26 +103,10 @@ Outcome readDayRow(DayFile& file, const Cells& cells) {
     return used;
 }
 
-struct SectionReader {
-    std::string_view name;
-    Outcome (*read)(DayFile& file, const Cells& cells);
-    std::string_view firstTitle;  ///< what a header line starts with
+constexpr RowReader<DayFile> rowReaders[] = {
+    {"keys", readKeyRow, "hour"},    {"chords", readChordRow, "hour"}, {"hours", readHourRow, "hour"},
+    {"mouse", readMouseRow, "hour"}, {"day", readDayRow, "key"},       {"meta", readDayRow, "key"},
 };
-
-constexpr std::array<SectionReader, 6> sectionReaders = {{
-    {"keys", readKeyRow, "hour"},
-    {"chords", readChordRow, "hour"},
-    {"hours", readHourRow, "hour"},
-    {"mouse", readMouseRow, "hour"},
-    {"day", readDayRow, "key"},
-    {"meta", readDayRow, "key"},
-}};
-
-const SectionReader* readerOf(std::string_view section) {
-    const auto found = std::find_if(sectionReaders.begin(), sectionReaders.end(),
-                                    [&](const SectionReader& reader) { return reader.name == section; });
-    return found == sectionReaders.end() ? nullptr : &*found;
-}
 
 std::string decimal(std::int64_t number) { return std::to_string(number); }
 
@@ -153,7 +130,8 @@ TextTable chordsTable(const Tally& tally) {
 TextTable hoursTable(const Tally& tally) {
     TextTable table{{"hour", "count"}, {true, true}, {}};
     for (std::size_t hour = 0; hour < Tally::hours; ++hour)
-        if (tally.unkeyed[hour] >= 1) table.rows.push_back({std::to_string(hour), decimal(tally.unkeyed[hour])});
+        if (tally.unkeyed[hour] >= 1)
+            table.rows.push_back({std::to_string(hour), decimal(tally.unkeyed[hour])});
     return table;
 }
 
@@ -185,35 +163,21 @@ TextTable dayTable(const DayFile& file) {
     return table;
 }
 
-std::string section(FileFormat format, std::string_view title, const TextTable& table) {
-    return format.heading(title) + "\n" + table.render(format);
-}
-
 }  // namespace
 
 DayFile::DayFile(std::string_view text, std::vector<SkippedRow>* skipped) {
-    const SectionReader* section = nullptr;
-    for (TableReader reader(text); reader.next();) {
-        if (reader.isHeading()) {
-            section = readerOf(reader.section());
-            continue;
-        }
-        if (section == nullptr) continue;
-        const Outcome outcome = section->read(*this, reader.cells());
-        if (skipped && !outcome.empty() && reader.cells().front() != section->firstTitle)
-            skipped->push_back({reader.line(), std::string(outcome)});
-    }
+    readRows(text, *this, rowReaders, skipped);
 }
 
 std::string DayFile::text(FileFormat format, const Day& day) const {
     std::string out = format.titleLine(day.description()) + "\n";
-    out += section(format, "Keys", keysTable(tally)) + "\n";
-    out += section(format, "Chords", chordsTable(tally)) + "\n";
+    out += keysTable(tally).section(format, "Keys") + "\n";
+    out += chordsTable(tally).section(format, "Chords") + "\n";
     if (const TextTable hours = hoursTable(tally); !hours.rows.empty())
-        out += section(format, "Hours", hours) + "\n";
+        out += hours.section(format, "Hours") + "\n";
     if (const TextTable mouse = mouseTable(tally); !mouse.rows.empty())
-        out += section(format, "Mouse", mouse) + "\n";
-    return out + section(format, "Day", dayTable(*this));
+        out += mouse.section(format, "Mouse") + "\n";
+    return out + dayTable(*this).section(format, "Day");
 }
 
 void DayFile::merge(const Tally& counted, std::int64_t peak, std::int64_t paused) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -11,29 +10,25 @@
 #include "core/counting/day.h"
 #include "core/counting/tally.h"
 #include "core/files/file_format.h"
+#include "core/files/row_reader.h"
 
 namespace tapcore {
 
-/// A line of a data file that could not be used, and why.
-struct SkippedRow {
-    std::size_t line = 0;  ///< from 1
-    std::string why;
-
-    bool operator==(const SkippedRow&) const = default;
-};
-
-/// One machine's counts of one calendar day: a tally and a few values of the day. docs/file-formats.md shows the text.
+/// One machine's counts of one calendar day: a tally and a few values of the day. docs/file-formats.md shows
+/// the text.
 struct DayFile {
     Tally tally;
     std::int64_t peakPerMinute = 0;  ///< keystrokes of the busiest minute
     std::int64_t pausedMinutes = 0;
     std::optional<std::string> board;
     std::optional<std::string> layout;
-    std::map<std::string, std::string> otherMeta;  ///< rows of the Day table that mean nothing here, kept as they are
+    std::map<std::string, std::string>
+        otherMeta;  ///< rows of the Day table that mean nothing here, kept as they are
 
     DayFile() = default;
-    /// Reads a file's text, in either format or tab-separated, and never fails: rows that cannot be used are left out,
-    /// and listed in `skipped` when it is given. Counts of repeated rows add up; of other rows the last one stands.
+    /// Reads a file's text, in either format or tab-separated, and never fails: rows that cannot be used are
+    /// left out, and listed in `skipped` when it is given. Counts of repeated rows add up; of other rows the
+    /// last one stands.
     explicit DayFile(std::string_view text, std::vector<SkippedRow>* skipped = nullptr);
 
     /// The file's text; reading it gives an equal day file.
@@ -41,7 +36,8 @@ struct DayFile {
 
     /// Adds counts: tallies add, the larger peak stands, paused minutes add when above 0.
     void merge(const Tally& counted, std::int64_t peak, std::int64_t paused);
-    /// Adds another file of the same day; board, layout and other rows are kept, and taken over where there are none.
+    /// Adds another file of the same day; board, layout and other rows are kept, and taken over where there
+    /// are none.
     void merge(const DayFile& other);
 
     bool operator==(const DayFile&) const = default;

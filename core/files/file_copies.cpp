@@ -4,15 +4,19 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
+#include "core/foundation/characters.h"
+#include "core/foundation/fatal.h"
 
 namespace tapcore {
 namespace {
 
 namespace fs = std::filesystem;
 
-// While two copies become one, a hidden note beside them says which text is the merged one and which texts it holds.
-// Until the merged text stands in its file, the note means nothing; from then on, the texts it lists count no more.
+// While two copies become one, a hidden note beside them says which text is the merged one and which texts it
+// holds. Until the merged text stands in its file, the note means nothing; from then on, the texts it lists
+// count no more.
 //
 //     # Merging
 //     | text             | file           |
@@ -37,7 +41,8 @@ std::string noteLine(std::string_view text, const fs::path& path) {
 }
 
 bool holds(const FileCopy& copy, const std::vector<std::string_view>& cells) {
-    return cells.size() == 2 && cells[1] == copy.path.filename().string() && cells[0] == digest(copy.file.text);
+    return cells.size() == 2 && cells[1] == copy.path.filename().string() &&
+           cells[0] == digest(copy.file.text);
 }
 
 /// Marks the copies that the note in the folder says are merged into another one.
@@ -63,11 +68,9 @@ void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std
     removeFile(notePath(folder, name));
 }
 
-void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target, std::string_view text,
-                    const std::vector<FileCopy>& copies) {
-    std::string note = "# Merging\n" + noteLine(text, target);
-    for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
-    writeFile(notePath(folder, name), note);
+void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target,
+                    std::string_view text, const std::vector<FileCopy>& copies) {
+    writeFile(notePath(folder, name), mergingNote(target, text, copies));
     writeFile(target, text);
     for (const FileCopy& copy : copies)
         if (copy.path != target) removeFile(copy.path);
@@ -76,20 +79,67 @@ void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::pat
 
 }  // namespace
 
-std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, FileFormat format) {
+std::string mergingNote(const fs::path& target, std::string_view merged,
+                        const std::vector<FileCopy>& copies) {
+    std::string note = "# Merging\n" + noteLine(merged, target);
+    for (const FileCopy& copy : copies) note += noteLine(copy.file.text, copy.path);
+    return note;
+}
+
+std::string copyName(std::string_view name, std::string_view extension) {
+    return std::string(name).append(".").append(extension);
+}
+
+std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, FileFormat format,
+                                 const CloudFetch& fetch) {
     std::vector<FileCopy> copies;
     for (const std::string_view extension : format.readOrder()) {
-        fs::path path = folder / std::string(name).append(".").append(extension);
+        fs::path path = folder / copyName(name, extension);
         FileRead file = readFile(path);
-        if (file.status != FileRead::Status::missing) copies.push_back({std::move(path), std::move(file), false});
+        if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
+        else copies.push_back({std::move(path), std::move(file), false});
     }
     if (copies.size() > 1) markSuperseded(copies, folder, name);
     return copies;
 }
 
+std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view name, FileFormat format,
+                                      const CloudFetch& fetch) {
+    auto copies = readCopies(folder, name, format, fetch);
+    for (const FileCopy& copy : copies) {
+        if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
+        if (firstInvalidUtf8(copy.file.text) != std::string_view::npos)
+            refuse(copy.path, FolderError::notUtf8);
+    }
+    for (const std::string_view extension : format.readOrder()) {
+        const fs::path path = folder / copyName(name, extension);
+        if (isOnlyInCloud(path)) refuse(path, FolderError::notHereYet);
+    }
+    return copies;
+}
+
+void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
+                 const std::function<void(std::string_view text)>& visit) {
+    const auto report = [&](const FileCopy& copy, std::string why) {
+        if (problems) problems->push_back({copy.path, 0, std::move(why)});
+    };
+    for (const FileCopy& copy : copies) {
+        if (copy.isSuperseded) continue;
+        const FatalContext context("adding", copy.path.native());
+        if (copy.file.status == FileRead::Status::unreadable) {
+            report(copy, copy.file.error.message());
+        } else if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) {
+            visit(copy.file.text);
+        } else {
+            report(copy, "not UTF-8 text; what could be read of it counts");
+            visit(repairedUtf8(copy.file.text));
+        }
+    }
+}
+
 void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,
                    const std::vector<FileCopy>& copies) {
-    const fs::path target = folder / std::string(name).append(".").append(format.fileExtension());
+    const fs::path target = folder / copyName(name, format.fileExtension());
     std::vector<FileCopy> merged = copies;
     removeSuperseded(merged, folder, name);
     if (merged.empty() || (merged.size() == 1 && merged[0].path == target)) {

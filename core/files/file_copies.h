@@ -1,11 +1,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/files/cloud.h"
 #include "core/files/file_format.h"
+#include "core/files/file_problem.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -14,17 +17,40 @@ namespace tapcore {
 struct FileCopy {
     std::filesystem::path path;
     FileRead file;
-    /// Its content already stands in another copy, into which it was being merged when the program was interrupted.
+    /// Its content already stands in another copy, into which it was being merged when the program was
+    /// interrupted.
     bool isSuperseded = false;
 };
 
-/// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included.
-std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format);
+/// A copy's file name: "2026-09-20.org".
+std::string copyName(std::string_view name, std::string_view extension);
 
-/// Writes `text`, which holds what `copies` held together, as the one copy of `name` in this format, and removes those
-/// others. A crash at any moment leaves a folder that reads as before or as after: nothing is lost or counted twice.
-/// `copies` are those that `readCopies` gave, all of them read. Throws filesystem_error with the path.
-void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format, std::string_view text,
-                   const std::vector<FileCopy>& copies);
+/// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included. Of
+/// one that is only there as a placeholder of iCloud Drive, `fetch` is told, when it is given.
+std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name,
+                                 FileFormat format, const CloudFetch& fetch = {});
+
+/// The same, for replacing them: throws filesystem_error with the path when one cannot be read, is not UTF-8,
+/// or is not here yet, since what it holds would be lost.
+std::vector<FileCopy> readWholeCopies(const std::filesystem::path& folder, std::string_view name,
+                                      FileFormat format, const CloudFetch& fetch = {});
+
+/// Hands out the texts of copies, in order. One that cannot be read is named in `problems`, when given, and
+/// left out; so is named one that is not UTF-8, of which the repaired text is handed out. Should `visit` end
+/// the program, it says with which file.
+void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
+                 const std::function<void(std::string_view text)>& visit);
+
+/// Writes `text`, which holds what `copies` held together, as the one copy of `name` in this format, and
+/// removes those others. A crash at any moment leaves a folder that reads as before or as after: nothing is
+/// lost or counted twice. `copies` are those that `readWholeCopies` gave. Throws filesystem_error with the
+/// path.
+void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
+                   std::string_view text, const std::vector<FileCopy>& copies);
+
+/// What `replaceCopies` writes beside the copies while it merges several of them: the hidden note
+/// "NAME.merging", by which `readCopies` tells, after a crash, which of them already stand in `merged`.
+std::string mergingNote(const std::filesystem::path& target, std::string_view merged,
+                        const std::vector<FileCopy>& copies);
 
 }  // namespace tapcore

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
+#include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
-#include "core/foundation/characters.h"
-#include "core/foundation/fatal.h"
+#include "core/files/folder_names.h"
+#include "core/files/mac_folder.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -12,78 +13,42 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view daysFolder = "days";
-constexpr std::string_view cloudEnding = ".icloud";
-
-bool isThere(const fs::path& path) {
+/// Whether two names are of one folder.
+bool isSame(const fs::path& a, const fs::path& b) {
     std::error_code error;
-    return fs::exists(path, error);
-}
-
-/// The name of the file that a name in a listing stands for: a placeholder of iCloud Drive, ".2026-09-17.org.icloud",
-/// stands for the file to come.
-std::string_view fileNamed(std::string_view listed) {
-    if (!listed.starts_with('.') || !listed.ends_with(cloudEnding) || listed.size() <= cloudEnding.size())
-        return listed;
-    listed.remove_suffix(cloudEnding.size());
-    return listed.substr(1);
-}
-
-bool isWritten(std::string_view extension) {
-    return std::any_of(FileFormat::allCases.begin(), FileFormat::allCases.end(),
-                       [&](FileFormat format) { return format.fileExtension() == extension; });
-}
-
-void addNames(std::set<std::string>& names, const fs::path& folder) {
-    for (const std::string& listed : namesIn(folder)) {
-        const std::string_view name = fileNamed(listed);
-        const std::size_t dot = name.rfind('.');
-        if (dot != std::string_view::npos && dot > 0 && isWritten(name.substr(dot + 1)))
-            names.emplace(name.substr(0, dot));
-    }
-}
-
-void report(FileProblems* problems, const fs::path& path, std::string why) {
-    if (problems) problems->push_back({path, 0, std::move(why)});
-}
-
-/// Adds the counts of one file.
-void addFile(DayFile& day, const FileCopy& copy, FileProblems* problems) {
-    if (copy.isSuperseded) return;
-    if (copy.file.status == FileRead::Status::unreadable) return report(problems, copy.path, copy.file.error.message());
-    const FatalContext context("adding", copy.path.native());
-    if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) return day.merge(DayFile(copy.file.text));
-    report(problems, copy.path, "not UTF-8 text; what could be read of it counts");
-    day.merge(DayFile(repairedUtf8(copy.file.text)));
+    return a == b || fs::equivalent(a, b, error);
 }
 
 void addFiles(DayFile& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
-    for (const FileCopy& copy : copies) addFile(day, copy, problems);
-}
-
-/// Refuses a file whose counts cannot all be taken over into the one that will replace it.
-void requireWhole(const FileCopy& copy) {
-    const auto refuse = [&](const std::error_code& error) {
-        throw fs::filesystem_error("cannot add to it", copy.path, error);
-    };
-    if (copy.file.status == FileRead::Status::unreadable) refuse(copy.file.error);
-    if (firstInvalidUtf8(copy.file.text) != std::string_view::npos)
-        refuse(std::make_error_code(std::errc::illegal_byte_sequence));
+    forEachText(copies, problems, [&](std::string_view text) { day.merge(DayFile(text)); });
 }
 
 }  // namespace
 
 fs::path Store::base() const { return mac ? root / *mac : root; }
 
+Store Store::fetching(CloudFetch fetch) const {
+    Store store = *this;
+    store.fetch_ = std::move(fetch);
+    return store;
+}
+
 Store Store::single(fs::path folder) const {
     Store part(std::move(folder), format);
     part.single_ = true;
+    part.fetch_ = fetch_;
     return part;
 }
 
+/// The marked sub-folders, each once: a disk that ignores case, or a link, may show one under two names.
 std::vector<std::string> Store::markedFolders() const {
-    std::vector<std::string> marked = namesIn(root);
-    std::erase_if(marked, [&](const std::string& name) { return !isThere(root / name / marker); });
+    std::vector<std::string> marked;
+    const auto isKnown = [&](const std::string& name) {
+        return std::any_of(marked.begin(), marked.end(),
+                           [&](const std::string& known) { return isSame(root / known, root / name); });
+    };
+    for (const std::string& name : namesIn(root))
+        if (isThere(root / name / MacFolder::marker) && !isKnown(name)) marked.push_back(name);
     return marked;
 }
 
@@ -92,7 +57,7 @@ std::vector<Store> Store::parts() const {
     std::vector<Store> parts;
     bool hasOwn = false;
     for (const std::string& name : markedFolders()) {
-        hasOwn = hasOwn || name == mac;
+        hasOwn = hasOwn || (mac && isSame(root / name, base()));
         parts.push_back(single(root / name));
     }
     if (!hasOwn) parts.push_back(single(base()));
@@ -106,17 +71,17 @@ std::vector<Store> Store::readParts() const {
 }
 
 std::vector<std::string> Store::macs() const {
-    if (single_) return {};
-    std::vector<std::string> names = markedFolders();
-    const bool hasOwn = mac && std::find(names.begin(), names.end(), *mac) != names.end();
-    if (names.size() + (hasOwn ? 0 : 1) < 2) return {};
-    if (mac && !hasOwn) names.push_back(*mac);
+    std::vector<std::string> names;
+    const std::vector<Store> all = parts();
+    for (const Store& part : all)
+        if (all.size() > 1 && part.root != root) names.push_back(part.root.filename().string());
     return names;
 }
 
 std::set<std::string> Store::names(std::string_view folder) const {
     std::set<std::string> names;
-    for (const Store& part : readParts()) addNames(names, part.root / folder);
+    for (const Store& part : readParts())
+        for (ListedFile& file : dataFiles(part.root / folder)) names.insert(std::move(file.name));
     return names;
 }
 
@@ -128,14 +93,24 @@ std::vector<Day> Store::days() const {
     return days;
 }
 
+bool Store::hasData() const {
+    return std::any_of(dataFolders.begin(), dataFolders.end(),
+                       [&](std::string_view folder) { return !names(folder).empty(); });
+}
+
 fs::path Store::url(const Day& day) const {
-    return base() / daysFolder / day.description().append(".").append(format.fileExtension());
+    return base() / daysFolder / copyName(day.description(), format.fileExtension());
+}
+
+fs::path Store::urlForMonth(std::string_view month) const {
+    return base() / monthsFolder / copyName(month, format.fileExtension());
 }
 
 std::vector<fs::path> Store::copies(std::string_view folder, std::string_view name) const {
     std::vector<fs::path> found;
     for (const std::string_view extension : format.readOrder()) {
-        fs::path path = base() / folder / std::string(name).append(".").append(extension);
+        fs::path path = base() / folder / copyName(name, extension);
+        fetchIfInCloud(path, fetch_);
         if (isThere(path)) found.push_back(std::move(path));
     }
     return found;
@@ -144,23 +119,30 @@ std::vector<fs::path> Store::copies(std::string_view folder, std::string_view na
 DayFile Store::read(const Day& day, FileProblems* problems) const {
     DayFile sum;
     for (const Store& part : readParts())
-        addFiles(sum, readCopies(part.root / daysFolder, day.description(), format), problems);
+        addFiles(sum, readCopies(part.root / daysFolder, day.description(), format, fetch_), problems);
     return sum;
 }
 
-DayFile Store::readOwn(const Day& day, FileProblems* problems) const { return single(base()).read(day, problems); }
+DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
+    return single(base()).read(day, problems);
+}
 
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,
                 const Day& day) const {
+    change(day, [&](DayFile& file) {
+        file.merge(tally, peakPerMinute, pausedMinutes);
+        if (board) file.board = board;
+        if (layout) file.layout = layout;
+    });
+}
+
+void Store::change(const Day& day, const std::function<void(DayFile&)>& change) const {
     const fs::path folder = base() / daysFolder;
-    const auto copies = readCopies(folder, day.description(), format);
-    std::for_each(copies.begin(), copies.end(), requireWhole);
+    const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     DayFile file;
     addFiles(file, copies, nullptr);
-    file.merge(tally, peakPerMinute, pausedMinutes);
-    if (board) file.board = board;
-    if (layout) file.layout = layout;
+    change(file);
     replaceCopies(folder, day.description(), format, file.text(format, day), copies);
 }
 
@@ -168,7 +150,7 @@ void Store::write(std::string_view text, const fs::path& url) { writeFile(url, t
 
 void Store::removeOthers(std::string_view folder, std::string_view name, const fs::path& keep) const {
     for (const FileFormat other : FileFormat::allCases) {
-        const fs::path path = base() / folder / std::string(name).append(".").append(other.fileExtension());
+        const fs::path path = base() / folder / copyName(name, other.fileExtension());
         if (path != keep) removeFile(path);
     }
 }

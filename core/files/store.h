@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -9,85 +12,144 @@
 #include <vector>
 
 #include "core/counting/day.h"
+#include "core/files/cloud.h"
 #include "core/files/day_file.h"
 #include "core/files/file_format.h"
+#include "core/files/file_problem.h"
+#include "core/files/month_rollup.h"
 #include "core/files/summary.h"
+#include "core/foundation/progress.h"
 
 namespace tapcore {
 
-/// Something about a file that its owner may want to know: what was read all the same, or what was left out.
-struct FileProblem {
-    std::filesystem::path path;
-    std::size_t line = 0;  ///< from 1; 0 when it is about the whole file
-    std::string why;
-
-    bool operator==(const FileProblem&) const = default;
-};
-using FileProblems = std::vector<FileProblem>;
-
-/// The one reader and writer of the data folder. It hides that a file may exist in either text format, and that a
-/// shared folder holds a sub-folder for each machine, whose files are added together when read. It writes only into
-/// this machine's own sub-folder.
+/// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
+/// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
+/// writes only into this machine's own sub-folder.
 ///
-/// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty. It does
-/// no locking: callers serialise what reads, changes and writes. What fails to write, make or remove something throws
-/// std::filesystem::filesystem_error with the path, and leaves the former file in place.
+/// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty.
+/// It does no locking: callers serialise what reads, changes and writes. What fails to write, make or remove
+/// something throws std::filesystem::filesystem_error with the path, and leaves the former file in place.
 class Store {
   public:
     std::filesystem::path root;      ///< the data folder
     FileFormat format;               ///< of what this machine writes; reading takes both
     std::optional<std::string> mac;  ///< this machine's sub-folder, in a folder that is shared
 
-    /// The file in a machine's sub-folder that marks it as one.
-    static constexpr std::string_view marker = ".keys-mac";
+    /// Names that the data folder needs itself: no machine's sub-folder may take one.
+    static constexpr std::array<std::string_view, 6> ownFolders = {"days",     "months",    "reports",
+                                                                   "practice", "assistant", ".keys"};
 
-    Store(std::filesystem::path folder, FileFormat written, std::optional<std::string> subfolder = std::nullopt)
+    Store(std::filesystem::path folder, FileFormat written,
+          std::optional<std::string> subfolder = std::nullopt)
         : root(std::move(folder)), format(written), mac(std::move(subfolder)) {}
+
+    /// The same store, which asks for files that iCloud Drive has still to bring when it comes upon them.
+    Store fetching(CloudFetch fetch) const;
+
+    // Where a data folder is, below the user's home folder.
+
+    /// The folder to use when the user chose none: the app's folder in iCloud Drive, where that is on; else
+    /// the folder of an earlier version that holds days; else "Documents/Tappora".
+    static std::filesystem::path defaultRoot(const std::filesystem::path& home);
+    /// The app's folder in iCloud Drive; nothing where that is off.
+    static std::optional<std::filesystem::path> iCloudRoot(const std::filesystem::path& home);
+    /// The app's folder in a given iCloud Drive, be it under one of its earlier names.
+    static std::filesystem::path cloudFolder(const std::filesystem::path& drive);
+    static std::filesystem::path legacyRoot(const std::filesystem::path& home);
+    /// Whether several machines write a folder: it lies in iCloud Drive, or holds a marked sub-folder.
+    static bool isShared(const std::filesystem::path& folder);
 
     /// Where this machine writes: `root`, or its sub-folder.
     std::filesystem::path base() const;
 
-    /// The folders whose files are added together, each as a store of its own: the machines' sub-folders, by name, and
-    /// the own one.
+    /// The folders whose files are added together, each as a store of its own: the machines' sub-folders, by
+    /// name, and the own one.
     std::vector<Store> parts() const;
 
     /// The names of the machines' sub-folders; none when only one machine writes here.
     std::vector<std::string> macs() const;
 
-    /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every part.
-    /// Files that iCloud Drive has not brought here yet count.
+    /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every
+    /// part. Files that iCloud Drive has not brought here yet count.
     std::set<std::string> names(std::string_view folder) const;
 
     /// The days that have a file, ascending.
     std::vector<Day> days() const;
 
+    /// Whether there is any counted day, practice day or month.
+    bool hasData() const;
+
     std::filesystem::path url(const Day& day) const;
+    std::filesystem::path urlForMonth(std::string_view month) const;
 
     /// The files of folder/name that exist in this one folder, in reading order.
     std::vector<std::filesystem::path> copies(std::string_view folder, std::string_view name) const;
 
-    /// A day's counts, of all parts and copies added; empty without a file. Board, layout and other rows are those of the
-    /// first part that has them. A file that cannot be read or is not UTF-8 is named in `problems`; its valid rows
-    /// count.
+    /// A day's counts, of all parts and copies added; empty without a file. Board, layout and other rows are
+    /// those of the first part that has them. A file that cannot be read or is not UTF-8 is named in
+    /// `problems`; its valid rows count.
     DayFile read(const Day& day, FileProblems* problems = nullptr) const;
     /// The same of this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
-    /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout are those
-    /// given, when given. Both formats become one. Throws, and changes nothing, when a file there cannot be read whole.
+    /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout
+    /// are those given, when given. Both formats become one. Throws, and changes nothing, when a file there
+    /// cannot be read whole.
     void add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
-             const std::optional<std::string>& board, const std::optional<std::string>& layout, const Day& day) const;
+             const std::optional<std::string>& board, const std::optional<std::string>& layout,
+             const Day& day) const;
+
+    /// Changes the own file of a day as a whole, on the same conditions as `add`.
+    void change(const Day& day, const std::function<void(DayFile&)>& change) const;
 
     /// Writes a file whole, and its folder when missing.
     static void write(std::string_view text, const std::filesystem::path& url);
 
     /// Removes the copy of base/folder/name in the format not written, `keep` excepted.
-    void removeOthers(std::string_view folder, std::string_view name, const std::filesystem::path& keep) const;
+    void removeOthers(std::string_view folder, std::string_view name,
+                      const std::filesystem::path& keep) const;
 
-    /// So many days up to and with `endingOn`, added up in ascending order: one entry a day, all machines together, a
-    /// day without a file as an empty one.
+    /// So many days up to and with `endingOn`, added up in ascending order: one entry a day, all machines
+    /// together, a day without a file as an empty one.
     Summary summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                     FileProblems* problems = nullptr) const;
+
+    // Month rollups, named like "2026-09".
+
+    /// The rollup of a month, of all parts merged; nothing when no part has one. Both formats of one are one
+    /// rollup.
+    std::optional<MonthRollup> readRollup(std::string_view month, FileProblems* problems = nullptr) const;
+    /// Makes this machine's rollup of a month anew from its days before `today`, and removes it when there
+    /// are none. Does nothing, and returns false, while iCloud Drive has still to bring one of those days.
+    bool rebuildRollup(std::string_view month, const Day& today) const;
+    /// Whether this machine's rollup of a month is missing, does not list exactly the month's own days before
+    /// `today`, or is older than one of their files.
+    bool isOutOfDate(std::string_view month, const Day& today) const;
+    /// Rebuilds this machine's rollups that are out of date and removes those of months without days. False
+    /// when it was interrupted.
+    bool refreshRollups(const Day& today, const Progress& progress = {}) const;
+
+    // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
+    // changed at all.
+
+    /// Whether the own folder holds a day, month or practice file in the other format.
+    bool needsConversion() const;
+    /// Writes each such file in this format and removes the other copy. May be interrupted at any point and
+    /// run again; false when it was.
+    bool convert(const Progress& progress = {}) const;
+
+    /// Removes a day's counts, from its month's rollup too.
+    void clearDay(const Day& day) const;
+    /// Forgets which keys were pressed, keeping how many, in every day and month.
+    void resetHeatmap() const;
+    /// Forgets which shortcuts were pressed, in every day and month.
+    void resetShortcuts() const;
+    /// Removes every day of practice.
+    void resetPractice() const;
+    /// Removes every day and month of counts.
+    void clearCounts() const;
+    /// Removes counts, practice, reports and conversations.
+    void clearAll() const;
 
   private:
     /// A store of one folder alone.
@@ -96,7 +158,15 @@ class Store {
     std::vector<Store> readParts() const;
     std::vector<std::string> markedFolders() const;
 
+    void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
+    void forget(const std::function<void(DayFile&)>& inDay,
+                const std::function<void(MonthRollup&)>& inMonth) const;
+    void convertFile(std::string_view folder, const std::string& name) const;
+    /// Defined beside the record of a practice day.
+    void convertPractice(const std::string& name) const;
+
     bool single_ = false;
+    CloudFetch fetch_;
 };
 
 }  // namespace tapcore

@@ -13,7 +13,8 @@ void Summary::add(const Day& day, const DayFile& file) {
     const auto hourly = tally.byHour();
     const std::int64_t total = std::accumulate(hourly.begin(), hourly.end(), std::int64_t{0}, checkedSum);
     addChecked(keystrokes, total);
-    addChecked(activeHours, std::count_if(hourly.begin(), hourly.end(), [](auto count) { return count >= 1; }));
+    addChecked(activeHours,
+               std::count_if(hourly.begin(), hourly.end(), [](auto count) { return count >= 1; }));
     peakPerMinute = std::max(peakPerMinute, file.peakPerMinute);
     byDay.push_back({day, total});
     addCounts(byKey, tally.byKey());
@@ -32,7 +33,9 @@ Tally::Hourly<std::int64_t> Summary::clicksByHour() const { return clicksOf(mous
 
 Tally::MouseHour Summary::mouseTotal() const { return sumOf(mouse); }
 
-double Summary::movedMetres() const { return static_cast<double>(mouseTotal().moved) * Tally::metresPerPoint; }
+double Summary::movedMetres() const {
+    return static_cast<double>(mouseTotal().moved) * Tally::metresPerPoint;
+}
 
 std::optional<std::int64_t> Summary::keyboardShare() const {
     const std::int64_t all = checkedSum(keystrokes, clicks());

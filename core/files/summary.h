@@ -33,7 +33,8 @@ struct Summary {
     Tally::ChordCounts byChord;
     Tally::Hourly<Tally::MouseHour> mouse;
 
-    /// Adds one day. The same day twice counts twice and gives two entries: who wants one merges the files first.
+    /// Adds one day. The same day twice counts twice and gives two entries: who wants one merges the files
+    /// first.
     void add(const Day& day, const DayFile& file);
 
     /// Keystrokes per active hour, truncated; 0 when no hour is active.
@@ -43,11 +44,12 @@ struct Summary {
     Tally::Hourly<std::int64_t> clicksByHour() const;
     Tally::MouseHour mouseTotal() const;
     double movedMetres() const;
-    /// What part of all presses and clicks the keystrokes are, in whole per cent, rounded half away from zero; nothing
-    /// when there are neither.
+    /// What part of all presses and clicks the keystrokes are, in whole per cent, rounded half away from
+    /// zero; nothing when there are neither.
     std::optional<std::int64_t> keyboardShare() const;
 
-    /// The same with key codes reported as remapped; counts that meet under one code add up. Unchanged without a map.
+    /// The same with key codes reported as remapped; counts that meet under one code add up. Unchanged
+    /// without a map.
     Summary remapped(const std::optional<KeyRemap>& remap) const;
 
     bool operator==(const Summary&) const = default;

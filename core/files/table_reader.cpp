@@ -19,10 +19,14 @@ constexpr auto mayEndLine = [] {
 std::size_t lineEndSize(std::string_view text, std::size_t at) {
     const std::string_view here = text.substr(at, 3);
     switch (here[0]) {
-        case '\r': return here.starts_with("\r\n") ? 2 : 1;
-        case '\xC2': return here.starts_with("\u0085") ? 2 : 0;
-        case '\xE2': return here == "\u2028" || here == "\u2029" ? 3 : 0;
-        default: return 1;
+        case '\r':
+            return here.starts_with("\r\n") ? 2 : 1;
+        case '\xC2':
+            return here.starts_with("\u0085") ? 2 : 0;
+        case '\xE2':
+            return here == "\u2028" || here == "\u2029" ? 3 : 0;
+        default:
+            return 1;
     }
 }
 
@@ -37,7 +41,8 @@ std::string_view trimmedBlanks(std::string_view text) {
 bool isSectionName(std::string_view word) {
     if (word.empty()) return false;
     const auto names = characters(word);
-    return std::all_of(names.begin(), names.end(), [](std::string_view c) { return c == "_" || isLetter(c); });
+    return std::all_of(names.begin(), names.end(),
+                       [](std::string_view c) { return c == "_" || isLetter(c); });
 }
 
 bool isRuleCell(std::string_view cell) {
@@ -51,7 +56,8 @@ bool TableReader::takeLine(std::string_view& line) {
     std::size_t end = 0;
     std::size_t endSize = 0;
     for (; end < rest_.size(); ++end)
-        if (mayEndLine[static_cast<unsigned char>(rest_[end])] && (endSize = lineEndSize(rest_, end)) > 0) break;
+        if (mayEndLine[static_cast<unsigned char>(rest_[end])] && (endSize = lineEndSize(rest_, end)) > 0)
+            break;
     line = rest_.substr(0, end);
     rest_.remove_prefix(end + endSize);
     ++line_;

@@ -7,13 +7,14 @@
 
 namespace tapcore {
 
-/// Walks the text of a data file once, in either format or tab-separated, and hands out what it holds piece by
-/// piece: a heading, then the rows of its table. What is neither is passed over, so it never fails.
+/// Walks the text of a data file once, in either format or tab-separated, and hands out what it holds piece
+/// by piece: a heading, then the rows of its table. What is neither is passed over, so it never fails.
 ///
-///     for (TableReader reader(text); reader.next();) …reader.isHeading() ? reader.section() : reader.cells()…
+///     for (TableReader reader(text); reader.next();) …reader.isHeading() ? reader.section() :
+///     reader.cells()…
 ///
-/// Rules of tables are passed over; their header lines are rows like any other. Rows before the first heading are
-/// ignored. Views hold until the next call of `next`, and point into the text.
+/// Rules of tables are passed over; their header lines are rows like any other. Rows before the first heading
+/// are ignored. Views hold until the next call of `next`, and point into the text.
 class TableReader {
   public:
     /// `text` must outlive the reader.

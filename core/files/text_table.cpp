@@ -99,6 +99,10 @@ std::string TextTable::render(FileFormat format) const {
     return out;
 }
 
+std::string TextTable::section(FileFormat format, std::string_view title) const {
+    return format.heading(title) + "\n" + render(format);
+}
+
 std::vector<TextTable::Section> TextTable::sections(std::string_view text) {
     std::vector<Section> result;
     for (TableReader reader(text); reader.next();) {

@@ -44,8 +44,8 @@ bool isKnownZone(const std::u16string& zone) {
     UChar canonical[128];
     UErrorCode status = U_ZERO_ERROR;
     UBool isSystem = false;
-    ucal_getCanonicalTimeZoneID(zone.data(), static_cast<std::int32_t>(zone.size()), canonical, 128, &isSystem,
-                                &status);
+    ucal_getCanonicalTimeZoneID(zone.data(), static_cast<std::int32_t>(zone.size()), canonical, 128,
+                                &isSystem, &status);
     return U_SUCCESS(status) && zone != unknownZone;
 }
 
@@ -77,8 +77,8 @@ Calendar::Calendar(std::string_view zone) {
     const std::u16string name = utf16(zone);
     if (!isKnownZone(name)) throw std::invalid_argument("unknown time zone: " + std::string(zone));
     UErrorCode status = U_ZERO_ERROR;
-    UCalendar* opened =
-        ucal_open(name.data(), static_cast<std::int32_t>(name.size()), "en_US_POSIX", UCAL_GREGORIAN, &status);
+    UCalendar* opened = ucal_open(name.data(), static_cast<std::int32_t>(name.size()), "en_US_POSIX",
+                                  UCAL_GREGORIAN, &status);
     require(status);
     implementation_ = std::make_unique<Implementation>(opened);
     // Gregorian rules throughout, also before 1582.

@@ -41,7 +41,8 @@ class Calendar {
     LocalTime local(Instant moment) const;
 
     /// The moment at which clocks in this zone show `time`. Fields past their range roll over (31 February is
-    /// 3 March); of a time that comes twice the first, and one that is skipped lies as far behind the gap's start.
+    /// 3 March); of a time that comes twice the first, and one that is skipped lies as far behind the gap's
+    /// start.
     Instant moment(const LocalTime& time) const;
 
   private:

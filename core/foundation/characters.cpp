@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 #include "core/foundation/fatal.h"
@@ -29,7 +30,19 @@ void require(UErrorCode status, std::string_view what) {
     if (U_FAILURE(status)) fatal(std::string(what) + ": " + u_errorName(status));
 }
 
+/// How many bytes at the start of `text` are ASCII, counted in words of eight (so possibly up to seven too
+/// few).
+std::size_t asciiWords(std::string_view text) {
+    std::size_t at = 0;
+    for (std::uint64_t word = 0; at + sizeof word <= text.size(); at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if ((word & 0x8080808080808080) != 0) break;
+    }
+    return at;
+}
+
 bool isAscii(std::string_view text) {
+    text.remove_prefix(asciiWords(text));
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
@@ -162,7 +175,7 @@ std::string_view trimmedWhiteSpace(std::string_view text) {
 std::size_t firstInvalidUtf8(std::string_view text) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const auto size = static_cast<std::int64_t>(text.size());
-    for (std::int64_t at = 0; at < size;) {
+    for (auto at = static_cast<std::int64_t>(asciiWords(text)); at < size;) {
         const auto start = at;
         UChar32 scalar = 0;
         U8_NEXT(bytes, at, size, scalar);

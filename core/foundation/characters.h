@@ -7,8 +7,9 @@
 
 namespace tapcore {
 
-// A character is what a reader takes for one: an extended grapheme cluster (Unicode Standard Annex 29). All text is UTF-8;
-// bytes that are not count as U+FFFD. Casing is full Unicode casing without a locale ("ß" becomes "SS").
+// A character is what a reader takes for one: an extended grapheme cluster (Unicode Standard Annex 29). All
+// text is UTF-8; bytes that are not count as U+FFFD. Casing is full Unicode casing without a locale ("ß"
+// becomes "SS").
 
 /// How many characters `text` has.
 std::size_t characterCount(std::string_view text);
@@ -22,8 +23,8 @@ std::string_view firstCharacters(std::string_view text, std::size_t limit);
 /// True when `text` is exactly one character.
 bool isSingleCharacter(std::string_view text);
 
-/// Whether a character is a letter (alphabetic) or a number (of any numeric type), judged by its first scalar.
-/// False for empty text.
+/// Whether a character is a letter (alphabetic) or a number (of any numeric type), judged by its first
+/// scalar. False for empty text.
 bool isLetter(std::string_view character);
 bool isNumber(std::string_view character);
 

@@ -144,11 +144,24 @@ void flushFolder(const fs::path& folder) {
     }
 }
 
-fs::path folderOf(const fs::path& path) { return path.has_parent_path() ? path.parent_path() : fs::path("."); }
+fs::path folderOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
 
 }  // namespace
 
 FileRead readFile(const fs::path& path) {
+    FileRead file = readBytes(path);
+    if (file.text.starts_with("\xEF\xBB\xBF")) file.text.erase(0, 3);
+    return file;
+}
+
+bool isThere(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+FileRead readBytes(const fs::path& path) {
     FileRead result;
     const Descriptor file(retrying([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
@@ -158,7 +171,6 @@ FileRead readFile(const fs::path& path) {
         result.text.clear();
         return result;
     }
-    if (result.text.starts_with("\xEF\xBB\xBF")) result.text.erase(0, 3);
     result.status = FileRead::Status::read;
     return result;
 }

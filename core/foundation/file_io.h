@@ -21,20 +21,27 @@ struct FileRead {
     std::error_code error;
 };
 
-/// All bytes of a file. A byte-order mark at the start is left out. Never throws.
+/// A text file, without a byte-order mark at its start. Never throws.
 FileRead readFile(const std::filesystem::path& path);
 
-/// Replaces a file whole, or makes it, so that a reader sees the old text or the new one, also after a crash or a
-/// power cut: the text goes to a hidden file beside it, is flushed to disk and moved into place. The file is the
-/// user's own to read (mode 0600). Missing folders are made. What an interrupted writer left in that folder is
-/// removed. Throws std::filesystem::filesystem_error with the path; the old file is then as it was, and no other
-/// file is left behind.
+/// All bytes of a file. Never throws.
+FileRead readBytes(const std::filesystem::path& path);
+
+/// Whether anything has that name, be it a link that leads nowhere.
+bool isThere(const std::filesystem::path& path);
+
+/// Replaces a file whole, or makes it, so that a reader sees the old text or the new one, also after a crash
+/// or a power cut: the text goes to a hidden file beside it, is flushed to disk and moved into place. The
+/// file is the user's own to read (mode 0600). Missing folders are made. What an interrupted writer left in
+/// that folder is removed. Throws std::filesystem::filesystem_error with the path; the old file is then as it
+/// was, and no other file is left behind.
 void writeFile(const std::filesystem::path& path, std::string_view text);
 
 /// Makes a folder and those above it, for the user alone (mode 0700). Throws filesystem_error with the path.
 void makeFolders(const std::filesystem::path& folder);
 
-/// Moves a file to another name in the same folder, in one step, flushed to disk. Throws filesystem_error with the path.
+/// Moves a file to another name in the same folder, in one step, flushed to disk. Throws filesystem_error
+/// with the path.
 void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes a file; true when it was there. Throws filesystem_error with the path.

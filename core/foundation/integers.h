@@ -6,7 +6,8 @@
 
 namespace tapcore {
 
-/// The integer that `text` is, whole: an optional sign and ASCII digits, in range. "+5" and "-0" are integers;
+/// The integer that `text` is, whole: an optional sign and ASCII digits, in range. "+5" and "-0" are
+/// integers;
 /// "", " 5", "5.0", "0x5" and "٣" are not.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 

@@ -36,7 +36,8 @@ double JsonValue::number() const {
 std::int64_t JsonValue::integer() const {
     if (value_->is_number_unsigned()) {
         const auto value = value_->get<std::uint64_t>();
-        if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) fail("not a 64-bit integer");
+        if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+            fail("not a 64-bit integer");
         return static_cast<std::int64_t>(value);
     }
     if (value_->is_number_integer()) return value_->get<std::int64_t>();

@@ -18,9 +18,9 @@ class JsonError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// A value of a JSON document together with its place in it, read with exact types: a boolean is no number, 1.0 is the
-/// integer 1, 1.5 is no integer, null is an absent optional, and members nobody asks for are ignored. Everything else
-/// throws JsonError. It refers to the document, which must outlive it.
+/// A value of a JSON document together with its place in it, read with exact types: a boolean is no
+/// number, 1.0 is the integer 1, 1.5 is no integer, null is an absent optional, and members nobody asks for
+/// are ignored. Everything else throws JsonError. It refers to the document, which must outlive it.
 class JsonValue {
   public:
     /// The whole of a document.

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tapcore {
+
+/// A data file as a folder lists it.
+struct ListedFile {
+    std::string name;       ///< without extension: "2026-09-20"
+    std::string extension;  ///< "org", "md" or "tsv"
+    bool isHere = true;     ///< false for one that iCloud Drive keeps as a placeholder
+
+    std::filesystem::path fileName() const { return name + "." + extension; }
+};
+
+/// The data files of a folder, in all formats read, by name; none when it cannot be listed. A placeholder of
+/// iCloud Drive (".2026-09-17.org.icloud") stands for the file to come.
+std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
+
+/// Those in the two formats written: the files that count as being there when a folder is listed.
+std::vector<ListedFile> dataFiles(const std::filesystem::path& folder);
+
+/// Whether a name is a month's: "2026-09".
+bool isMonthName(std::string_view name);
+
+}  // namespace tapcore

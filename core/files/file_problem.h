@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tapcore {
+
+/// Something about a file that its owner may want to know: what was read all the same, or what was left out.
+struct FileProblem {
+    std::filesystem::path path;
+    std::size_t line = 0;  ///< from 1; 0 when it is about the whole file
+    std::string why;
+
+    bool operator==(const FileProblem&) const = default;
+};
+using FileProblems = std::vector<FileProblem>;
+
+}  // namespace tapcore

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace tapcore {
+
+// The folders of a data folder.
+
+inline constexpr std::string_view daysFolder = "days";
+inline constexpr std::string_view monthsFolder = "months";
+inline constexpr std::string_view practiceFolder = "practice";
+inline constexpr std::string_view reportsFolder = "reports";
+inline constexpr std::string_view assistantFolder = "assistant";
+inline constexpr std::string_view settingsFolder = ".keys";
+
+/// Those with a file for each day or month, in the order in which one looks for any data.
+inline constexpr std::array<std::string_view, 3> dataFolders = {daysFolder, practiceFolder, monthsFolder};
+
+}  // namespace tapcore

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/files/table_reader.h"
+
+namespace tapcore {
+
+/// A line of a data file that could not be used, and why.
+struct SkippedRow {
+    std::size_t line = 0;  ///< from 1
+    std::string why;
+
+    bool operator==(const SkippedRow&) const = default;
+};
+
+// How the tables of a data file are read into a record: a row reader for each section, by its name.
+
+using Cells = std::vector<std::string_view>;
+
+/// What became of a row: empty when it was used, else why it was not.
+using Outcome = std::string_view;
+inline constexpr Outcome used = "";
+inline constexpr Outcome notNumbers = "a cell is not a whole number";
+inline constexpr Outcome notModifiers = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
+
+template <class Record>
+struct RowReader {
+    std::string_view section;
+    Outcome (*read)(Record& record, const Cells& cells);
+    std::string_view firstTitle;  ///< what the header line of the section's table starts with
+};
+
+/// Reads every row of the sections that have a reader; the rest is passed over. Rows that could not be used
+/// are added to `skipped` when it is given, header lines excepted.
+template <class Record>
+void readRows(std::string_view text, Record& record, std::span<const RowReader<Record>> readers,
+              std::vector<SkippedRow>* skipped) {
+    const RowReader<Record>* current = nullptr;
+    for (TableReader reader(text); reader.next();) {
+        if (reader.isHeading()) {
+            current = nullptr;
+            for (const auto& candidate : readers)
+                if (candidate.section == reader.section()) current = &candidate;
+            continue;
+        }
+        if (current == nullptr) continue;
+        const Outcome outcome = current->read(record, reader.cells());
+        if (skipped && !outcome.empty() && reader.cells().front() != current->firstTitle)
+            skipped->push_back({reader.line(), std::string(outcome)});
+    }
+}
+
+/// The same, with the readers as an array.
+template <class Record, std::size_t size>
+void readRows(std::string_view text, Record& record, const RowReader<Record> (&readers)[size],
+              std::vector<SkippedRow>* skipped) {
+    readRows(text, record, std::span<const RowReader<Record>>(readers), skipped);
+}
+
+}  // namespace tapcore

@@ -1,0 +1,136 @@
+// Changing what is stored: the members of Store that convert, forget and clear.
+
+#include <algorithm>
+#include <map>
+
+#include "core/files/data_listing.h"
+#include "core/files/file_copies.h"
+#include "core/files/folder_error.h"
+#include "core/files/folder_names.h"
+#include "core/files/store.h"
+#include "core/foundation/file_io.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Refuses to change a folder in part: what iCloud Drive has still to bring would stay as it is.
+void requireAllHere(const fs::path& folder) {
+    for (const ListedFile& file : allDataFiles(folder))
+        if (isOnlyInCloud(folder / file.fileName()))
+            refuse(folder / file.fileName(), FolderError::notHereYet);
+}
+
+void removeCopies(const fs::path& folder, std::string_view name) {
+    for (const std::string_view extension : FileFormat::knownExtensions) {
+        const fs::path path = folder / copyName(name, extension);
+        removeFile(path);
+        removeFile(cloudPlaceholder(path));
+    }
+}
+
+/// Whether a name is exactly how a day is written: "+026-09-20" parses, and is no file of that day.
+bool isDayName(std::string_view name) {
+    const auto day = Day::parse(name);
+    return day && day->description() == name;
+}
+bool isAnyName(std::string_view) { return true; }
+using IsData = bool (*)(std::string_view name);
+
+/// The names of the data files in a folder, those of the older layout included.
+std::set<std::string> namesOf(const fs::path& folder, IsData isData) {
+    std::set<std::string> names;
+    for (ListedFile& file : allDataFiles(folder))
+        if (isData(file.name)) names.insert(std::move(file.name));
+    return names;
+}
+
+/// Removes the data files of a folder, and nothing that is no data file.
+void clearFolder(const fs::path& folder, IsData isData) {
+    for (const std::string& name : namesOf(folder, isData)) removeCopies(folder, name);
+}
+
+/// The names in a folder of files that are here in the format not written.
+std::set<std::string> namesToConvert(const fs::path& folder, FileFormat format) {
+    std::set<std::string> names;
+    for (const ListedFile& file : dataFiles(folder))
+        if (file.isHere && file.extension != format.fileExtension()) names.insert(file.name);
+    return names;
+}
+
+}  // namespace
+
+bool Store::needsConversion() const {
+    return std::any_of(dataFolders.begin(), dataFolders.end(), [&](std::string_view folder) {
+        return !namesToConvert(base() / folder, format).empty();
+    });
+}
+
+bool Store::convert(const Progress& progress) const {
+    std::vector<std::pair<std::string_view, std::string>> files;
+    for (const std::string_view folder : dataFolders)
+        for (const std::string& name : namesToConvert(base() / folder, format))
+            files.emplace_back(folder, name);
+    for (std::size_t done = 0; done < files.size(); ++done) {
+        if (!goesOn(progress, done, files.size())) return false;
+        convertFile(files[done].first, files[done].second);
+    }
+    return true;
+}
+
+void Store::convertFile(std::string_view folder, const std::string& name) const {
+    if (folder == daysFolder && isDayName(name)) change(*Day::parse(name), [](DayFile&) {});
+    if (folder == monthsFolder && isMonthName(name)) changeRollup(name, [](MonthRollup&) {});
+    if (folder == practiceFolder && isDayName(name)) convertPractice(name);
+}
+
+void Store::clearDay(const Day& day) const {
+    const Store own = single(base());
+    changeRollup(day.monthName(), [&](MonthRollup& rollup) {
+        std::map<Day, DayFile> others;
+        for (const MonthRollup::DayLine& line : rollup.days) {
+            if (line.day == day) continue;
+            readWholeCopies(own.root / daysFolder, line.day.description(), format, fetch_);
+            others.emplace(line.day, own.read(line.day));
+        }
+        rollup = MonthRollup(others);
+    });
+    removeCopies(own.root / daysFolder, day.description());
+}
+
+void Store::resetHeatmap() const {
+    forget([](DayFile& file) { file.tally.forgetKeys(); }, [](MonthRollup& rollup) { rollup.keys.clear(); });
+}
+
+void Store::resetShortcuts() const {
+    forget([](DayFile& file) { file.tally.forgetChords(); },
+           [](MonthRollup& rollup) { rollup.chords.clear(); });
+}
+
+void Store::forget(const std::function<void(DayFile&)>& inDay,
+                   const std::function<void(MonthRollup&)>& inMonth) const {
+    const fs::path days = base() / daysFolder;
+    const fs::path months = base() / monthsFolder;
+    requireAllHere(days);
+    requireAllHere(months);
+    for (const std::string& name : namesOf(days, isDayName)) change(*Day::parse(name), inDay);
+    for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
+}
+
+void Store::resetPractice() const { clearFolder(base() / practiceFolder, isDayName); }
+
+void Store::clearCounts() const {
+    clearFolder(base() / daysFolder, isDayName);
+    clearFolder(base() / monthsFolder, isMonthName);
+}
+
+void Store::clearAll() const {
+    clearCounts();
+    resetPractice();
+    clearFolder(base() / reportsFolder, isAnyName);
+    clearFolder(base() / assistantFolder, isAnyName);
+    clearFolder(base() / assistantFolder / "history", isAnyName);
+}
+
+}  // namespace tapcore

@@ -1,0 +1,149 @@
+// Month rollups: the members of Store that read and make them.
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "core/files/data_listing.h"
+#include "core/files/file_copies.h"
+#include "core/files/folder_names.h"
+#include "core/files/store.h"
+#include "core/foundation/characters.h"
+#include "core/foundation/fatal.h"
+#include "core/foundation/file_io.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A rollup and the file it was read from.
+struct StoredRollup {
+    fs::path path;
+    MonthRollup rollup;
+};
+
+/// The rollup in one folder. Of two formats the one written counts: they are one rollup.
+std::optional<StoredRollup> readStored(const Store& part, std::string_view month, FileProblems* problems) {
+    for (const FileCopy& copy : readCopies(part.base() / monthsFolder, month, part.format)) {
+        if (copy.file.status == FileRead::Status::read) {
+            const FatalContext context("reading", copy.path.native());
+            return StoredRollup{copy.path, MonthRollup(repairedUtf8(copy.file.text))};
+        }
+        if (problems) problems->push_back({copy.path, 0, copy.file.error.message()});
+    }
+    return std::nullopt;
+}
+
+/// The days before today that a folder has files of, by month, each with those files.
+using FilesByDay = std::map<Day, std::vector<ListedFile>>;
+using FilesByMonth = std::map<std::string, FilesByDay, std::less<>>;
+
+FilesByMonth filesBefore(const Day& today, const fs::path& folder) {
+    FilesByMonth months;
+    for (ListedFile& file : dataFiles(folder)) {
+        const auto day = Day::parse(file.name);
+        if (day && *day < today) months[day->monthName()][*day].push_back(std::move(file));
+    }
+    return months;
+}
+
+bool lists(const MonthRollup& rollup, const FilesByDay& files) {
+    return std::equal(
+        rollup.days.begin(), rollup.days.end(), files.begin(), files.end(),
+        [](const MonthRollup::DayLine& line, const auto& item) { return line.day == item.first; });
+}
+
+bool hasNewer(const FilesByDay& files, const fs::path& folder, const fs::path& rollup) {
+    std::error_code error;
+    const auto written = fs::last_write_time(rollup, error);
+    for (const auto& [day, copies] : files)
+        for (const ListedFile& file : copies)
+            if (file.isHere && fs::last_write_time(folder / file.fileName(), error) > written) return true;
+    return false;
+}
+
+bool isCurrent(const Store& own, std::string_view month, const FilesByDay& files) {
+    const auto stored = readStored(own, month, nullptr);
+    return stored && lists(stored->rollup, files) && !hasNewer(files, own.base() / daysFolder, stored->path);
+}
+
+bool allHere(const FilesByDay& files) {
+    return std::all_of(files.begin(), files.end(), [](const auto& item) {
+        return std::all_of(item.second.begin(), item.second.end(),
+                           [](const ListedFile& file) { return file.isHere; });
+    });
+}
+
+void removeRollup(const Store& own, std::string_view month) {
+    for (const FileFormat format : FileFormat::allCases)
+        removeFile(own.base() / monthsFolder / copyName(month, format.fileExtension()));
+}
+
+void writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
+    const fs::path path = own.urlForMonth(month);
+    Store::write(rollup.text(own.format, month), path);
+    own.removeOthers(monthsFolder, month, path);
+}
+
+bool rebuild(const Store& own, std::string_view month, const FilesByDay& files) {
+    if (!allHere(files)) return false;
+    std::map<Day, DayFile> days;
+    for (const auto& item : files) days.emplace(item.first, own.readOwn(item.first));
+    writeRollup(own, month, MonthRollup(days));
+    return true;
+}
+
+FilesByDay filesOf(std::string_view month, FilesByMonth&& months) {
+    const auto found = months.find(month);
+    return found == months.end() ? FilesByDay{} : std::move(found->second);
+}
+
+}  // namespace
+
+std::optional<MonthRollup> Store::readRollup(std::string_view month, FileProblems* problems) const {
+    std::optional<MonthRollup> sum;
+    for (const Store& part : readParts()) {
+        auto stored = readStored(part, month, problems);
+        if (stored) sum = sum ? sum->merged(stored->rollup) : std::move(stored->rollup);
+    }
+    return sum;
+}
+
+bool Store::rebuildRollup(std::string_view month, const Day& today) const {
+    const Store own = single(base());
+    const FilesByDay files = filesOf(month, filesBefore(today, own.root / daysFolder));
+    if (!files.empty()) return rebuild(own, month, files);
+    removeRollup(own, month);
+    return true;
+}
+
+bool Store::isOutOfDate(std::string_view month, const Day& today) const {
+    const Store own = single(base());
+    const FilesByDay files = filesOf(month, filesBefore(today, own.root / daysFolder));
+    return files.empty() ? readStored(own, month, nullptr).has_value() : !isCurrent(own, month, files);
+}
+
+bool Store::refreshRollups(const Day& today, const Progress& progress) const {
+    const Store own = single(base());
+    const FilesByMonth months = filesBefore(today, own.root / daysFolder);
+    std::size_t done = 0;
+    for (const auto& [month, files] : months) {
+        if (!goesOn(progress, done++, months.size())) return false;
+        if (!isCurrent(own, month, files)) rebuild(own, month, files);
+    }
+    for (const std::string& name : own.names(monthsFolder))
+        if (isMonthName(name) && !months.contains(name)) removeRollup(own, name);
+    return true;
+}
+
+void Store::changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const {
+    const Store own = single(base());
+    auto stored = isMonthName(month) ? readStored(own, month, nullptr) : std::nullopt;
+    if (!stored) return;
+    change(stored->rollup);
+    writeRollup(own, month, stored->rollup);
+    removeFile(own.root / monthsFolder / copyName(month, "tsv"));
+}
+
+}  // namespace tapcore

@@ -1,0 +1,108 @@
+#include "core/foundation/file_io.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+
+#include "tests/support/temporary_folder.h"
+
+namespace tapcore {
+namespace {
+
+/// Writes in a process of its own, after `prepare`; prints why it failed and ends with 1, or ends with 0.
+void writeAndExit(const std::filesystem::path& path, std::string_view text, void (*prepare)()) {
+    prepare();
+    try {
+        writeFile(path, text);
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::fprintf(stderr, "%s: %s\n", error.path1().c_str(), error.code().message().c_str());
+        std::_Exit(1);
+    }
+    std::_Exit(0);
+}
+
+/// A disk on which no file may grow beyond 1000 bytes.
+void fillDisk() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{1000, 1000};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// The rights of a user to whom nothing here belongs.
+void becomeNobody() {
+    if (getuid() == 0 && setuid(65534) != 0) std::_Exit(2);
+}
+
+TEST(WriteFileDeathTest, AFullDiskLeavesTheOldFileAndNothingElse) {
+    const TemporaryFolder folder;
+    folder.put("day.md", "old");
+    EXPECT_EXIT(writeAndExit(folder / "day.md", std::string(5000, 'x'), fillDisk), testing::ExitedWithCode(1),
+                "day.md: File too large");
+    EXPECT_EQ(folder.files(), (std::map<std::string, std::string>{{"day.md", "old"}}));
+}
+
+TEST(WriteFileDeathTest, AFolderThatRefusesIsNamed) {
+    const TemporaryFolder folder;
+    folder.put("days/day.md", "old");
+    ::chmod((folder / "days").c_str(), 0555);
+    ::chmod(folder.path().c_str(), 0555);
+    EXPECT_EXIT(writeAndExit(folder / "days/day.md", "new", becomeNobody), testing::ExitedWithCode(1),
+                "day.md: Permission denied");
+    EXPECT_EXIT(writeAndExit(folder / "more/day.md", "new", becomeNobody), testing::ExitedWithCode(1),
+                "more: Permission denied");
+    EXPECT_EQ(folder.files().size(), 1U);
+}
+
+TEST(WriteFile, SweepsWhatACrashLeftAndNotWhatIsBeingWritten) {
+    const TemporaryFolder folder;
+    const auto left = folder / ".tappora-dead00.tmp";
+    const auto held = folder / ".tappora-alive0.tmp";
+    for (const auto& path : {left, held}) std::fclose(std::fopen(path.c_str(), "w"));
+    const int writer = ::open(held.c_str(), O_RDWR);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    writeFile(folder / "day.md", "new");
+    EXPECT_FALSE(isThere(left));
+    EXPECT_TRUE(isThere(held));
+    ::close(writer);
+}
+
+TEST(WriteFile, ReplacesALinkAndNotWhatItLeadsTo) {
+    const TemporaryFolder folder, elsewhere;
+    elsewhere.put("file", "theirs");
+    std::filesystem::create_symlink(elsewhere / "file", folder / "day.md");
+    writeFile(folder / "day.md", "ours");
+    EXPECT_EQ(elsewhere.text("file"), "theirs");
+    EXPECT_EQ(folder.text("day.md"), "ours");
+}
+
+TEST(WriteFile, SaysWhichFolderCannotBeMade) {
+    const TemporaryFolder folder;
+    folder.put("days", "a file");
+    try {
+        writeFile(folder / "days/2026/day.md", "x");
+        FAIL();
+    } catch (const std::filesystem::filesystem_error& error) {
+        EXPECT_EQ(error.path1(), folder / "days");
+        EXPECT_EQ(error.code(), std::errc::not_a_directory);
+    }
+}
+
+TEST(ReadFile, TellsMissingFromUnreadableAndStripsAByteOrderMark) {
+    const TemporaryFolder folder;
+    folder.put("marked", "\xEF\xBB\xBF# Keys");
+    EXPECT_EQ(readFile(folder / "marked").text, "# Keys");
+    EXPECT_EQ(readBytes(folder / "marked").text.size(), 9U);
+    EXPECT_EQ(readFile(folder / "missing").status, FileRead::Status::missing);
+    EXPECT_EQ(readFile(folder / "marked/below").status, FileRead::Status::missing);
+    EXPECT_EQ(readFile(folder.path()).error, std::errc::is_a_directory);
+    EXPECT_EQ(readFile("/proc/self/status").text.substr(0, 5), "Name:") << "a file that says it is empty";
+}
+
+}  // namespace
+}  // namespace tapcore
