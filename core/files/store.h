@@ -22,6 +22,8 @@
 
 namespace tapcore {
 
+struct Layout;
+
 /// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
 /// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
 /// writes only into this machine's own sub-folder.
@@ -150,6 +152,19 @@ class Store {
     void clearCounts() const;
     /// Removes counts, practice, reports and conversations.
     void clearAll() const;
+
+    // The user's own layouts, a file "ID.json" each. Defined beside the record of a layout.
+
+    /// Where this machine writes them.
+    std::filesystem::path ownLayoutsURL() const;
+    /// Those of all parts; of two with one id, this machine's. A file that is no layout, or whose name is not
+    /// its id, is named in `problems` and left out.
+    std::vector<Layout> ownLayouts(FileProblems* problems = nullptr) const;
+    /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
+    /// digit; and not "auto", which stands for the system's layout.
+    static bool isSafeLayoutID(std::string_view id);
+    /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not safe.
+    std::filesystem::path saveOwnLayout(const Layout& layout) const;
 
   private:
     /// A store of one folder alone.
