@@ -3,7 +3,6 @@
 namespace drawing {
 namespace {
 
-constexpr double gap = 0.06;
 constexpr double radius = 0.12;
 
 /// Where along a side of the box the centre lies; at its start when the box has no extent.

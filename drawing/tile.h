@@ -11,6 +11,8 @@ namespace drawing {
 /// its own. Neighbours a unit apart show a gap: each part is drawn smaller by 0.06 units on every side, with
 /// corners of 0.12.
 struct Tile {
+    static constexpr double gap = 0.06;
+
     std::vector<Rect> parts;
     double degrees = 0;  ///< clockwise
     std::optional<double> aboutX =
