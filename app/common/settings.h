@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -10,25 +11,32 @@
 
 namespace tappora {
 
-/// What the user has set for good: the texts among the members of the JSON object in "settings.json", by
-/// dotted names
-/// ("keyboard.board").
+/// The user's settings on this machine: one flat JSON object of dotted keys ("folder.path") in
+/// $XDG_CONFIG_HOME/tappora/settings.json. Members nobody asks for are kept.
 class Settings {
   public:
-    Settings() = default;
-    explicit Settings(std::map<std::string, std::string, std::less<>> values) : values_(std::move(values)) {}
+    static std::filesystem::path url(const Environment& environment);
 
-    /// Those of the environment's user; none without a file. Failure when there is one that cannot be read.
+    /// The settings as stored; none when there is no file. Failure when the file cannot be read or is no JSON
+    /// object.
     static Settings read(const Environment& environment);
 
-    /// Where they lie: under $XDG_CONFIG_HOME/tappora, else under ~/.config/tappora.
-    static std::filesystem::path file(const Environment& environment);
+    /// Stores them whole. Throws std::filesystem::filesystem_error with the path.
+    void write() const;
 
-    /// The text of a setting, or nothing.
-    std::optional<std::string> text(std::string_view name) const;
+    /// The value of a key, when it is set. Failure, naming file and key, when it is of another type.
+    std::optional<std::string> text(std::string_view key) const;
+    std::optional<bool> flag(std::string_view key) const;
+    std::optional<std::int64_t> integer(std::string_view key) const;
+
+    void setText(std::string_view key, std::string_view value);
+    void setFlag(std::string_view key, bool value);
+    void setInteger(std::string_view key, std::int64_t value);
+    void remove(std::string_view key);
 
   private:
-    std::map<std::string, std::string, std::less<>> values_;
+    std::filesystem::path path_;
+    std::map<std::string, std::string, std::less<>> values_;  ///< each as JSON text
 };
 
 }  // namespace tappora

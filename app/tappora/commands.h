@@ -14,6 +14,7 @@ struct Environment;
 // one.
 
 // clang-format off
+void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
@@ -42,12 +43,9 @@ struct Command {
 
 // clang-format off
 inline constexpr Command commands[] = {
-    {"record",   "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
-    {"summary",  "The figures of a period",                                        run<summaryCommand>},
-    {"day",      "One day as its table file",                                      run<dayCommand>},
-    {"practice", "The typing trainer",                                             Companion{"tappora-practice"}},
-    {"paint",    "Heat maps and widgets as pictures",                              Companion{"tappora-paint"}},
-    {"ask",      "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
+    {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
+    {"summary", "The figures of a period",                                        run<summaryCommand>},
+    {"day",     "One day as its table file",                                      run<dayCommand>},
 };
 // clang-format on
 

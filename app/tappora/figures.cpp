@@ -46,6 +46,12 @@ std::vector<Bar> barsOf(const std::vector<tapcore::Summary::DayTotal>& days) {
     return bars;
 }
 
+std::string barLine(const Bar& each, std::int64_t most, const Terminal& terminal) {
+    const std::string drawn = bar(each.keystrokes, most, barWidth, terminal);
+    return fmt::format("  {:<14}{:>14}{}{}\n", each.name, grouped(each.keystrokes), drawn.empty() ? "" : " ",
+                       drawn);
+}
+
 /// A chord as people read it, in letters where the glyphs of modifiers cannot be shown.
 std::string label(const tapcore::ChordRow& row, const Terminal& terminal) {
     return terminal.unicode ? compact(row.keys) : row.chord.modifiers.name() + "+" + row.keys.back();
@@ -86,14 +92,13 @@ std::string figures(const tapcore::Summary& summary) {
     const tapcore::Tally::MouseHour mouse = summary.mouseTotal();
     std::string text = figure("keystrokes", grouped(summary.keystrokes)) +
                        figure("active hours", grouped(summary.activeHours)) +
-                       figure("per active hour", grouped(summary.averagePerActiveHour())) +
-                       figure("busiest minute", grouped(summary.peakPerMinute));
+                       figure("per active hour", grouped(summary.averagePerActiveHour()));
+    if (summary.peakPerMinute > 0) text += figure("busiest minute", grouped(summary.peakPerMinute));
     if (mouse.isEmpty()) return text;
     text += figure("clicks", grouped(summary.clicks())) + figure("scroll steps", grouped(mouse.scrolls)) +
             figure("pointer, in metres", fmt::format("{:.1f}", summary.movedMetres()));
-    if (const auto share = summary.keyboardShare())
-        text += figure("keyboard share", fmt::format("{} %", *share));
-    return text;
+    const auto share = summary.keyboardShare();
+    return share ? text + figure("keyboard share", fmt::format("{} %", *share)) : text;
 }
 
 std::string hoursSection(const tapcore::Summary& summary, const Terminal& terminal) {
@@ -106,9 +111,7 @@ std::string daysSection(const tapcore::Summary& summary, const Terminal& termina
     std::int64_t most = 1;
     for (const Bar& each : bars) most = std::max(most, each.keystrokes);
     std::string text = heading("Days", terminal);
-    for (const Bar& each : bars)
-        text += fmt::format("  {:<14}{:>14} {}\n", each.name, grouped(each.keystrokes),
-                            bar(each.keystrokes, most, barWidth, terminal));
+    for (const Bar& each : bars) text += barLine(each, most, terminal);
     return text;
 }
 

@@ -41,6 +41,11 @@ std::vector<ListedFile> dataFiles(const std::filesystem::path& folder) {
     return files;
 }
 
+bool isDayName(std::string_view name) {
+    const auto day = Day::parse(name);
+    return day && day->description() == name;
+}
+
 bool isMonthName(std::string_view name) {
     return name.size() == 7 && Day::parse(std::string(name) + "-01").has_value();
 }

@@ -23,6 +23,10 @@ std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
 /// Those in the two formats written: the files that count as being there when a folder is listed.
 std::vector<ListedFile> dataFiles(const std::filesystem::path& folder);
 
+/// Whether a name is exactly how a day is written ("2026-09-20"; "+026-09-20" parses as a day, and is no file
+/// of it).
+bool isDayName(std::string_view name);
+
 /// Whether a name is a month's: "2026-09".
 bool isMonthName(std::string_view name);
 

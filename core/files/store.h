@@ -68,6 +68,10 @@ class Store {
     /// name, and the own one.
     std::vector<Store> parts() const;
 
+    /// All folders that are read: the parts, and the top of a shared folder, for what lies there from before
+    /// it was shared.
+    std::vector<Store> readParts() const;
+
     /// The names of the machines' sub-folders; none when only one machine writes here.
     std::vector<std::string> macs() const;
 
@@ -169,8 +173,6 @@ class Store {
   private:
     /// A store of one folder alone.
     Store single(std::filesystem::path folder) const;
-    /// All that is read: the parts, and what lies at the top of a shared folder from before it was shared.
-    std::vector<Store> readParts() const;
     std::vector<std::string> markedFolders() const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;

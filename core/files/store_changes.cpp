@@ -30,11 +30,6 @@ void removeCopies(const fs::path& folder, std::string_view name) {
     }
 }
 
-/// Whether a name is exactly how a day is written: "+026-09-20" parses, and is no file of that day.
-bool isDayName(std::string_view name) {
-    const auto day = Day::parse(name);
-    return day && day->description() == name;
-}
 bool isAnyName(std::string_view) { return true; }
 using IsData = bool (*)(std::string_view name);
 

@@ -43,7 +43,8 @@ FilesByMonth filesBefore(const Day& today, const fs::path& folder) {
     FilesByMonth months;
     for (ListedFile& file : dataFiles(folder)) {
         const auto day = Day::parse(file.name);
-        if (day && *day < today) months[day->monthName()][*day].push_back(std::move(file));
+        if (day && isDayName(file.name) && *day < today)
+            months[day->monthName()][*day].push_back(std::move(file));
     }
     return months;
 }

@@ -8,7 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <utility>
+
+#include "core/foundation/descriptor.h"
 
 namespace tapcore {
 namespace {
@@ -24,25 +25,6 @@ std::error_code lastError() { return {errno, std::generic_category()}; }
     const std::error_code error = lastError();
     throw fs::filesystem_error(std::string(what), path, error);
 }
-
-/// An open file, closed at the end.
-class Descriptor {
-  public:
-    explicit Descriptor(int opened) : value_(opened) {}
-    Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(value_, other.value_);
-        return *this;
-    }
-    ~Descriptor() {
-        if (value_ >= 0) ::close(value_);
-    }
-    int get() const { return value_; }
-    bool isOpen() const { return value_ >= 0; }
-
-  private:
-    int value_;
-};
 
 int retrying(auto call) {
     int result = 0;

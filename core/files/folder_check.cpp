@@ -1,0 +1,119 @@
+#include "core/files/folder_check.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/files/data_listing.h"
+#include "core/files/file_copies.h"
+#include "core/files/folder_config.h"
+#include "core/files/folder_names.h"
+#include "core/files/mac_folder.h"
+#include "core/foundation/characters.h"
+#include "core/foundation/file_io.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Why a data file is not counted by its name; empty for a name as it should be.
+std::string nameProblem(std::string_view name, bool isMonth) {
+    if (isMonth ? isMonthName(name) : isDayName(name)) return "";
+    const std::string_view start = name.substr(0, isMonth ? 7 : 10);
+    if (isMonth ? isMonthName(start) : isDayName(start))
+        return "a copy of " + std::string(start) + " that another program left; it is not counted";
+    return isMonth ? "the name is no month; it is not counted" : "the name is no date; it is not counted";
+}
+
+/// The rows of a file that are skipped, read as the record that the folder holds.
+std::vector<SkippedRow> skippedRows(std::string_view folder, std::string_view text) {
+    std::vector<SkippedRow> skipped;
+    if (folder == daysFolder) (void)DayFile(text, &skipped);
+    if (folder == monthsFolder) (void)MonthRollup(text, &skipped);
+    return skipped;
+}
+
+class FolderCheck {
+  public:
+    explicit FolderCheck(const Day& today) : today_(today) {}
+
+    void checkSettings(const fs::path& root) {
+        std::string why;
+        FolderConfig::read(root, &why);
+        if (!why.empty()) report(FolderConfig::url(root), why + "; the defaults are used");
+    }
+
+    void checkMarker(const fs::path& folder) {
+        std::string why;
+        const auto mark = MacFolder::readMark(folder, &why);
+        if (!why.empty()) report(folder / MacFolder::marker, why);
+        if (!mark) return;
+        const auto [known, isNew] = machines_.emplace(mark->id, folder);
+        if (!isNew) report(folder / MacFolder::marker, "the same id as " + known->second.string());
+    }
+
+    void checkPart(const Store& part) {
+        for (const std::string_view folder : {daysFolder, monthsFolder, practiceFolder})
+            checkFiles(part, folder);
+    }
+
+    FileProblems take() { return std::move(problems_); }
+
+  private:
+    void report(const fs::path& path, std::string why, std::size_t line = 0) {
+        problems_.push_back({path, line, std::move(why)});
+    }
+
+    void checkFiles(const Store& part, std::string_view folder) {
+        const fs::path path = part.root / folder;
+        std::set<std::string> names;
+        for (const ListedFile& file : allDataFiles(path)) {
+            const std::string problem = nameProblem(file.name, folder == monthsFolder);
+            if (!problem.empty()) report(path / file.fileName(), problem);
+            else if (file.isHere) checkFile(path / file.fileName(), folder);
+            if (problem.empty() && file.isHere && !names.insert(file.name).second)
+                report(path / file.fileName(), "stands beside another format of the same");
+            if (folder == monthsFolder && problem.empty())
+                checkRollup(part, path / file.fileName(), file.name);
+        }
+    }
+
+    void checkFile(const fs::path& path, std::string_view folder) {
+        const FileRead file = readFile(path);
+        if (file.status != FileRead::Status::read) return report(path, file.error.message());
+        const std::size_t bad = firstInvalidUtf8(file.text);
+        if (bad != std::string_view::npos) report(path, "not UTF-8 text", lineOf(file.text, bad));
+        for (const SkippedRow& row : skippedRows(folder, repairedUtf8(file.text)))
+            report(path, "row skipped: " + row.why, row.line);
+    }
+
+    void checkRollup(const Store& part, const fs::path& path, const std::string& month) {
+        if (part.isOutOfDate(month, today_))
+            report(path, "out of date; tappora folder rollups makes it anew");
+    }
+
+    static std::size_t lineOf(std::string_view text, std::size_t at) {
+        return 1 + static_cast<std::size_t>(
+                       std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+    }
+
+    Day today_;
+    FileProblems problems_;
+    std::map<std::string, fs::path> machines_;  ///< by id
+};
+
+}  // namespace
+
+FileProblems checkFolder(const Store& store, const Day& today) {
+    FolderCheck check(today);
+    check.checkSettings(store.root);
+    for (const std::string& mac : store.macs()) check.checkMarker(store.root / mac);
+    for (const Store& part : store.readParts()) check.checkPart(part);
+    return check.take();
+}
+
+}  // namespace tapcore

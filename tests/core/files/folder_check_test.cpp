@@ -1,0 +1,74 @@
+#include "core/files/folder_check.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace tapcore {
+namespace {
+
+const Day today(2026, 9, 30);
+
+/// The findings as "FILE:LINE: WHY", paths relative to the folder.
+std::vector<std::string> findings(const TemporaryFolder& folder, const Store& store) {
+    std::vector<std::string> lines;
+    for (const FileProblem& problem : checkFolder(store, today))
+        lines.push_back(problem.path.lexically_relative(folder.path()).string() +
+                        (problem.line > 0 ? ":" + std::to_string(problem.line) : "") + ": " + problem.why);
+    return lines;
+}
+
+TEST(FolderCheck, IsSilentWhenAllIsWell) {
+    const TemporaryFolder folder;
+    const Store store(folder.path(), FileFormat::org);
+    Tally tally;
+    tally.add(KeyCode{0}, 9, 1);
+    store.add(tally, 1, 1, "planck", "us", {2026, 9, 20});
+    store.refreshRollups(today);
+    folder.put("days/.2026-09-30.org.icloud", "");
+    EXPECT_THAT(findings(folder, store), testing::IsEmpty());
+}
+
+TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
+    const TemporaryFolder folder;
+    folder.put(".keys/config.json", "{");
+    folder.put("A/.keys-mac", R"({"id": "1", "name": "A"})");
+    folder.put("B/.keys-mac", R"({"id": "1", "name": "B"})");
+    folder.put("C/.keys-mac", "[]");
+    folder.put("A/days/2026-09-20.md", "# Keys\n\n| 9 | 0 | 5 |\n| 9 | 0 |\n");
+    folder.put("A/days/2026-09-20.org", "* Day\n| note | caf\xE9 |\n");
+    folder.put("A/days/2026-09-20 2.md", "");
+    folder.put("A/days/2026-09-20.sync-conflict-20260921-1.md", "");
+    folder.put("A/days/2026-09-20 (conflicted copy).md", "");
+    folder.put("A/days/notes.md", "");
+    folder.put("A/days/picture.png", "");
+    folder.put("A/months/2026-09.org", "* Days\n| 2026-09-19 | 1 | 1 | 1 |\n");
+    folder.put("A/months/September.org", "");
+    folder.put("practice/today.md", "");
+    std::filesystem::create_directories(folder / "B/days/2026-09-20.md");
+    const auto parseError = findings(folder, Store(folder.path(), FileFormat::org, "A")).front();
+    EXPECT_EQ(parseError.substr(0, 51), ".keys/config.json: parse error at line 1, column 2:");
+    auto rest = findings(folder, Store(folder.path(), FileFormat::org, "A"));
+    rest.erase(rest.begin());
+    EXPECT_THAT(
+        rest, testing::ElementsAre(
+                  "B/.keys-mac: the same id as " + (folder / "A").string(),
+                  "C/.keys-mac: the document: not an object",
+                  "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
+                  "it is not counted",
+                  "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
+                  "A/days/2026-09-20.md:4: row skipped: a row of Keys has 3 cells",
+                  "A/days/2026-09-20.org:2: not UTF-8 text",
+                  "A/days/2026-09-20.org: stands beside another format of the same",
+                  "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
+                  "left; it is not "
+                  "counted",
+                  "A/days/notes.md: the name is no date; it is not counted",
+                  "A/months/2026-09.org: out of date; tappora folder rollups makes it anew",
+                  "A/months/September.org: the name is no month; it is not counted",
+                  "B/days/2026-09-20.md: Is a directory",
+                  "practice/today.md: the name is no date; it is not counted"));
+}
+
+}  // namespace
+}  // namespace tapcore
