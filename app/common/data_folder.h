@@ -21,12 +21,17 @@ struct FolderOptions {
 
 void addFolderOptions(CLI::App& command, FolderOptions& options);
 
-/// Opens the data folder: the one named by --folder or TAPPORA_FOLDER, else the default one. A folder that was named
-/// must exist and be a directory; Failure says why it is not.
+/// Opens the data folder: the one named by --folder or TAPPORA_FOLDER, else the default one. A folder that
+/// was named must exist. Failure says why a folder cannot be read.
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment);
 
 /// The day given with --today, else the environment's. UsageError for a text that is no day.
-tapcore::Day today(const FolderOptions& options, const Environment& environment, const tapcore::Calendar& calendar);
+tapcore::Day today(const FolderOptions& options, const Environment& environment,
+                   const tapcore::Calendar& calendar);
+
+/// The hour that `today` has reached: 23 for a day that is not the environment's own.
+std::int64_t hourReached(const tapcore::Day& today, const Environment& environment,
+                         const tapcore::Calendar& calendar);
 
 /// The day that an option or argument names: UsageError naming both when it is none.
 tapcore::Day parseDay(std::string_view what, std::string_view text);

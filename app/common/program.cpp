@@ -1,5 +1,7 @@
 #include "app/common/program.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
@@ -21,6 +23,21 @@ std::string explained(const std::filesystem::filesystem_error& error) {
     return error.path1().string() + ": " + error.code().message();
 }
 
+bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
+    return error.get_exit_code() == static_cast<int>(kind);
+}
+
+/// A wrong command line as "WHAT: WHY".
+std::string explained(const CLI::ParseError& error, const CLI::App& program) {
+    using CLI::ExitCodes;
+    std::string text = error.what();
+    if (isOf(error, ExitCodes::ExtrasError)) return program.remaining(true).front() + ": not expected here";
+    if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
+    if (text.find(": ") != std::string::npos) return text;
+    if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
+    return program.get_name() + ": " + text;
+}
+
 int failed(std::string_view text, int status) {
     complain(text);
     return status;
@@ -35,21 +52,26 @@ Environment hostEnvironment() {
             },
             .now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()),
             .zone = tapcore::Calendar::hostZone(),
-            .program = runningProgram()};
+            .program = runningProgram(),
+            .onTerminal = isatty(STDOUT_FILENO) == 1};
 }
+
+std::string version() { return "tappora " TAPPORA_VERSION; }
+
+void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 void complain(std::string_view text) {
     std::fflush(stdout);
     std::fprintf(stderr, "tappora: %.*s\n", static_cast<int>(text.size()), text.data());
 }
 
-int runProgram(CLI::App& program, int argc, const char* const* argv) {
+int guarded(const CLI::App& program, const std::function<void()>& work) {
     try {
-        program.parse(argc, argv);
+        work();
     } catch (const CLI::Success& wish) {  // --help, --version
-        return program.exit(wish);
+        program.exit(wish);
     } catch (const CLI::ParseError& error) {
-        return failed(std::string(error.what()) + "; see --help", 2);
+        return failed(explained(error, program) + "; see " + program.get_name() + " --help", 2);
     } catch (const UsageError& error) {
         return failed(error.what(), 2);
     } catch (const std::filesystem::filesystem_error& error) {
@@ -57,8 +79,14 @@ int runProgram(CLI::App& program, int argc, const char* const* argv) {
     } catch (const std::exception& error) {
         return failed(error.what(), 1);
     }
-    if (std::fflush(stdout) != 0) return failed("standard output: cannot write", 1);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        return failed("standard output: cannot write", 1);
     return 0;
+}
+
+int runProgram(CLI::App& program, int argc, const char* const* argv) {
+    program.set_version_flag("--version", version());
+    return guarded(program, [&] { program.parse(argc, argv); });
 }
 
 }  // namespace tappora

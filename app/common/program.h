@@ -21,10 +21,14 @@ struct Environment {
     tapcore::Instant now;
     std::string zone;                    ///< the time zone's name
     std::filesystem::path program = {};  ///< the file that is running
+    bool onTerminal = false;             ///< whether a person reads standard output on a terminal
 };
 
 /// The real one.
 Environment hostEnvironment();
+
+/// The version of all programs, as --version prints it.
+std::string version();
 
 /// What went wrong, as the user is told: "WHAT: WHY". Ends the program with status 1.
 class Failure : public std::runtime_error {
@@ -39,11 +43,18 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Prints a text as it stands on standard output.
+void print(std::string_view text);
+
 /// Prints "tappora: TEXT" on standard error.
 void complain(std::string_view text);
 
-/// Runs a program: parses its command line, runs what it asks for, prints what goes wrong, and returns the
-/// exit status: 0, 1 for a failure, 2 for wrong usage. A write to a closed pipe ends it quietly.
+/// Runs what parses `program` and does its work, prints what goes wrong, and returns the exit status: 0, 1
+/// for a failure, 2 for wrong usage. Prints the help when that was asked for.
+int guarded(const CLI::App& program, const std::function<void()>& work);
+
+/// Runs a program whose work is in its options' callbacks: parses its command line, to which --version is
+/// added.
 int runProgram(CLI::App& program, int argc, const char* const* argv);
 
 }  // namespace tappora

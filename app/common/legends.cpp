@@ -1,0 +1,7 @@
+#include "app/common/legends.h"
+
+namespace tappora {
+
+tapcore::Legends activeLegends() { return {}; }
+
+}  // namespace tappora

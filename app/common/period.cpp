@@ -1,0 +1,34 @@
+#include "app/common/period.h"
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+#include <chrono>
+
+#include "app/common/data_folder.h"
+
+namespace tappora {
+namespace {
+
+std::int64_t daysBetween(const tapcore::Day& first, const tapcore::Day& last,
+                         const tapcore::Calendar& calendar) {
+    return std::chrono::round<std::chrono::days>(last.date(calendar) - first.date(calendar)).count();
+}
+
+}  // namespace
+
+void addPeriodOptions(CLI::App& command, PeriodOptions& options) {
+    command.add_option("--from", options.from, "The first day; six days before the last when not given")
+        ->type_name("YYYY-MM-DD");
+    command.add_option("--to", options.to, "The last day; today when not given")->type_name("YYYY-MM-DD");
+}
+
+Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const tapcore::Calendar& calendar) {
+    const tapcore::Day last = options.to ? parseDay("--to", *options.to) : today;
+    const tapcore::Day first = options.from ? parseDay("--from", *options.from) : last.adding(-6, calendar);
+    const std::int64_t days = daysBetween(first, last, calendar) + 1;
+    if (days < 1)
+        throw UsageError(fmt::format("--from: {} is after {}", first.description(), last.description()));
+    return {first, last, days};
+}
+
+}  // namespace tappora

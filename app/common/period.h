@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/counting/day.h"
+
+namespace CLI {
+class App;
+}
+
+namespace tappora {
+
+/// The options of the commands that are about a period.
+struct PeriodOptions {
+    std::optional<std::string> from;  ///< --from
+    std::optional<std::string> to;    ///< --to
+};
+
+/// Some days in a row.
+struct Period {
+    tapcore::Day first;
+    tapcore::Day last;
+    std::int64_t days = 0;  ///< how many, first and last with them
+};
+
+void addPeriodOptions(CLI::App& command, PeriodOptions& options);
+
+/// The period from --from to --to: up to today when only the first is given, and the week that ends with the
+/// last when that alone is given, or with today when none is. UsageError for what is no day, or a first day
+/// after the last.
+Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const tapcore::Calendar& calendar);
+
+}  // namespace tappora

@@ -1,0 +1,42 @@
+#include "app/common/terminal.h"
+
+#include <fmt/format.h>
+
+#include "app/common/program.h"
+#include "core/foundation/characters.h"
+
+namespace tappora {
+namespace {
+
+/// The name of the locale whose encoding text has: the first of the three that is set to something.
+std::string localeName(const Environment& environment) {
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"})
+        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
+    return "C";
+}
+
+bool isUtf8(const std::string& locale) {
+    const std::string name = tapcore::lowercased(locale);
+    return name.find("utf-8") != std::string::npos || name.find("utf8") != std::string::npos;
+}
+
+}  // namespace
+
+Terminal Terminal::of(const Environment& environment) {
+    const auto refusal = environment.variable("NO_COLOR");
+    const bool refused = (refusal && !refusal->empty()) || environment.variable("TERM") == "dumb";
+    return {.colours = environment.onTerminal && !refused, .unicode = isUtf8(localeName(environment))};
+}
+
+std::string Terminal::styled(std::string_view text, std::string_view code) const {
+    return colours && !text.empty() ? fmt::format("\033[{}m{}\033[0m", code, text) : std::string(text);
+}
+
+std::string grouped(std::int64_t number) {
+    std::string digits = std::to_string(number);
+    const std::size_t first = number < 0 ? 1 : 0;
+    for (std::size_t at = digits.size(); at > first + 3;) digits.insert(at -= 3, 1, ',');
+    return digits;
+}
+
+}  // namespace tappora

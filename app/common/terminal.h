@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tappora {
+
+struct Environment;
+
+/// What the reader of standard output can show.
+struct Terminal {
+    bool colours = false;  ///< never with NO_COLOR, nor when the output goes to a file or another program
+    bool unicode = false;  ///< whether the locale's encoding is UTF-8
+
+    static Terminal of(const Environment& environment);
+
+    std::string bold(std::string_view text) const { return styled(text, "1"); }
+    /// For what matters less than the rest.
+    std::string faint(std::string_view text) const { return styled(text, "2"); }
+    /// The colour of charts.
+    std::string accent(std::string_view text) const { return styled(text, "38;5;173"); }
+
+  private:
+    /// `text` under a "select graphic rendition" code (ECMA-48, 8.3.117), or as it stands without colours.
+    std::string styled(std::string_view text, std::string_view code) const;
+};
+
+/// 1234567 as "1,234,567".
+std::string grouped(std::int64_t number);
+
+}  // namespace tappora

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string_view>
+#include <type_traits>
+#include <variant>
+
+namespace tappora {
+
+class CommandLine;
+struct Environment;
+
+// Every command is a free function in a file of its own, NAME_command.cpp, that takes what it touches: its
+// command line, on which it declares its options and which it then parses, and the environment when it needs
+// one.
+
+// clang-format off
+void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
+void dayCommand    (CommandLine&, const Environment&);
+void summaryCommand(CommandLine&, const Environment&);
+// clang-format on
+
+/// How a command runs: as a function of this program, or as a program of its own beside it, which is started
+/// with the same arguments.
+using Run = void (*)(CommandLine&, const Environment&);
+struct Companion {
+    std::string_view program;
+};
+
+template <auto command>
+inline constexpr Run run = [](CommandLine& line, const Environment& environment) {
+    if constexpr (std::is_invocable_v<decltype(command), CommandLine&>)
+        command(line);
+    else
+        command(line, environment);
+};
+
+struct Command {
+    std::string_view name;
+    std::string_view does;  ///< for the list in --help
+    std::variant<Run, Companion> how;
+};
+
+// clang-format off
+inline constexpr Command commands[] = {
+    {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
+    {"summary", "The figures of a period",                                        run<summaryCommand>},
+    {"day",     "One day as its table file",                                      run<dayCommand>},
+};
+// clang-format on
+
+}  // namespace tappora

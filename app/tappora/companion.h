@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tappora {
+
+/// Becomes the program that runs a command, with these arguments. It is looked for where this program lies,
+/// and in
+/// ../libexec/tappora from there. Throws Failure naming the command when it is not there or cannot be
+/// started.
+[[noreturn]] void becomeCompanion(std::string_view command, std::string_view program,
+                                  const std::vector<std::string>& arguments);
+
+}  // namespace tappora

@@ -1,0 +1,44 @@
+#include <nlohmann/json.hpp>
+
+#include "app/common/command_line.h"
+#include "app/common/data_folder.h"
+#include "app/common/program.h"
+#include "app/common/records_json.h"
+#include "app/tappora/commands.h"
+
+namespace tappora {
+namespace {
+
+tapcore::FileFormat parseFormat(const std::string& text) {
+    const auto format = tapcore::FileFormat::parse(text);
+    if (!format) throw UsageError("--format: no such format: " + text + "; use org or markdown");
+    return *format;
+}
+
+}  // namespace
+
+void dayCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    std::optional<std::string> date;
+    std::optional<std::string> format;
+    bool json = false;
+    line.describe("Prints one day as its table file, the files of all machines and both formats added.",
+                  "tappora day 2026-09-20 --format markdown");
+    line.add_option("DATE", date, "The day; today when none is given")->type_name("YYYY-MM-DD");
+    line.add_option("--format", format, "org or markdown; the data folder's own when not given")
+        ->type_name("FORMAT");
+    line.add_flag("--json", json, "Print the record as JSON");
+    addFolderOptions(line, folder);
+    line.parse();
+
+    const tapcore::Day day =
+        date ? parseDay("DATE", *date) : today(folder, environment, tapcore::Calendar(environment.zone));
+    const tapcore::Store store = openStore(folder, environment);
+    const auto written = format ? parseFormat(*format) : store.format;
+    tapcore::FileProblems problems;
+    const tapcore::DayFile file = store.read(day, &problems);
+    complainOf(problems);
+    print(json ? jsonText(toJson(file, day)) : file.text(written, day));
+}
+
+}  // namespace tappora

@@ -1,0 +1,64 @@
+#include "app/tappora/dispatch.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/common/command_line.h"
+#include "app/common/program.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/companion.h"
+
+namespace tappora {
+namespace {
+
+const Command* find(std::string_view name) {
+    const auto at = std::find_if(std::begin(commands), std::end(commands),
+                                 [&](const Command& command) { return command.name == name; });
+    return at == std::end(commands) ? nullptr : at;
+}
+
+void execute(const Command& command, CommandLine& line, const std::vector<std::string>& arguments,
+             const Environment& environment) {
+    if (const auto* run = std::get_if<Run>(&command.how)) return (*run)(line, environment);
+    becomeCompanion(command.name, std::get<Companion>(command.how).program, arguments);
+}
+
+std::string listOfCommands() {
+    std::string list = "Commands:\n";
+    for (const Command& command : commands) list += fmt::format("  {:<10} {}\n", command.name, command.does);
+    return list + "\nEach explains itself: tappora COMMAND --help";
+}
+
+/// `tappora` with nothing but options.
+void runWithoutCommand(CommandLine& line, const Environment& environment) {
+    line.description(
+        "Counts keys, shortcuts and mouse buttons hour by hour: never the text, never the order.\n"
+        "Without a command it shows today at a glance.");
+    line.footer(listOfCommands());
+    line.set_version_flag("--version", version());
+    glanceCommand(line, environment);
+}
+
+int failedUsage(const std::string& name) {
+    complain(name + ": no such command; see tappora --help");
+    return 2;
+}
+
+}  // namespace
+
+int dispatch(std::vector<std::string> arguments, const Environment& environment) {
+    if (arguments.empty() || arguments.front().starts_with('-')) {
+        CommandLine line("tappora", std::move(arguments));
+        return guarded(line, [&] { runWithoutCommand(line, environment); });
+    }
+    const std::string name = arguments.front();
+    const Command* command = find(name);
+    if (!command) return failedUsage(name);
+    arguments.erase(arguments.begin());
+    CommandLine line("tappora " + name, arguments);
+    return guarded(line, [&] { execute(*command, line, arguments, environment); });
+}
+
+}  // namespace tappora

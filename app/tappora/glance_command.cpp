@@ -1,0 +1,91 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/common/command_line.h"
+#include "app/common/data_folder.h"
+#include "app/common/legends.h"
+#include "app/common/program.h"
+#include "app/common/ranking.h"
+#include "app/common/records_json.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/figures.h"
+#include "core/counting/chords.h"
+#include "core/files/comparison.h"
+
+namespace tappora {
+namespace {
+
+constexpr std::size_t topRows = 5;
+
+/// Today at a glance.
+struct Glance {
+    tapcore::Day day;
+    tapcore::Summary today;
+    tapcore::Summary week;  ///< the seven days ending today
+    std::optional<std::int64_t> comparison;
+};
+
+Glance read(const tapcore::Store& store, const tapcore::Day& day, std::int64_t hour,
+            const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
+    Glance glance{.day = day, .today = {}, .week = store.summary(7, day, calendar), .comparison = {}};
+    const auto usual = tapcore::Comparison::usualDays(store, day, calendar, &problems);
+    glance.today.add(day, store.read(day, &problems));
+    glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hour);
+    return glance;
+}
+
+nlohmann::json glanceJson(const Glance& glance, const tapcore::Legends& legends) {
+    nlohmann::json result = {
+        {"day", glance.day.description()},
+        {"today", glance.today.keystrokes},
+        {"byHour", glance.today.byHour},
+        {"week", toJson(glance.week.byDay)},
+        {"topKeys", toJson(topKeys(glance.today.byKey, legends, topRows))},
+        {"topChords", toJson(tapcore::Chords::top(glance.today.byChord, legends, topRows))}};
+    if (glance.comparison) result["comparison"] = *glance.comparison;
+    return result;
+}
+
+std::string headline(const Glance& glance) {
+    if (glance.today.keystrokes == 0) return "No keystrokes yet.";
+    const std::string total = fmt::format("{} {}", grouped(glance.today.keystrokes),
+                                          glance.today.keystrokes == 1 ? "keystroke" : "keystrokes");
+    return glance.comparison ? fmt::format("{}, {:+} % against your usual", total, *glance.comparison)
+                             : total;
+}
+
+std::string glanceText(const Glance& glance, const Terminal& terminal) {
+    return terminal.bold(weekday(glance.day) + " " + glance.day.description()) + "   " + headline(glance) +
+           "\n" + hoursSection(glance.today, terminal) + daysSection(glance.week, terminal) +
+           topSection(glance.today, activeLegends(), topRows, terminal);
+}
+
+std::string welcome(const tapcore::Store& store) {
+    return fmt::format(
+        "Nothing has been counted yet in {}.\n\n"
+        "  tappora record            counts from now on, until you stop it\n"
+        "  tappora record --help     says what it needs, and how to play a recording instead\n",
+        store.root.string());
+}
+
+}  // namespace
+
+void glanceCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    bool json = false;
+    line.add_flag("--json", json, "Print today's figures as JSON");
+    addFolderOptions(line, folder);
+    line.parse();
+
+    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Day day = today(folder, environment, calendar);
+    const tapcore::Store store = openStore(folder, environment);
+    tapcore::FileProblems problems;
+    const Glance glance = read(store, day, hourReached(day, environment, calendar), calendar, problems);
+    complainOf(problems);
+    if (json) return print(jsonText(glanceJson(glance, activeLegends())));
+    print(store.days().empty() ? welcome(store) : glanceText(glance, Terminal::of(environment)));
+}
+
+}  // namespace tappora

@@ -1,0 +1,50 @@
+#include <fmt/format.h>
+
+#include <chrono>
+#include <nlohmann/json.hpp>
+
+#include "app/common/command_line.h"
+#include "app/common/data_folder.h"
+#include "app/common/legends.h"
+#include "app/common/period.h"
+#include "app/common/program.h"
+#include "app/common/records_json.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/figures.h"
+
+namespace tappora {
+namespace {
+
+std::string summaryText(const Period& period, const tapcore::Summary& summary, const Terminal& terminal) {
+    const std::string title = period.days == 1 ? period.last.description()
+                                               : fmt::format("{} to {}, {} days", period.first.description(),
+                                                             period.last.description(), grouped(period.days));
+    return terminal.bold(title) + "\n\n" + figures(summary) + hoursSection(summary, terminal) +
+           daysSection(summary, terminal) + topSection(summary, activeLegends(), 10, terminal);
+}
+
+}  // namespace
+
+void summaryCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    PeriodOptions dates;
+    bool json = false;
+    line.describe(
+        "The figures of a period, the files of all machines added; of the week ending today when no period "
+        "is named.",
+        "tappora summary --from 2026-09-01 --to 2026-09-30");
+    addPeriodOptions(line, dates);
+    line.add_flag("--json", json, "Print the record as JSON");
+    addFolderOptions(line, folder);
+    line.parse();
+
+    const tapcore::Calendar calendar(environment.zone);
+    const Period period = periodOf(dates, today(folder, environment, calendar), calendar);
+    tapcore::FileProblems problems;
+    const tapcore::Summary summary =
+        openStore(folder, environment).summary(period.days, period.last, calendar, &problems);
+    complainOf(problems);
+    print(json ? jsonText(toJson(summary)) : summaryText(period, summary, Terminal::of(environment)));
+}
+
+}  // namespace tappora
