@@ -120,6 +120,19 @@ TEST(Catalog, StandsManyKeysLongChainsAndManyProblems) {
     EXPECT_EQ(problems.size(), 2 * 9'999u + 10'000u + 2 * 200u + 36 * 200u - 35 * 36 / 2);
 }
 
+TEST(Catalog, ReadsTheExamplesOfTheDocument) {
+    const std::string text =
+        readFile(std::filesystem::path(RESOURCES).parent_path() / "docs/boards-and-layouts.md").text;
+    const auto example = [&](std::size_t from) {
+        const std::size_t start = text.find("```json\n", from) + 8;
+        return text.substr(start, text.find("```", start) - start);
+    };
+    const Board board = Board::parse(example(0));
+    const Layout layout = Layout::parse(example(text.find("## A layout")));
+    const Layout base{.id = "qwerty", .name = "Q", .legends = {{0, {"a", "A"}}, {36, {"return"}}}};
+    EXPECT_THAT(Catalog({board}, {layout, base}).problems(), IsEmpty());
+}
+
 TEST(Catalog, BundledBoardsAndLayoutsAreSound) {
     if (!std::filesystem::exists(RESOURCES)) GTEST_SKIP() << "no resources in this tree";
     const Catalog catalog = Catalog::bundled(RESOURCES);

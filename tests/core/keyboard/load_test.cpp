@@ -90,6 +90,22 @@ TEST(LetterMoves, StaysOnItsOwnKeyWhereTwoCarryTheCharacterAndOnTheBoardAlways) 
     EXPECT_THAT(moves.stayed, ElementsAre(0));
 }
 
+TEST(Load, IsWhatTheDocumentedExampleSays) {
+    const Board three{
+        .id = "b",
+        .keys = {key("q", 12, 0, 0, left, pinky, Row::upper), key("a", 0, 0, 1, left, pinky, Row::home, true),
+                 key("s", 1, 1, 1, left, ring, Row::home, true)}};
+    const Tally::KeyCounts counts{{0, 10}, {1, 5}, {12, 3}, {99, 2}};
+    const Load load(three, qwerty, counts, {});
+    EXPECT_EQ(load.byFinger.at({left, pinky}), (Load::Part{13, 3 * 0.0381}));
+    EXPECT_EQ(load.byFinger.at({left, ring}), (Load::Part{5, 0}));
+    EXPECT_EQ(load.offBoard, 2);
+    const LetterMoves traded(qwerty, {{0, {"a"}}, {1, {"q"}}, {12, {"s"}}}, three);
+    const Load other(three, qwerty, counts, {}, traded.moved);
+    EXPECT_EQ(other.byFinger.at({left, pinky}), (Load::Part{15, 5 * 0.0381}));
+    EXPECT_EQ(other.byFinger.at({left, ring}).presses, 3);
+}
+
 TEST(Load, MovesLettersButNotThoseLeftOut) {
     const Load load(board, qwerty, {{0, 10}, {1, 5}}, {1}, {{0, 41}, {1, 35}});
     EXPECT_EQ(load.byFinger.at({right, pinky}).presses, 10);
