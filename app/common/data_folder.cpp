@@ -4,10 +4,16 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 
+#include "app/common/machine.h"
+#include "app/common/settings.h"
+#include "core/files/folder_config.h"
+#include "core/files/mac_folder.h"
+
 namespace tappora {
 namespace {
 
 namespace fs = std::filesystem;
+using tapcore::Store;
 
 fs::path homeFolder(const Environment& environment) {
     const auto home = environment.variable("HOME");
@@ -15,21 +21,35 @@ fs::path homeFolder(const Environment& environment) {
     return *home;
 }
 
-/// Whether the user named the folder, or it is where data lies when nothing is said.
-enum class Choice { named, usual };
+bool hasText(const std::optional<std::string>& text) { return text && !text->empty(); }
+
+FolderChoice usualFolder(const fs::path& home) {
+    using Rule = FolderChoice::Rule;
+    const fs::path root = Store::defaultRoot(home);
+    return {root, Store::iCloudRoot(home) == root   ? Rule::cloud
+                  : Store::legacyRoot(home) == root ? Rule::earlier
+                                                    : Rule::usual};
+}
 
 /// Refuses a folder that cannot be read. One that is not there is fine when nobody named it: nothing is
 /// counted yet.
-void requireFolder(const fs::path& folder, Choice choice) {
+void requireFolder(const FolderChoice& choice) {
     std::error_code error;
-    const auto status = fs::status(folder, error);
+    const auto status = fs::status(choice.root, error);
     if (!fs::exists(status)) {
-        if (choice == Choice::usual) return;
-        throw Failure(folder.string(), "no such folder");
+        if (choice.isNamed()) throw Failure(choice.root.string(), "no such folder");
+        return;
     }
-    if (!fs::is_directory(status)) throw Failure(folder.string(), "not a folder");
-    fs::directory_iterator(folder, error);
-    if (error) throw Failure(folder.string(), error.message());
+    if (!fs::is_directory(status)) throw Failure(choice.root.string(), "not a folder");
+    fs::directory_iterator(choice.root, error);
+    if (error) throw Failure(choice.root.string(), error.message());
+}
+
+/// The sub-folder that bears this machine's mark, if it has one there already.
+std::optional<std::string> ownSubfolder(const fs::path& root, const Environment& environment) {
+    if (!Store::isShared(root)) return std::nullopt;
+    Settings settings = Settings::read(environment);
+    return tapcore::MacFolder::find(root, Machine::of(settings).id);
 }
 
 }  // namespace
@@ -41,12 +61,50 @@ void addFolderOptions(CLI::App& command, FolderOptions& options) {
     command.add_option("--today", options.today, "The day to take for today")->type_name("YYYY-MM-DD");
 }
 
-tapcore::Store openStore(const FolderOptions& options, const Environment& environment) {
-    const auto named = options.folder ? options.folder : environment.variable("TAPPORA_FOLDER");
-    const bool isNamed = named && !named->empty();
-    const fs::path folder = isNamed ? fs::path(*named) : homeFolder(environment) / "Documents/Tappora";
-    requireFolder(folder, isNamed ? Choice::named : Choice::usual);
-    return {folder, tapcore::FileFormat::org};
+std::string_view FolderChoice::why() const {
+    switch (rule) {
+        case Rule::option:
+            return "named by --folder";
+        case Rule::environment:
+            return "named by TAPPORA_FOLDER";
+        case Rule::setting:
+            return "named by tappora folder set";
+        case Rule::cloud:
+            return "the app's folder in iCloud Drive";
+        case Rule::earlier:
+            return "kept from an earlier version";
+        case Rule::usual:
+            return "the usual place";
+    }
+    return "";
+}
+
+FolderChoice chooseFolder(const FolderOptions& options, const Environment& environment) {
+    using Rule = FolderChoice::Rule;
+    if (options.folder) return {*options.folder, Rule::option};
+    if (const auto named = environment.variable("TAPPORA_FOLDER"); hasText(named))
+        return {*named, Rule::environment};
+    const fs::path home = homeFolder(environment);
+    if (const auto set = Settings::read(environment).text(folderKey); hasText(set))
+        return {*set, Rule::setting};
+    return usualFolder(home);
+}
+
+Store openStore(const FolderOptions& options, const Environment& environment) {
+    const FolderChoice choice = chooseFolder(options, environment);
+    requireFolder(choice);
+    return {choice.root, tapcore::FolderConfig::read(choice.root).format,
+            ownSubfolder(choice.root, environment)};
+}
+
+Store openStoreForWriting(const FolderOptions& options, const Environment& environment, bool share) {
+    Store store = openStore(options, environment);
+    if (store.mac || (!share && !Store::isShared(store.root))) return store;
+    Settings settings = Settings::read(environment);
+    const Machine machine = Machine::of(settings);
+    settings.write();
+    store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name);
+    return store;
 }
 
 tapcore::Day today(const FolderOptions& options, const Environment& environment,
@@ -66,11 +124,19 @@ tapcore::Day parseDay(std::string_view what, std::string_view text) {
     return *day;
 }
 
+tapcore::FileFormat parseFormat(std::string_view what, std::string_view text) {
+    const auto format = tapcore::FileFormat::parse(text);
+    if (!format) throw UsageError(fmt::format("{}: no such format: {}; use org or markdown", what, text));
+    return *format;
+}
+
+std::string described(const tapcore::FileProblem& problem) {
+    const std::string line = problem.line == 0 ? "" : fmt::format(":{}", problem.line);
+    return fmt::format("{}{}: {}", problem.path.string(), line, problem.why);
+}
+
 void complainOf(const tapcore::FileProblems& problems) {
-    for (const auto& problem : problems) {
-        const std::string line = problem.line == 0 ? "" : fmt::format(":{}", problem.line);
-        complain(fmt::format("{}{}: {}", problem.path.string(), line, problem.why));
-    }
+    for (const auto& problem : problems) complain(described(problem));
 }
 
 }  // namespace tappora

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/common/program.h"
 #include "core/counting/day.h"
@@ -21,9 +24,36 @@ struct FolderOptions {
 
 void addFolderOptions(CLI::App& command, FolderOptions& options);
 
-/// Opens the data folder: the one named by --folder or TAPPORA_FOLDER, else the default one. A folder that
-/// was named must exist. Failure says why a folder cannot be read.
+/// The setting that chooses the data folder.
+inline constexpr std::string_view folderKey = "folder.path";
+
+/// Where the data folder is, and what decided it.
+struct FolderChoice {
+    enum class Rule { option, environment, setting, cloud, earlier, usual };
+
+    std::filesystem::path root;
+    Rule rule = Rule::usual;
+
+    /// The rule in words: "named by --folder".
+    std::string_view why() const;
+    /// Whether the user named this folder, which must then be there.
+    bool isNamed() const {
+        return rule == Rule::option || rule == Rule::environment || rule == Rule::setting;
+    }
+};
+
+/// --folder, else TAPPORA_FOLDER, else the setting "folder.path", else the app's folder in iCloud Drive, else
+/// the folder of an earlier version, else ~/Documents/Tappora.
+FolderChoice chooseFolder(const FolderOptions& options, const Environment& environment);
+
+/// Opens the data folder for reading, in the format of its settings; of a shared one all machines are read.
+/// Makes nothing. A folder that was named must exist. Failure says why a folder cannot be read.
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment);
+
+/// Opens it for writing. In a folder that is shared, or made so by `share`, this machine's sub-folder is
+/// found by its marker or made; the machine's id is kept in the settings.
+tapcore::Store openStoreForWriting(const FolderOptions& options, const Environment& environment,
+                                   bool share = false);
 
 /// The day given with --today, else the environment's. UsageError for a text that is no day.
 tapcore::Day today(const FolderOptions& options, const Environment& environment,
@@ -36,7 +66,13 @@ std::int64_t hourReached(const tapcore::Day& today, const Environment& environme
 /// The day that an option or argument names: UsageError naming both when it is none.
 tapcore::Day parseDay(std::string_view what, std::string_view text);
 
+/// The format that an option names: UsageError naming both when it is none.
+tapcore::FileFormat parseFormat(std::string_view what, std::string_view text);
+
 /// Prints each problem as a warning: "PATH:LINE: WHY".
 void complainOf(const tapcore::FileProblems& problems);
+
+/// "PATH:LINE: WHY".
+std::string described(const tapcore::FileProblem& problem);
 
 }  // namespace tappora

@@ -4,9 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <string_view>
 
+#include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {
@@ -34,13 +34,6 @@ fs::path oneName(const fs::path& folder) {
     return name.has_filename() ? name : name.parent_path();
 }
 
-/// FNV-1a, 64 bits.
-std::uint64_t hashed(std::string_view text) {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-    return hash;
-}
-
 }  // namespace
 
 fs::path lockFile(const Environment& environment, const fs::path& folder, FolderLock lock) {
@@ -49,7 +42,7 @@ fs::path lockFile(const Environment& environment, const fs::path& folder, Folder
     if (!isOwn(directory))
         throw Failure(directory.string(), "not a directory of this user; the folder's locks would lie in it");
     const std::string_view purpose = lock == FolderLock::recording ? "recording" : "writing";
-    return directory / fmt::format("{:016x}.{}", hashed(oneName(folder).native()), purpose);
+    return directory / fmt::format("{:016x}.{}", tapcore::fnv1a(oneName(folder).native()), purpose);
 }
 
 tapcore::FileLock lockForWriting(const Environment& environment, const fs::path& folder) {

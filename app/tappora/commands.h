@@ -14,6 +14,7 @@ struct Environment;
 // one.
 
 // clang-format off
+void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);

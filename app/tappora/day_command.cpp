@@ -7,16 +7,6 @@
 #include "app/tappora/commands.h"
 
 namespace tappora {
-namespace {
-
-tapcore::FileFormat parseFormat(const std::string& text) {
-    const auto format = tapcore::FileFormat::parse(text);
-    if (!format) throw UsageError("--format: no such format: " + text + "; use org or markdown");
-    return *format;
-}
-
-}  // namespace
-
 void dayCommand(CommandLine& line, const Environment& environment) {
     FolderOptions folder;
     std::optional<std::string> date;
@@ -34,7 +24,7 @@ void dayCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Day day =
         date ? parseDay("DATE", *date) : today(folder, environment, tapcore::Calendar(environment.zone));
     const tapcore::Store store = openStore(folder, environment);
-    const auto written = format ? parseFormat(*format) : store.format;
+    const auto written = format ? parseFormat("--format", *format) : store.format;
     tapcore::FileProblems problems;
     const tapcore::DayFile file = store.read(day, &problems);
     complainOf(problems);

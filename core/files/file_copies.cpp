@@ -1,12 +1,12 @@
 #include "core/files/file_copies.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 
 #include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/digest.h"
 #include "core/foundation/fatal.h"
 
 namespace tapcore {
@@ -27,12 +27,9 @@ fs::path notePath(const fs::path& folder, std::string_view name) {
     return folder / ("." + std::string(name) + ".merging");
 }
 
-/// FNV-1a, 64 bits (http://www.isthe.com/chongo/tech/comp/fnv/): tells texts of one file apart.
 std::string digest(std::string_view text) {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
     char hex[17];
-    std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(hash));
+    std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(fnv1a(text)));
     return hex;
 }
 

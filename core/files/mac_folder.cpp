@@ -20,6 +20,9 @@ constexpr std::size_t longestName = 60;
 /// What most file systems allow for a name, in bytes, less a number that may have to be added.
 constexpr std::size_t longestNameInBytes = 240;
 
+/// Stands in a machine's folder while another folder's files are taken over, and says which.
+constexpr std::string_view adoptingNote = ".adopting";
+
 constexpr std::array<std::string_view, 3> machineFolders = {"days", "months", "practice"};
 constexpr std::array<std::string_view, 3> commonFolders = {".keys", "reports", "assistant"};
 
@@ -111,20 +114,30 @@ std::string sanitized(std::string_view name) {
     return std::string(firstCharacters(result, longestName));
 }
 
-std::string resolve(const fs::path& root, std::string_view id, std::string_view name) {
+std::optional<std::string> find(const fs::path& root, std::string_view id) {
     for (const std::string& entry : namesIn(root))
         if (const auto mark = readMark(root / entry); mark && mark->id == id) return entry;
+    return std::nullopt;
+}
+
+std::string resolve(const fs::path& root, std::string_view id, std::string_view name) {
+    if (auto known = find(root, id)) return *known;
     std::string own = freeName(root, cut(sanitized(name), longestName));
     writeMark(root / own, {std::string(id), std::string(name)});
     return own;
 }
 
-bool adopt(const fs::path& oldRoot, const Store& store, const Progress& progress) {
-    if (isSamePlace(oldRoot, store.root)) return false;
-    const Store old(oldRoot, store.format);
-    const Store own(store.base(), store.format);
-    if (old.days().empty() || !own.days().empty()) return false;
-    return copy(oldRoot, store.root, store.mac, progress);
+Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& progress) {
+    if (isSamePlace(oldRoot, store.root)) return Adoption::sameFolder;
+    if (Store(oldRoot, store.format).days().empty()) return Adoption::nothing;
+    const fs::path note = store.base() / adoptingNote;
+    const std::string from = fs::weakly_canonical(oldRoot).string();
+    if (!Store(store.base(), store.format).days().empty() && readFile(note).text != from)
+        return Adoption::holdsDays;
+    writeFile(note, from);
+    if (!copy(oldRoot, store.root, store.mac, progress)) return Adoption::interrupted;
+    removeFile(note);
+    return Adoption::done;
 }
 
 bool copy(const fs::path& from, const fs::path& into, const std::optional<std::string>& mac,

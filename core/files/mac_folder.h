@@ -34,14 +34,26 @@ std::optional<Mark> readMark(const std::filesystem::path& folder, std::string* w
 /// characters.
 std::string sanitized(std::string_view name);
 
+/// The name of the sub-folder in `root` whose marker has this id; nothing when there is none.
+std::optional<std::string> find(const std::filesystem::path& root, std::string_view id);
+
 /// The name of this machine's sub-folder in `root`: the one whose marker has its id, whatever its name, else
 /// a new one named after the machine, with a number from 2 where that is taken. A new one is made and marked.
 /// Throws std::filesystem::filesystem_error with the path.
 std::string resolve(const std::filesystem::path& root, std::string_view id, std::string_view name);
 
+/// What came of taking over another folder's files.
+enum class Adoption {
+    done,
+    interrupted,  ///< by `progress`; a repeat copies what is missing
+    sameFolder,   ///< the other folder is this one
+    nothing,      ///< the other folder holds no days
+    holdsDays,    ///< this machine's folder holds days of its own already
+};
+
 /// Takes over the files of another data folder, when it is another one, holds days, and this machine's folder
-/// holds none yet; false when there was nothing to do. See `copy`.
-bool adopt(const std::filesystem::path& oldRoot, const Store& store, const Progress& progress = {});
+/// holds none but those of an earlier adoption of it that was interrupted. See `copy`.
+Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const Progress& progress = {});
 
 /// Copies days, months and practice of `from` into the machine's sub-folder of `into` (its top without one),
 /// and the settings, reports and conversations to its top: file by file, never over one that is there

@@ -9,6 +9,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -158,6 +159,31 @@ bool isLetter(std::string_view character) {
 bool isNumber(std::string_view character) {
     return !character.empty() &&
            u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
+bool isControl(std::string_view character) {
+    return !character.empty() && u_charType(scalarAt(character, 0).value) == U_CONTROL_CHAR;
+}
+
+bool isMark(std::string_view character) {
+    return !character.empty() && (U_GET_GC_MASK(scalarAt(character, 0).value) & U_GC_M_MASK) != 0;
+}
+
+bool isVisible(std::string_view character) {
+    return !character.empty() && u_isgraph(scalarAt(character, 0).value);
+}
+
+char32_t firstScalar(std::string_view text) {
+    return text.empty() ? U'\uFFFD' : static_cast<char32_t>(scalarAt(text, 0).value);
+}
+
+std::string utf8(char32_t scalar) {
+    std::array<char, U8_MAX_LENGTH> bytes{};
+    std::size_t size = 0;
+    UBool isError = false;
+    U8_APPEND(reinterpret_cast<std::uint8_t*>(bytes.data()), size, bytes.size(), static_cast<UChar32>(scalar),
+              isError);
+    return isError ? "\uFFFD" : std::string(bytes.data(), size);
 }
 
 std::string uppercased(std::string_view text) {

@@ -29,6 +29,18 @@ bool isSingleCharacter(std::string_view text);
 bool isLetter(std::string_view character);
 bool isNumber(std::string_view character);
 
+/// The same for control characters (NUL and line ends among them), for marks that combine with the
+/// character before them, and for what shows: neither white space nor a control or format character.
+bool isControl(std::string_view character);
+bool isMark(std::string_view character);
+bool isVisible(std::string_view character);
+
+/// The first scalar of `text`; U+FFFD for bytes that are not UTF-8, and for none.
+char32_t firstScalar(std::string_view text);
+
+/// A scalar as UTF-8; U+FFFD for what is none (a surrogate, or past U+10FFFF).
+std::string utf8(char32_t scalar);
+
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 

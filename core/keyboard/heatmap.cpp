@@ -67,22 +67,22 @@ class Ranking {
         std::sort(kept_.begin(), kept_.end());
         if (kept_.empty()) return;
         min_ = static_cast<double>(kept_.front());
-        max_ = static_cast<double>(kept_.back());
+        span_ = std::log(static_cast<double>(kept_.back()) / min_);
     }
 
     std::int64_t operator()(std::int64_t count) const {
         if (kept_.empty() || count < 1) return 0;
         const auto above = std::upper_bound(kept_.begin(), kept_.end(), count);
         const double q = static_cast<double>(above - kept_.begin()) / static_cast<double>(kept_.size());
-        if (max_ == min_) return clampedStep((q * 0.75 + 0.25) * 5);
-        const double size = std::log(static_cast<double>(count) / min_) / std::log(max_ / min_);
+        if (span_ == 0) return clampedStep((q * 0.75 + 0.25) * 5);
+        const double size = std::log(static_cast<double>(count) / min_) / span_;
         return clampedStep((q * 0.75 + size * 0.25) * 5);
     }
 
   private:
     std::vector<std::int64_t> kept_;
     double min_ = 0;
-    double max_ = 0;
+    double span_ = 0;  ///< how far the largest is above the smallest, as a logarithm
 };
 
 /// Rounded half away from zero. Counts below 0 in a damaged file can make it any number, so it is kept in

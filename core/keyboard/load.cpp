@@ -44,6 +44,12 @@ Tally::KeyCounts without(const std::set<KeyCode>& codes, const Tally::KeyCounts&
     return kept;
 }
 
+/// The presses of a key, taken out of the counts.
+std::int64_t taken(Tally::KeyCounts& counts, const Board::Key& key) {
+    if (!key.keyCode || !counts.contains(*key.keyCode)) return 0;
+    return std::exchange(counts[*key.keyCode], 0);
+}
+
 void add(Load::Part& part, std::int64_t presses, double metres) {
     addChecked(part.presses, presses);
     part.metres += metres;
@@ -60,7 +66,7 @@ Load::Load(const Board& board, const Legends& legends, const Tally::KeyCounts& c
     Tally::KeyCounts left = remapped(without(leftOutCodes, counts), moves);
     for (const Board::Key& key : board.keys) {
         const Striker striker = strikerOf(key);
-        const std::int64_t presses = key.keyCode ? std::exchange(left[*key.keyCode], 0) : 0;
+        const std::int64_t presses = taken(left, key);
         const double metres = static_cast<double>(presses) * metresTo(key, homes.at(striker));
         for (Part* part : {&all, &byFinger[striker], &byHand[key.hand], &byRow[key.row]})
             add(*part, presses, metres);

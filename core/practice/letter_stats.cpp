@@ -36,4 +36,10 @@ LetterStats statsOf(const std::string& letter, const LetterCounts& counts) {
     return found == counts.end() ? LetterStats{} : found->second;
 }
 
+LetterStats sumOf(const LetterCounts& counts) {
+    LetterStats sum;
+    for (const auto& [letter, stats] : counts) sum.addSameDay(stats);
+    return sum;
+}
+
 }  // namespace tapcore

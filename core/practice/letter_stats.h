@@ -35,4 +35,7 @@ using LetterCounts = std::map<std::string, LetterStats>;
 /// The counters of a letter, all zeros when it has none.
 LetterStats statsOf(const std::string& letter, const LetterCounts& counts);
 
+/// The counters of all letters of the same days together: the days are the most of any letter.
+LetterStats sumOf(const LetterCounts& counts);
+
 }  // namespace tapcore

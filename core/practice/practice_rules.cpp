@@ -100,6 +100,10 @@ std::int64_t PracticeRules::wpm(std::int64_t milliseconds) {
     return milliseconds < 1 ? 0 : millisecondsOfMinute / keystrokesOfWord / milliseconds;
 }
 
+std::int64_t PracticeRules::wpm(const LetterStats& stats) {
+    return wpm(stats.averageMilliseconds().value_or(0));
+}
+
 std::int64_t PracticeRules::speedTag(std::int64_t speed) { return isPreset(speed) ? speed : ownSpeedTag; }
 
 std::int64_t PracticeRules::speed(std::int64_t picking, std::int64_t from) {

@@ -48,6 +48,8 @@ class PracticeRules {
 
     /// The speed at a time per keystroke; 0 below 1 ms.
     static std::int64_t wpm(std::int64_t milliseconds);
+    /// The speed of the timed presses; 0 without any.
+    static std::int64_t wpm(const LetterStats& stats);
 
     /// The speed picker offers 30, 35, 45 and 60, and tag 0 for any other speed.
     static std::int64_t speedTag(std::int64_t speed);

@@ -98,18 +98,21 @@ TEST(MacFolder, AdoptsFilesFromBeforeWithoutOverwriting) {
     fresh.put(".keys/config.json", "new");
     const Store store(fresh.path(), FileFormat::org, "Studio");
 
-    EXPECT_FALSE(MacFolder::adopt(old.path(), store, [](std::size_t done, std::size_t) { return done < 2; }));
-    EXPECT_EQ(fresh.files().size(), 3U);
-    EXPECT_TRUE(MacFolder::copy(old.path(), fresh.path(), "Studio"));
+    const auto stopAtThird = [](std::size_t done, std::size_t) { return done < 2; };
+    EXPECT_EQ(MacFolder::adopt(old.path(), store, stopAtThird), MacFolder::Adoption::interrupted);
+    EXPECT_EQ(Store(store.base(), store.format).days().size(), 1U);
+    EXPECT_EQ(MacFolder::adopt(old.path(), store), MacFolder::Adoption::done)
+        << "it goes on where it stopped";
     EXPECT_EQ(fresh.files(), (std::map<std::string, std::string>{{".keys/config.json", "new"},
                                                                  {"Studio/days/2026-09-20.org", "old"},
                                                                  {"Studio/months/2026-09.org", "old"},
                                                                  {"Studio/practice/2026-09-20.org", "old"},
                                                                  {"assistant/history/b.md", "old"},
                                                                  {"reports/a.md", "old"}}));
-    EXPECT_FALSE(MacFolder::adopt(old.path(), store)) << "it holds days already";
-    EXPECT_FALSE(MacFolder::adopt(fresh / "../" / fresh.path().filename().string(), store))
-        << "it is the same folder";
+    EXPECT_EQ(MacFolder::adopt(old.path(), store), MacFolder::Adoption::holdsDays);
+    EXPECT_EQ(MacFolder::adopt(fresh / "../" / fresh.path().filename().string(), store),
+              MacFolder::Adoption::sameFolder);
+    EXPECT_EQ(MacFolder::adopt(old / "nowhere", store), MacFolder::Adoption::nothing);
 }
 
 TEST(FolderConfig, FillsInWhatIsMissingAndFallsBackWholeWhenAnythingIsWrong) {

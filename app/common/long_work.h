@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "core/foundation/progress.h"
+
+namespace tappora {
+
+/// Work that may take long: while this lives, it is shown on standard error how far it has come, when that is
+/// a terminal, and Ctrl-C or SIGTERM stop it between two steps instead of ending the program. One at a time.
+class LongWork {
+  public:
+    /// `what` is what the line says: "converting".
+    explicit LongWork(std::string what);
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+    ~LongWork();
+
+    /// To hand to what does the work; false once it is to stop.
+    tapcore::Progress progress();
+
+    /// Throws Failure when the work did not come to its end: it may be run again.
+    void requireDone(bool done) const;
+
+  private:
+    void show(std::size_t done, std::size_t total);
+
+    std::string what_;
+    bool onTerminal_;
+    std::size_t shown_ = 0;  ///< the last whole per cent shown, from 1
+};
+
+}  // namespace tappora

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/common/program.h"
+
+namespace tappora {
+
+/// The user's settings on this machine: one flat JSON object of dotted keys ("folder.path") in
+/// $XDG_CONFIG_HOME/tappora/settings.json. Members nobody asks for are kept.
+class Settings {
+  public:
+    static std::filesystem::path url(const Environment& environment);
+
+    /// The settings as stored; none when there is no file. Failure when the file cannot be read or is no JSON
+    /// object.
+    static Settings read(const Environment& environment);
+
+    /// Stores them whole. Throws std::filesystem::filesystem_error with the path.
+    void write() const;
+
+    /// The value of a key, when it is set. Failure, naming file and key, when it is of another type.
+    std::optional<std::string> text(std::string_view key) const;
+    std::optional<bool> flag(std::string_view key) const;
+    std::optional<std::int64_t> integer(std::string_view key) const;
+
+    void setText(std::string_view key, std::string_view value);
+    void setFlag(std::string_view key, bool value);
+    void setInteger(std::string_view key, std::int64_t value);
+    void remove(std::string_view key);
+
+  private:
+    std::filesystem::path path_;
+    std::map<std::string, std::string, std::less<>> values_;  ///< each as JSON text
+};
+
+}  // namespace tappora

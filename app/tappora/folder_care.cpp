@@ -1,0 +1,179 @@
+// Care for what the data folder holds: formats, months, checks, forgetting and clearing.
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+#include <span>
+
+#include "app/common/confirm.h"
+#include "app/common/data_folder.h"
+#include "app/common/folder_lock.h"
+#include "app/common/long_work.h"
+#include "app/common/program.h"
+#include "app/common/records_json.h"
+#include "app/common/terminal.h"
+#include "app/tappora/folder_tasks.h"
+#include "core/files/folder_check.h"
+#include "core/files/folder_config.h"
+#include "core/files/folder_names.h"
+#include "core/files/store.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Day;
+using tapcore::Store;
+
+/// The data folder, and its lock held.
+struct LockedStore {
+    LockedStore(const FolderOptions& options, const Environment& environment)
+        : lock(lockForWriting(environment, chooseFolder(options, environment).root)),
+          store(openStoreForWriting(options, environment)) {}
+
+    tapcore::FileLock lock;
+    Store store;
+};
+
+/// This machine's own files alone.
+Store own(const Store& store) { return {store.base(), store.format}; }
+
+std::int64_t keystrokes(const Store& store, const std::vector<Day>& days) {
+    std::int64_t sum = 0;
+    for (const Day& day : days) sum += store.read(day).tally.total();
+    return sum;
+}
+
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return fmt::format("{} {}", grouped(static_cast<std::int64_t>(count)), count == 1 ? one : many);
+}
+
+/// "214 days of counts with 1,204,331 keystrokes, 2026-01-03 to 2026-09-20, and 9 months".
+std::string countsOf(const Store& store) {
+    const auto days = store.days();
+    const std::string months = counted(store.names(tapcore::monthsFolder).size(), "month", "months");
+    if (days.empty()) return "no days of counts and " + months;
+    return fmt::format("{} of counts with {} keystrokes, {} to {}, and {}",
+                       counted(days.size(), "day", "days"), grouped(keystrokes(store, days)),
+                       days.front().description(), days.back().description(), months);
+}
+
+std::string practiceOf(const Store& store) {
+    return counted(store.names(tapcore::practiceFolder).size(), "day", "days") + " of practice";
+}
+
+/// "WHAT will be gone from FOLDER", and what stays.
+std::string warning(const Store& store, std::string_view what) {
+    const std::string others = store.macs().empty() ? "" : " What other machines wrote stays.";
+    return fmt::format("{} will be gone from {}, for good.{}", what, store.base().string(), others);
+}
+
+struct Reset {
+    std::string_view name;
+    std::string (*loss)(const Store& own);
+    void (Store::*run)() const;
+};
+
+constexpr Reset resets[] = {
+    {"heatmap",
+     [](const Store& store) {
+         return fmt::format("Which keys were pressed, in {} (how many stays),",
+                            counted(store.days().size(), "day", "days"));
+     },
+     &Store::resetHeatmap},
+    {"shortcuts",
+     [](const Store& store) {
+         return fmt::format("Which shortcuts were pressed, in {},",
+                            counted(store.days().size(), "day", "days"));
+     },
+     &Store::resetShortcuts},
+    {"practice", practiceOf, &Store::resetPractice},
+};
+
+constexpr Reset clearings[] = {
+    {"counts", countsOf, &Store::clearCounts},
+    {"all",
+     [](const Store& store) {
+         return countsOf(store) + ", " + practiceOf(store) + ", all reports and all conversations";
+     },
+     &Store::clearAll},
+};
+
+const Reset* named(std::span<const Reset> all, std::string_view name) {
+    for (const Reset& reset : all)
+        if (reset.name == name) return &reset;
+    return nullptr;
+}
+
+void perform(const Reset& reset, const Store& store, bool yes) {
+    confirm(warning(store, reset.loss(own(store))), yes);
+    (store.*reset.run)();
+    print("Done.\n");
+}
+
+void clearOneDay(const Day& day, const Store& store, bool yes) {
+    const std::string count = grouped(own(store).read(day).tally.total());
+    confirm(warning(store, fmt::format("{} with {} keystrokes", day.description(), count)), yes);
+    store.clearDay(day);
+    print("Done.\n");
+}
+
+}  // namespace
+
+void convertFolder(const std::optional<std::string>& format, const FolderOptions& options,
+                   const Environment& environment) {
+    LockedStore locked(options, environment);
+    if (format) {
+        auto config = tapcore::FolderConfig::read(locked.store.root);
+        config.format = locked.store.format = parseFormat("--to", *format);
+        config.write(locked.store.root);
+    }
+    LongWork work("converting");
+    work.requireDone(locked.store.convert(work.progress()));
+    print(
+        fmt::format("{}: every file is in {}\n", locked.store.base().string(), locked.store.format.title()));
+}
+
+void refreshMonths(const FolderOptions& options, const Environment& environment) {
+    const LockedStore locked(options, environment);
+    LongWork work("summing months");
+    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
+    work.requireDone(locked.store.refreshRollups(now, work.progress()));
+    print(fmt::format("{}: {} up to date\n", locked.store.base().string(),
+                      counted(own(locked.store).names(tapcore::monthsFolder).size(), "month", "months")));
+}
+
+void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
+    const Store store = openStore(options, environment);
+    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
+    const tapcore::FileProblems problems = tapcore::checkFolder(store, now);
+    if (json) {
+        nlohmann::json findings = nlohmann::json::array();
+        for (const auto& problem : problems)
+            findings.push_back(
+                {{"path", problem.path.string()}, {"line", problem.line}, {"why", problem.why}});
+        print(jsonText(findings));
+    } else {
+        for (const auto& problem : problems) print(described(problem) + "\n");
+    }
+    if (!problems.empty())
+        throw Failure(store.root.string(), counted(problems.size(), "finding", "findings"));
+}
+
+void resetFolder(const std::string& what, bool yes, const FolderOptions& options,
+                 const Environment& environment) {
+    const Reset* reset = named(resets, what);
+    if (!reset) throw UsageError("folder reset: not heatmap, shortcuts or practice: " + what);
+    perform(*reset, LockedStore(options, environment).store, yes);
+}
+
+void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
+                 const Environment& environment) {
+    const Reset* clearing = named(clearings, what);
+    const auto day = Day::parse(what);
+    if (!clearing && !day) throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
+    const LockedStore locked(options, environment);
+    if (clearing) perform(*clearing, locked.store, yes);
+    else clearOneDay(*day, locked.store, yes);
+}
+
+}  // namespace tappora

@@ -1,0 +1,145 @@
+// Where the data folder is: showing, choosing, sharing it.
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "app/common/data_folder.h"
+#include "app/common/folder_lock.h"
+#include "app/common/long_work.h"
+#include "app/common/program.h"
+#include "app/common/records_json.h"
+#include "app/common/settings.h"
+#include "app/tappora/folder_tasks.h"
+#include "core/files/data_listing.h"
+#include "core/files/folder_names.h"
+#include "core/files/mac_folder.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::Store;
+
+struct Contents {
+    std::uintmax_t bytes = 0;
+    std::size_t files = 0;
+    std::size_t inCloud = 0;
+};
+
+/// What lies in the folders of a part.
+void add(Contents& contents, const fs::path& part) {
+    std::error_code error;
+    for (const std::string_view folder : Store::ownFolders) {
+        fs::recursive_directory_iterator entry(part / folder, error);
+        for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+            if (!entry->is_regular_file(error)) continue;
+            ++contents.files;
+            contents.bytes += entry->file_size(error);
+            contents.inCloud += entry->path().extension() == ".icloud" ? 1 : 0;
+        }
+    }
+}
+
+std::string readableSize(std::uintmax_t bytes) {
+    if (bytes < 10'000) return fmt::format("{} bytes", bytes);
+    if (bytes < 10'000'000) return fmt::format("{} kB", bytes / 1000);
+    return fmt::format("{} MB", bytes / 1'000'000);
+}
+
+std::string span(const std::vector<tapcore::Day>& days) {
+    if (days.empty()) return "none yet";
+    return fmt::format("{}, {} to {}", days.size(), days.front().description(), days.back().description());
+}
+
+void printText(const FolderChoice& choice, const Store& store, const Contents& contents) {
+    const auto row = [](std::string_view title, std::string_view value) {
+        print(fmt::format("{:<10} {}\n", title, value));
+    };
+    row("Folder", choice.root.string());
+    row("Chosen", choice.why());
+    row("Format", store.format.title());
+    if (const auto macs = store.macs(); !macs.empty())
+        row("Machines", fmt::format("{}", fmt::join(macs, ", ")));
+    if (store.mac) row("This one", *store.mac);
+    row("Days", span(store.days()));
+    row("Months", std::to_string(store.names(tapcore::monthsFolder).size()));
+    row("Practice", fmt::format("{} days", store.names(tapcore::practiceFolder).size()));
+    row("Size", fmt::format("{} in {} files", readableSize(contents.bytes), contents.files));
+    if (contents.inCloud > 0)
+        row("In iCloud", fmt::format("{} files that are not here yet", contents.inCloud));
+    if (store.needsConversion())
+        print("Some files are in the other format; tappora folder convert makes them one.\n");
+}
+
+nlohmann::json toJson(const FolderChoice& choice, const Store& store, const Contents& contents) {
+    nlohmann::json days = nlohmann::json::array();
+    for (const tapcore::Day& day : store.days()) days.push_back(day.description());
+    nlohmann::json result = {{"root", choice.root.string()},
+                             {"why", choice.why()},
+                             {"format", store.format.rawValue()},
+                             {"macs", store.macs()},
+                             {"days", days},
+                             {"months", store.names(tapcore::monthsFolder)},
+                             {"practice", store.names(tapcore::practiceFolder)},
+                             {"bytes", contents.bytes},
+                             {"files", contents.files},
+                             {"inCloud", contents.inCloud},
+                             {"needsConversion", store.needsConversion()}};
+    if (store.mac) result["mac"] = *store.mac;
+    return result;
+}
+
+}  // namespace
+
+void showFolder(const FolderOptions& options, const Environment& environment, bool json) {
+    const FolderChoice choice = chooseFolder(options, environment);
+    const Store store = openStore(options, environment);
+    Contents contents;
+    for (const Store& part : store.readParts()) add(contents, part.root);
+    if (json) print(jsonText(toJson(choice, store, contents)));
+    else printText(choice, store, contents);
+}
+
+void setFolder(const std::optional<std::string>& directory, const Environment& environment) {
+    Settings settings = Settings::read(environment);
+    if (!directory) {
+        settings.remove(folderKey);
+    } else {
+        if (directory->empty()) throw UsageError("folder set: name a folder, or say --usual");
+        const fs::path folder = fs::absolute(*directory).lexically_normal();
+        tapcore::makeFolders(folder);
+        settings.setText(folderKey, folder.string());
+    }
+    settings.write();
+    const FolderChoice choice = chooseFolder({}, environment);
+    print(fmt::format("{}: {}\n", choice.root.string(), choice.why()));
+}
+
+void shareFolder(const FolderOptions& options, const Environment& environment) {
+    const fs::path root = chooseFolder(options, environment).root;
+    const auto lock = lockForWriting(environment, root);
+    const Store store = openStoreForWriting(options, environment, true);
+    print(fmt::format("{}: this machine writes into \"{}\"\n", root.string(), store.mac.value_or("")));
+}
+
+void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
+    using tapcore::MacFolder::Adoption;
+    if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
+    const auto lock = lockForWriting(environment, chooseFolder(options, environment).root);
+    const Store store = openStoreForWriting(options, environment);
+    LongWork work("taking over");
+    const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress());
+    if (outcome == Adoption::sameFolder) throw Failure(directory, "is the data folder itself");
+    if (outcome == Adoption::nothing) throw Failure(directory, "holds no days to take over");
+    if (outcome == Adoption::holdsDays)
+        throw Failure(store.base().string(), "holds days already, so nothing is taken over");
+    work.requireDone(outcome == Adoption::done);
+    print(fmt::format("{}: took over what {} holds\n", store.base().string(), directory));
+}
+
+}  // namespace tappora

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tappora {
+
+struct Environment;
+struct FolderOptions;
+
+// What `tappora folder` does, a function a task. Each fails with Failure, UsageError or filesystem_error.
+
+void showFolder(const FolderOptions& options, const Environment& environment, bool json);
+/// Stores the choice, or goes back to the usual place.
+void setFolder(const std::optional<std::string>& directory, const Environment& environment);
+void shareFolder(const FolderOptions& options, const Environment& environment);
+void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment);
+
+void convertFolder(const std::optional<std::string>& format, const FolderOptions& options,
+                   const Environment& environment);
+void refreshMonths(const FolderOptions& options, const Environment& environment);
+/// Prints a line for each finding, and fails when there is one.
+void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json);
+
+// These destroy, and ask first unless `yes`.
+void resetFolder(const std::string& what, bool yes, const FolderOptions& options,
+                 const Environment& environment);
+void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
+                 const Environment& environment);
+
+}  // namespace tappora

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tapcore {
+
+/// FNV-1a, 64 bits (http://www.isthe.com/chongo/tech/comp/fnv/): tells texts apart that nobody forges.
+constexpr std::uint64_t fnv1a(std::string_view text) {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    return hash;
+}
+
+}  // namespace tapcore
