@@ -17,7 +17,10 @@ struct Environment;
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void mcpCommand    (CommandLine&, const Environment&);
+void promptCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
+void toolCommand   (CommandLine&, const Environment&);
 // clang-format on
 
 /// How a command runs: as a function of this program, or as a program of its own beside it, which is started
@@ -46,6 +49,10 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"ask",     "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
+    {"tool",    "One of the assistant's tools by hand",                           run<toolCommand>},
+    {"prompt",  "What to tell an agent of your own choice",                       run<promptCommand>},
+    {"mcp",     "The assistant's tools for any agent",                            run<mcpCommand>},
 };
 // clang-format on
 
