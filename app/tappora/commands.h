@@ -46,6 +46,7 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
 };
 // clang-format on
 
