@@ -12,7 +12,7 @@ namespace {
 
 /// What the keys of an Apple board for English print, by macOS key code; blank where it is no single
 /// character.
-constexpr std::string_view printed = "ASDFHGZXCV BQWERYT123465=97-80]OU[IP LJ'K;\\,/NM. `";
+constexpr std::string_view printed = "ASDFHGZXCV BQWERYT123465=97-80]OU[IP LJ'K;\\,/NM.  `";
 
 TEST(KeyCodes, GiveTheKeyThatPrintsWhatLinuxNamesItBy) {
     const std::map<std::string, char> names = {{"MINUS", '-'},       {"EQUAL", '='},      {"LEFTBRACE", '['},
