@@ -24,16 +24,17 @@ std::optional<std::string_view> eventIn(std::string_view line) {
     return line.substr(at + eventMark.size());
 }
 
-/// "12.000345", in microseconds.
+/// "12.000345"
 bool takeTime(FieldWalker& fields, std::int64_t& time) {
     std::uint64_t seconds = 0;
     std::uint32_t fraction = 0;
     fields.skipBlanks();
-    if (!fields.take(seconds) || seconds > mostSeconds || !fields.take('.')) return false;
+    if (!fields.take(seconds) || !fields.take('.')) return false;
     const std::size_t before = fields.rest().size();
     if (!fields.take(fraction) || before - fields.rest().size() != 6) return false;
-    time = static_cast<std::int64_t>(seconds) * 1'000'000 + fraction;
-    return true;
+    const auto taken = recordedTime(seconds, fraction);
+    time = taken.value_or(0);
+    return taken.has_value();
 }
 
 bool takeField(FieldWalker& fields, auto& value, int base) {
@@ -68,13 +69,11 @@ Recording readEvemu(std::string_view text) {
     Recording recording;
     for (LineWalker lines(text); lines.next();) {
         const std::string_view line = lines.line();
-        if (line.starts_with("N: "))
-            recording.devices.push_back({.name = std::string(line.substr(3)), .node = ""});
+        if (line.starts_with("N: ")) recording.devices.push_back({.name = std::string(line.substr(3))});
         if (line.starts_with("I: ") && !recording.devices.empty()) readIds(line, recording.devices.back());
         const auto found = eventIn(line);
         if (!found) continue;
-        if (recording.devices.empty())
-            recording.devices.push_back({.name = "a device without a name", .node = ""});
+        if (recording.devices.empty()) recording.devices.push_back({.name = "a device without a name"});
         RecordedEvent event{.device = static_cast<DeviceId>(recording.devices.size() - 1)};
         if (!readEvent(*found, event)) throw RecordingError(lines.number(), "damaged event line");
         recording.events.push_back(event);

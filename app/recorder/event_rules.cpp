@@ -31,7 +31,7 @@ ButtonWords wordsFor(std::uint16_t code) {
 }  // namespace
 
 void EventRules::plug(DeviceId id, const InputDevice& device) {
-    sources_[id] = Source{.device = device, .held = {}};
+    sources_[id] = Source{.device = device};
     // A device may be the copy of one that came only now.
     for (auto& [other, source] : sources_) source.isPosting = isPosting(source.device);
 }

@@ -22,7 +22,7 @@ class EventRules {
     struct Options {
         bool countsMouse = true;
         BoardShape board = BoardShape::ansi;
-        std::vector<std::string> remappers;  ///< parts of device names, besides the known ones
+        std::vector<std::string> remappers{};  ///< parts of device names, besides the known ones
     };
 
     /// Called with each line of the event watch.
@@ -44,7 +44,7 @@ class EventRules {
     struct Source {
         InputDevice device;
         bool isPosting = false;          ///< a program's: its events are not the user's
-        std::vector<LinuxKey> held;      ///< modifier keys
+        std::vector<LinuxKey> held{};    ///< modifier keys
         std::array<double, 2> turned{};  ///< of each wheel, less than a step
     };
 

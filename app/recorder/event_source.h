@@ -37,8 +37,8 @@ class EventSource {
 
 struct SourceOptions {
     std::string seat = "seat0";
-    std::vector<std::string> ignored;  ///< names of devices to leave alone
-    bool tapsClick = false;            ///< taps on touchpads are clicks
+    std::vector<std::string> ignored{};  ///< names of devices to leave alone
+    bool tapsClick = false;              ///< taps on touchpads are clicks
 };
 
 /// Listens to the devices through libinput and udev, on any display server and on the console. Devices are

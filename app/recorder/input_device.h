@@ -8,8 +8,8 @@ namespace tappora {
 
 /// A device that events come from.
 struct InputDevice {
-    std::string name;  ///< as its driver calls it
-    std::string node;  ///< "/dev/input/event3"; "" when a recording does not say
+    std::string name;    ///< as its driver calls it
+    std::string node{};  ///< "/dev/input/event3"; "" when a recording does not say
     std::uint16_t bus = 0;
     std::uint16_t vendor = 0;
     std::uint16_t product = 0;

@@ -38,10 +38,11 @@ bool takeList(FieldWalker& fields, RecordedEvent& event) {
         return found;
     };
     if (!take('[', seconds) || !take(',', fraction) || !take(',', event.type) || !take(',', event.code) ||
-        !take(',', event.value) || !fields.take(']') || seconds > mostSeconds || fraction > 999'999)
+        !take(',', event.value) || !fields.take(']'))
         return false;
-    event.time = static_cast<std::int64_t>(seconds) * 1'000'000 + fraction;
-    return true;
+    const auto time = recordedTime(seconds, fraction);
+    event.time = time.value_or(0);
+    return time.has_value();
 }
 
 /// Where a line's list, or its list of lists, begins: behind the dash or "evdev:" at its start, or behind

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <string_view>
 
 #include "app/common/program.h"
@@ -46,6 +47,16 @@ std::string textOf(const std::filesystem::path& path) {
 bool isEarlier(const RecordedEvent& one, const RecordedEvent& other) { return one.time < other.time; }
 
 }  // namespace
+
+std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t microseconds) {
+    constexpr std::uint64_t perSecond = 1'000'000;
+    constexpr std::int64_t most = 100'000'000'000'000'000;
+    if (microseconds >= perSecond || seconds > std::numeric_limits<std::uint64_t>::max() / perSecond)
+        return std::nullopt;
+    const auto time = static_cast<std::int64_t>(seconds * perSecond + microseconds);
+    if (time < -most || time > most) return std::nullopt;
+    return time;
+}
 
 Recording readRecording(const std::filesystem::path& path) {
     const std::string text = textOf(path);

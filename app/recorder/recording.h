@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -43,8 +44,9 @@ class RecordingError : public std::runtime_error {
     std::size_t line_;
 };
 
-/// Events that take longer than this from the first one are no recording's: some three thousand years.
-inline constexpr std::int64_t mostSeconds = 99'999'999'999;
+/// A time of so many seconds and microseconds, before 0 as numbers that wrapped around 64 bits; nothing for
+/// one more than three thousand years from 0, or no time at all.
+std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t microseconds);
 
 /// Reads a file that evemu-record or libinput record wrote. Failure names the file, and the line, of what
 /// cannot be read: a missing file, another kind of file, a recording without events, a damaged line.
