@@ -125,16 +125,21 @@ void Lists::read(std::string_view lists, std::size_t number) {
     areMasked = areMasked || (events.back().type == EV_KEY && fields.rest().ends_with("(obfuscated)"));
 }
 
+void readIds(const YAML::Node& ids, InputDevice& device) {
+    if (!ids || !ids.IsSequence() || ids.size() < 3) return;
+    device.bus = ids[0].as<std::uint16_t>();
+    device.vendor = ids[1].as<std::uint16_t>();
+    device.product = ids[2].as<std::uint16_t>();
+    device.isVirtual = device.bus == BUS_VIRTUAL;
+}
+
 InputDevice deviceOf(const YAML::Node& node) {
+    InputDevice device{.name = "a device without a name"};
+    if (const YAML::Node path = node["node"]) device.node = path.as<std::string>();
     const YAML::Node evdev = node["evdev"];
-    InputDevice device{.name = evdev["name"].as<std::string>("a device without a name"),
-                       .node = node["node"].as<std::string>("")};
-    if (const YAML::Node ids = evdev["id"]; ids.IsSequence() && ids.size() >= 3) {
-        device.bus = ids[0].as<std::uint16_t>();
-        device.vendor = ids[1].as<std::uint16_t>();
-        device.product = ids[2].as<std::uint16_t>();
-        device.isVirtual = device.bus == BUS_VIRTUAL;
-    }
+    if (!evdev || !evdev.IsMap()) return device;
+    if (const YAML::Node name = evdev["name"]) device.name = name.as<std::string>();
+    readIds(evdev["id"], device);
     return device;
 }
 

@@ -91,12 +91,12 @@ void LiveRecorder::finish() {
     }
 }
 
-/// "120 presses and 7 clicks of 2026-09-20, …".
+/// "presses 120, clicks 7 of 2026-09-20; …".
 std::string LiveRecorder::unstored() const {
     std::string list;
     for (const auto& [day, counts] : book_.days())
-        list += fmt::format("{}{} presses and {} clicks of {}", list.empty() ? "" : ", ",
-                            counts.tally.total(), counts.tally.mouseTotal().allClicks(), day.description());
+        list += fmt::format("{}presses {}, clicks {} of {}", list.empty() ? "" : "; ", counts.tally.total(),
+                            counts.tally.mouseTotal().allClicks(), day.description());
     return list;
 }
 

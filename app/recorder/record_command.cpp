@@ -89,7 +89,7 @@ void warnOfMaskedKeys(const std::string& file, const Recording& recording) {
 
 void printCounts(const DayBook& book) {
     for (const auto& [day, counts] : book.days())
-        fmt::print("{}: {} presses, {} clicks\n", day.description(), counts.tally.total(),
+        fmt::print("{}: presses {}, clicks {}\n", day.description(), counts.tally.total(),
                    counts.tally.mouseTotal().allClicks());
     if (book.days().empty()) fmt::print("nothing in it is counted\n");
 }
