@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "app/common/program.h"
-#include "app/recorder/wake_ups.h"
 
 namespace tappora {
 namespace {
@@ -43,11 +42,12 @@ LiveRecorder::LiveRecorder(tapcore::Calendar calendar, EventRules::Options optio
       rules_(std::move(options), counter_, std::move(watch)) {}
 
 void LiveRecorder::run(EventSource& source) {
+    const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
     goTo(world_.now());
     source.dispatch(*this);
     if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
     try {
-        listen(source);
+        listen(source, signals);
     } catch (...) {
         finish();
         throw;
@@ -55,8 +55,7 @@ void LiveRecorder::run(EventSource& source) {
     finish();
 }
 
-void LiveRecorder::listen(EventSource& source) {
-    const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
+void LiveRecorder::listen(EventSource& source, const SignalQueue& signals) {
     const Alarm minuteEnd;
     for (bool goesOn = true; goesOn;) {
         if (minuteEnd.set(clock_.minuteEnds()))

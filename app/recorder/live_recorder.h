@@ -9,6 +9,7 @@
 #include "app/recorder/day_book.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
+#include "app/recorder/wake_ups.h"
 #include "core/counting/counter.h"
 #include "core/foundation/calendar.h"
 
@@ -44,7 +45,7 @@ class LiveRecorder : private EventListener {
     void unreadable(const InputDevice& device, std::error_code why) override;
     void happened(DeviceId id, const InputEvent& event) override;
 
-    void listen(EventSource& source);
+    void listen(EventSource& source, const SignalQueue& signals);
     void finish();
     void goTo(tapcore::Instant now);
     void store();
