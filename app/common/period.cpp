@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "app/common/data_folder.h"
+#include "app/common/terminal.h"
 
 namespace tappora {
 namespace {
@@ -16,19 +17,30 @@ std::int64_t daysBetween(const tapcore::Day& first, const tapcore::Day& last,
 
 }  // namespace
 
-void addPeriodOptions(CLI::App& command, PeriodOptions& options) {
-    command.add_option("--from", options.from, "The first day; six days before the last when not given")
+void addPeriodOptions(CLI::App& command, PeriodOptions& options, std::int64_t usualDays) {
+    const std::string usual = usualDays == 7 ? "six" : std::to_string(usualDays - 1);
+    command
+        .add_option("--from", options.from,
+                    "The first day; " + usual + " days before the last when not given")
         ->type_name("YYYY-MM-DD");
     command.add_option("--to", options.to, "The last day; today when not given")->type_name("YYYY-MM-DD");
 }
 
-Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const tapcore::Calendar& calendar) {
+Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const tapcore::Calendar& calendar,
+                std::int64_t usualDays) {
     const tapcore::Day last = options.to ? parseDay("--to", *options.to) : today;
-    const tapcore::Day first = options.from ? parseDay("--from", *options.from) : last.adding(-6, calendar);
+    const tapcore::Day first =
+        options.from ? parseDay("--from", *options.from) : last.adding(1 - usualDays, calendar);
     const std::int64_t days = daysBetween(first, last, calendar) + 1;
     if (days < 1)
         throw UsageError(fmt::format("--from: {} is after {}", first.description(), last.description()));
     return {first, last, days};
+}
+
+std::string description(const Period& period) {
+    if (period.days == 1) return period.last.description();
+    return fmt::format("{} to {}, {} days", period.first.description(), period.last.description(),
+                       grouped(period.days));
 }
 
 }  // namespace tappora

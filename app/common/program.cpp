@@ -12,6 +12,12 @@
 namespace tappora {
 namespace {
 
+/// The file that is running; empty where the system does not tell.
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
 /// "PATH: WHY" of a failed operation on a file.
 std::string explained(const std::filesystem::filesystem_error& error) {
     return error.path1().string() + ": " + error.code().message();
@@ -46,7 +52,8 @@ Environment hostEnvironment() {
             },
             .now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()),
             .zone = tapcore::Calendar::hostZone(),
-            .onTerminal = isatty(STDOUT_FILENO) == 1};
+            .onTerminal = isatty(STDOUT_FILENO) == 1,
+            .program = runningProgram()};
 }
 
 std::string version() { return "tappora " TAPPORA_VERSION; }

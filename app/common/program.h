@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -18,8 +19,9 @@ namespace tappora {
 struct Environment {
     std::function<std::optional<std::string>(const std::string& name)> variable;
     tapcore::Instant now;
-    std::string zone;         ///< the time zone's name
-    bool onTerminal = false;  ///< whether a person reads standard output on a terminal
+    std::string zone;                    ///< the time zone's name
+    bool onTerminal = false;             ///< whether a person reads standard output on a terminal
+    std::filesystem::path program = {};  ///< the file that is running
 };
 
 /// The real one.

@@ -16,10 +16,7 @@ namespace tappora {
 namespace {
 
 std::string summaryText(const Period& period, const tapcore::Summary& summary, const Terminal& terminal) {
-    const std::string title = period.days == 1 ? period.last.description()
-                                               : fmt::format("{} to {}, {} days", period.first.description(),
-                                                             period.last.description(), grouped(period.days));
-    return terminal.bold(title) + "\n\n" + figures(summary) + hoursSection(summary, terminal) +
+    return terminal.bold(description(period)) + "\n\n" + figures(summary) + hoursSection(summary, terminal) +
            daysSection(summary, terminal) + topSection(summary, activeLegends(), 10, terminal);
 }
 

@@ -22,6 +22,10 @@
 
 namespace tapcore {
 
+struct Layout;
+struct PracticeDay;
+struct PracticeHistory;
+
 /// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
 /// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
 /// writes only into this machine's own sub-folder.
@@ -133,6 +137,19 @@ class Store {
     /// when it was interrupted.
     bool refreshRollups(const Day& today, const Progress& progress = {}) const;
 
+    // Practice days, core/practice/practice_day.h.
+
+    std::filesystem::path practiceURL(const Day& day) const;
+    /// The days that have a practice file, ascending.
+    std::vector<Day> practiceDays() const;
+    /// A day's practice, of all parts and copies merged; an empty day without a file.
+    PracticeDay readPractice(const Day& day, FileProblems* problems = nullptr) const;
+    /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
+    PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
+    /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both
+    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole.
+    void addPractice(const PracticeDay& practised, const Day& day) const;
+
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
     // changed at all.
 
@@ -155,16 +172,32 @@ class Store {
     /// Removes counts, practice, reports and conversations.
     void clearAll() const;
 
+    // The user's own layouts, a file "ID.json" each. Defined beside the record of a layout.
+
+    /// Where this machine writes them.
+    std::filesystem::path ownLayoutsURL() const;
+    /// Those of all parts; of two with one id, this machine's. A file that is no layout, or whose name is not
+    /// its id, is named in `problems` and left out.
+    std::vector<Layout> ownLayouts(FileProblems* problems = nullptr) const;
+    /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
+    /// digit; and not "auto", which stands for the system's layout.
+    static bool isSafeLayoutID(std::string_view id);
+    /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not safe.
+    std::filesystem::path saveOwnLayout(const Layout& layout) const;
+
   private:
     /// A store of one folder alone.
     Store single(std::filesystem::path folder) const;
     std::vector<std::string> markedFolders() const;
+    /// The days that the files of a folder are named after, ascending.
+    std::vector<Day> daysIn(std::string_view folder) const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
     void forget(const std::function<void(DayFile&)>& inDay,
                 const std::function<void(MonthRollup&)>& inMonth) const;
     void convertFile(std::string_view folder, const std::string& name) const;
-    /// Defined beside the record of a practice day.
+    // Defined beside the record of a practice day.
+    void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change) const;
     void convertPractice(const std::string& name) const;
 
     bool single_ = false;

@@ -46,16 +46,9 @@ std::optional<std::int64_t> Summary::keyboardShare() const {
 
 Summary Summary::remapped(const std::optional<KeyRemap>& remap) const {
     if (!remap) return *this;
-    const auto target = [&](KeyCode code) {
-        const auto found = remap->find(code);
-        return found == remap->end() ? code : found->second;
-    };
     Summary result = *this;
-    result.byKey.clear();
-    result.byChord.clear();
-    for (const auto& [code, count] : byKey) addChecked(result.byKey[target(code)], count);
-    for (const auto& [chord, count] : byChord)
-        addChecked(result.byChord[{chord.modifiers, target(chord.keyCode)}], count);
+    result.byKey = tapcore::remapped(byKey, *remap);
+    result.byChord = tapcore::remapped(byChord, *remap);
     return result;
 }
 

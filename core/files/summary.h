@@ -2,18 +2,15 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <vector>
 
 #include "core/counting/day.h"
+#include "core/counting/key_remap.h"
 #include "core/counting/tally.h"
 #include "core/files/day_file.h"
 
 namespace tapcore {
-
-/// The user's own key remapping: the code that a key's press is to be reported under.
-using KeyRemap = std::map<KeyCode, KeyCode>;
 
 /// A period of days added up: what reports, widgets and the assistant take their figures from.
 struct Summary {

@@ -1,5 +1,7 @@
 #include "core/foundation/characters.h"
 
+#include <unicode/bytestream.h>
+#include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
 #include <unicode/ucasemap.h>
 #include <unicode/uchar.h>
@@ -7,6 +9,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -96,6 +99,15 @@ std::string cased(std::string_view text, CaseFunction convert) {
     return result;
 }
 
+void appendScalar(std::string& text, UChar32 scalar) {
+    char bytes[U8_MAX_LENGTH];
+    std::size_t size = 0;
+    U8_APPEND_UNSAFE(bytes, size, scalar);
+    text.append(bytes, size);
+}
+
+constexpr std::string_view betweenNames = " + ";
+
 std::string mappedAscii(std::string_view text, char first, char last, int shift) {
     std::string result(text);
     for (char& c : result)
@@ -149,6 +161,31 @@ bool isNumber(std::string_view character) {
            u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }
 
+bool isControl(std::string_view character) {
+    return !character.empty() && u_charType(scalarAt(character, 0).value) == U_CONTROL_CHAR;
+}
+
+bool isMark(std::string_view character) {
+    return !character.empty() && (U_GET_GC_MASK(scalarAt(character, 0).value) & U_GC_M_MASK) != 0;
+}
+
+bool isVisible(std::string_view character) {
+    return !character.empty() && u_isgraph(scalarAt(character, 0).value);
+}
+
+char32_t firstScalar(std::string_view text) {
+    return text.empty() ? U'\uFFFD' : static_cast<char32_t>(scalarAt(text, 0).value);
+}
+
+std::string utf8(char32_t scalar) {
+    std::array<char, U8_MAX_LENGTH> bytes{};
+    std::size_t size = 0;
+    UBool isError = false;
+    U8_APPEND(reinterpret_cast<std::uint8_t*>(bytes.data()), size, bytes.size(), static_cast<UChar32>(scalar),
+              isError);
+    return isError ? "\uFFFD" : std::string(bytes.data(), size);
+}
+
 std::string uppercased(std::string_view text) {
     return isAscii(text) ? mappedAscii(text, 'a', 'z', 'A' - 'a') : cased(text, ucasemap_utf8ToUpper);
 }
@@ -170,6 +207,48 @@ std::string_view trimmedWhiteSpace(std::string_view text) {
         text = text.substr(0, start);
     }
     return text;
+}
+
+std::string characterName(std::string_view character) {
+    std::string names;
+    while (!character.empty()) {
+        const Scalar scalar = scalarAt(character, 0);
+        char name[128];  // the longest has 88 bytes
+        UErrorCode status = U_ZERO_ERROR;
+        u_charName(scalar.value, U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
+        require(status, "no character names");
+        if (!names.empty()) names += betweenNames;
+        names += lowercased(name);
+        character.remove_prefix(scalar.size);
+    }
+    return names;
+}
+
+std::optional<std::string> namedCharacter(std::string_view name) {
+    std::string result;
+    while (true) {
+        const std::size_t end = std::min(name.find(betweenNames), name.size());
+        UErrorCode status = U_ZERO_ERROR;
+        const UChar32 scalar =
+            u_charFromName(U_EXTENDED_CHAR_NAME, std::string(name.substr(0, end)).c_str(), &status);
+        if (U_FAILURE(status)) return std::nullopt;
+        appendScalar(result, scalar);
+        if (end == name.size()) return result;
+        name.remove_prefix(end + betweenNames.size());
+    }
+}
+
+std::string composed(std::string_view text) {
+    if (isAscii(text)) return std::string(text);
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2* form = icu::Normalizer2::getNFCInstance(status);
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    if (form)
+        form->normalizeUTF8(0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
+                            nullptr, status);
+    require(status, "no normalization");
+    return result;
 }
 
 std::size_t firstInvalidUtf8(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,11 +29,32 @@ bool isSingleCharacter(std::string_view text);
 bool isLetter(std::string_view character);
 bool isNumber(std::string_view character);
 
+/// The same for control characters (NUL and line ends among them), for marks that combine with the
+/// character before them, and for what shows: neither white space nor a control or format character.
+bool isControl(std::string_view character);
+bool isMark(std::string_view character);
+bool isVisible(std::string_view character);
+
+/// The first scalar of `text`; U+FFFD for bytes that are not UTF-8, and for none.
+char32_t firstScalar(std::string_view text);
+
+/// A scalar as UTF-8; U+FFFD for what is none (a surrogate, or past U+10FFFF).
+std::string utf8(char32_t scalar);
+
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 
 /// `text` without white space (Unicode's) at its ends.
 std::string_view trimmedWhiteSpace(std::string_view text);
+
+/// The name of a character in words, as the Unicode Standard gives it, lower-cased: "vertical line". The
+/// names of one that has several scalars are joined by " + ".
+std::string characterName(std::string_view character);
+/// The character of such a name, whatever its case; nothing when it names none.
+std::optional<std::string> namedCharacter(std::string_view name);
+
+/// `text` with what can be one scalar as one: "e" and a combining acute become "é" (Normalization Form C).
+std::string composed(std::string_view text);
 
 /// The place of the first byte that is not UTF-8, or npos when all of `text` is.
 std::size_t firstInvalidUtf8(std::string_view text);

@@ -1,21 +1,96 @@
 #include "core/foundation/json_fields.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
+
+#include "core/foundation/characters.h"
 
 namespace tapcore {
 
 using nlohmann::json;
 
+namespace {
+
+constexpr std::size_t deepest = 500;
+
+/// Text from a file, short enough for a message and fit to print.
+std::string excerpt(std::string_view text) {
+    constexpr std::size_t limit = 200;
+    const std::string whole = repairedUtf8(text.substr(0, limit * 8));
+    const std::string_view start = firstCharacters(whole, limit);
+    return std::string(start).append(start.size() < text.size() ? "…" : "");
+}
+
+/// Where an array or object opens that stands too deep, or npos.
+std::size_t tooDeep(std::string_view text) {
+    std::size_t depth = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '"') inString = !inString;
+        if (inString && c == '\\') ++i;
+        if (inString) continue;
+        if ((c == '[' || c == '{') && ++depth > deepest) return i;
+        if ((c == ']' || c == '}') && depth > 0) --depth;
+    }
+    return std::string_view::npos;
+}
+
+void refuseDepth(std::string_view text) {
+    const std::size_t at = tooDeep(text);
+    if (at == std::string_view::npos) return;
+    const std::string_view before = text.substr(0, at);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const auto column = before.size() - (before.rfind('\n') + 1) + 1;  // npos + 1 is 0
+    throw JsonError("nested more than " + std::to_string(deepest) + " deep at line " + std::to_string(line) +
+                    ", column " + std::to_string(column));
+}
+
+/// "[json.exception.parse_error.101] parse error at line 1, column 4: …" without its number.
+std::string explained(const json::exception& error) {
+    const std::string_view what = error.what();
+    const auto end = what.find("] ");
+    return excerpt(end == std::string_view::npos ? what : what.substr(end + 2));
+}
+
+void appendText(std::string& text, const json& value, int level);
+
+/// `[` … `]`, each item on a line of its own and written by `append(item)`.
+template <class Append>
+void appendLines(std::string& text, const json& value, int level, Append append) {
+    const bool isObject = value.is_object();
+    const std::string indent(static_cast<std::size_t>(level) * 2, ' ');
+    text += isObject ? '{' : '[';
+    for (auto item = value.begin(); item != value.end(); ++item) {
+        text.append(item == value.begin() ? "\n  " : ",\n  ").append(indent);
+        append(item);
+    }
+    text.append("\n").append(indent) += isObject ? '}' : ']';
+}
+
+std::string oneLine(const json& value) { return value.dump(-1, ' ', false, json::error_handler_t::replace); }
+
+void appendText(std::string& text, const json& value, int level) {
+    if (level == 2 || !value.is_structured() || value.empty()) {
+        text += oneLine(value);
+        return;
+    }
+    appendLines(text, value, level, [&](const json::const_iterator& item) {
+        if (value.is_object()) text.append(oneLine(item.key())).append(": ");
+        appendText(text, *item, level + 1);
+    });
+}
+
+}  // namespace
+
 json JsonValue::parse(std::string_view text) {
+    refuseDepth(text);
     try {
         return json::parse(text.begin(), text.end());
     } catch (const json::exception& error) {
-        // "[json.exception.parse_error.101] parse error at line 1, column 4: …" without its number.
-        const std::string_view what = error.what();
-        const auto end = what.find("] ");
-        throw JsonError(std::string(end == std::string_view::npos ? what : what.substr(end + 2)));
+        throw JsonError(explained(error));
     }
 }
 
@@ -57,7 +132,11 @@ std::optional<JsonValue> JsonValue::optionalMember(std::string_view name) const 
     if (!value_->is_object()) fail("not an object");
     const auto found = value_->find(name);
     if (found == value_->end() || found->is_null()) return std::nullopt;
-    return JsonValue(*found, place_.empty() ? std::string(name) : place_ + "." + std::string(name));
+    return at(name, *found);
+}
+
+JsonValue JsonValue::at(std::string_view name, const json& value) const {
+    return JsonValue(value, place_.empty() ? std::string(name) : place_ + "." + std::string(name));
 }
 
 JsonValue JsonValue::member(std::string_view name) const {
@@ -76,11 +155,21 @@ JsonValue JsonValue::element(std::size_t index) const {
     return JsonValue((*value_)[index], place_ + "[" + std::to_string(index) + "]");
 }
 
-std::vector<std::string> JsonValue::memberNames() const {
+std::vector<std::pair<std::string, JsonValue>> JsonValue::members() const {
     if (!value_->is_object()) fail("not an object");
-    std::vector<std::string> names;
-    for (auto item = value_->begin(); item != value_->end(); ++item) names.push_back(item.key());
-    return names;
+    std::vector<std::pair<std::string, JsonValue>> members;
+    members.reserve(value_->size());
+    for (auto item = value_->begin(); item != value_->end(); ++item)
+        members.emplace_back(item.key(), at(item.key(), *item));
+    return members;
+}
+
+void JsonValue::failAtUnknownWord() const { fail("unknown word \"" + excerpt(string()) + "\""); }
+
+std::string jsonText(const json& document) {
+    std::string text;
+    appendText(text, document, 0);
+    return text + "\n";
 }
 
 }  // namespace tapcore

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <stdexcept>
@@ -26,27 +27,42 @@ class JsonValue {
     /// The whole of a document.
     explicit JsonValue(const nlohmann::json& document) : JsonValue(document, "") {}
 
-    /// Parses a text; throws JsonError saying line and column.
+    /// Parses a text; throws JsonError saying line and column. What stands more than 500 arrays and objects
+    /// deep is refused, so that whatever walks a document may recurse.
     static nlohmann::json parse(std::string_view text);
 
     std::string string() const;
     double number() const;
     std::int64_t integer() const;
     bool boolean() const;
+    /// The value of a stored word, from the enumeration's table of them.
+    template <class Words>
+    auto word(const Words& words) const {
+        const auto value = words.find(string());
+        if (!value) failAtUnknownWord();
+        return *value;
+    }
 
     /// The member of this object; throws when it is missing.
     JsonValue member(std::string_view name) const;
     /// The same, or nothing when it is missing or null.
     std::optional<JsonValue> optionalMember(std::string_view name) const;
+    /// The same, read: `optionalMember("w", &JsonValue::number)`.
+    template <class Read>
+    auto optionalMember(std::string_view name, Read read) const {
+        const auto found = optionalMember(name);
+        return found ? std::optional(std::invoke(read, *found)) : std::nullopt;
+    }
 
     /// How many elements this array has, and each of them.
     std::size_t size() const;
     JsonValue element(std::size_t index) const;
 
-    /// Calls `visit(name, value)` for each member of this object, by name ascending.
+    /// Calls `visit(name, value)` for each member of this object, by name ascending; one that is null is
+    /// visited too.
     template <class Visit>
     void forEachMember(Visit visit) const {
-        for (const std::string& name : memberNames()) visit(name, member(name));
+        for (const auto& [name, value] : members()) visit(name, value);
     }
 
     const nlohmann::json& raw() const { return *value_; }
@@ -58,10 +74,16 @@ class JsonValue {
 
   private:
     JsonValue(const nlohmann::json& value, std::string place) : value_(&value), place_(std::move(place)) {}
-    std::vector<std::string> memberNames() const;
+    std::vector<std::pair<std::string, JsonValue>> members() const;
+    JsonValue at(std::string_view name, const nlohmann::json& value) const;
+    [[noreturn]] void failAtUnknownWord() const;
 
     const nlohmann::json* value_;
     std::string place_;
 };
+
+/// A document as people read and edit it: members sorted, those of the document and of its members on lines
+/// of their own and all that lies deeper on one line, and a line end. What is not UTF-8 becomes U+FFFD.
+std::string jsonText(const nlohmann::json& document);
 
 }  // namespace tapcore

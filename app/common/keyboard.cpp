@@ -1,0 +1,116 @@
+#include "app/common/keyboard.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "app/common/resources.h"
+#include "core/keyboard/catalog.h"
+#include "core/keyboard/layout_index.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::Board;
+using tapcore::Catalog;
+using tapcore::Layout;
+
+constexpr const char* usualBoard = "full-size-ansi";
+constexpr const char* usualLayout = "qwerty";
+
+bool isPath(std::string_view name) {
+    return name.find('/') != std::string_view::npos || name.ends_with(".json");
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+/// An id that a file's name can hold; "" and "../x" are none.
+bool isSafe(const std::string& id) { return tapcore::Store::isSafeLayoutID(id); }
+
+/// Where the program's own board or layout of that id would lie.
+fs::path bundled(const fs::path& resources, const char* folder, const std::string& id) {
+    return resources / folder / (id + ".json");
+}
+
+}  // namespace
+
+void addKeyboardOptions(CLI::App& command, KeyboardOptions& options) {
+    command.add_option("--board", options.board, "The keyboard: an id or a board's file; see tappora boards")
+        ->type_name("BOARD");
+    command
+        .add_option(
+            "--layout", options.layout,
+            "What its keys print: an id, a layout's file, or auto for the system's; see tappora layouts")
+        ->type_name("LAYOUT");
+}
+
+Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store)
+    : environment_(environment),
+      store_(store),
+      resources_(resourceFolder(environment)),
+      settings_(Settings::read(environment)) {}
+
+Board Keyboards::board(std::string_view what, const std::string& name) const {
+    if (isPath(name)) return Catalog::readBoard(name);
+    const fs::path file = bundled(resources_, "Boards", name);
+    if (!isSafe(name) || !isFile(file))
+        throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
+    return Catalog::readBoard(file);
+}
+
+LegendSet Keyboards::layout(std::string_view what, const std::string& name) const {
+    if (isPath(name)) return withBases(Catalog::readLayout(name));
+    auto found = findLayout(name);
+    if (!found) throw UsageError(fmt::format("{}: no such layout: {}; see tappora layouts", what, name));
+    return withBases(std::move(*found));
+}
+
+std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
+    std::vector<Layout> own = store_.ownLayouts();
+    const auto at =
+        std::find_if(own.begin(), own.end(), [&](const Layout& layout) { return layout.id == id; });
+    if (at != own.end()) return std::move(*at);
+    const fs::path file = bundled(resources_, "Layouts", id);
+    return isSafe(id) && isFile(file) ? std::optional(Catalog::readLayout(file)) : std::nullopt;
+}
+
+LegendSet Keyboards::withBases(Layout layout) const {
+    std::vector<Layout> chain = {std::move(layout)};
+    const auto isKnown = [&](const std::string& id) {
+        return std::any_of(chain.begin(), chain.end(), [&](const Layout& known) { return known.id == id; });
+    };
+    while (chain.back().base && !isKnown(*chain.back().base)) {
+        auto base = findLayout(*chain.back().base);
+        if (!base) break;
+        chain.push_back(std::move(*base));
+    }
+    return {chain.front().id, chain.front().name, tapcore::LayoutIndex(chain).legends(chain.front().id)};
+}
+
+tapcore::DayFile Keyboards::lastDay() const {
+    const std::vector<tapcore::Day> days = store_.days();
+    return days.empty() ? tapcore::DayFile() : store_.read(days.back());
+}
+
+Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
+    if (options.board) return board("--board", *options.board);
+    if (const auto set = settings_.text("keyboard.board")) return board("keyboard.board", *set);
+    const auto counted = lastDay().board;
+    const bool isOurs = counted && isSafe(*counted) && isFile(bundled(resources_, "Boards", *counted));
+    return board("board", isOurs ? *counted : usualBoard);
+}
+
+LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
+    if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
+    const auto set = settings_.text("keyboard.layout");
+    if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    const auto counted = lastDay().layout;
+    return layout("layout", counted && findLayout(*counted) ? *counted : usualLayout);
+}
+
+}  // namespace tappora

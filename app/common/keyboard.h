@@ -1,0 +1,66 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/common/program.h"
+#include "app/common/settings.h"
+#include "core/files/store.h"
+#include "core/keyboard/board.h"
+#include "core/keyboard/layout.h"
+
+namespace CLI {
+class App;
+}
+
+namespace tappora {
+
+/// The options of the commands that are about a keyboard.
+struct KeyboardOptions {
+    std::optional<std::string> board;   ///< --board
+    std::optional<std::string> layout;  ///< --layout
+};
+
+void addKeyboardOptions(CLI::App& command, KeyboardOptions& options);
+
+/// A layout with all it prints.
+struct LegendSet {
+    std::string id;
+    std::string name;
+    tapcore::Legends legends;  ///< those of its bases included
+};
+
+/// Where boards and layouts are looked for: among the user's own and those that come with the program. Only
+/// the files that are asked for are read.
+class Keyboards {
+  public:
+    Keyboards(const Environment& environment, const tapcore::Store& store);
+
+    /// The board that an option or argument names, by its id or by the path of its file (with a "/" or
+    /// ".json"). UsageError naming both when no board has that id; what Catalog::readBoard throws for a file
+    /// that is none.
+    tapcore::Board board(std::string_view what, const std::string& name) const;
+
+    /// The same for a layout.
+    LegendSet layout(std::string_view what, const std::string& name) const;
+
+    /// The board that the options name, else the settings ("keyboard.board"), else the last day counted, else
+    /// the one that has every key.
+    tapcore::Board chosenBoard(const KeyboardOptions& options) const;
+
+    /// The layout that the options name, else the settings ("keyboard.layout"). "auto", and nothing, stand
+    /// for the system's own, else that of the last day counted, else QWERTY.
+    LegendSet chosenLayout(const KeyboardOptions& options) const;
+
+  private:
+    std::optional<tapcore::Layout> findLayout(const std::string& id) const;
+    LegendSet withBases(tapcore::Layout layout) const;
+    tapcore::DayFile lastDay() const;
+
+    const Environment& environment_;
+    const tapcore::Store& store_;
+    std::filesystem::path resources_;
+    Settings settings_;
+};
+
+}  // namespace tappora

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "app/common/heatmap_view.h"
+#include "drawing/node.h"
+
+namespace tappora {
+
+/// A heat map as a picture for either theme: its board, every key with what it prints and an element for
+/// assistive tools, the steps of its colour, the period and the total.
+drawing::Picture heatmapPicture(const HeatmapView& view);
+
+}  // namespace tappora

@@ -1,0 +1,45 @@
+#include <cstdio>
+
+#include "app/common/command_line.h"
+#include "app/common/heatmap_view.h"
+#include "app/common/program.h"
+#include "app/paint/heatmap_picture.h"
+#include "app/paint/picture_file.h"
+
+namespace tappora {
+namespace {
+
+drawing::Appearance appearance(bool dark) {
+    return {.theme = dark ? drawing::Theme::dark : drawing::Theme::light};
+}
+
+void paintHeatmap(CommandLine& line, const Environment& environment) {
+    HeatmapOptions options;
+    addHeatmapOptions(line, options);
+    line.get_option("--output")->required();
+    line.parse();
+    const HeatmapView view = heatmapView(options, environment);
+    writePicture(*options.output, heatmapPicture(view), appearance(view.dark));
+}
+
+/// The pictures by the command that `tappora` is given.
+constexpr struct {
+    std::string_view name;
+    void (*paint)(CommandLine&, const Environment&);
+} pictures[] = {{"heatmap", paintHeatmap}};
+
+int run(std::vector<std::string> arguments) {
+    const std::string name = arguments.empty() ? "" : arguments.front();
+    for (const auto& picture : pictures) {
+        if (picture.name != name) continue;
+        CommandLine line("tappora " + name, {arguments.begin() + 1, arguments.end()});
+        return guarded(line, [&] { picture.paint(line, hostEnvironment()); });
+    }
+    complain("tappora-paint: started by tappora heatmap -o FILE and tappora fingers -o FILE");
+    return 2;
+}
+
+}  // namespace
+}  // namespace tappora
+
+int main(int argc, char** argv) { return tappora::run({argv + 1, argv + argc}); }

@@ -1,0 +1,43 @@
+#include "app/paint/picture_file.h"
+
+#include "app/common/program.h"
+#include "core/foundation/characters.h"
+#include "core/foundation/file_io.h"
+#include "drawing/painter.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double pngScale = 2;
+
+std::string painted(const fs::path& file, const drawing::Picture& picture,
+                    const drawing::Appearance& appearance) {
+    const std::string ending = tapcore::lowercased(file.extension().string());
+    if (ending == ".svg") return drawing::svg(picture, appearance, drawing::systemTextWidth());
+    if (ending == ".png") return drawing::png(picture, appearance, pngScale);
+    if (ending == ".pdf") return drawing::pdf(picture, appearance);
+    throw UsageError("--output: " + file.string() + ": no kind of picture; end it in .svg, .png or .pdf");
+}
+
+/// A device or a folder is never replaced.
+void requireFile(const fs::path& path) {
+    std::error_code error;
+    const auto status = fs::status(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) throw Failure(path.string(), "not a file");
+}
+
+}  // namespace
+
+void writePicture(const fs::path& file, const drawing::Picture& picture,
+                  const drawing::Appearance& appearance) {
+    requireFile(file);
+    try {
+        tapcore::writeFile(file, painted(file, picture, appearance));
+    } catch (const drawing::PaintError& error) {
+        throw Failure(file.string(), error.what());
+    }
+}
+
+}  // namespace tappora

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/keyboard/board.h"
+
+namespace tapcore {
+
+/// A key as a keyboard file has it: a place, and what is printed on it. What it sends and what strikes it is
+/// still open.
+struct DraftKey {
+    Board::Key key;
+    std::vector<std::string>
+        legends;        ///< the upper one first, then the lower one, then those at other places
+    std::string place;  ///< where it stands in the file: "row 2, key 5"
+};
+
+/// A board as a keyboard file has it.
+struct BoardDraft {
+    /// Files with more keys are refused.
+    static constexpr std::size_t mostKeys = 1000;
+    /// Keys must lie within so many units of the origin, and be no larger.
+    static constexpr double furthest = 1000;
+
+    std::string name = {};
+    std::string maker = {};
+    std::vector<DraftKey> keys = {};
+    std::vector<std::string> dropped =
+        {};  ///< what of the file is not among the keys, and why, one sentence each
+};
+
+/// The first two legends, or the first other one where these are blank; without white space at their ends.
+std::vector<std::string> mainLegends(const DraftKey& key);
+
+/// "row 2, key 5 (Esc)", for telling the user which key is meant.
+std::string described(const DraftKey& key);
+
+/// The smallest upright rectangle around all keys; see `Board::bounds`.
+Board::Rect boundsOf(const std::vector<DraftKey>& keys);
+
+class JsonValue;
+
+/// Throws JsonError when a key lies or reaches too far out, or is one too many; `place` is where it stands.
+void checkReach(const Board::Key& key, std::size_t keysBefore, const JsonValue& place);
+
+}  // namespace tapcore

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/keyboard/board.h"
+
+namespace tapcore {
+
+/// What an imported board is called, and which layout of several it has.
+struct BoardImportOptions {
+    std::string file = {};                   ///< the file's name, which stands in for what nothing else says
+    std::optional<std::string> id = {};      ///< made from the name when none is given
+    std::optional<std::string> name = {};    ///< the file's own when none is given
+    std::optional<std::string> maker = {};   ///< the file's own when none is given
+    std::optional<std::string> layout = {};  ///< for QMK files with several layouts
+};
+
+struct BoardImport {
+    Board board;
+    std::vector<std::string> dropped;  ///< what of the file is not in the board, and why, one sentence each
+};
+
+/// Reads a keyboard file: rows of Keyboard Layout Editor, a VIA definition, or QMK's `info.json` or
+/// `keyboard.json`, each in strict or lenient JSON. Keys get codes from their legends, and hands, fingers and
+/// rows from their places; a key lying where one of the `known` boards has it is taken for that one. A board
+/// that begins left of or above 0, or that lost keys, is moved to begin there. Throws JsonError, with the
+/// place, for what is not such a file.
+BoardImport importBoard(std::string_view text, const std::vector<Board>& known,
+                        const BoardImportOptions& options = {});
+
+}  // namespace tapcore

@@ -1,0 +1,96 @@
+#include "core/keyboard/catalog.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_set>
+
+#include "core/foundation/fatal.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/json_fields.h"
+#include "core/keyboard/layout_index.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+template <class Item>
+void sortByName(std::vector<Item>& items) {
+    std::stable_sort(items.begin(), items.end(),
+                     [](const Item& a, const Item& b) { return a.name < b.name; });
+}
+
+std::string textOf(const fs::path& path) {
+    const auto refuse = [&](std::errc why) {
+        throw Catalog::FileError(path.filename().string(), std::make_error_code(why).message());
+    };
+    std::error_code none;
+    const auto size = fs::file_size(path, none);
+    if (!none && size > Catalog::largestFile) refuse(std::errc::file_too_large);
+    FileRead file = readFile(path);
+    if (file.status == FileRead::Status::missing) refuse(std::errc::no_such_file_or_directory);
+    if (file.status == FileRead::Status::unreadable)
+        throw Catalog::FileError(path.filename().string(), file.error.message());
+    return std::move(file.text);
+}
+
+template <class Item>
+Item readItem(const fs::path& path) {
+    const FatalContext context("reading", path.native());
+    try {
+        return Item::parse(textOf(path));
+    } catch (const JsonError& error) {
+        throw Catalog::FileError(path.filename().string(), error.what());
+    }
+}
+
+template <class Item>
+std::vector<Item> readFolder(const fs::path& folder) {
+    std::vector<Item> items;
+    for (const std::string& name : namesIn(folder))
+        if (name.ends_with(".json")) items.push_back(readItem<Item>(folder / name));
+    return items;
+}
+
+template <class Item>
+const Item* withID(const std::vector<Item>& items, std::string_view id) {
+    const auto found =
+        std::find_if(items.begin(), items.end(), [&](const Item& item) { return item.id == id; });
+    return found == items.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+Catalog::Catalog(std::vector<Board> someBoards, std::vector<Layout> someLayouts)
+    : boards(std::move(someBoards)), layouts(std::move(someLayouts)) {
+    sortByName(boards);
+    sortByName(layouts);
+}
+
+Catalog Catalog::read(const fs::path& boardsAt, const fs::path& layoutsAt) {
+    auto boards = readFolder<Board>(boardsAt);
+    return {std::move(boards), readFolder<Layout>(layoutsAt)};
+}
+
+Catalog Catalog::bundled(const fs::path& resources) {
+    return read(resources / "Boards", resources / "Layouts");
+}
+
+Board Catalog::readBoard(const fs::path& file) { return readItem<Board>(file); }
+Layout Catalog::readLayout(const fs::path& file) { return readItem<Layout>(file); }
+
+Catalog Catalog::adding(std::vector<Layout> added) const {
+    std::unordered_set<std::string_view> replaced;
+    for (const Layout& layout : added) replaced.insert(layout.id);
+    std::vector<Layout> all = layouts;
+    std::erase_if(all, [&](const Layout& layout) { return replaced.contains(layout.id); });
+    std::move(added.begin(), added.end(), std::back_inserter(all));
+    return {boards, std::move(all)};
+}
+
+const Board* Catalog::board(std::string_view id) const { return withID(boards, id); }
+const Layout* Catalog::layout(std::string_view id) const { return withID(layouts, id); }
+
+Legends Catalog::legends(std::string_view id) const { return LayoutIndex(layouts).legends(id); }
+
+}  // namespace tapcore

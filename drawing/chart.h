@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "drawing/node.h"
+
+namespace drawing {
+
+/// How an amount is written.
+using NumberText = std::function<std::string(double value)>;
+
+/// A mark on an axis, with a grid line.
+struct AxisMark {
+    double at = 0;
+    std::string label;
+};
+
+/// An amount of a chart and how assistive tools are told of it.
+struct ChartPoint {
+    std::string label;
+    double value = 0;
+};
+
+/// A smooth line over the area below it: points at 0, 1, 2, … from left to right, amounts upwards from 0.
+struct AreaChart {
+    Size size;
+    std::string label;  ///< of the whole, for assistive tools
+    std::vector<ChartPoint> points;
+    double lastX = 1;  ///< where the x axis ends, however many points there are
+    std::vector<AxisMark> xMarks;
+    NumberText number;
+    Style style;  ///< of the line; the area has it at an opacity of 0.3
+};
+
+/// With a y axis on the right. Amounts below 0 or not finite count as 0.
+Node areaChart(const AreaChart& chart);
+
+struct Bar {
+    std::string label;
+    double value = 0;
+    Style style;
+};
+
+struct BarChart {
+    Size size;
+    std::string label;
+    std::vector<Bar> bars;
+    NumberText number;
+    bool showsValues = false;  ///< writes each amount above its bar
+};
+
+/// Bars side by side, each as wide as the next, with their labels below where there is room for them. No y
+/// axis.
+Node barChart(const BarChart& chart);
+
+}  // namespace drawing

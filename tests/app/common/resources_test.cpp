@@ -1,0 +1,41 @@
+#include "app/common/resources.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+
+Environment environment(const fs::path& program, std::optional<std::string> named) {
+    return {
+        .variable =
+            [named](const std::string& name) { return name == "TAPPORA_RESOURCES" ? named : std::nullopt; },
+        .now = {},
+        .zone = "UTC",
+        .program = program};
+}
+
+TEST(Resources, AreNamedOrLieBesideTheInstalledProgram) {
+    const tapcore::TemporaryFolder folder;
+    const fs::path program = folder / "bin/tappora";
+    fs::create_directories(folder / "share/tappora");
+    EXPECT_EQ(resourceFolder(environment(program, std::nullopt)), folder / "share/tappora");
+    EXPECT_EQ(resourceFolder(environment(program, "")), folder / "share/tappora");
+    EXPECT_EQ(resourceFolder(environment(program, folder.path().string())), folder.path());
+    EXPECT_THROW(resourceFolder(environment(program, folder / "missing")), Failure);
+}
+
+TEST(Resources, OfAProgramNeverInstalledLieInTheSourceTree) {
+    if (!fs::exists(RESOURCES)) GTEST_SKIP() << "no resources in this tree";
+    EXPECT_EQ(resourceFolder(environment("/nowhere/bin/tappora", std::nullopt)), RESOURCES);
+}
+
+TEST(Resources, AreFoundByTheRunningProgram) {
+    EXPECT_EQ(hostEnvironment().program.filename(), "common_tests");
+}
+
+}  // namespace
+}  // namespace tappora
