@@ -83,11 +83,19 @@ TEST(LetterMoves, TakesEachCharacterToItsKeyOnTheOtherLayout) {
     EXPECT_EQ(LetterMoves(qwerty, qwerty, board).moved, KeyRemap{});
 }
 
-TEST(LetterMoves, StaysOnItsOwnKeyWhereTwoCarryTheCharacterAndOnTheBoardAlways) {
-    const Legends twice{{0, {"a"}}, {1, {"a"}}, {10, {"s"}}};
-    const LetterMoves moves({{0, {"s"}}, {1, {"a"}}}, twice, board);
-    EXPECT_EQ(moves.moved, KeyRemap{});
-    EXPECT_THAT(moves.stayed, ElementsAre(0));
+TEST(LetterMoves, PrefersUnshiftedToShiftedAndTheOwnKeyToOthers) {
+    const struct {
+        Legends to;
+        KeyRemap moved;
+    } cases[] = {
+        {{{0, {";"}}, {41, {";"}}}, {}},                // own key, and another
+        {{{0, {"x", ";"}}, {41, {"y", ";"}}}, {}},      // the same, shifted
+        {{{0, {"x", ";"}}, {1, {";"}}}, {{41, 1}}},     // unshifted on another
+        {{{6, {";"}}, {1, {";"}}}, {{41, 1}}},          // on several others
+        {{{0, {"x", ";"}}, {41, {"y"}}}, {{41, 0}}},    // shifted on another
+        {{{10, {";"}}, {83, {";"}}, {49, {";x"}}}, {}}  // not on this board, on the number pad, in a name
+    };
+    for (const auto& [to, moved] : cases) EXPECT_EQ(LetterMoves({{41, {";", ":"}}}, to, board).moved, moved);
 }
 
 TEST(Load, IsWhatTheDocumentedExampleSays) {
