@@ -16,6 +16,7 @@ struct Environment;
 // clang-format off
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void layoutsCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
@@ -45,6 +46,7 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
 };
 // clang-format on
 
