@@ -117,7 +117,9 @@ void check(const Asked& asked, const Environment& environment) {
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
         if (!asked.json) print(problem + "\n");
-    if (!problems.empty()) throw Failure("layouts", fmt::format("{} problems", problems.size()));
+    if (!problems.empty())
+        throw Failure("layouts",
+                      problems.size() == 1 ? "1 problem" : fmt::format("{} problems", problems.size()));
     if (!asked.json) print("No problems.\n");
 }
 
