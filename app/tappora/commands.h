@@ -17,6 +17,7 @@ struct Environment;
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void layoutsCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
@@ -47,6 +48,7 @@ inline constexpr Command commands[] = {
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
+    {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
 };
 // clang-format on
 
