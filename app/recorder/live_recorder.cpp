@@ -45,7 +45,7 @@ void LiveRecorder::run(EventSource& source) {
     const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
     goTo(world_.now());
     source.dispatch(*this);
-    if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
+    requireKeyboard();
     try {
         listen(source, signals);
     } catch (...) {
@@ -53,6 +53,11 @@ void LiveRecorder::run(EventSource& source) {
         throw;
     }
     finish();
+}
+
+void LiveRecorder::requireKeyboard() const {
+    if (!foundDevice_) throw Failure("input devices", "there are none; is udev running?");
+    if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
 }
 
 void LiveRecorder::listen(EventSource& source, const SignalQueue& signals) {
@@ -112,6 +117,7 @@ void LiveRecorder::togglePause() {
 }
 
 void LiveRecorder::plugged(DeviceId id, const InputDevice& device) {
+    foundDevice_ = true;
     world_.tell("listening to " + device.description());
     if (device.isKeyboard) keyboards_.insert(id);
     rules_.plug(id, device);
@@ -123,6 +129,7 @@ void LiveRecorder::unplugged(DeviceId id) {
 }
 
 void LiveRecorder::unreadable(const InputDevice& device, std::error_code why) {
+    foundDevice_ = true;
     world_.tell(device.description() + ": cannot be read: " + why.message());
     const bool isForbidden = why == std::errc::permission_denied || why == std::errc::operation_not_permitted;
     if (isForbidden && !std::exchange(wasRemedyTold_, true)) world_.tell(remedy);

@@ -45,6 +45,7 @@ class LiveRecorder : private EventListener {
     void unreadable(const InputDevice& device, std::error_code why) override;
     void happened(DeviceId id, const InputEvent& event) override;
 
+    void requireKeyboard() const;
     void listen(EventSource& source, const SignalQueue& signals);
     void finish();
     void goTo(tapcore::Instant now);
@@ -60,6 +61,7 @@ class LiveRecorder : private EventListener {
     CountingClock clock_;
     EventRules rules_;
     std::set<DeviceId> keyboards_;
+    bool foundDevice_ = false;
     bool wasRemedyTold_ = false;
     bool isFailing_ = false;  ///< to store
 };
