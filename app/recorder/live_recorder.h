@@ -35,9 +35,9 @@ class LiveRecorder : private EventListener {
     LiveRecorder(tapcore::Calendar calendar, EventRules::Options options, EventRules::Watch watch,
                  LiveWorld world);
 
-    /// Listens to the source until it is ended, and stores what was counted. Failure when no keyboard of it
-    /// can be read, and when what was counted could not be stored in the end.
-    void run(EventSource& source);
+    /// Listens to the source until a signal ends it, and stores what was counted; gives that signal. Failure
+    /// when no keyboard of the source can be read, and when what was counted could not be stored in the end.
+    int run(EventSource& source);
 
   private:
     void plugged(DeviceId id, const InputDevice& device) override;
@@ -46,12 +46,10 @@ class LiveRecorder : private EventListener {
     void happened(DeviceId id, const InputEvent& event) override;
 
     void requireKeyboard() const;
-    void listen(EventSource& source, const SignalQueue& signals);
+    int listen(EventSource& source, const SignalQueue& signals);
     void finish();
     void goTo(tapcore::Instant now);
     void store();
-    /// False when the signal ends the recorder.
-    bool obey(int signal);
     void togglePause();
     std::string unstored() const;
 

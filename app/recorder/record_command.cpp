@@ -1,12 +1,14 @@
 #include "app/recorder/record_command.h"
 
 #include <fmt/format.h>
+#include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -131,6 +133,12 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
             .tapsClick = options.taps};
 }
 
+/// What the watch printed last has no reader any more, which is no failure.
+void forgetOutput() {
+    ::__fpurge(stdout);
+    std::clearerr(stdout);
+}
+
 void recordLive(const RecordOptions& options, const Environment& environment) {
     const tapcore::Store store = storeFor(options, environment);
     requireWritable(store);
@@ -146,7 +154,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                            .write = writerTo(store, options, environment, Wait::yes),
                            .tell = complain});
     complain("counting into " + store.base().string() + "; ends with Ctrl-C");
-    recorder.run(*source);
+    if (recorder.run(*source) == SIGPIPE) forgetOutput();
 }
 
 }  // namespace
