@@ -18,19 +18,16 @@ namespace {
 
 constexpr const char* remedy =
     "members of the group `input` may read them: `sudo usermod -aG input $USER`, and log in again; but then "
-    "every "
-    "program you start can read every key, passwords too. docs/recording.md shows how to open them to the "
-    "recorder "
-    "alone";
+    "every program you start can read every key, passwords too. docs/recording.md shows how to open them to "
+    "the recorder alone";
 
-/// Waits until one of the files can be read. False when a signal that is none of ours came first.
-bool waitFor(std::array<int, 3> files) {
+/// Waits until one of the files can be read, or a signal that is none of ours came.
+void waitFor(std::array<int, 3> files) {
     std::array<pollfd, 3> waiting{};
     for (std::size_t i = 0; i < files.size(); ++i)
         waiting[i] = {.fd = files[i], .events = POLLIN, .revents = 0};
-    const int ready = ::poll(waiting.data(), waiting.size(), -1);
-    if (ready < 0 && errno != EINTR) throw std::system_error(errno, std::generic_category(), "input devices");
-    return ready > 0;
+    if (::poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR)
+        throw std::system_error(errno, std::generic_category(), "input devices");
 }
 
 }  // namespace
@@ -41,29 +38,36 @@ LiveRecorder::LiveRecorder(tapcore::Calendar calendar, EventRules::Options optio
       clock_(std::move(calendar), counter_, book_),
       rules_(std::move(options), counter_, std::move(watch)) {}
 
-void LiveRecorder::run(EventSource& source) {
+int LiveRecorder::run(EventSource& source) {
     const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
     goTo(world_.now());
     source.dispatch(*this);
-    if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
-    try {
-        listen(source, signals);
-    } catch (...) {
-        finish();
-        throw;
-    }
+    requireKeyboard();
+    const int ending = listen(source, signals);
     finish();
+    return ending;
 }
 
-void LiveRecorder::listen(EventSource& source, const SignalQueue& signals) {
+void LiveRecorder::requireKeyboard() const {
+    if (!foundDevice_) throw Failure("input devices", "there are none; is udev running?");
+    if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
+}
+
+int LiveRecorder::listen(EventSource& source, const SignalQueue& signals) try {
     const Alarm minuteEnd;
-    for (bool goesOn = true; goesOn;) {
+    while (true) {
         if (minuteEnd.set(clock_.minuteEnds()))
             waitFor({source.descriptor(), minuteEnd.descriptor(), signals.descriptor()});
         goTo(world_.now());
         source.dispatch(*this);
-        while (const auto signal = signals.next()) goesOn = obey(*signal) && goesOn;
+        while (const auto signal = signals.next()) {
+            if (*signal != SIGUSR1) return *signal;
+            togglePause();
+        }
     }
+} catch (...) {
+    finish();
+    throw;
 }
 
 void LiveRecorder::goTo(tapcore::Instant now) {
@@ -99,11 +103,6 @@ std::string LiveRecorder::unstored() const {
     return list;
 }
 
-bool LiveRecorder::obey(int signal) {
-    if (signal == SIGUSR1) togglePause();
-    return signal == SIGUSR1;
-}
-
 void LiveRecorder::togglePause() {
     const bool pauses = !clock_.isPaused();
     clock_.setPaused(pauses);
@@ -112,6 +111,7 @@ void LiveRecorder::togglePause() {
 }
 
 void LiveRecorder::plugged(DeviceId id, const InputDevice& device) {
+    foundDevice_ = true;
     world_.tell("listening to " + device.description());
     if (device.isKeyboard) keyboards_.insert(id);
     rules_.plug(id, device);
@@ -123,6 +123,7 @@ void LiveRecorder::unplugged(DeviceId id) {
 }
 
 void LiveRecorder::unreadable(const InputDevice& device, std::error_code why) {
+    foundDevice_ = true;
     world_.tell(device.description() + ": cannot be read: " + why.message());
     const bool isForbidden = why == std::errc::permission_denied || why == std::errc::operation_not_permitted;
     if (isForbidden && !std::exchange(wasRemedyTold_, true)) world_.tell(remedy);

@@ -35,9 +35,9 @@ class LiveRecorder : private EventListener {
     LiveRecorder(tapcore::Calendar calendar, EventRules::Options options, EventRules::Watch watch,
                  LiveWorld world);
 
-    /// Listens to the source until it is ended, and stores what was counted. Failure when no keyboard of it
-    /// can be read, and when what was counted could not be stored in the end.
-    void run(EventSource& source);
+    /// Listens to the source until a signal ends it, and stores what was counted; gives that signal. Failure
+    /// when no keyboard of the source can be read, and when what was counted could not be stored in the end.
+    int run(EventSource& source);
 
   private:
     void plugged(DeviceId id, const InputDevice& device) override;
@@ -45,12 +45,11 @@ class LiveRecorder : private EventListener {
     void unreadable(const InputDevice& device, std::error_code why) override;
     void happened(DeviceId id, const InputEvent& event) override;
 
-    void listen(EventSource& source, const SignalQueue& signals);
+    void requireKeyboard() const;
+    int listen(EventSource& source, const SignalQueue& signals);
     void finish();
     void goTo(tapcore::Instant now);
     void store();
-    /// False when the signal ends the recorder.
-    bool obey(int signal);
     void togglePause();
     std::string unstored() const;
 
@@ -60,6 +59,7 @@ class LiveRecorder : private EventListener {
     CountingClock clock_;
     EventRules rules_;
     std::set<DeviceId> keyboards_;
+    bool foundDevice_ = false;
     bool wasRemedyTold_ = false;
     bool isFailing_ = false;  ///< to store
 };

@@ -1,12 +1,14 @@
 #include "app/recorder/record_command.h"
 
 #include <fmt/format.h>
+#include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -34,10 +36,14 @@ tapcore::Store storeFor(const RecordOptions& options, const Environment& environ
     return store;
 }
 
+/// An ISO board is one by its name: "macbook-iso".
+BoardShape shapeOf(const RecordOptions& options) {
+    const bool isIso = options.isIso || (options.board && options.board->ends_with("-iso"));
+    return isIso ? BoardShape::iso : BoardShape::ansi;
+}
+
 EventRules::Options rulesFor(const RecordOptions& options) {
-    return {.countsMouse = !options.noMouse,
-            .board = options.isIso ? BoardShape::iso : BoardShape::ansi,
-            .remappers = options.remappers};
+    return {.countsMouse = !options.noMouse, .board = shapeOf(options), .remappers = options.remappers};
 }
 
 EventRules::Watch watchFor(const RecordOptions& options) {
@@ -127,6 +133,12 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
             .tapsClick = options.taps};
 }
 
+/// What the watch printed last has no reader any more, which is no failure.
+void forgetOutput() {
+    ::__fpurge(stdout);
+    std::clearerr(stdout);
+}
+
 void recordLive(const RecordOptions& options, const Environment& environment) {
     const tapcore::Store store = storeFor(options, environment);
     requireWritable(store);
@@ -142,7 +154,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                            .write = writerTo(store, options, environment, Wait::yes),
                            .tell = complain});
     complain("counting into " + store.base().string() + "; ends with Ctrl-C");
-    recorder.run(*source);
+    if (recorder.run(*source) == SIGPIPE) forgetOutput();
 }
 
 }  // namespace
@@ -156,7 +168,9 @@ void addRecordOptions(CLI::App& command, RecordOptions& options) {
         ->type_name("NAME");
     command.add_option("--layout", options.layout, "Its layout, as the day files are to name it")
         ->type_name("NAME");
-    command.add_flag("--iso", options.isIso, "The board is an ISO one, with a key between left shift and Z");
+    command.add_flag(
+        "--iso", options.isIso,
+        "The board is an ISO one, with a key between left shift and Z, as one named \"…-iso\" is");
     command.add_flag("--no-mouse", options.noMouse, "Count keys alone");
     command.add_flag("--taps", options.taps, "Count taps on a touchpad as clicks, as your desktop may do");
     command.add_flag("--watch", options.watch, "Say of each press and click whether it counts, and why not");

@@ -157,6 +157,14 @@ TEST_F(Replay, CountsMaskedKeysWithoutNamingThem) {
     EXPECT_EQ(tally.mouseTotal(), (Tally::MouseHour{1, 0, 0, 1, 6}));
 }
 
+TEST_F(Replay, PlaysTheDemo) {
+    play(RESOURCES "/Demo/typing.evemu");
+    const Tally tally =
+        tapcore::Store(folder / "data", tapcore::FileFormat::org).read(Day(2026, 9, 21)).tally;
+    EXPECT_GT(tally.total(), 500);
+    EXPECT_GT(tally.activeHours(), 3);
+}
+
 TEST_F(Replay, WritesNothingOfADamagedRecording) {
     std::ifstream whole(recordings / "evening.evemu", std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(whole), {}};

@@ -57,6 +57,7 @@ class Program {
         return true;
     }
 
+    void stopReading() { output_ = {}; }
     void signal(int number) const { ::kill(process_, number); }
 
     /// Ends it, and gives its exit status, or -1 when it did not exit.
@@ -173,6 +174,16 @@ TEST_F(Live, TellsProgramsFromPeople) {
     bed.tap(remapper, KEY_A);
     ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
     EXPECT_EQ(recorder.stop(SIGHUP), 0);
+    EXPECT_EQ(counted().total(), 1);
+}
+
+TEST_F(Live, EndsWithItsReaderAndStoresWhatItCounted) {
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    recorder.stopReading();
+    bed.tap(keyboard, KEY_A);
+    EXPECT_EQ(recorder.end(), 0);
     EXPECT_EQ(counted().total(), 1);
 }
 
