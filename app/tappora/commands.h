@@ -17,6 +17,7 @@ struct Environment;
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
@@ -49,6 +50,8 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
+    {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"ask",     "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
     {"tool",    "One of the assistant's tools by hand",                           run<toolCommand>},
     {"prompt",  "What to tell an agent of your own choice",                       run<promptCommand>},
