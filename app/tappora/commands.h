@@ -15,6 +15,7 @@ struct Environment;
 
 // clang-format off
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
+void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
@@ -45,6 +46,7 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},
 };
 // clang-format on
 
