@@ -17,6 +17,7 @@ struct Environment;
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void layoutsCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
@@ -46,6 +47,8 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
+    {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
 };
 // clang-format on
 

@@ -22,6 +22,7 @@
 
 namespace tapcore {
 
+struct ChatFile;
 struct Layout;
 struct PracticeDay;
 struct PracticeHistory;
@@ -136,6 +137,20 @@ class Store {
     /// Rebuilds this machine's rollups that are out of date and removes those of months without days. False
     /// when it was interrupted.
     bool refreshRollups(const Day& today, const Progress& progress = {}) const;
+
+    // The conversation with the assistant.
+
+    std::filesystem::path chatURL() const;
+    /// The conversation under way, in whichever format it was written; empty when there is none. Throws
+    /// filesystem_error for a file that cannot be read or is not UTF-8.
+    ChatFile readChat() const;
+    /// Replaces the conversation under way, and takes it into this format.
+    void writeChat(const ChatFile& chat) const;
+    /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
+    /// nothing when there was none. Where that second is taken, the next free one names it.
+    std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
+    /// The earlier conversations' files, newest first.
+    std::vector<std::filesystem::path> chatHistory() const;
 
     // Practice days, core/practice/practice_day.h.
 

@@ -200,6 +200,19 @@ std::string lowercased(std::string_view text) {
     return isAscii(text) ? mappedAscii(text, 'A', 'Z', 'a' - 'A') : cased(text, ucasemap_utf8ToLower);
 }
 
+std::string caseFolded(std::string_view text) {
+    if (isAscii(text)) return mappedAscii(text, 'A', 'Z', 'a' - 'A');
+    constexpr std::size_t piece = 1 << 24;  // ICU counts in 32 bits
+    std::string result;
+    while (!text.empty()) {
+        std::size_t size = std::min(piece, text.size());
+        while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) ++size;
+        result += cased(text.substr(0, size), ucasemap_utf8FoldCase);
+        text.remove_prefix(size);
+    }
+    return result;
+}
+
 std::string_view trimmedWhiteSpace(std::string_view text) {
     while (!text.empty()) {
         const Scalar first = scalarAt(text, 0);

@@ -44,6 +44,10 @@ std::string utf8(char32_t scalar);
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 
+/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" come to the same. Line
+/// breaks stay where they are.
+std::string caseFolded(std::string_view text);
+
 /// `text` without white space (Unicode's) at its ends.
 std::string_view trimmedWhiteSpace(std::string_view text);
 
