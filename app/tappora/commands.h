@@ -19,7 +19,10 @@ void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
+void mcpCommand    (CommandLine&, const Environment&);
+void promptCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
+void toolCommand   (CommandLine&, const Environment&);
 // clang-format on
 
 /// How a command runs: as a function of this program, or as a program of its own beside it, which is started
@@ -51,6 +54,11 @@ inline constexpr Command commands[] = {
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},
+    {"practice", "The typing trainer",                                            Companion{"tappora-practice"}},
+    {"ask",     "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
+    {"tool",    "One of the assistant's tools by hand",                           run<toolCommand>},
+    {"prompt",  "What to tell an agent of your own choice",                       run<promptCommand>},
+    {"mcp",     "The assistant's tools for any agent",                            run<mcpCommand>},
 };
 // clang-format on
 

@@ -112,7 +112,8 @@ std::optional<json> argumentsObject(const json& arguments) {
 
 std::map<std::string, std::string> arguments(const json& arguments) {
     std::map<std::string, std::string> strings;
-    for (const auto& [name, value] : argumentsObject(arguments).value_or(json::object()).items())
+    const json object = argumentsObject(arguments).value_or(json::object());
+    for (const auto& [name, value] : object.items())
         if (value.is_string()) strings[name] = value.get<std::string>();
     return strings;
 }

@@ -25,11 +25,13 @@ std::string headingPrefix(FileFormat format) {
 /// What is put before a line of text that would be taken for a heading or a read list.
 char escapeMark(FileFormat format) { return format == FileFormat::org ? ',' : '\\'; }
 
-/// What follows the mark of a line that lists the files read.
+/// The paths of a line that lists the files read, as written; nothing for another line.
 std::optional<std::string_view> readList(std::string_view line) {
-    for (const std::string_view mark : {orgRead, markdownRead})
-        if (line.starts_with(mark)) return line.substr(mark.size());
-    return std::nullopt;
+    if (line.starts_with(orgRead)) return line.substr(orgRead.size());
+    if (!line.starts_with(markdownRead)) return std::nullopt;
+    line = trimmedWhiteSpace(line.substr(markdownRead.size()));
+    if (line.ends_with(commentEnd)) line.remove_suffix(commentEnd.size());
+    return line;
 }
 
 bool isMark(std::string_view line, FileFormat format) {
@@ -70,8 +72,6 @@ std::string readLine(const std::vector<std::string>& paths, FileFormat format) {
 }
 
 void addPaths(std::vector<std::string>& paths, std::string_view list) {
-    list = trimmedWhiteSpace(list);
-    if (list.ends_with(commentEnd)) list.remove_suffix(commentEnd.size());
     while (!list.empty()) {
         const std::size_t end = std::min(list.find(','), list.size());
         const std::string_view path = trimmedWhiteSpace(list.substr(0, end));

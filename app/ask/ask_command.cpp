@@ -1,0 +1,237 @@
+#include "app/ask/ask_command.h"
+
+#include <fmt/format.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <iostream>
+
+#include "app/ask/assistant_session.h"
+#include "app/ask/interruption.h"
+#include "app/ask/terminal_text.h"
+#include "app/ask/words.h"
+#include "app/common/command_line.h"
+#include "core/assistant/ask_starters.h"
+#include "core/foundation/characters.h"
+#include "core/foundation/json_fields.h"
+#include "core/practice/practice_request.h"
+
+namespace tappora {
+namespace {
+
+using Turns = std::vector<tapcore::ChatFile::Turn>;
+
+void declare(CommandLine& line, AskOptions& options) {
+    line.describe(
+        "Answers a question about your typing with a language model, which reads your data folder through a "
+        "few tools. Without a question it is a conversation, which is kept in the data folder.",
+        "tappora ask \"Which hours are my busiest?\" --provider local");
+    line.add_option("QUESTION", options.question, "The question");
+    line.add_option("--provider", options.provider, "claude, openai or local; the first that can be used")
+        ->type_name("NAME");
+    line.add_option("--model", options.model, "The model's id")->type_name("ID");
+    line.add_option("--url", options.url, "The address of the provider's interface, instead of the usual one")
+        ->type_name("URL");
+    line.add_option("--language", options.language, "The language to answer in; English when not given");
+    line.add_option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
+        ->type_name("SECONDS")
+        ->check(CLI::PositiveNumber);
+    line.add_flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
+    line.add_flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
+    line.add_flag("--models", options.listsModels, "List the models to choose from");
+    line.add_flag("--continue", options.goesOn, "Put the question within the conversation under way");
+    line.add_flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
+    addFolderOptions(line, options.folder);
+    line.parse();
+}
+
+std::size_t columns() {
+    winsize size{};
+    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col >= 20 ? size.ws_col : 80;
+}
+
+/// Prints an answer: for a person as text, for a program as it was written.
+void printAnswer(const Answer& answer, const Environment& environment) {
+    if (answer.text.empty()) return;
+    print(environment.onTerminal ? terminalText(answer.text, Terminal::of(environment), columns())
+                                 : harmless(answer.text) + "\n");
+}
+
+void printUsage(const Answer& answer) {
+    const auto& budget = answer.budget;
+    const std::string limits =
+        budget.paid ? fmt::format("of {} and {}", grouped(budget.inputTokens), grouped(budget.outputTokens))
+                    : std::string("nothing is charged");
+    std::fflush(stdout);
+    fmt::print(stderr, "{} tokens read, {} written; {}\n", grouped(budget.input), grouped(budget.output),
+               limits);
+}
+
+/// Runs the trainer on some letters, and comes back.
+void practise(const std::string& letters, const Environment& environment) {
+    const auto program = environment.program.parent_path() / "tappora-practice";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::execl(program.c_str(), program.c_str(), "--letters", letters.c_str(), nullptr);
+        ::_exit(127);
+    }
+    int status = 0;
+    if (child > 0) ::waitpid(child, &status, 0);
+    if (child < 0 || (WIFEXITED(status) && WEXITSTATUS(status) == 127))
+        complain("practice: cannot be started");
+}
+
+/// Offers the lesson that an answer ends with.
+void offerLesson(const Answer& answer, const Environment& environment) {
+    std::string letters;
+    for (const std::string& letter : tapcore::PracticeRequest::letters(answer.text))
+        letters += (letters.empty() ? "" : ", ") + letter;
+    if (letters.empty()) return;
+    if (!environment.onTerminal || ::isatty(STDIN_FILENO) != 1) {
+        fmt::print(stderr, "To practise: tappora practice --letters \"{}\"\n", letters);
+        return;
+    }
+    print(fmt::format("Practise {} now? [y/N] ", letters));
+    std::fflush(stdout);
+    std::string reply;
+    if (std::getline(std::cin, reply) && (reply == "y" || reply == "yes")) practise(letters, environment);
+}
+
+/// The model to ask, when the options name none.
+std::string chooseModel(const AskOptions& options, const ProviderLine& line) {
+    if (options.model) return *options.model;
+    if (options.shows && line.access().provider != Provider::claude)
+        throw UsageError("--show: needs --model, since nothing is sent to ask which there are");
+    const auto models = line.models();
+    if (models.empty()) throw Failure("--model", "the provider lists no model");
+    return models.front();
+}
+
+void announce(const ProviderAccess& access, const std::string& model) {
+    fmt::print(stderr, "Asking {} ({})\n", harmless(model), access.base);
+}
+
+/// What ends a question but not a conversation, as text; nothing for anything else.
+std::optional<std::string> attempt(const std::function<void()>& question) {
+    try {
+        question();
+        return std::nullopt;
+    } catch (const Refused& error) {
+        return error.what();
+    } catch (const HttpError& error) {
+        return error.what();
+    } catch (const Stopped& error) {
+        return error.what();
+    } catch (const tapcore::JsonError& error) {
+        return std::string("a reply of unknown shape: ") + error.what();
+    }
+}
+
+/// One question and all that follows from it. Throws Failure when no whole answer came.
+void answer(const AssistantSession& session, const ProviderLine& line, const std::string& model, Turns turns,
+            const std::string& question, bool isKept, const Environment& environment) {
+    turns.push_back({tapcore::ChatFile::Role::user, question, {}});
+    Answer got;
+    if (const auto problem = attempt([&] { got = session.ask(line, model, turns); }))
+        throw Failure("ask", harmless(*problem));
+    printAnswer(got, environment);
+    if (isKept && !got.text.empty()) session.keep(question, got);
+    printUsage(got);
+    if (!got.problem.empty()) throw Failure("ask", harmless(got.problem));
+    offerLesson(got, environment);
+}
+
+void printStarters() {
+    int number = 0;
+    for (const auto& starter : tapcore::AskStarters::featured)
+        print(fmt::format("  {}  {}\n", ++number, words(starter.label)));
+    for (const std::string_view key : tapcore::AskStarters::plain)
+        print(fmt::format("  {}  {}\n", ++number, words(key)));
+}
+
+/// The question that a line means: the number of a starter stands for it.
+std::string questionOf(const std::string& line) {
+    const auto& [featured, plain] = std::pair(tapcore::AskStarters::featured, tapcore::AskStarters::plain);
+    if (line.size() != 1 || line[0] < '1' || line[0] > '9') return tapcore::repairedUtf8(line);
+    const auto number = static_cast<std::size_t>(line[0] - '1');
+    if (number < featured.size()) return std::string(featured[number].prompt);
+    if (number < featured.size() + plain.size()) return std::string(words(plain[number - featured.size()]));
+    return line;
+}
+
+/// The next line of a conversation; nothing at its end.
+std::optional<std::string> nextLine(const Environment& environment) {
+    if (environment.onTerminal) print("> ");
+    std::fflush(stdout);
+    std::string line;
+    if (!std::getline(std::cin, line) || line == "/quit") return std::nullopt;
+    return std::string(tapcore::trimmedWhiteSpace(line));
+}
+
+void converse(const AssistantSession& session, const ProviderLine& line, const std::string& model,
+              const Environment& environment) {
+    announce(line.access(), model);
+    if (const auto turns = session.conversation().turns.size(); turns > 0)
+        fmt::print(stderr, "Going on with a conversation of {} turns; /new begins another, /quit ends\n",
+                   turns);
+    printStarters();
+    while (const auto text = nextLine(environment)) {
+        if (text->empty()) continue;
+        if (*text == "/new") {
+            session.shelve();
+            continue;
+        }
+        const Interruption interruption;
+        try {
+            answer(session, line, model, session.conversation().turns, questionOf(*text), true, environment);
+        } catch (const Failure& failure) {
+            complain(failure.what());
+        }
+    }
+}
+
+void listModels(const ProviderLine& line) {
+    std::vector<std::string> models;
+    if (const auto problem = attempt([&] { models = line.models(); }))
+        throw Failure("ask", harmless(*problem));
+    for (const std::string& model : models) print(harmless(model) + "\n");
+}
+
+}  // namespace
+
+void askCommand(CommandLine& line, const Environment& environment) {
+    AskOptions options;
+    declare(line, options);
+    if (options.shows && !options.question) throw UsageError("--show: needs a QUESTION");
+    std::optional<Interruption> interruption(std::in_place);
+    const auto isStopped = [&] { return Interruption::isRequested(); };
+    HttpLimits limits;
+    if (options.timeout)
+        limits.total = std::chrono::milliseconds(static_cast<std::int64_t>(*options.timeout * 1000));
+    const ProviderLine provider(chooseProvider(options, environment, !options.shows, isStopped), limits,
+                                isStopped);
+    if (options.listsModels) return listModels(provider);
+
+    const AssistantSession session(options, environment);
+    std::string model;
+    if (const auto problem = attempt([&] { model = chooseModel(options, provider); }))
+        throw Failure("ask", harmless(*problem));
+    if (options.startsAnew && !options.shows) session.shelve();
+    const bool isKept = options.goesOn || options.startsAnew;
+    const Turns turns = isKept && !options.startsAnew ? session.conversation().turns : Turns();
+    if (options.shows) {
+        Turns shown = turns;
+        shown.push_back(
+            {tapcore::ChatFile::Role::user, tapcore::repairedUtf8(options.question.value_or("")), {}});
+        return session.show(provider.access(), model, shown);
+    }
+    if (!options.question) {
+        interruption.reset();
+        return converse(session, provider, model, environment);
+    }
+    announce(provider.access(), model);
+    answer(session, provider, model, turns, tapcore::repairedUtf8(*options.question), isKept, environment);
+}
+
+}  // namespace tappora

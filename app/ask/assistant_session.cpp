@@ -1,0 +1,124 @@
+#include "app/ask/assistant_session.h"
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/ask/terminal_text.h"
+#include "app/common/folder_lock.h"
+#include "core/foundation/characters.h"
+
+namespace tappora {
+namespace {
+
+namespace wire = tapcore::AssistantWire;
+using Turns = std::vector<tapcore::ChatFile::Turn>;
+
+std::string withoutSlash(std::string url) {
+    while (url.ends_with('/')) url.pop_back();
+    return url;
+}
+
+Provider parseProvider(const std::string& name) {
+    const auto provider = wire::providers.find(name);
+    if (!provider)
+        throw UsageError("--provider: no such provider: " + name + "; use claude, openai or local");
+    if (provider == Provider::apple)
+        throw Failure("--provider apple", "the system's own model is not available here");
+    return *provider;
+}
+
+ProviderAccess withKey(Provider provider, const AskOptions& options, const Environment& environment) {
+    const std::string_view usual = provider == Provider::claude ? wire::anthropicURL : wire::openaiURL;
+    const auto key = findKey(provider, environment);
+    if (!key && !options.shows)
+        throw Failure(wire::providers.of(provider),
+                      fmt::format("no key; set {} or put it into {}.key beside the settings",
+                                  provider == Provider::claude ? "ANTHROPIC_API_KEY" : "OPENAI_API_KEY",
+                                  wire::providers.of(provider)));
+    return {provider, withoutSlash(options.url.value_or(std::string(usual))), key.value_or("none")};
+}
+
+ProviderAccess local(const AskOptions& options, bool looksAround, const std::function<bool()>& isStopped) {
+    if (options.url) return {Provider::local, withoutSlash(*options.url), ""};
+    const auto found = looksAround ? findLocalServer(isStopped) : std::string(wire::localAddresses[0]);
+    if (!found) throw Failure("local", "no server answers on port 11434, 1234 or 8080; name one with --url");
+    return {Provider::local, *found, ""};
+}
+
+void printCall(const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
+    std::string arguments;
+    for (const auto& [name, value] : call.arguments) arguments += fmt::format(" {}={}", name, value);
+    complain(harmless(fmt::format("{}{}: {} characters{}", call.name, arguments,
+                                  tapcore::characterCount(output.text), output.isError ? ", an error" : "")));
+}
+
+}  // namespace
+
+ProviderAccess chooseProvider(const AskOptions& options, const Environment& environment, bool looksAround,
+                              const std::function<bool()>& isStopped) {
+    if (options.provider) {
+        const Provider provider = parseProvider(*options.provider);
+        return provider == Provider::local ? local(options, looksAround, isStopped)
+                                           : withKey(provider, options, environment);
+    }
+    if (options.url) throw UsageError("--url: needs --provider, since addresses do not say whose they are");
+    for (const Provider provider : {Provider::claude, Provider::openai})
+        if (findKey(provider, environment)) return withKey(provider, options, environment);
+    const auto found = looksAround ? findLocalServer(isStopped) : std::nullopt;
+    if (found) return {Provider::local, *found, ""};
+    throw Failure("ask",
+                  "no provider: set ANTHROPIC_API_KEY or OPENAI_API_KEY, or start a server on port 11434, "
+                  "1234 or 8080");
+}
+
+AssistantSession::AssistantSession(const AskOptions& options, const Environment& environment)
+    : options_(options),
+      environment_(environment),
+      store_(openStore(options.folder, environment)),
+      today_(today(options.folder, environment, tapcore::Calendar(environment.zone))),
+      keyboard_(AssistantKeyboard::of({}, environment, store_)) {}
+
+std::unique_ptr<tapcore::Dialogue> AssistantSession::dialogue(Provider provider, const std::string& model,
+                                                              const Turns& turns) const {
+    tapcore::DialogueStart start{model, assistantPrompt(store_, keyboard_, options_.language).inApp(today_),
+                                 assistantTools(store_, keyboard_, today_).specs(), turns};
+    return provider == Provider::claude ? tapcore::Dialogue::claude(std::move(start))
+                                        : tapcore::Dialogue::chat(std::move(start));
+}
+
+void AssistantSession::show(const ProviderAccess& access, const std::string& model,
+                            const Turns& turns) const {
+    print(access.shown(access.question(model, dialogue(access.provider, model, turns)->request())));
+}
+
+Answer AssistantSession::ask(const ProviderLine& line, const std::string& model, const Turns& turns) const {
+    const auto put = dialogue(line.access().provider, model, turns);
+    const auto send = [&](const nlohmann::json& body) {
+        return line.exchange(line.access().question(model, body));
+    };
+    const CallObserver silent = [](const auto&, const auto&) {};
+    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send,
+                       options_.showsTools ? CallObserver(printCall) : silent);
+}
+
+void AssistantSession::keep(const std::string& question, const Answer& answer) const {
+    const tapcore::Store own = openStoreForWriting(options_.folder, environment_);
+    const auto lock = lockForWriting(environment_, own.root);
+    tapcore::ChatFile chat = own.readChat();
+    chat.turns.push_back({tapcore::ChatFile::Role::user, question, {}});
+    chat.turns.push_back({tapcore::ChatFile::Role::assistant, answer.text, answer.read});
+    own.writeChat(chat);
+}
+
+tapcore::ChatFile AssistantSession::conversation() const {
+    return openStoreForWriting(options_.folder, environment_).readChat();
+}
+
+void AssistantSession::shelve() const {
+    const tapcore::Store own = openStoreForWriting(options_.folder, environment_);
+    const auto lock = lockForWriting(environment_, own.root);
+    own.shelveChat(environment_.now, tapcore::Calendar(environment_.zone));
+}
+
+}  // namespace tappora

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/ask/http_client.h"
+#include "app/common/program.h"
+#include "core/assistant/assistant_wire.h"
+
+namespace tappora {
+
+using tapcore::AssistantWire::Provider;
+
+/// A provider refused a request. `what()` is what the user is told; never a part of a key.
+class Refused : public std::runtime_error {
+  public:
+    Refused(const std::string& text, std::string replyBody)
+        : std::runtime_error(text), body(std::move(replyBody)) {}
+
+    std::string body;  ///< of the reply, as it came
+};
+
+/// How a provider is reached.
+class ProviderAccess {
+  public:
+    Provider provider;
+    std::string base;  ///< its interface's address, without a "/" at the end
+    std::string key;   ///< "" for a server that wants none
+
+    /// Whether each token is charged for.
+    bool isPaid() const { return provider != Provider::local; }
+
+    /// The request that puts a question's next step.
+    HttpRequest question(const std::string& model, const nlohmann::json& body) const;
+    HttpRequest modelListing() const;
+
+    /// The request as a person may read it: its address, headers with the key blanked out, and exactly its
+    /// body.
+    std::string shown(const HttpRequest& request) const;
+};
+
+/// Sends requests to a provider and reads its replies.
+class ProviderLine {
+  public:
+    ProviderLine(ProviderAccess access, HttpLimits limits, std::function<bool()> isStopped)
+        : access_(std::move(access)), limits_(limits), isStopped_(std::move(isStopped)) {}
+
+    const ProviderAccess& access() const { return access_; }
+
+    /// The JSON that a request is answered with. What is refused for now is sent once more, after the time
+    /// that the server asks for. Throws Refused, HttpError and Stopped.
+    nlohmann::json exchange(const HttpRequest& request) const;
+
+    /// The models to choose from, the best first choice first.
+    std::vector<std::string> models() const;
+
+  private:
+    HttpReply sendTwice(const HttpRequest& request) const;
+    void wait(std::chrono::milliseconds delay) const;
+
+    ProviderAccess access_;
+    HttpLimits limits_;
+    std::function<bool()> isStopped_;
+};
+
+/// The key of a provider: from the environment (ANTHROPIC_API_KEY, OPENAI_API_KEY), else from the file
+/// claude.key or openai.key beside the settings, which nobody else may be able to read. Failure when others
+/// can.
+std::optional<std::string> findKey(Provider provider, const Environment& environment);
+
+/// The address of the first server found on this machine; nothing when there is none.
+std::optional<std::string> findLocalServer(const std::function<bool()>& isStopped);
+
+}  // namespace tappora

@@ -1,0 +1,26 @@
+#include "app/common/assistant.h"
+
+namespace tappora {
+
+AssistantKeyboard AssistantKeyboard::of(const KeyboardOptions& options, const Environment& environment,
+                                        const tapcore::Store& store) {
+    const Keyboards keyboards(environment, store);
+    return {keyboards.chosenBoard(options), keyboards.chosenLayout(options)};
+}
+
+tapcore::AssistantTools assistantTools(const tapcore::Store& store, const AssistantKeyboard& keyboard,
+                                       const tapcore::Day& today) {
+    return tapcore::AssistantTools::over(store, today, keyboard.layout.legends);
+}
+
+tapcore::AgentPrompt assistantPrompt(const tapcore::Store& store, const AssistantKeyboard& keyboard,
+                                     const std::optional<std::string>& language) {
+    return {.format = store.format,
+            .board = keyboard.board,
+            .layout = tapcore::Layout{.id = keyboard.layout.id, .name = keyboard.layout.name},
+            .legends = keyboard.layout.legends,
+            .language = language.value_or(""),
+            .macs = tapcore::AssistantTools::over(store, {}, {}).macs};
+}
+
+}  // namespace tappora

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/common/data_folder.h"
+#include "app/common/keyboard.h"
+#include "app/common/program.h"
+#include "core/assistant/agent_prompt.h"
+#include "core/assistant/assistant_tools.h"
+#include "core/files/store.h"
+#include "core/keyboard/board.h"
+
+namespace tappora {
+
+/// What the assistant is told about the user's keyboard. Looking for it reads the settings and the last day
+/// counted.
+struct AssistantKeyboard {
+    tapcore::Board board;
+    LegendSet layout;
+
+    static AssistantKeyboard of(const KeyboardOptions& options, const Environment& environment,
+                                const tapcore::Store& store);
+};
+
+/// The assistant's tools over a store.
+tapcore::AssistantTools assistantTools(const tapcore::Store& store, const AssistantKeyboard& keyboard,
+                                       const tapcore::Day& today);
+
+/// The prompt about a store. The language to answer in is English without one.
+tapcore::AgentPrompt assistantPrompt(const tapcore::Store& store, const AssistantKeyboard& keyboard,
+                                     const std::optional<std::string>& language);
+
+}  // namespace tappora

@@ -1,0 +1,93 @@
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "app/common/assistant.h"
+#include "app/common/command_line.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/line_reader.h"
+#include "core/assistant/mcp_server.h"
+
+namespace tappora {
+namespace {
+
+namespace mcp = tapcore::mcp;
+
+/// Lines that wait to be answered before more are read.
+constexpr std::size_t mostWaiting = 1000;
+
+/// Writes a whole line at once; false when nobody reads any more.
+bool writeLine(std::string text) {
+    text += '\n';
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, rest.data(), rest.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool writeLines(std::vector<std::string> lines) {
+    for (std::string& text : lines)
+        if (!writeLine(std::move(text))) return false;
+    return true;
+}
+
+/// Takes in what is there, and waits for something when nothing else is to be done.
+void takeIn(mcp::Server& server, LineReader& input) {
+    for (std::size_t taken = 0; taken < mostWaiting; ++taken) {
+        const auto read = input.next(server.isIdle());
+        if (!read) return;
+        if (read->isTooLong) server.receiveTooLong();
+        else server.receive(read->text);
+    }
+}
+
+void serve(mcp::Server& server) {
+    LineReader input(STDIN_FILENO, mcp::Server::longestLine);
+    ::signal(SIGPIPE, SIG_IGN);
+    while (true) {
+        takeIn(server, input);
+        if (server.isIdle() && input.isAtEnd()) break;
+        if (!server.isIdle() && !writeLines(server.answerNext())) return;
+    }
+    writeLines(server.end());
+}
+
+/// What the server hands out: the folder as it is at each request, on the day that is then today.
+mcp::Offer offerOf(const FolderOptions& folder, const KeyboardOptions& options,
+                   const Environment& environment) {
+    const tapcore::Store store = openStore(folder, environment);
+    const auto keyboard = AssistantKeyboard::of(options, environment, store);
+    const auto day = [folder, zone = environment.zone] {
+        const Environment now = hostEnvironment();
+        return today(folder, now, tapcore::Calendar(zone));
+    };
+    return {.tools = [=] { return assistantTools(store, keyboard, day()); },
+            .prompt = [=] { return assistantPrompt(store, keyboard, std::nullopt); },
+            .today = day,
+            .version = version().substr(version().find(' ') + 1)};
+}
+
+}  // namespace
+
+void mcpCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    KeyboardOptions keyboard;
+    line.describe(
+        "Serves the assistant's tools to an agent over the Model Context Protocol, on standard input and "
+        "output. "
+        "The agent starts it; it only reads the data folder.",
+        "tappora mcp --folder ~/Documents/Tappora");
+    addKeyboardOptions(line, keyboard);
+    addFolderOptions(line, folder);
+    line.parse();
+
+    mcp::Server server(offerOf(folder, keyboard, environment));
+    serve(server);
+}
+
+}  // namespace tappora

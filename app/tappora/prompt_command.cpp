@@ -1,0 +1,33 @@
+#include "app/common/assistant.h"
+#include "app/common/command_line.h"
+#include "app/tappora/commands.h"
+
+namespace tappora {
+
+void promptCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    KeyboardOptions keyboard;
+    std::optional<std::string> language;
+    bool inApp = false;
+    bool introduced = false;
+    line.describe(
+        "Prints what to tell a language model of your own choice that may look at your data folder.",
+        "tappora prompt --language French");
+    line.add_flag("--in-app", inApp,
+                  "The form for a model that has the assistant's tools instead of the folder");
+    line.add_flag("--introduced", introduced, "Begin with what this is about and how a file is written");
+    line.add_option("--language", language, "The language to answer in; English when not given");
+    addKeyboardOptions(line, keyboard);
+    addFolderOptions(line, folder);
+    line.parse();
+
+    const tapcore::Store store = openStore(folder, environment);
+    const auto prompt = assistantPrompt(store, AssistantKeyboard::of(keyboard, environment, store), language);
+    const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
+    if (introduced)
+        print(std::string(tapcore::AgentPrompt::opening()) + "\n" +
+              tapcore::AgentPrompt::formatSection(store.format) + "\n");
+    print((inApp ? prompt.inApp(day) : prompt.text(store.root.string())) + "\n");
+}
+
+}  // namespace tappora

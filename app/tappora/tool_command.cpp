@@ -1,0 +1,91 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "app/common/assistant.h"
+#include "app/common/command_line.h"
+#include "app/common/records_json.h"
+#include "app/tappora/commands.h"
+#include "core/foundation/characters.h"
+
+namespace tappora {
+namespace {
+
+using nlohmann::json;
+using Spec = tapcore::AssistantTools::Spec;
+
+/// The tools as people call them: "search QUERY", and what each is for.
+std::string listOf(const std::vector<Spec>& specs) {
+    std::string text;
+    for (const Spec& spec : specs) {
+        text += spec.name;
+        for (const auto& [name, description] : spec.properties) {
+            const bool isRequired =
+                std::find(spec.required.begin(), spec.required.end(), name) != spec.required.end();
+            text += fmt::format(fmt::runtime(isRequired ? " {}" : " [{}]"), name);
+        }
+        text += "\n  " + spec.description + "\n";
+    }
+    return text;
+}
+
+/// The arguments of a call: in the order of the tool's parameters, or named as in "to=2026-09-20".
+json argumentsOf(const Spec& spec, const std::vector<std::string>& values) {
+    json arguments = json::object();
+    std::size_t next = 0;
+    for (const std::string& value : values) {
+        const std::string name = value.substr(0, value.find('='));
+        const bool isNamed = name.size() < value.size() &&
+                             std::any_of(spec.properties.begin(), spec.properties.end(),
+                                         [&](const auto& property) { return property.first == name; });
+        if (isNamed) arguments[name] = tapcore::repairedUtf8(value.substr(name.size() + 1));
+        else if (next == spec.properties.size())
+            throw UsageError(value + ": one argument too many for " + spec.name);
+        else arguments[spec.properties[next++].first] = tapcore::repairedUtf8(value);
+    }
+    return arguments;
+}
+
+Spec specOf(const tapcore::AssistantTools& tools, const std::string& name) {
+    for (Spec& spec : tools.specs())
+        if (spec.name == name) return std::move(spec);
+    throw UsageError("NAME: no such tool: " + name + "; `tappora tool` lists them");
+}
+
+json toJson(const tapcore::AssistantTools::Output& output) {
+    return {{"text", output.text}, {"isError", output.isError}, {"read", output.read}};
+}
+
+}  // namespace
+
+void toolCommand(CommandLine& line, const Environment& environment) {
+    FolderOptions folder;
+    KeyboardOptions keyboard;
+    std::string name;
+    std::vector<std::string> values;
+    bool asJSON = false;
+    line.describe(
+        "Runs one of the assistant's tools and prints what a model would be told; lists them without a name.",
+        "tappora tool summary from=2026-09-01 to=2026-09-30");
+    line.add_option("NAME", name, "The tool");
+    line.add_option("ARGUMENTS", values,
+                    "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
+    line.add_flag("--json", asJSON, "Print the result as JSON, with the files read");
+    addKeyboardOptions(line, keyboard);
+    addFolderOptions(line, folder);
+    line.parse();
+
+    const tapcore::Store store = openStore(folder, environment);
+    const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
+    tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
+    if (name.empty()) return print(listOf(tools.specs()));
+    const json arguments = argumentsOf(specOf(tools, name), values);
+    if (name == "summary") tools.legends = Keyboards(environment, store).chosenLayout(keyboard).legends;
+    const auto output = tools.run(name, arguments);
+    if (asJSON) return print(jsonText(toJson(output)));
+    if (output.isError) throw Failure(name, output.text);
+    print(output.text + "\n");
+}
+
+}  // namespace tappora

@@ -1,0 +1,68 @@
+#include "app/ask/retry.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ask/terminal_text.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::AssistantWire::Provider;
+
+TEST(Retry, WaitsAsTheServerSaysOrNotAtAll) {
+    const tapcore::Instant now{std::chrono::milliseconds(1790000000000)};  // Mon, 21 Sep 2026 14:13:20 GMT
+    const struct {
+        Provider provider;
+        HttpReply reply;
+        std::optional<std::int64_t> delay;
+    } cases[] = {
+        {Provider::openai, {429, {}, ""}, 1000},
+        {Provider::claude, {429, {}, ""}, std::nullopt},
+        {Provider::claude, {429, {{"retry-after", "7"}}, ""}, 7000},
+        {Provider::openai, {429, {{"retry-after", "7"}, {"retry-after-ms", "20"}}, ""}, 20},
+        {Provider::openai, {503, {{"retry-after", "Mon, 21 Sep 2026 14:13:25 GMT"}}, ""}, 5000},
+        {Provider::openai, {503, {{"retry-after", "Mon, 21 Sep 2020 14:13:25 GMT"}}, ""}, 0},
+        {Provider::openai, {503, {{"retry-after", "soon"}}, ""}, 1000},
+        {Provider::openai, {503, {{"retry-after", "-3"}}, ""}, 1000},
+        {Provider::openai, {503, {{"retry-after", "61"}}, ""}, std::nullopt},
+        {Provider::openai, {429, {}, R"({"error":{"code":"insufficient_quota"}})"}, std::nullopt},
+        {Provider::claude, {500, {{"x-should-retry", "false"}}, ""}, std::nullopt},
+        {Provider::claude, {409, {{"x-should-retry", "true"}}, ""}, 1000},
+        {Provider::local, {400, {}, ""}, std::nullopt},
+        {Provider::local, {200, {}, ""}, std::nullopt},
+    };
+    for (const auto& [provider, reply, delay] : cases) {
+        const auto got = retryDelay(provider, reply, now);
+        EXPECT_EQ(got ? std::optional(got->count()) : std::nullopt, delay) << reply.status << reply.body;
+    }
+}
+
+TEST(Http, KnowsThisMachineByItsNames) {
+    for (const char* url : {"http://localhost:1/v1", "http://LOCALHOST", "http://127.0.0.1",
+                            "http://127.9.9.9:8/", "http://[::1]:80/"})
+        EXPECT_TRUE(isLoopback(url)) << url;
+    for (const char* url : {"http://localhost.example", "http://127.0.0.1.example", "http://10.0.0.1",
+                            "http://user@evil", "http://localhost@evil.example", "localhost", ""})
+        EXPECT_FALSE(isLoopback(url)) << url;
+}
+
+TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
+    const std::string markdown =
+        "## Your week\n\nYou typed **much more than** usual, see [the day](days/a.md).\n"
+        "- one `key`\n  - two words that wrap\n12. three\n| a **b** |\n```\n**code**\n```\n2 * 3 ** 4";
+    EXPECT_EQ(terminalText(markdown, {.colours = true, .unicode = true}, 30),
+              "\033[1mYour\033[0m \033[1mweek\033[0m\n\nYou typed \033[1mmuch\033[0m \033[1mmore\033[0m "
+              "\033[1mthan\033[0m usual,\n"
+              "see the day (days/a.md).\n• one key\n  • two words that wrap\n12. three\n| a **b** "
+              "|\n**code**\n2 * 3 ** 4\n");
+    EXPECT_EQ(terminalText("- **a** [b\n", {}, 80), "- a [b\n\n");
+}
+
+TEST(TerminalText, LetsNobodySteerTheTerminal) {
+    EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
+                       "d\rü"),
+              "a[2J\nb\tcdü");
+}
+
+}  // namespace
+}  // namespace tappora

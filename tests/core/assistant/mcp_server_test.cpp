@@ -1,0 +1,339 @@
+#include "core/assistant/mcp_server.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/foundation/file_io.h"
+#include "tests/support/temporary_folder.h"
+
+namespace tapcore::mcp {
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const json modernMeta = {{"io.modelcontextprotocol/protocolVersion", "2026-07-28"},
+                         {"io.modelcontextprotocol/clientCapabilities", json::object()}};
+const json serverInfoMeta = {{"io.modelcontextprotocol/serverInfo",
+                              {{"name", "tappora"}, {"title", "Tappora"}, {"version", "1.2.3"}}}};
+
+/// A line that opens a connection with a handshake.
+std::string hello(std::string_view version) {
+    return json{{"jsonrpc", "2.0"},
+                {"id", 0},
+                {"method", "initialize"},
+                {"params",
+                 {{"protocolVersion", version},
+                  {"capabilities", json::object()},
+                  {"clientInfo", {{"name", "editor"}, {"version", "3.1"}}}}}}
+        .dump();
+}
+
+class Mcp : public testing::Test {
+  protected:
+    Offer offer() const {
+        const Store store(folder.path(), FileFormat::markdown);
+        return {.tools =
+                    [=] {
+                        return AssistantTools::over(store, Day(2026, 9, 20), {{0, {"a", "A"}}});
+                    },
+                .prompt = [] { return AgentPrompt{.format = FileFormat::markdown}; },
+                .today = [] { return Day(2026, 9, 20); },
+                .version = "1.2.3"};
+    }
+
+    /// What a line is answered with, each line of it as JSON.
+    std::vector<json> said(std::string_view line) {
+        server.receive(line);
+        std::vector<json> answers;
+        while (!server.isIdle())
+            for (const std::string& text : server.answerNext()) answers.push_back(json::parse(text));
+        return answers;
+    }
+    json answer(std::string_view line) {
+        const auto answers = said(line);
+        return answers.size() == 1 ? answers[0] : json(answers);
+    }
+    json request(std::string_view method, json params = json::object()) {
+        return answer(json{{"jsonrpc", "2.0"}, {"id", 7}, {"method", method}, {"params", params}}.dump());
+    }
+    json modern(std::string_view method, json params = json::object()) {
+        params["_meta"] = modernMeta;
+        return request(method, params);
+    }
+    /// "-32601 Method not found: x" of an answer that is an error.
+    static std::string error(const json& answer) {
+        if (!answer.contains("error")) return answer.dump();
+        return answer["error"]["code"].dump() + " " + answer["error"]["message"].get<std::string>();
+    }
+
+    TemporaryFolder folder;
+    Server server{offer()};
+};
+
+TEST_F(Mcp, AgreesOnARevisionButNeverEchoesOne) {
+    for (const auto& [asked, agreed] : {std::pair("2024-11-05", "2024-11-05"),
+                                        {"2025-03-26", "2025-03-26"},
+                                        {"2025-06-18", "2025-06-18"},
+                                        {"2025-11-25", "2025-11-25"},
+                                        {"2026-07-28", "2025-11-25"},
+                                        {"2031-01-01", "2025-11-25"},
+                                        {"", "2025-11-25"}})
+        EXPECT_EQ(answer(hello(asked))["result"]["protocolVersion"], agreed) << asked;
+    const json result = answer(hello("2025-06-18"))["result"];
+    EXPECT_EQ(result["capabilities"], json::parse(R"({"tools":{},"prompts":{},"resources":{}})"));
+    EXPECT_EQ(result["serverInfo"], serverInfoMeta["io.modelcontextprotocol/serverInfo"]);
+    EXPECT_FALSE(answer(hello("2024-11-05"))["result"]["serverInfo"].contains("title"));
+    EXPECT_EQ(error(request("initialize", {{"protocolVersion", "2025-06-18"}})),
+              "-32602 Invalid params: capabilities is missing or no object");
+}
+
+TEST_F(Mcp, AnswersLinesOutOfShapeWithErrors) {
+    for (const auto& [line, expected] : {
+             std::pair(std::string("{"), R"({"error":{"code":-32700)"},
+             {"\"\xFF\"", R"({"error":{"code":-32700)"},
+             {std::string(600, '['), R"({"error":{"code":-32700)"},
+             {"7", R"({"error":{"code":-32600,"message":"Invalid request: not an object"},"jsonrpc":"2.0"})"},
+             {"[]", R"({"error":{"code":-32600,"message":"Invalid request: not an object"},"jsonrpc":"2.0"})"},
+             {R"({"id":1,"method":"ping"})", R"({"error":{"code":-32600,"message":"Invalid request: jsonrpc is not \"2.0\""},"id":1,)"},
+             {R"({"jsonrpc":"2.0","id":"1"})", R"({"error":{"code":-32600,"message":"Invalid request: method is missing or no string"},"id":"1",)"},
+             {R"({"jsonrpc":"2.0","id":1.5,"method":"ping"})", R"({"error":{"code":-32600,"message":"Invalid request: id is no string or integer"},"jsonrpc")"},
+             {R"({"jsonrpc":"2.0","id":null,"method":"ping"})", R"({"error":{"code":-32600)"},
+             {R"({"jsonrpc":"2.0","id":1,"method":"ping","params":[]})", R"({"error":{"code":-32602,"message":"Invalid params: not an object"},"id":1,)"},
+}) {
+    server.receive(line);
+    const auto answers = server.answerNext();
+    ASSERT_EQ(answers.size(), 1u) << line;
+    EXPECT_TRUE(answers[0].starts_with(expected)) << answers[0];
+}
+server.receiveTooLong();
+EXPECT_EQ(
+    server.answerNext()[0],
+    R"({"error":{"code":-32600,"message":"Invalid request: a line of more than 4194304 bytes"},"jsonrpc":"2.0"})");
+}
+
+TEST_F(Mcp, SaysNothingToWhatAsksForNoAnswer) {
+    for (const char* line :
+         {"", " \t", R"({"jsonrpc":"2.0","method":"notifications/initialized"})",
+          R"({"jsonrpc":"2.0","method":"made/up","params":7})", R"({"method":"no version"})",
+          R"({"jsonrpc":"2.0","id":3,"result":{}})", R"({"jsonrpc":"2.0","id":3,"error":{"code":1}})",
+          R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":9}})",
+          R"({"jsonrpc":"2.0","method":"notifications/cancelled"})"})
+        EXPECT_THAT(said(line), IsEmpty()) << line;
+}
+
+TEST_F(Mcp, TellsTheErasApart) {
+    EXPECT_EQ(error(request("tools/list")),
+              "-32602 Invalid params: _meta has no io.modelcontextprotocol/protocolVersion");
+    EXPECT_EQ(request("ping")["result"], json::object());
+    EXPECT_TRUE(modern("tools/list").contains("result"));
+    EXPECT_EQ(error(modern("ping")), "-32601 Method not found: ping");
+    answer(hello("2025-06-18"));
+    EXPECT_TRUE(request("tools/list").contains("result"));
+    EXPECT_EQ(error(request("server/discover")), "-32601 Method not found: server/discover");
+    EXPECT_EQ(error(request("resources/subscribe")), "-32601 Method not found: resources/subscribe");
+    EXPECT_TRUE(modern("server/discover").contains("result"));
+}
+
+TEST_F(Mcp, ServesTheStatelessRevisionToTheLetter) {
+    EXPECT_EQ(modern("server/discover")["result"],
+              (json{{"resultType", "complete"},
+                    {"supportedVersions", {"2026-07-28"}},
+                    {"capabilities", json::parse(R"({"tools":{},"prompts":{},"resources":{}})")},
+                    {"instructions", AgentPrompt::opening()},
+                    {"ttlMs", 3600000},
+                    {"cacheScope", "public"},
+                    {"_meta", serverInfoMeta}}));
+    const auto withMeta = [&](const char* key, const json& value) {
+        json meta = modernMeta;
+        meta[key] = value;
+        return error(request("tools/list", {{"_meta", meta}}));
+    };
+    const char* const version = "io.modelcontextprotocol/protocolVersion";
+    EXPECT_EQ(withMeta(version, 3),
+              "-32602 Invalid params: io.modelcontextprotocol/protocolVersion is no string");
+    EXPECT_EQ(withMeta("io.modelcontextprotocol/clientCapabilities", "x"),
+              "-32602 Invalid params: io.modelcontextprotocol/clientCapabilities is missing or no object");
+    EXPECT_EQ(withMeta("io.modelcontextprotocol/logLevel", "loud"),
+              "-32602 Invalid params: io.modelcontextprotocol/logLevel is no log level");
+    for (const char* unserved : {"2031-01-01", "2025-11-25"}) {
+        json meta = {{version, unserved}};
+        EXPECT_EQ(request("tools/list", {{"_meta", meta}})["error"],
+                  (json{{"code", -32022},
+                        {"message", "Unsupported protocol version"},
+                        {"data", {{"supported", {"2026-07-28"}}, {"requested", unserved}}}}));
+    }
+}
+
+TEST_F(Mcp, DeclaresTheToolsAsEachRevisionKnowsThem) {
+    const json tools = modern("tools/list")["result"]["tools"];
+    ASSERT_EQ(tools.size(), 4u);
+    EXPECT_EQ(tools[2]["inputSchema"], json::parse(R"({"type":"object","properties":{"path":{"type":"string",
+                  "description":"The file's path relative to the data folder."}},
+                  "required":["path"],"additionalProperties":false})"));
+    EXPECT_EQ(tools[2]["annotations"],
+              json::parse(R"({"title":"Read one file","readOnlyHint":true,"destructiveHint":false,
+                  "idempotentHint":true,"openWorldHint":false})"));
+    EXPECT_EQ(tools[2]["title"], "Read one file");
+    EXPECT_EQ(tools[0]["outputSchema"]["type"], "object");
+    EXPECT_FALSE(tools[2].contains("outputSchema"));
+    for (const auto& [revision, members] :
+         {std::pair("2024-11-05", 3), {"2025-03-26", 4}, {"2025-06-18", 6}, {"2025-11-25", 6}}) {
+        answer(hello(revision));
+        const json result = request("tools/list")["result"];
+        EXPECT_EQ(result["tools"][0].size(), members) << revision;
+        EXPECT_FALSE(result.contains("ttlMs"));
+    }
+    EXPECT_EQ(error(request("tools/list", {{"cursor", ""}})), "-32602 Invalid params: no such cursor");
+}
+
+TEST_F(Mcp, CallsTools) {
+    folder.put("days/2026-09-19.md", "## Keys\n| 9 | 0 | 90 |\n");
+    answer(hello("2025-06-18"));
+    const auto call = [&](const json& params) { return request("tools/call", params); };
+    EXPECT_EQ(call({{"name", "list_files"}, {"arguments", {{"folder", "days"}}}})["result"],
+              json::parse(R"({"content":[{"type":"text","text":"days/2026-09-19.md"}]})"));
+    EXPECT_EQ(call({{"name", "search"}})["result"],
+              json::parse(R"({"content":[{"type":"text","text":"Empty query."}],"isError":true})"));
+    EXPECT_EQ(error(call({{"name", "delete_all"}})), "-32602 Unknown tool: delete_all");
+    EXPECT_EQ(error(call({{"name", "search"}, {"arguments", "x"}})),
+              "-32602 Invalid params: arguments is no object");
+    EXPECT_EQ(error(call({{"arguments", json::object()}})),
+              "-32602 Invalid params: name is missing or no string");
+    EXPECT_EQ(modern("tools/call", {{"name", "search"}})["result"],
+              (json{{"content", {{{"type", "text"}, {"text", "Empty query."}}}},
+                    {"isError", true},
+                    {"resultType", "complete"},
+                    {"_meta", serverInfoMeta}}));
+}
+
+TEST_F(Mcp, GivesTheSummaryAsDataToo) {
+    folder.put("days/2026-09-19.md", "## Keys\n| 9 | 0 | 90 |\n## Chords\n| 9 | cmd | 0 | 4 |\n");
+    answer(hello("2025-11-25"));
+    const json arguments = {{"name", "summary"}, {"arguments", {{"from", "2026-09-19"}}}};
+    const json result = request("tools/call", arguments)["result"];
+    EXPECT_EQ(result["structuredContent"],
+              json::parse(R"({"from":"2026-09-19","to":"2026-09-20","days":2,"cut":false,
+        "keystrokes":90,"activeHours":1,"averagePerActiveHour":90,"peakPerMinute":0,"clicks":0,"movedMetres":0.0,
+        "byHour":[0,0,0,0,0,0,0,0,0,90,0,0,0,0,0,0,0,0,0,0,0,0,0,0],"topKeys":[{"key":"A","count":90}],
+        "topShortcuts":[{"shortcut":"⌘A","count":4}],"byDay":[{"day":"2026-09-19","keystrokes":90},
+        {"day":"2026-09-20","keystrokes":0}],"keyboardShare":100})"));
+    EXPECT_TRUE(
+        result["content"][0]["text"].get<std::string>().starts_with("Period 2026-09-19 to 2026-09-20"));
+    const json schema = modern("tools/list")["result"]["tools"][0]["outputSchema"];
+    for (const auto& [name, value] : result["structuredContent"].items())
+        EXPECT_TRUE(schema["properties"].contains(name));
+    const json wrong = request("tools/call", {{"name", "summary"}, {"arguments", {{"to", "x"}}}})["result"];
+    EXPECT_EQ(wrong["isError"], true);
+    EXPECT_FALSE(wrong.contains("structuredContent"));
+    answer(hello("2025-03-26"));
+    EXPECT_FALSE(request("tools/call", arguments)["result"].contains("structuredContent"));
+}
+
+TEST_F(Mcp, OffersThePrompts) {
+    answer(hello("2025-06-18"));
+    EXPECT_EQ(request("prompts/list")["result"]["prompts"].size(), 2u);
+    const auto text = [&](const json& params) {
+        return request("prompts/get", params)["result"]["messages"][0]["content"]["text"];
+    };
+    AgentPrompt prompt{.format = FileFormat::markdown};
+    EXPECT_EQ(text({{"name", "read-my-data-folder"}}), prompt.text(folder.path().string()));
+    prompt.language = "French";
+    EXPECT_EQ(text({{"name", "look-at-my-typing"}, {"arguments", {{"language", "French"}}}}),
+              prompt.inApp(Day(2026, 9, 20)));
+    EXPECT_EQ(error(request("prompts/get", {{"name", "x"}})), "-32602 Unknown prompt: x");
+    EXPECT_EQ(
+        error(request("prompts/get", {{"name", "look-at-my-typing"}, {"arguments", {{"language", 3}}}})),
+        "-32602 Invalid params: the argument language is no string");
+}
+
+TEST_F(Mcp, HandsOutDataFilesAsResourcesAndNothingElse) {
+    folder.put("days/2026-09-19.md", "day");
+    folder.put("days/ü 1%.org", "odd");
+    folder.put("months/2026-08.md", "month");
+    folder.put("practice/2026-09-01.md", "practice");
+    folder.put("reports/r.md", "report");
+    folder.put(".keys/config.json", "{}");
+    answer(hello("2025-06-18"));
+    const json list = request("resources/list")["result"]["resources"];
+    std::vector<std::string> uris;
+    for (const json& resource : list) uris.push_back(resource["uri"]);
+    EXPECT_THAT(uris, ElementsAre("tappora:///days/%C3%BC%201%25.org", "tappora:///days/2026-09-19.md",
+                                  "tappora:///months/2026-08.md", "tappora:///practice/2026-09-01.md"));
+    const auto read = [&](std::string_view uri) { return request("resources/read", {{"uri", uri}}); };
+    EXPECT_EQ(read(uris[0])["result"]["contents"],
+              (json{{{"uri", uris[0]}, {"mimeType", "text/org"}, {"text", "odd"}}}));
+    EXPECT_EQ(read("tappora:///reports/r.md")["result"]["contents"][0]["text"], "report");
+    for (const char* uri :
+         {"tappora:///days/1999-01-01.md", "tappora:///.keys/config.json", "file:///etc/passwd",
+          "tappora:///days/../.keys/config.json", "tappora:///days/%2e%2e/x.md", "tappora:///%zz/x.md",
+          "tappora:///days/x.md%00.md", "tappora:///days/%2", ""})
+        EXPECT_EQ(read(uri)["error"],
+                  (json{{"code", -32002}, {"message", "Resource not found"}, {"data", {{"uri", uri}}}}));
+    EXPECT_EQ(modern("resources/read", {{"uri", "tappora:///days/a.md"}})["error"]["code"], -32602);
+    const json modernRead = modern("resources/read", {{"uri", uris[1]}})["result"];
+    EXPECT_EQ(modernRead["ttlMs"], 0);
+    EXPECT_EQ(modernRead["cacheScope"], "private");
+    EXPECT_EQ(request("resources/templates/list")["result"]["resourceTemplates"][1]["uriTemplate"],
+              "tappora:///{mac}/{folder}/{name}");
+}
+
+TEST_F(Mcp, ListsManyResourcesInPages) {
+    for (int day = 0; day < 501; ++day) folder.put("days/" + std::to_string(1000 + day) + ".md", "");
+    answer(hello("2025-06-18"));
+    const json first = request("resources/list")["result"];
+    EXPECT_EQ(first["resources"].size(), 500u);
+    const json second = request("resources/list", {{"cursor", first["nextCursor"]}})["result"];
+    EXPECT_EQ(second["resources"], json::parse(R"([{"uri":"tappora:///days/1000.md","name":"days/1000.md",
+                                                    "mimeType":"text/markdown"}])"));
+    EXPECT_FALSE(second.contains("nextCursor"));
+    for (const char* cursor : {"", "0", "7", "1000", "x"})
+        EXPECT_EQ(error(request("resources/list", {{"cursor", cursor}})),
+                  "-32602 Invalid params: no such cursor");
+}
+
+TEST_F(Mcp, TakesBatchesInTheOneRevisionThatHasThem) {
+    const char* const batch = R"([{"jsonrpc":"2.0","id":1,"method":"ping"},{"jsonrpc":"2.0","method":"x"},7,
+                                  {"jsonrpc":"2.0","id":2,"method":"initialize"}])";
+    EXPECT_EQ(error(answer(batch)), "-32600 Invalid request: not an object");
+    answer(hello("2025-03-26"));
+    const json answers = answer(batch);
+    ASSERT_EQ(answers.size(), 3u);
+    EXPECT_EQ(answers[0]["result"], json::object());
+    EXPECT_EQ(error(answers[1]), "-32600 Invalid request: not an object");
+    EXPECT_EQ(error(answers[2]), "-32600 Invalid request: initialize in a batch");
+    EXPECT_THAT(said(R"([{"jsonrpc":"2.0","method":"x"}])"), IsEmpty());
+    EXPECT_EQ(error(answer("[]")), "-32600 Invalid request: an empty batch");
+}
+
+TEST_F(Mcp, NeverBeginsWhatIsCancelledWhileItWaits) {
+    server.receive(R"({"jsonrpc":"2.0","id":1,"method":"ping"})");
+    server.receive(R"({"jsonrpc":"2.0","id":"1","method":"ping"})");
+    EXPECT_EQ(said(R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":1}})"),
+              std::vector<json>{json::parse(R"({"jsonrpc":"2.0","id":"1","result":{}})")});
+}
+
+TEST_F(Mcp, KeepsASubscriptionOpenUntilItsEnd) {
+    const char* const key = "io.modelcontextprotocol/subscriptionId";
+    const json listen = {{"_meta", modernMeta}, {"notifications", {{"toolsListChanged", true}}}};
+    const auto open = [&](const json& id) {
+        return said(
+            json{{"jsonrpc", "2.0"}, {"id", id}, {"method", "subscriptions/listen"}, {"params", listen}}
+                .dump());
+    };
+    EXPECT_EQ(open(9), std::vector<json>{
+                           (json{{"jsonrpc", "2.0"},
+                                 {"method", "notifications/subscriptions/acknowledged"},
+                                 {"params", {{"_meta", {{key, 9}}}, {"notifications", json::object()}}}})});
+    open("b");
+    said(R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":9}})");
+    const auto end = server.end();
+    ASSERT_EQ(end.size(), 1u);
+    EXPECT_EQ(json::parse(end[0]), (json{{"jsonrpc", "2.0"},
+                                         {"id", "b"},
+                                         {"result", {{"resultType", "complete"}, {"_meta", {{key, "b"}}}}}}));
+}
+
+}  // namespace
+}  // namespace tapcore::mcp
