@@ -16,6 +16,7 @@ struct Environment;
 // clang-format off
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
+void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
@@ -52,6 +53,8 @@ inline constexpr Command commands[] = {
     {"day",     "One day as its table file",                                      run<dayCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
+    {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},
+    {"practice", "The typing trainer",                                            Companion{"tappora-practice"}},
     {"ask",     "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
     {"tool",    "One of the assistant's tools by hand",                           run<toolCommand>},
     {"prompt",  "What to tell an agent of your own choice",                       run<promptCommand>},

@@ -99,19 +99,25 @@ std::string cased(std::string_view text, CaseFunction convert) {
     return result;
 }
 
-void appendScalar(std::string& text, UChar32 scalar) {
-    char bytes[U8_MAX_LENGTH];
-    std::size_t size = 0;
-    U8_APPEND_UNSAFE(bytes, size, scalar);
-    text.append(bytes, size);
-}
-
 constexpr std::string_view betweenNames = " + ";
 
 std::string mappedAscii(std::string_view text, char first, char last, int shift) {
     std::string result(text);
     for (char& c : result)
         if (c >= first && c <= last) c = static_cast<char>(c + shift);
+    return result;
+}
+
+std::string normalized(std::string_view text, decltype(&icu::Normalizer2::getNFCInstance) instance) {
+    if (isAscii(text)) return std::string(text);
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2* form = instance(status);
+    require(status, "no normalization");
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    form->normalizeUTF8(0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
+                        nullptr, status);
+    require(status, "no normalization");
     return result;
 }
 
@@ -245,24 +251,15 @@ std::optional<std::string> namedCharacter(std::string_view name) {
         const UChar32 scalar =
             u_charFromName(U_EXTENDED_CHAR_NAME, std::string(name.substr(0, end)).c_str(), &status);
         if (U_FAILURE(status)) return std::nullopt;
-        appendScalar(result, scalar);
+        result += utf8(static_cast<char32_t>(scalar));
         if (end == name.size()) return result;
         name.remove_prefix(end + betweenNames.size());
     }
 }
 
-std::string composed(std::string_view text) {
-    if (isAscii(text)) return std::string(text);
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Normalizer2* form = icu::Normalizer2::getNFCInstance(status);
-    std::string result;
-    icu::StringByteSink<std::string> sink(&result);
-    if (form)
-        form->normalizeUTF8(0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
-                            nullptr, status);
-    require(status, "no normalization");
-    return result;
-}
+std::string composed(std::string_view text) { return normalized(text, icu::Normalizer2::getNFCInstance); }
+
+std::string decomposed(std::string_view text) { return normalized(text, icu::Normalizer2::getNFDInstance); }
 
 std::size_t firstInvalidUtf8(std::string_view text) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());

@@ -59,6 +59,8 @@ std::optional<std::string> namedCharacter(std::string_view name);
 
 /// `text` with what can be one scalar as one: "e" and a combining acute become "é" (Normalization Form C).
 std::string composed(std::string_view text);
+/// The other way round: "é" becomes "e" and a combining acute (Normalization Form D).
+std::string decomposed(std::string_view text);
 
 /// The place of the first byte that is not UTF-8, or npos when all of `text` is.
 std::size_t firstInvalidUtf8(std::string_view text);

@@ -1,0 +1,119 @@
+#include "app/practice/keyboard_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/foundation/characters.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Board;
+using tapcore::KeyCode;
+using tapcore::Legends;
+
+constexpr KeyCode spaceBar = 49;
+constexpr std::size_t rowOfSpace = 4;
+constexpr std::size_t rows = 5;
+
+/// The line of a key's row; nothing for rows that type no text.
+std::optional<std::size_t> lineOf(const Board::Key& key) {
+    if (key.keyCode == spaceBar) return rowOfSpace;
+    switch (key.row) {
+        case Board::Row::number: return 0;
+        case Board::Row::upper: return 1;
+        case Board::Row::home: return 2;
+        case Board::Row::lower: return 3;
+        default: return std::nullopt;
+    }
+}
+
+Style styleOf(Board::Finger finger) {
+    switch (finger) {
+        case Board::Finger::pinky: return Style::pinky;
+        case Board::Finger::ring: return Style::ring;
+        case Board::Finger::middle: return Style::middle;
+        case Board::Finger::index: return Style::index;
+        default: return Style::thumb;
+    }
+}
+
+/// What stands on a key: its unshifted legend, when that is one character.
+std::string legendOf(KeyCode code, const Legends& legends) {
+    if (code == spaceBar) return "     ";
+    const auto found = legends.find(code);
+    const bool isSingle = found != legends.end() && !found->second.empty() &&
+                          tapcore::isSingleCharacter(found->second.front()) && columnsOf(found->second.front()) == 1;
+    return isSingle ? found->second.front() : "";
+}
+
+bool isAscii(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+}  // namespace
+
+KeyboardView::KeyboardView(const Board& board, Legends legends) : legends_(std::move(legends)) {
+    for (const Board::Key& key : board.keys) {
+        const auto line = lineOf(key);
+        if (!line || !key.keyCode) continue;
+        const std::string legend = legendOf(*key.keyCode, legends_);
+        const bool isKnown = std::any_of(keys_.begin(), keys_.end(), [&](const Key& k) { return k.code == key.keyCode; });
+        if (legend.empty() || isKnown) continue;
+        keys_.push_back({*line, key.center().x, legend, *key.keyCode, key.hand, key.finger});
+    }
+    std::stable_sort(keys_.begin(), keys_.end(),
+                     [](const Key& a, const Key& b) { return a.row != b.row ? a.row < b.row : a.x < b.x; });
+    double left = keys_.empty() ? 0 : keys_.front().x;
+    for (const Key& key : keys_) left = std::min(left, key.x);
+    for (Key& key : keys_) key.x -= left;
+}
+
+const KeyboardView::Key* KeyboardView::struck(const std::string& next) const {
+    const auto stroke = tapcore::KeyStroke::of(next, legends_);
+    const auto key = std::find_if(keys_.begin(), keys_.end(),
+                                  [&](const Key& candidate) { return stroke && candidate.code == stroke->keyCode; });
+    return key == keys_.end() ? nullptr : &*key;
+}
+
+std::optional<std::string> KeyboardView::finger(const std::string& next) const {
+    const Key* key = struck(next);
+    if (key == nullptr) return std::nullopt;
+    if (key->code == spaceBar) return "a thumb";
+    std::string words = std::string(Board::hands.of(key->hand)) + " " + std::string(Board::fingers.of(key->finger)) +
+                        (key->finger == Board::Finger::thumb ? "" : " finger");
+    if (tapcore::KeyStroke::of(next, legends_)->shift)
+        words += key->hand == Board::Hand::left ? ", with right shift" : ", with left shift";
+    return words;
+}
+
+std::vector<FrameLine> KeyboardView::lines(const std::string& next, const ScreenShape& shape) const {
+    const bool isShown = shape.unicode || std::all_of(keys_.begin(), keys_.end(),
+                                                      [](const Key& key) { return isAscii(key.legend); });
+    if (!isShown || keys_.empty()) return {};
+    for (const std::size_t columnsOfUnit : {4U, 3U})
+        if (auto fitting = drawn(columnsOfUnit, struck(next), shape.columns)) return *fitting;
+    return {};
+}
+
+/// The keys at so many columns for each key unit; nothing when they take more than there are.
+std::optional<std::vector<FrameLine>> KeyboardView::drawn(std::size_t columnsOfUnit, const Key* next,
+                                                          std::size_t columns) const {
+    std::vector<FrameLine> lines(rows);
+    std::vector<std::size_t> ends(rows, 0);
+    for (const Key& key : keys_) {
+        const std::string face = " " + key.legend + " ";
+        const std::size_t width = columnsOf(face);
+        const auto middle = static_cast<std::size_t>(std::lround(key.x * static_cast<double>(columnsOfUnit))) + 1;
+        std::size_t& end = ends[key.row];
+        const std::size_t start = std::max(middle - std::min(middle, width / 2), end);
+        lines[key.row].push_back({std::string(start - end, ' ')});
+        lines[key.row].push_back({face, &key == next ? Style::next : styleOf(key.finger)});
+        end = start + width;
+        if (end > columns) return std::nullopt;
+    }
+    std::erase_if(lines, [](const FrameLine& line) { return line.empty(); });
+    return lines;
+}
+
+}  // namespace tappora

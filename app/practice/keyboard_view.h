@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/practice/frame.h"
+#include "core/keyboard/board.h"
+#include "core/practice/practice_layout.h"
+
+namespace tappora {
+
+/// The part of a keyboard that types text, drawn with a line for each of its rows.
+class KeyboardView {
+  public:
+    KeyboardView(const tapcore::Board& board, tapcore::Legends legends);
+
+    /// The rows, with the key of the next character shown; none when they do not fit into so many columns, or the
+    /// terminal cannot show their legends.
+    std::vector<FrameLine> lines(const std::string& next, const ScreenShape& shape) const;
+
+    /// How the next character is struck, in words: "left index finger", "right ring finger, with left shift". Nothing
+    /// when no key of the board types it.
+    std::optional<std::string> finger(const std::string& next) const;
+
+  private:
+    struct Key {
+        std::size_t row = 0;
+        double x = 0;  ///< of its middle, in key units
+        std::string legend;
+        tapcore::KeyCode code = 0;
+        tapcore::Board::Hand hand = tapcore::Board::Hand::left;
+        tapcore::Board::Finger finger = tapcore::Board::Finger::pinky;
+    };
+
+    const Key* struck(const std::string& next) const;
+    std::optional<std::vector<FrameLine>> drawn(std::size_t columnsOfUnit, const Key* next, std::size_t columns) const;
+
+    tapcore::Legends legends_;
+    std::vector<Key> keys_;  ///< by row, then from left to right
+};
+
+}  // namespace tappora

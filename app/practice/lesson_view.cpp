@@ -1,0 +1,258 @@
+#include "app/practice/lesson_view.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "app/practice/figures.h"
+#include "core/foundation/characters.h"
+#include "core/practice/practice_rows.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::LessonSession;
+using tapcore::LetterState;
+using tapcore::LetterStats;
+using tapcore::PracticeReview;
+using tapcore::PracticeRows;
+using tapcore::PracticeRules;
+
+/// Lines that belong together. Of several, those of the smallest rank are shown first when there is room for few.
+struct Block {
+    int rank = 0;
+    std::vector<FrameLine> lines;
+};
+
+// The text.
+
+constexpr std::size_t fewRows = 3;  // so many show the row before, too
+
+std::size_t rowsOfText(std::size_t linesOfScreen) {
+    if (linesOfScreen < 6) return 1;
+    return linesOfScreen < 22 ? fewRows : 5;
+}
+
+Style styleAt(const LessonSession& session, std::size_t at) {
+    const LessonSession::Mark mark = session.marks()[at];
+    if (at == session.position()) return mark == LessonSession::Mark::wrong ? Style::nextWrong : Style::next;
+    if (at > session.position()) return Style::plain;
+    switch (mark) {
+        case LessonSession::Mark::wrong: return Style::wrong;
+        case LessonSession::Mark::mended: return Style::mended;
+        default: return Style::right;
+    }
+}
+
+FrameLine textLine(const LessonSession& session, const PracticeRows::Row& row) {
+    FrameLine line;
+    for (std::size_t at = row.start; at < row.end; ++at) {
+        const Style style = styleAt(session, at);
+        if (line.empty() || line.back().style != style) line.push_back({"", style});
+        line.back().text += session.characters()[at];
+    }
+    return line;
+}
+
+/// The rows around the place in the text: it, as soon as there is one, the row before it, and what comes.
+std::vector<FrameLine> textLines(const LessonSession& session, std::size_t lines, std::size_t columns) {
+    std::size_t widest = 1;
+    for (const std::string& character : session.characters()) widest = std::max(widest, columnsOf(character));
+    const auto rows = PracticeRows::rows(session.text(), static_cast<std::int64_t>(columns / widest));
+    const std::size_t current = PracticeRows::row(session.position(), rows).value_or(rows.size() - 1);
+    const std::size_t before = current > 0 && lines >= fewRows ? 1 : 0;
+    const std::size_t first = std::min(current - before, rows.size() - std::min(lines, rows.size()));
+    std::vector<FrameLine> shown;
+    for (std::size_t row = first; row < std::min(first + lines, rows.size()); ++row)
+        shown.push_back(textLine(session, rows[row]));
+    return shown;
+}
+
+// Figures.
+
+FrameLine titleLine(const Trainer& trainer, const ScreenShape& shape) {
+    const TrainerSetup& setup = trainer.setup();
+    return spread({{fmt::format("{} on {}, lesson {}", languageName(setup.model->language), setup.layout,
+                                trainer.lessonNumber()),
+                    Style::strong}},
+                  {{fmt::format("{} of {} today", minutes(trainer.todaySeconds()), minutes(setup.goalSeconds)),
+                    Style::faint}},
+                  shape.columns);
+}
+
+std::size_t wordsDone(const LessonSession& session) {
+    const auto end = session.characters().begin() + static_cast<std::ptrdiff_t>(session.position());
+    return static_cast<std::size_t>(std::count(session.characters().begin(), end, " "));
+}
+
+FrameLine statusLine(const Trainer& trainer) {
+    const tapcore::LetterCounts& counts = trainer.session().counts();
+    return {{fmt::format("{} wpm", PracticeReview::wpm(counts)), Style::strong},
+            {fmt::format("   {} right", percent(PracticeReview::accuracy(counts))), Style::strong},
+            {fmt::format("   {} of {} words", wordsDone(trainer.session()), trainer.plan().words.size())}};
+}
+
+/// The letter whose figures are shown: the next one when it is among those stressed.
+std::string focusOf(const Trainer& trainer) {
+    const auto& stressed = trainer.plan().stressed;
+    const std::string* next = trainer.session().expected();
+    const bool isStressed = next && std::find(stressed.begin(), stressed.end(), *next) != stressed.end();
+    return isStressed ? *next : trainer.plan().focus().value_or("");
+}
+
+/// A letter's three figures that decide, beside what they must reach, and its days while those are too few.
+FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
+    const std::string letter = focusOf(trainer);
+    const LetterStats stats = trainer.total(letter);
+    const PracticeRules& rules = trainer.setup().rules;
+    const std::string speed = stats.timed > 0 ? std::to_string(PracticeRules::wpm(stats)) : "-";
+    const std::string accuracy = percent(stats.accuracy());
+    const std::string wanted = percent(rules.targetAccuracy);
+    const std::string days = stats.days < rules.minDays ? fmt::format("   day {} of {}", std::max<std::int64_t>(stats.days, 1), rules.minDays) : "";
+    std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed, rules.samples,
+                                   speed, rules.targetWPM(), accuracy, wanted, days);
+    if (columnsOf(letter) + text.size() > columns)
+        text = fmt::format(" {}/{} {}/{} {}/{}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy, wanted);
+    return {{letter, Style::strong}, {text}};
+}
+
+// The letters.
+
+/// How far a letter is, in one column: eighths of a block, or tenths where only ASCII can be shown.
+std::string progressMark(double progress, bool unicode) {
+    constexpr std::array<const char*, 8> eighths = {"▁", "▁", "▂", "▃", "▄", "▅", "▆", "▇"};
+    if (unicode) return eighths[std::min<std::size_t>(static_cast<std::size_t>(progress * 8), 7)];
+    return std::to_string(std::min<int>(static_cast<int>(progress * 10), 9));
+}
+
+Span letterMark(const Trainer& trainer, const std::string& letter, bool unicode) {
+    switch (trainer.state(letter)) {
+        case LetterState::notStarted: return {unicode ? "·" : ".", Style::faint};
+        case LetterState::learned: return {unicode ? "█" : "*", Style::learned};
+        case LetterState::slipping: return {"~", Style::slipping};
+        default: return {progressMark(trainer.setup().rules.progress(trainer.total(letter)), unicode), Style::learning};
+    }
+}
+
+std::vector<FrameLine> letterLines(const Trainer& trainer, const ScreenShape& shape) {
+    constexpr std::size_t columnsOfLetter = 3;
+    std::vector<FrameLine> lines;
+    for (const std::string& letter : trainer.setup().model->order) {
+        if (lines.empty() || columnsOf(lines.back()) + columnsOfLetter - 1 > shape.columns) lines.emplace_back();
+        Span mark = letterMark(trainer, letter, shape.unicode);
+        lines.back().push_back({letter, trainer.isOpen(letter) ? Style::plain : Style::faint});
+        mark.text += ' ';
+        lines.back().push_back(std::move(mark));
+    }
+    return lines;
+}
+
+FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard) {
+    const std::string* next = trainer.session().expected();
+    if (next == nullptr) return {};
+    const auto finger = keyboard.finger(*next);
+    return {{"next: "}, {*next == " " ? "space" : *next, Style::strong}, {finger ? "   " + *finger : ""}};
+}
+
+// Putting them together.
+
+/// The blocks that there is room for, in their order: whole ones by rank, and then blank lines between them.
+Frame stacked(const std::vector<Block>& blocks, const ScreenShape& shape) {
+    std::vector<const Block*> byRank;
+    for (const Block& block : blocks) byRank.push_back(&block);
+    std::stable_sort(byRank.begin(), byRank.end(), [](auto* a, auto* b) { return a->rank < b->rank; });
+    std::size_t room = shape.lines;
+    std::set<const Block*> fitting;
+    for (const Block* block : byRank) {
+        if (block->lines.empty() || block->lines.size() > room) continue;
+        room -= block->lines.size();
+        fitting.insert(block);
+    }
+    Frame frame;
+    for (const Block& block : blocks) {
+        if (!fitting.contains(&block)) continue;
+        if (!frame.lines.empty() && room > 0) {
+            frame.lines.emplace_back();
+            --room;
+        }
+        for (const FrameLine& line : block.lines) frame.lines.push_back(clipped(line, shape.columns));
+    }
+    return frame;
+}
+
+std::vector<FrameLine> noticeLines(const std::string& notice) {
+    if (notice.empty()) return {};
+    return {{{notice, Style::wrong}}};
+}
+
+// The review.
+
+/// A star, given or not, before what it is for.
+FrameLine starLine(bool isGiven, const std::string& reached, const std::string& mark, bool unicode) {
+    const char* star = isGiven ? (unicode ? "★ " : "* ") : (unicode ? "☆ " : "- ");
+    return {{star, isGiven ? Style::learned : Style::faint},
+            {fmt::format("{:<16}", reached), Style::strong},
+            {" " + mark, Style::faint}};
+}
+
+std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
+    const tapcore::LessonResult& result = *trainer.result();
+    const auto usual = trainer.usual();
+    return {starLine(result.stars[0], percent(result.accuracy) + " right",
+                     fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
+            starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
+                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed to go by", unicode),
+            starLine(result.stars[2], minutes(result.todaySeconds) + " today",
+                     fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
+}
+
+std::string newsText(const tapcore::LessonResult::News& news) {
+    using Result = tapcore::LessonResult;
+    if (const auto* letter = std::get_if<Result::NewLetter>(&news)) return "A new letter is open: " + letter->letter;
+    if (const auto* best = std::get_if<Result::PersonalBest>(&news))
+        return fmt::format("Your fastest lesson on this layout, by {} wpm", best->gain);
+    if (const auto* focus = std::get_if<Result::Focus>(&news))
+        return fmt::format("{} at {} wpm, faster than before", focus->letter, focus->wpm);
+    return "Your fastest lesson of the week";
+}
+
+std::vector<FrameLine> remarkLines(const Trainer& trainer) {
+    std::vector<FrameLine> lines;
+    const tapcore::LessonResult& result = *trainer.result();
+    if (result.news) lines.push_back({{newsText(*result.news), Style::learned}});
+    if (result.streak > 1) lines.push_back({{fmt::format("{} days in a row", result.streak)}});
+    const std::vector<std::string> slowest = trainer.slowest();
+    if (!slowest.empty()) lines.push_back({{fmt::format("Took longest: {}", fmt::join(slowest, ", "))}});
+    return lines;
+}
+
+}  // namespace
+
+Frame lessonFrame(const Trainer& trainer, const KeyboardView& keyboard, const std::string& notice,
+                  const ScreenShape& shape) {
+    const std::string* next = trainer.session().expected();
+    return stacked({{7, {titleLine(trainer, shape)}},
+                    {1, textLines(trainer.session(), rowsOfText(shape.lines), shape.columns)},
+                    {2, {statusLine(trainer)}},
+                    {4, {focusLine(trainer, shape.columns)}},
+                    {5, letterLines(trainer, shape)},
+                    {6, keyboard.lines(next ? *next : "", shape)},
+                    {3, {nextKeyLine(trainer, keyboard)}},
+                    {0, noticeLines(notice)},
+                    {8, {{{"Esc leaves; what you typed is kept", Style::faint}}}}},
+                   shape);
+}
+
+Frame reviewFrame(const Trainer& trainer, const std::string& notice, const ScreenShape& shape) {
+    return stacked({{4, {titleLine(trainer, shape)}},
+                    {1, starLines(trainer, shape.unicode)},
+                    {3, remarkLines(trainer)},
+                    {5, letterLines(trainer, shape)},
+                    {0, noticeLines(notice)},
+                    {2, {{{"Enter", Style::strong}, {" the next lesson   "}, {"Esc", Style::strong}, {" leave"}}}}},
+                   shape);
+}
+
+}  // namespace tappora

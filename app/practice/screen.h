@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/common/program.h"
+#include "app/practice/frame.h"
+#include "app/practice/key_decoder.h"
+
+namespace tappora {
+
+/// Milliseconds of a clock that only runs forwards.
+std::int64_t steadyMilliseconds();
+
+/// Has the C library take text for what the environment's locale says. Failure, saying what to set, when that has not
+/// all of these letters.
+void useLocale(const Environment& environment, const std::vector<std::string>& letters);
+
+/// The whole terminal, for as long as this lives; afterwards it is as it was. One at a time. The signals that end
+/// programs come as events.
+class Screen {
+  public:
+    /// Failure when standard input and output are no terminal, or one that cannot be written all over.
+    explicit Screen(const Environment& environment);
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    ScreenShape shape() const;
+    void show(const Frame& frame);
+
+    /// What has come; waits at most so many milliseconds for something. A paste may come as one.
+    std::vector<ScreenEvent> events(std::int64_t milliseconds);
+
+  private:
+    class Implementation;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+}  // namespace tappora

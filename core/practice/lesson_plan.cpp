@@ -1,0 +1,80 @@
+#include "core/practice/lesson_plan.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "core/practice/practice_course.h"
+
+namespace tapcore {
+namespace {
+
+using Letters = std::vector<std::string>;
+
+bool holds(const Letters& letters, const std::string& letter) {
+    return std::find(letters.begin(), letters.end(), letter) != letters.end();
+}
+
+Letters joined(const Letters& letters, const Letters& others) {
+    Letters all = letters;
+    for (const std::string& other : others)
+        if (!holds(all, other)) all.push_back(other);
+    return all;
+}
+
+bool anyHolds(const Letters& words, const std::string& letter) {
+    return std::any_of(words.begin(), words.end(),
+                       [&](const std::string& word) { return word.find(letter) != std::string::npos; });
+}
+
+/// So many words for one letter, of all letters when the open ones make none that hold it.
+Letters wordsFor(const LetterModel& model, const Letters& open, const std::string& letter, std::int64_t count,
+                 SeededRandom& rng) {
+    Letters words = model.lesson(open, letter, count, rng);
+    return anyHolds(words, letter) ? words : model.lesson(joined(open, model.order), letter, count, rng);
+}
+
+/// Words in turn for each of the letters.
+Letters mixedWords(const LetterModel& model, const Letters& open, const Letters& letters, std::int64_t count,
+                   SeededRandom& rng) {
+    const auto shares = static_cast<std::int64_t>(letters.size());
+    std::vector<Letters> words;
+    for (const std::string& letter : letters)
+        words.push_back(wordsFor(model, open, letter, (count + shares - 1) / shares, rng));
+    Letters mixed;
+    for (std::int64_t i = 0; i < count; ++i) {
+        const Letters& share = words[static_cast<std::size_t>(i % shares)];
+        const auto at = static_cast<std::size_t>(i / shares);
+        if (at < share.size()) mixed.push_back(share[at]);
+    }
+    return mixed;
+}
+
+}  // namespace
+
+std::optional<std::string> LessonPlan::focus() const {
+    if (stressed.empty()) return std::nullopt;
+    return stressed.front();
+}
+
+LessonPlan planLesson(const LetterModel& model, const PracticeRules& rules, const LetterCounts& practised,
+                      const LessonWish& wish, SeededRandom& rng) {
+    const auto openOf = [&](PracticeCourse course, std::int64_t opened) {
+        return rules.open(course.order(), practised, courseStart, opened);
+    };
+    LessonPlan plan;
+    plan.open = rules.open(model.order, practised, std::nullopt, wish.lettersOpened);
+    plan.openDigits = openOf(PracticeCourse::digits, wish.digitsOpened);
+    plan.openMarks = openOf(PracticeCourse::marks, wish.marksOpened);
+    plan.stressed = wish.letters;
+    if (plan.stressed.empty())
+        if (const auto focus = rules.focus(plan.open, practised)) plan.stressed = {*focus};
+    const Letters letters = joined(plan.open, plan.stressed);
+    plan.words =
+        plan.stressed.empty() ? Letters{} : mixedWords(model, letters, plan.stressed, wish.words, rng);
+    plan.words =
+        wish.extras.apply(std::move(plan.words), plan.openDigits, rules.focus(plan.openDigits, practised),
+                          plan.openMarks, rules.focus(plan.openMarks, practised), rng);
+    return plan;
+}
+
+}  // namespace tapcore
