@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <optional>
 
 #include "app/ask/assistant_session.h"
 #include "app/ask/interruption.h"

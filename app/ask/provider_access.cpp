@@ -23,7 +23,7 @@ constexpr std::string_view blankedKey = "(your key)";
 
 std::string without(std::string text, const std::string& secret) {
     if (secret.empty()) return text;
-    for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at))
+    for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at + blankedKey.size()))
         text.replace(at, secret.size(), blankedKey);
     return text;
 }

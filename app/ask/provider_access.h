@@ -24,8 +24,7 @@ class Refused : public std::runtime_error {
 };
 
 /// How a provider is reached.
-class ProviderAccess {
-  public:
+struct ProviderAccess {
     Provider provider;
     std::string base;  ///< its interface's address, without a "/" at the end
     std::string key;   ///< "" for a server that wants none

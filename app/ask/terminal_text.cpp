@@ -1,6 +1,8 @@
 #include "app/ask/terminal_text.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/foundation/characters.h"
@@ -138,8 +140,9 @@ std::string harmless(std::string_view text) {
     std::string result;
     for (const std::string_view character : tapcore::characters(text)) {
         const auto first = static_cast<unsigned char>(character[0]);
-        const bool isControl = (first < ' ' && first != '\n' && first != '\t') || first == 0x7F ||
-                               (first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0);
+        const bool isControl =
+            (first < ' ' && first != '\n' && first != '\t') || first == 0x7F ||
+            (first == 0xC2 && character.size() > 1 && static_cast<unsigned char>(character[1]) < 0xA0);
         if (character == "\r\n") result += '\n';
         else if (!isControl) result += character;
     }

@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "app/common/assistant.h"
 #include "app/common/command_line.h"
 #include "app/tappora/commands.h"

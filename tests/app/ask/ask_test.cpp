@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -233,7 +234,7 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
     EXPECT_EQ(askClaude({{claude(R"([{"type":"text","text":"New."}])").dump()}}, {"--new"}), 0);
     EXPECT_THAT(sent(0)["messages"], SizeIs(1));
     EXPECT_THAT(tapcore::ChatFile(data.text("assistant/chat.md")).turns, SizeIs(2));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(data / "assistant/history"), {}), 1);
+    EXPECT_THAT(tapcore::namesIn(data / "assistant/history"), SizeIs(1));
 }
 
 TEST_F(Ask, TakesKeysFromFilesThatAreTheUsersAlone) {

@@ -50,7 +50,7 @@ TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
     const std::string markdown =
         "## Your week\n\nYou typed **much more than** usual, see [the day](days/a.md).\n"
         "- one `key`\n  - two words that wrap\n12. three\n| a **b** |\n```\n**code**\n```\n2 * 3 ** 4";
-    EXPECT_EQ(terminalText(markdown, {.colours = true, .unicode = true}, 30),
+    EXPECT_EQ(terminalText(markdown, {.colours = true, .unicode = true}, 31),
               "\033[1mYour\033[0m \033[1mweek\033[0m\n\nYou typed \033[1mmuch\033[0m \033[1mmore\033[0m "
               "\033[1mthan\033[0m usual,\n"
               "see the day (days/a.md).\n• one key\n  • two words that wrap\n12. three\n| a **b** "
