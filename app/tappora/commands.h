@@ -17,6 +17,7 @@ struct Environment;
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
+void heatmapCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
@@ -46,6 +47,7 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
 };
 // clang-format on
 
