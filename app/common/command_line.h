@@ -17,6 +17,9 @@ class CommandLine : public CLI::App {
     /// What the command does, for --help, and one command line that shows it.
     void describe(std::string_view does, std::string_view example);
 
+    /// Adds a subcommand, with what `describe` says of a command.
+    CLI::App& addSubcommand(const std::string& name, std::string_view does, std::string_view example);
+
     /// Throws what `runProgram` and `guarded` turn into an exit status: for --help as for a wrong command
     /// line.
     void parse();

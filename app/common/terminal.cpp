@@ -58,4 +58,8 @@ std::string grouped(std::int64_t number) {
     return digits;
 }
 
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return fmt::format("{} {}", grouped(static_cast<std::int64_t>(count)), count == 1 ? one : many);
+}
+
 }  // namespace tappora

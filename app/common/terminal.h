@@ -39,4 +39,7 @@ struct Terminal {
 /// 1234567 as "1,234,567".
 std::string grouped(std::int64_t number);
 
+/// "1 day", "1,204 days".
+std::string counted(std::size_t count, std::string_view one, std::string_view many);
+
 }  // namespace tappora

@@ -18,6 +18,7 @@ void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void dayCommand    (CommandLine&, const Environment&);
 void heatmapCommand(CommandLine&, const Environment&);
+void layoutsCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 // clang-format on
 
@@ -48,6 +49,8 @@ inline constexpr Command commands[] = {
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
     {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
+    {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
+    {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
 };
 // clang-format on
 

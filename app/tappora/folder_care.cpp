@@ -43,10 +43,6 @@ std::int64_t keystrokes(const Store& store, const std::vector<Day>& days) {
     return sum;
 }
 
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-    return fmt::format("{} {}", grouped(static_cast<std::int64_t>(count)), count == 1 ? one : many);
-}
-
 /// "214 days of counts with 1,204,331 keystrokes, 2026-01-03 to 2026-09-20, and 9 months".
 std::string countsOf(const Store& store) {
     const auto days = store.days();

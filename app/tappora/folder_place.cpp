@@ -13,6 +13,7 @@
 #include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/common/settings.h"
+#include "app/common/terminal.h"
 #include "app/tappora/folder_tasks.h"
 #include "core/files/data_listing.h"
 #include "core/files/folder_names.h"
@@ -53,7 +54,8 @@ std::string readableSize(std::uintmax_t bytes) {
 
 std::string span(const std::vector<tapcore::Day>& days) {
     if (days.empty()) return "none yet";
-    return fmt::format("{}, {} to {}", days.size(), days.front().description(), days.back().description());
+    return fmt::format("{}, {} to {}", counted(days.size(), "day", "days"), days.front().description(),
+                       days.back().description());
 }
 
 void printText(const FolderChoice& choice, const Store& store, const Contents& contents) {
@@ -66,12 +68,14 @@ void printText(const FolderChoice& choice, const Store& store, const Contents& c
     if (const auto macs = store.macs(); !macs.empty())
         row("Machines", fmt::format("{}", fmt::join(macs, ", ")));
     if (store.mac) row("This one", *store.mac);
-    row("Days", span(store.days()));
+    row("Counts", span(store.days()));
     row("Months", std::to_string(store.names(tapcore::monthsFolder).size()));
-    row("Practice", fmt::format("{} days", store.names(tapcore::practiceFolder).size()));
-    row("Size", fmt::format("{} in {} files", readableSize(contents.bytes), contents.files));
+    row("Practice", counted(store.names(tapcore::practiceFolder).size(), "day", "days"));
+    row("Size",
+        fmt::format("{} in {}", readableSize(contents.bytes), counted(contents.files, "file", "files")));
     if (contents.inCloud > 0)
-        row("In iCloud", fmt::format("{} files that are not here yet", contents.inCloud));
+        row("In iCloud",
+            counted(contents.inCloud, "file that is not here yet", "files that are not here yet"));
     if (store.needsConversion())
         print("Some files are in the other format; tappora folder convert makes them one.\n");
 }

@@ -61,19 +61,6 @@ FolderConfig decoded(const JsonValue& value) {
     return config;
 }
 
-std::string encoded(const FolderConfig& config) {
-    json learned = json::object();
-    for (const auto& [name, key] : config.learned)
-        learned[name] = {{"plain", key.plain}, {"shifted", key.shifted}};
-    const json document = {{"format", config.format.rawValue()},
-                           {"board", config.board},
-                           {"layout", config.layout},
-                           {"labels", config.labels},
-                           {"named_keys", config.namedKeys},
-                           {"learned", learned}};
-    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
-}
-
 void say(std::string* why, std::string_view text) {
     if (why) *why = text;
 }
@@ -82,13 +69,10 @@ void say(std::string* why, std::string_view text) {
 
 fs::path FolderConfig::url(const fs::path& root) { return root / ".keys" / "config.json"; }
 
-FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
+FolderConfig FolderConfig::parse(std::string_view text, std::string* why) {
     say(why, "");
-    const FileRead file = readFile(url(root));
-    if (file.status == FileRead::Status::unreadable) say(why, file.error.message());
-    if (file.status != FileRead::Status::read) return {};
     try {
-        const json document = JsonValue::parse(file.text);
+        const json document = JsonValue::parse(text);
         return decoded(JsonValue(document));
     } catch (const JsonError& error) {
         say(why, error.what());
@@ -96,7 +80,25 @@ FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
     }
 }
 
-void FolderConfig::write(const fs::path& root) const { writeFile(url(root), encoded(*this)); }
+std::string FolderConfig::text() const {
+    json learnedKeys = json::object();
+    for (const auto& [name, key] : learned)
+        learnedKeys[name] = {{"plain", key.plain}, {"shifted", key.shifted}};
+    const json document = {
+        {"format", format.rawValue()}, {"board", board},        {"layout", layout}, {"labels", labels},
+        {"named_keys", namedKeys},     {"learned", learnedKeys}};
+    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
+FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
+    say(why, "");
+    const FileRead file = readFile(url(root));
+    if (file.status == FileRead::Status::read) return parse(file.text, why);
+    if (file.status == FileRead::Status::unreadable) say(why, file.error.message());
+    return {};
+}
+
+void FolderConfig::write(const fs::path& root) const { writeFile(url(root), text()); }
 
 void FolderConfig::setLabel(std::uint16_t keyCode, std::string_view boardID, std::string_view label) {
     if (label.empty()) labels.erase(joined(boardID, keyCode));

@@ -34,9 +34,13 @@ struct FolderConfig {
     /// root/".keys/config.json".
     static std::filesystem::path url(const std::filesystem::path& root);
 
-    /// The settings of a folder; the defaults when the file is missing, cannot be read or is not what it
-    /// should be (one member of a wrong type is enough). `why`, when given, then says what was wrong; it
-    /// stays empty when nothing was.
+    /// The settings that a file's text holds; the defaults when it is not what it should be: one member of a
+    /// wrong type is enough. `why`, when given, then says what was wrong; it is empty when nothing was.
+    static FolderConfig parse(std::string_view text, std::string* why = nullptr);
+    /// The file's text.
+    std::string text() const;
+
+    /// The settings of a folder; the defaults also when the file is missing or cannot be read.
     static FolderConfig read(const std::filesystem::path& root, std::string* why = nullptr);
 
     /// Writes the file whole, and its folder when missing. Throws std::filesystem::filesystem_error with the

@@ -85,9 +85,11 @@ std::set<std::string> Store::names(std::string_view folder) const {
     return names;
 }
 
-std::vector<Day> Store::days() const {
+std::vector<Day> Store::days() const { return daysIn(daysFolder); }
+
+std::vector<Day> Store::daysIn(std::string_view folder) const {
     std::vector<Day> days;
-    for (const std::string& name : names(daysFolder))
+    for (const std::string& name : names(folder))
         if (const auto day = Day::parse(name)) days.push_back(*day);
     std::stable_sort(days.begin(), days.end());
     return days;

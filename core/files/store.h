@@ -22,7 +22,10 @@
 
 namespace tapcore {
 
+struct ChatFile;
 struct Layout;
+struct PracticeDay;
+struct PracticeHistory;
 
 /// The one reader and writer of the data folder. It hides that a file may exist in either text format, and
 /// that a shared folder holds a sub-folder for each machine, whose files are added together when read. It
@@ -135,6 +138,33 @@ class Store {
     /// when it was interrupted.
     bool refreshRollups(const Day& today, const Progress& progress = {}) const;
 
+    // The conversation with the assistant.
+
+    std::filesystem::path chatURL() const;
+    /// The conversation under way, in whichever format it was written; empty when there is none. Throws
+    /// filesystem_error for a file that cannot be read or is not UTF-8.
+    ChatFile readChat() const;
+    /// Replaces the conversation under way, and takes it into this format.
+    void writeChat(const ChatFile& chat) const;
+    /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
+    /// nothing when there was none. Where that second is taken, the next free one names it.
+    std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
+    /// The earlier conversations' files, newest first.
+    std::vector<std::filesystem::path> chatHistory() const;
+
+    // Practice days, core/practice/practice_day.h.
+
+    std::filesystem::path practiceURL(const Day& day) const;
+    /// The days that have a practice file, ascending.
+    std::vector<Day> practiceDays() const;
+    /// A day's practice, of all parts and copies merged; an empty day without a file.
+    PracticeDay readPractice(const Day& day, FileProblems* problems = nullptr) const;
+    /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
+    PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
+    /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both
+    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole.
+    void addPractice(const PracticeDay& practised, const Day& day) const;
+
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
     // changed at all.
 
@@ -174,12 +204,15 @@ class Store {
     /// A store of one folder alone.
     Store single(std::filesystem::path folder) const;
     std::vector<std::string> markedFolders() const;
+    /// The days that the files of a folder are named after, ascending.
+    std::vector<Day> daysIn(std::string_view folder) const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
     void forget(const std::function<void(DayFile&)>& inDay,
                 const std::function<void(MonthRollup&)>& inMonth) const;
     void convertFile(std::string_view folder, const std::string& name) const;
-    /// Defined beside the record of a practice day.
+    // Defined beside the record of a practice day.
+    void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change) const;
     void convertPractice(const std::string& name) const;
 
     bool single_ = false;

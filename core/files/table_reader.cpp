@@ -11,7 +11,8 @@ namespace {
 /// What may start a line end: a byte below space that is one, or the first byte of a longer one.
 constexpr auto mayEndLine = [] {
     std::array<bool, 256> table{};
-    for (const unsigned char byte : {'\n', '\v', '\f', '\r', '\xC2', '\xE2'}) table[byte] = true;
+    for (const char byte : {'\n', '\v', '\f', '\r', '\xC2', '\xE2'})
+        table[static_cast<unsigned char>(byte)] = true;
     return table;
 }();
 

@@ -1,5 +1,7 @@
 #include "core/foundation/characters.h"
 
+#include <unicode/bytestream.h>
+#include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
 #include <unicode/ucasemap.h>
 #include <unicode/uchar.h>
@@ -97,6 +99,15 @@ std::string cased(std::string_view text, CaseFunction convert) {
     return result;
 }
 
+void appendScalar(std::string& text, UChar32 scalar) {
+    char bytes[U8_MAX_LENGTH];
+    std::size_t size = 0;
+    U8_APPEND_UNSAFE(bytes, size, scalar);
+    text.append(bytes, size);
+}
+
+constexpr std::string_view betweenNames = " + ";
+
 std::string mappedAscii(std::string_view text, char first, char last, int shift) {
     std::string result(text);
     for (char& c : result)
@@ -192,6 +203,19 @@ std::string lowercased(std::string_view text) {
     return isAscii(text) ? mappedAscii(text, 'A', 'Z', 'a' - 'A') : cased(text, ucasemap_utf8ToLower);
 }
 
+std::string caseFolded(std::string_view text) {
+    if (isAscii(text)) return mappedAscii(text, 'A', 'Z', 'a' - 'A');
+    constexpr std::size_t piece = 1 << 24;  // ICU counts in 32 bits
+    std::string result;
+    while (!text.empty()) {
+        std::size_t size = std::min(piece, text.size());
+        while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) ++size;
+        result += cased(text.substr(0, size), ucasemap_utf8FoldCase);
+        text.remove_prefix(size);
+    }
+    return result;
+}
+
 std::string_view trimmedWhiteSpace(std::string_view text) {
     while (!text.empty()) {
         const Scalar first = scalarAt(text, 0);
@@ -205,6 +229,48 @@ std::string_view trimmedWhiteSpace(std::string_view text) {
         text = text.substr(0, start);
     }
     return text;
+}
+
+std::string characterName(std::string_view character) {
+    std::string names;
+    while (!character.empty()) {
+        const Scalar scalar = scalarAt(character, 0);
+        char name[128];  // the longest has 88 bytes
+        UErrorCode status = U_ZERO_ERROR;
+        u_charName(scalar.value, U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
+        require(status, "no character names");
+        if (!names.empty()) names += betweenNames;
+        names += lowercased(name);
+        character.remove_prefix(scalar.size);
+    }
+    return names;
+}
+
+std::optional<std::string> namedCharacter(std::string_view name) {
+    std::string result;
+    while (true) {
+        const std::size_t end = std::min(name.find(betweenNames), name.size());
+        UErrorCode status = U_ZERO_ERROR;
+        const UChar32 scalar =
+            u_charFromName(U_EXTENDED_CHAR_NAME, std::string(name.substr(0, end)).c_str(), &status);
+        if (U_FAILURE(status)) return std::nullopt;
+        appendScalar(result, scalar);
+        if (end == name.size()) return result;
+        name.remove_prefix(end + betweenNames.size());
+    }
+}
+
+std::string composed(std::string_view text) {
+    if (isAscii(text)) return std::string(text);
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2* form = icu::Normalizer2::getNFCInstance(status);
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    if (form)
+        form->normalizeUTF8(0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
+                            nullptr, status);
+    require(status, "no normalization");
+    return result;
 }
 
 std::size_t firstInvalidUtf8(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +48,21 @@ std::string utf8(char32_t scalar);
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 
+/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" come to the same. Line
+/// breaks stay where they are.
+std::string caseFolded(std::string_view text);
+
 /// `text` without white space (Unicode's) at its ends.
 std::string_view trimmedWhiteSpace(std::string_view text);
+
+/// The name of a character in words, as the Unicode Standard gives it, lower-cased: "vertical line". The
+/// names of one that has several scalars are joined by " + ".
+std::string characterName(std::string_view character);
+/// The character of such a name, whatever its case; nothing when it names none.
+std::optional<std::string> namedCharacter(std::string_view name);
+
+/// `text` with what can be one scalar as one: "e" and a combining acute become "é" (Normalization Form C).
+std::string composed(std::string_view text);
 
 /// The place of the first byte that is not UTF-8, or npos when all of `text` is.
 std::size_t firstInvalidUtf8(std::string_view text);

@@ -1,13 +1,15 @@
 #include "core/keyboard/keylayout_import.h"
 
+#include <filesystem>
 #include <set>
 #include <utility>
 
-#include "core/foundation/characters.h"
+#include "core/files/store.h"
 #include "core/keyboard/keylayout_actions.h"
 #include "core/keyboard/keylayout_dropped.h"
 #include "core/keyboard/keylayout_key_maps.h"
 #include "core/keyboard/keylayout_modifiers.h"
+#include "core/keyboard/slug.h"
 #include "core/keyboard/xml_document.h"
 
 namespace tapcore {
@@ -17,18 +19,16 @@ constexpr std::uint16_t spaceCode = 49;
 constexpr std::uint16_t firstUncounted = 128;
 constexpr std::size_t mostBoards = 16;  ///< far more kinds of boards than there are
 
-/// A name as an id: "Français – PC" is "français-pc".
-std::string idFrom(std::string_view name) {
-    const std::string lower = lowercased(name);
-    std::string id;
-    for (const std::string_view character : characters(lower)) {
-        if (isLetter(character) || isNumber(character))
-            id += character;
-        else if (!id.empty() && !id.ends_with('-'))
-            id += '-';
-    }
-    if (id.ends_with('-')) id.pop_back();
-    return id.empty() ? "imported" : id;
+/// What a layout without a name is called: by its file, without the ending.
+std::string nameOf(std::string_view file) {
+    const std::string stem = std::filesystem::path(file).stem().string();
+    return stem.empty() ? "Imported layout" : stem;
+}
+
+/// An id that a file and a setting may have.
+std::string idOf(const std::string& name) {
+    const std::string id = slug(name);
+    return Store::isSafeLayoutID(id) ? id : "imported";
 }
 
 /// The <layout> elements, one for each kind of board.
@@ -160,18 +160,19 @@ void LegendsOfFile::noteUnusedMaps() {
 
 }  // namespace
 
-KeylayoutImport importKeylayout(std::string_view bytes, const ImportNames& names) {
+KeylayoutImport importKeylayout(std::string_view bytes, const KeylayoutImportOptions& options) {
     const XmlDocument document(bytes);
     const XmlElement keyboard = document.root();
     if (keyboard.name() != "keyboard")
         keyboard.fail("<" + std::string(keyboard.name()) + "> is no keyboard layout");
-    const std::string name =
-        names.name ? *names.name : keyboard.attribute("name").value_or("Imported layout");
+    std::string name = options.name.value_or(keyboard.attribute("name").value_or(""));
+    if (name.empty()) name = nameOf(options.file);
     const LegendsOfFile file(keyboard);
-    return {.layout = {.id = names.id.value_or(idFrom(name)),
+    return {.layout = {.id = options.id.value_or(idOf(name)),
                        .name = name,
-                       .base = names.base,
-                       .notes = std::nullopt,
+                       .base = options.base,
+                       .notes = "Imported from " +
+                                (options.file.empty() ? "a .keylayout file" : options.file) + ".",
                        .legends = file.legends()},
             .dropped = file.dropped()};
 }

@@ -11,7 +11,8 @@
 namespace tapcore {
 
 /// What an imported layout is called and what it extends.
-struct ImportNames {
+struct KeylayoutImportOptions {
+    std::string file = {};                 ///< the file's name, without a folder
     std::optional<std::string> id = {};    ///< made from the name when none is given
     std::optional<std::string> name = {};  ///< the file's own when none is given
     std::string base = "qwerty";  ///< the layout whose legends stay on keys that the file does not name
@@ -27,6 +28,6 @@ struct KeylayoutImport {
 /// and with shift; a dead key has its accent. Keys that type nothing to be seen, such as return, keep the
 /// base's legends. Of several sets of key maps (for ANSI, ISO and JIS boards) the first counts, and the
 /// others add the keys it lacks. Throws XmlError, with the place, for what is not such a file.
-KeylayoutImport importKeylayout(std::string_view bytes, const ImportNames& names = {});
+KeylayoutImport importKeylayout(std::string_view bytes, const KeylayoutImportOptions& options = {});
 
 }  // namespace tapcore

@@ -14,9 +14,10 @@ struct LetterMoves {
     std::vector<KeyCode>
         stayed;  ///< keys, ascending, whose character has no key there; their presses stay put
 
-    /// Letters and signs move, by what their key prints unshifted, capitals alike. Keys with a name (Tab),
-    /// the number pad, and keys that the board has not, stay out of it. Of two keys that carry one character,
-    /// it is the own one if that is among them, else the one of the lower code.
+    /// Letters and signs move, by what their key prints unshifted, to the key that prints it unshifted, else
+    /// shifted; capitals are alike. Keys with a name (Tab), the number pad, and keys that the board has not,
+    /// take no part. Of several keys that carry a character it is the own one if that is among them, else the
+    /// one of the lowest code.
     LetterMoves(const Legends& from, const Legends& to, const Board& board);
 
     bool operator==(const LetterMoves&) const = default;

@@ -9,6 +9,7 @@
 #include <random>
 
 #include "core/files/store.h"
+#include "core/foundation/file_lock.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tapcore {
@@ -83,6 +84,19 @@ TEST(Interruption, AKilledWriterLeavesTheOldDayOrTheNewOne) {
         for (const auto& [name, text] : folder.files())
             EXPECT_EQ(name.find(".tmp"), std::string::npos) << name << " was left behind";
     }
+}
+
+TEST(Interruption, TwoProcessesThatTakeTurnsLoseNothing) {
+    constexpr int presses = 1000;
+    const TemporaryFolder folder, runtime;
+    const auto add = [&] {
+        for (int i = 0; i < presses; ++i) {
+            const FileLock lock = FileLock::acquire(runtime / "writing");
+            Store(folder.path(), FileFormat::org).add(onePress(), 0, 0, {}, {}, day);
+        }
+    };
+    for (const pid_t child : {spawn(add), spawn(add)}) waitpid(child, nullptr, 0);
+    EXPECT_EQ(Store(folder.path(), FileFormat::org).read(day).tally.total(), 2 * presses);
 }
 
 }  // namespace

@@ -9,17 +9,8 @@ namespace tapcore {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 const Layout mine{.id = "my-layout_2", .name = "Mine", .base = "qwerty", .legends = {{12, {"ж", "Ж"}}}};
-
-TEST(OwnLayouts, AreReadBackAsSaved) {
-    const TemporaryFolder folder;
-    const Store store(folder.path(), FileFormat::org);
-    EXPECT_THAT(store.ownLayouts(), IsEmpty());
-    EXPECT_EQ(store.saveOwnLayout(mine), folder / ".keys/layouts/my-layout_2.json");
-    EXPECT_THAT(store.ownLayouts(), ElementsAre(mine));
-}
 
 TEST(OwnLayouts, OfAllMachinesAreReadAndTheOwnOneStands) {
     const TemporaryFolder folder;
@@ -41,14 +32,15 @@ TEST(OwnLayouts, OfAllMachinesAreReadAndTheOwnOneStands) {
 TEST(OwnLayouts, LeaveOutAndNameFilesThatCannotBeUsed) {
     const TemporaryFolder folder;
     const Store store(folder.path(), FileFormat::org);
-    const auto copied = store.saveOwnLayout(mine).parent_path() / "copy.json";
+    EXPECT_EQ(store.saveOwnLayout(mine), folder / ".keys/layouts/my-layout_2.json");
     folder.put(".keys/layouts/copy.json", mine.text());
     folder.put(".keys/layouts/broken.json", "{");
     FileProblems problems;
     EXPECT_THAT(store.ownLayouts(&problems), ElementsAre(mine));
     ASSERT_EQ(problems.size(), 2u);
     EXPECT_EQ(problems[0].path.filename(), "broken.json");
-    EXPECT_EQ(problems[1], (FileProblem{copied, 0, "its id is \"my-layout_2\", which is not its name"}));
+    EXPECT_EQ(problems[1], (FileProblem{folder / ".keys/layouts/copy.json", 0,
+                                        "its id is \"my-layout_2\", which is not its name"}));
 }
 
 TEST(OwnLayouts, TakeOnlyIDsThatCanNameAFile) {
@@ -59,9 +51,7 @@ TEST(OwnLayouts, TakeOnlyIDsThatCanNameAFile) {
         EXPECT_FALSE(Store::isSafeLayoutID(id)) << id;
         EXPECT_THROW(store.saveOwnLayout({.id = std::string(id)}), LayoutProblem) << id;
     }
-    EXPECT_TRUE(Store::isSafeLayoutID(std::string(64, 'z')));
-    EXPECT_FALSE(Store::isSafeLayoutID(std::string(65, 'z')));
-    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    EXPECT_TRUE(Store::isSafeLayoutID(std::string(64, 'z')) && !Store::isSafeLayoutID(std::string(65, 'z')));
 }
 
 }  // namespace

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "app/recorder/day_book.h"
+#include "core/counting/counter.h"
+#include "core/counting/day.h"
+#include "core/foundation/calendar.h"
+
+namespace tappora {
+
+/// Books what a counter counts into the day and hour it was counted in, minute by minute of the clock on the
+/// wall.
+///
+/// It is told the time before each event; whatever the time does (minutes without an event, a sleeping
+/// machine, a clock set forward or back, a change of summer time), what was counted up to then belongs to the
+/// minute that was under way.
+class CountingClock {
+  public:
+    CountingClock(tapcore::Calendar calendar, tapcore::Counter& counter, DayBook& book)
+        : calendar_(std::move(calendar)), counter_(counter), book_(book) {}
+
+    /// Goes to a moment. True when that ended a minute, so that there may be something to store.
+    bool advance(tapcore::Instant now);
+
+    /// Ends the minute under way before its time.
+    void finish();
+
+    /// A minute that ends while paused is a paused one. Nothing may be counted while paused.
+    void setPaused(bool paused) { paused_ = paused; }
+    bool isPaused() const { return paused_; }
+
+    /// When the minute under way ends; there must be one.
+    tapcore::Instant minuteEnds() const;
+
+  private:
+    struct Minute {
+        tapcore::Instant begins;
+        tapcore::Day day;
+        std::int64_t hour = 0;
+    };
+
+    Minute minuteOf(tapcore::Instant now) const;
+    void book(std::int64_t pausedMinutes);
+
+    tapcore::Calendar calendar_;
+    tapcore::Counter& counter_;
+    DayBook& book_;
+    std::optional<Minute> minute_;
+    bool paused_ = false;
+};
+
+}  // namespace tappora

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/recorder/input_device.h"
+#include "app/recorder/input_event.h"
+#include "app/recorder/key_codes.h"
+#include "core/counting/counter.h"
+#include "core/counting/event_watch.h"
+
+namespace tappora {
+
+/// Decides of each event what is counted, and says of each press and click what became of it.
+/// docs/recording.md states the rules.
+class EventRules {
+  public:
+    struct Options {
+        bool countsMouse = true;
+        BoardShape board = BoardShape::ansi;
+        std::vector<std::string> remappers{};  ///< parts of device names, besides the known ones
+    };
+
+    /// Called with each line of the event watch.
+    using Watch = std::function<void(const std::string& line)>;
+
+    EventRules(Options options, tapcore::Counter& counter, Watch watch)
+        : options_(std::move(options)), counter_(counter), watch_(std::move(watch)) {}
+
+    /// A device's events come after it was plugged.
+    void plug(DeviceId id, const InputDevice& device);
+    /// What the device held is released.
+    void unplug(DeviceId id);
+    void take(DeviceId id, const InputEvent& event);
+
+    /// While paused nothing is counted or shown; which modifiers are held is still followed.
+    void setPaused(bool paused) { paused_ = paused; }
+
+  private:
+    struct Source {
+        InputDevice device;
+        bool isPosting = false;          ///< a program's: its events are not the user's
+        std::vector<LinuxKey> held{};    ///< modifier keys
+        std::array<double, 2> turned{};  ///< of each wheel, less than a step
+    };
+
+    void take(Source& source, const KeyEvent& event);
+    void take(Source& source, const WheelEvent& event);
+    void take(Source& source, const MotionEvent& event);
+    void take(Source& source, LostEvents);
+
+    static void followModifier(Source& source, const KeyEvent& event);
+    void press(const Source& source, const KeyEvent& event);
+    void click(const Source& source, const KeyEvent& event);
+    /// Why a press or click does not count, whatever key it is of.
+    std::optional<tapcore::EventWatch::Verdict> objection(const Source& source, const KeyEvent& event) const;
+    void tell(tapcore::EventWatch::Kind kind, const tapcore::EventWatch::Verdict& verdict) const;
+    bool countsPointer(const Source& source) const;
+    tapcore::Modifiers held() const;
+    bool isPosting(const InputDevice& device) const;
+
+    Options options_;
+    tapcore::Counter& counter_;
+    Watch watch_;
+    std::map<DeviceId, Source> sources_;
+    bool paused_ = false;
+};
+
+}  // namespace tappora

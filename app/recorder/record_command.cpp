@@ -1,0 +1,199 @@
+#include "app/recorder/record_command.h"
+
+#include <fmt/format.h>
+#include <stdio_ext.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "app/common/folder_lock.h"
+#include "app/recorder/event_source.h"
+#include "app/recorder/live_recorder.h"
+#include "app/recorder/local_time.h"
+#include "app/recorder/replay.h"
+#include "core/counting/counter.h"
+#include "core/files/store.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+
+enum class Wait { yes, no };
+
+tapcore::Store storeFor(const RecordOptions& options, const Environment& environment) {
+    tapcore::Store store = openStore(options.folder, environment);
+    store.format = tapcore::FileFormat::parse(options.format).value_or(store.format);
+    return store;
+}
+
+/// An ISO board is one by its name: "macbook-iso".
+BoardShape shapeOf(const RecordOptions& options) {
+    const bool isIso = options.isIso || (options.board && options.board->ends_with("-iso"));
+    return isIso ? BoardShape::iso : BoardShape::ansi;
+}
+
+EventRules::Options rulesFor(const RecordOptions& options) {
+    return {.countsMouse = !options.noMouse, .board = shapeOf(options), .remappers = options.remappers};
+}
+
+EventRules::Watch watchFor(const RecordOptions& options) {
+    if (!options.watch) return {};
+    return [](const std::string& line) { std::puts(line.c_str()); };
+}
+
+/// The folder's writing lock; should another program hold it, waits for it or throws.
+tapcore::FileLock writingLock(const fs::path& folder, const Environment& environment, Wait wait) {
+    if (wait == Wait::yes) return lockForWriting(environment, folder);
+    auto lock = tapcore::FileLock::tryAcquire(lockFile(environment, folder, FolderLock::writing));
+    if (!lock) throw Failure(folder.string(), "another program is writing in it");
+    return std::move(*lock);
+}
+
+/// Adds counts to the day's file.
+DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& options,
+                        const Environment& environment, Wait wait) {
+    return [=](const tapcore::Day& day, const DayCounts& counts) {
+        try {
+            const auto lock = writingLock(store.root, environment, wait);
+            store.add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options.board, options.layout,
+                      day);
+        } catch (const fs::filesystem_error& error) {
+            throw Failure(error.path1().string(), error.code().message());
+        }
+    };
+}
+
+tapcore::Instant startOf(const RecordOptions& options, const tapcore::Calendar& calendar) {
+    const std::string text = options.starting.value_or("");
+    const auto moment = momentOf(text, calendar);
+    if (!moment)
+        throw UsageError(fmt::format("--starting: not a local time: {}; use YYYY-MM-DDTHH:MM:SS", text));
+    return *moment;
+}
+
+void warnOfMaskedKeys(const std::string& file, const Recording& recording) {
+    if (recording.keysAreMasked)
+        complain(
+            file +
+            ": keys are not known: libinput record wrote KEY_A for most; their presses count, without the "
+            "key. With --show-keycodes it writes them as they are");
+    else if (maybeMasked(recording))
+        complain(file +
+                 ": of letters and digits only A is pressed: if libinput record wrote this without "
+                 "--show-keycodes, keys are not known");
+}
+
+void printCounts(const DayBook& book) {
+    for (const auto& [day, counts] : book.days())
+        fmt::print("{}: presses {}, clicks {}\n", day.description(), counts.tally.total(),
+                   counts.tally.mouseTotal().allClicks());
+    if (book.days().empty()) fmt::print("nothing in it is counted\n");
+}
+
+void replayFile(const std::string& file, const RecordOptions& options, const Environment& environment) {
+    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Instant starting = startOf(options, calendar);
+    const tapcore::Store store = storeFor(options, environment);
+    const Recording recording = readRecording(file);
+    warnOfMaskedKeys(file, recording);
+
+    tapcore::Counter counter;
+    DayBook book;
+    CountingClock clock(calendar, counter, book);
+    EventRules rules(rulesFor(options), counter, watchFor(options));
+    replay(recording, starting, clock, rules);
+    clock.finish();
+    if (recording.keysAreMasked) book.forgetKey(maskedKey);
+    DayBook stored = book;
+    stored.store(writerTo(store, options, environment, Wait::yes));
+    printCounts(book);
+}
+
+/// Makes the folder that days are stored in: what will not do should be known before hours are counted.
+void requireWritable(const tapcore::Store& store) {
+    const fs::path days = store.base() / "days";
+    tapcore::makeFolders(days);
+    if (::access(days.c_str(), W_OK | X_OK) < 0)
+        throw Failure(days.string(), std::generic_category().message(errno));
+}
+
+SourceOptions sourceFor(const RecordOptions& options, const Environment& environment) {
+    return {.seat = environment.variable("XDG_SEAT").value_or("seat0"),
+            .ignored = options.ignored,
+            .tapsClick = options.taps};
+}
+
+/// What the watch printed last has no reader any more, which is no failure.
+void forgetOutput() {
+    ::__fpurge(stdout);
+    std::clearerr(stdout);
+}
+
+void recordLive(const RecordOptions& options, const Environment& environment) {
+    const tapcore::Store store = storeFor(options, environment);
+    requireWritable(store);
+    const auto lock = tapcore::FileLock::tryAcquire(lockFile(environment, store.root, FolderLock::recording));
+    if (!lock) throw Failure(store.root.string(), "another recorder is counting into it");
+    // No other program of this user may look into the process, and no core dump holds what it counts.
+    ::prctl(PR_SET_DUMPABLE, 0);
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    const auto source = openInputDevices(sourceFor(options, environment));
+    LiveRecorder recorder(tapcore::Calendar(environment.zone), rulesFor(options), watchFor(options),
+                          {.now = [] { return hostEnvironment().now; },
+                           .tryWrite = writerTo(store, options, environment, Wait::no),
+                           .write = writerTo(store, options, environment, Wait::yes),
+                           .tell = complain});
+    complain("counting into " + store.base().string() + "; ends with Ctrl-C");
+    if (recorder.run(*source) == SIGPIPE) forgetOutput();
+}
+
+}  // namespace
+
+void addRecordOptions(CLI::App& command, RecordOptions& options) {
+    addFolderOptions(command, options.folder);
+    command.add_option("--format", options.format, "The format of the day files: org or markdown")
+        ->type_name("WORD")
+        ->check(CLI::IsMember({"org", "markdown"}));
+    command.add_option("--board", options.board, "The keyboard, as the day files are to name it")
+        ->type_name("NAME");
+    command.add_option("--layout", options.layout, "Its layout, as the day files are to name it")
+        ->type_name("NAME");
+    command.add_flag(
+        "--iso", options.isIso,
+        "The board is an ISO one, with a key between left shift and Z, as one named \"…-iso\" is");
+    command.add_flag("--no-mouse", options.noMouse, "Count keys alone");
+    command.add_flag("--taps", options.taps, "Count taps on a touchpad as clicks, as your desktop may do");
+    command.add_flag("--watch", options.watch, "Say of each press and click whether it counts, and why not");
+    command.add_option("--ignore", options.ignored, "Leave the device of this name alone")->type_name("NAME");
+    command
+        .add_option("--remapper", options.remappers,
+                    "Count a virtual device with this in its name as a keyboard: it is a key remapper's")
+        ->type_name("NAME");
+    auto* replay =
+        command
+            .add_option("--replay", options.replay, "Count a recording of evemu-record or libinput record")
+            ->type_name("FILE");
+    auto* starting =
+        command.add_option("--starting", options.starting, "The local time of the recording's first event")
+            ->type_name("YYYY-MM-DDTHH:MM:SS");
+    replay->needs(starting);
+    starting->needs(replay);
+    command.footer("Example: tappora record --replay typing.evemu --starting 2026-09-20T09:00:00");
+}
+
+void record(const RecordOptions& options, const Environment& environment) {
+    if (options.replay) return replayFile(*options.replay, options, environment);
+    recordLive(options, environment);
+}
+
+}  // namespace tappora

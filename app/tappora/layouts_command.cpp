@@ -1,0 +1,214 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "app/common/command_line.h"
+#include "app/common/data_folder.h"
+#include "app/common/program.h"
+#include "app/common/resources.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/layout_face.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/json_fields.h"
+#include "core/keyboard/catalog.h"
+#include "core/keyboard/keylayout_import.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using tapcore::Catalog;
+using tapcore::Layout;
+
+/// What the subcommands are asked for.
+struct Asked {
+    FolderOptions folder;
+    bool json = false;
+    std::string id;
+    std::vector<std::string> files;
+    std::string file;
+    std::string output;
+    tapcore::KeylayoutImportOptions import;
+};
+
+/// The layouts that come with the program and the user's own.
+struct Known {
+    Catalog catalog;
+    std::set<std::string> own;
+};
+
+Known knownLayouts(const Asked& asked, const Environment& environment) {
+    tapcore::FileProblems problems;
+    std::vector<Layout> own = openStore(asked.folder, environment).ownLayouts(&problems);
+    complainOf(problems);
+    std::set<std::string> ids;
+    for (const Layout& layout : own) ids.insert(layout.id);
+    return {Catalog::bundled(resourceFolder(environment)).adding(std::move(own)), std::move(ids)};
+}
+
+const Layout& requireLayout(const Known& known, std::string_view argument, const std::string& id) {
+    const Layout* layout = known.catalog.layout(id);
+    if (!layout) throw UsageError(fmt::format("{}: no such layout: {}; see tappora layouts", argument, id));
+    return *layout;
+}
+
+void list(const Asked& asked, const Environment& environment) {
+    const Known known = knownLayouts(asked, environment);
+    json records = json::array();
+    for (const Layout& layout : known.catalog.layouts) {
+        if (!asked.json)
+            print(fmt::format("{:<18} {}{}\n", layout.id, layout.name,
+                              known.own.contains(layout.id) ? " (your own)" : ""));
+        json record = layout.encoded();
+        record.erase("legends");
+        records.push_back(std::move(record));
+    }
+    if (asked.json) print(tapcore::jsonText(records));
+}
+
+void show(const Asked& asked, const Environment& environment) {
+    const Known known = knownLayouts(asked, environment);
+    const Layout& layout = requireLayout(known, "ID", asked.id);
+    if (asked.json) return print(layout.text());
+    const std::string base = layout.base ? fmt::format(", on {}", *layout.base) : "";
+    print(fmt::format("{} ({}{})\n", layout.name, layout.id, base));
+    if (layout.notes) print(*layout.notes + "\n");
+    print("\n" + typingRows(known.catalog.legends(layout.id)));
+    const std::string others = otherKeys(layout.legends);
+    if (!others.empty()) print("\nOther keys it names:\n" + others);
+}
+
+/// What the catalog says with these layouts and does not say without them.
+std::vector<std::string> newProblems(const Catalog& catalog, std::vector<Layout> layouts) {
+    std::vector<std::string> before = catalog.problems();
+    std::vector<std::string> after = catalog.adding(std::move(layouts)).problems();
+    for (const std::string& known : before) {
+        const auto same = std::find(after.begin(), after.end(), known);
+        if (same != after.end()) after.erase(same);
+    }
+    return after;
+}
+
+std::vector<std::string> problemsOf(const std::vector<std::string>& files, const Catalog& catalog) {
+    std::vector<std::string> problems;
+    std::vector<Layout> layouts;
+    for (const std::string& file : files) {
+        try {
+            layouts.push_back(Catalog::readLayout(file));
+            const std::string& id = layouts.back().id;
+            if (!tapcore::Store::isSafeLayoutID(id))
+                problems.push_back(file + ": not an id for a layout: " + id);
+        } catch (const Catalog::FileError& error) {
+            problems.push_back(file + ": " + error.underlying);
+        }
+    }
+    for (std::string& problem : newProblems(catalog, std::move(layouts)))
+        problems.push_back(std::move(problem));
+    return problems;
+}
+
+void check(const Asked& asked, const Environment& environment) {
+    const Known known = knownLayouts(asked, environment);
+    const auto problems =
+        asked.files.empty() ? known.catalog.problems() : problemsOf(asked.files, known.catalog);
+    if (asked.json) print(tapcore::jsonText(problems));
+    for (const std::string& problem : problems)
+        if (!asked.json) print(problem + "\n");
+    if (!problems.empty())
+        throw Failure("layouts",
+                      problems.size() == 1 ? "1 problem" : fmt::format("{} problems", problems.size()));
+    if (!asked.json) print("No problems.\n");
+}
+
+std::string bytesOf(const fs::path& path) {
+    const auto refuse = [&](const std::error_code& error) { throw Failure(path.string(), error.message()); };
+    std::error_code unknown;
+    const auto size = fs::file_size(path, unknown);
+    if (!unknown && size > Catalog::largestFile) refuse(std::make_error_code(std::errc::file_too_large));
+    tapcore::FileRead file = tapcore::readFile(path);
+    if (file.status == tapcore::FileRead::Status::missing)
+        refuse(std::make_error_code(std::errc::no_such_file_or_directory));
+    if (file.status == tapcore::FileRead::Status::unreadable) refuse(file.error);
+    return std::move(file.text);
+}
+
+tapcore::KeylayoutImport imported(const std::string& file, tapcore::KeylayoutImportOptions options) {
+    options.file = fs::path(file).filename().string();
+    try {
+        return tapcore::importKeylayout(bytesOf(file), options);
+    } catch (const tapcore::XmlError& error) {
+        throw Failure(file, error.what());
+    }
+}
+
+void import(const Asked& asked, const Environment& environment) {
+    requireLayout(knownLayouts(asked, environment), "--base", asked.import.base);
+    if (asked.import.id && !tapcore::Store::isSafeLayoutID(*asked.import.id))
+        throw UsageError(
+            fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", and not auto",
+                        *asked.import.id));
+    const auto [layout, dropped] = imported(asked.file, asked.import);
+    tapcore::writeFile(asked.output, layout.text());
+    if (asked.json) return print(tapcore::jsonText({{"layout", layout.encoded()}, {"dropped", dropped}}));
+    print(fmt::format("{}: the legends of {} keys, as layout {}\n", asked.output, layout.legends.size(),
+                      layout.id));
+    if (!dropped.empty()) print("\nLeft out of it:\n");
+    for (const std::string& sentence : dropped) print("  " + sentence + "\n");
+}
+
+}  // namespace
+
+void layoutsCommand(CommandLine& line, const Environment& environment) {
+    Asked asked;
+    const auto withCommon = [&](CLI::App& command, const char* json) {
+        command.add_flag("--json", asked.json, json);
+        addFolderOptions(command, asked.folder);
+    };
+    line.describe("The layouts that put legends on keys: those that come with the program, and your own.",
+                  "tappora layouts show qwertz");
+    line.require_subcommand(0, 1);
+    withCommon(line, "Print the records as JSON, without their legends");
+
+    CLI::App& listing = line.addSubcommand("list", "Lists them by name; the default", "tappora layouts list");
+    withCommon(listing, "Print the records as JSON, without their legends");
+
+    CLI::App& showing =
+        line.addSubcommand("show", "Shows what a layout prints on the keys", "tappora layouts show bepo");
+    showing.add_option("ID", asked.id, "The layout")->required()->type_name("");
+    withCommon(showing, "Print the layout's file");
+
+    CLI::App& checking =
+        line.addSubcommand("check", "Says what is wrong with layouts: with those of files, or with all",
+                           "tappora layouts check my-layout.json");
+    checking.add_option("FILE", asked.files, "A layout's file")->type_name("");
+    withCommon(checking, "Print the problems as JSON");
+
+    CLI::App& importing = line.addSubcommand(
+        "import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
+        "tappora layouts import Mine.keylayout -o mine.json --id mine");
+    importing.add_option("FILE", asked.file, "The .keylayout file")->required()->type_name("");
+    importing.add_option("-o,--output", asked.output, "Where the layout is written")
+        ->required()
+        ->type_name("FILE");
+    importing.add_option("--id", asked.import.id, "The layout's id; made of its name when not given")
+        ->type_name("ID");
+    importing.add_option("--name", asked.import.name, "Its name; the file's own when not given")
+        ->type_name("NAME");
+    importing
+        .add_option("--base", asked.import.base,
+                    "The layout whose legends stay on keys that the file does not name")
+        ->type_name("ID")
+        ->capture_default_str();
+    withCommon(importing, "Print the layout and what it leaves out as JSON");
+    line.parse();
+
+    if (showing) return show(asked, environment);
+    if (checking) return check(asked, environment);
+    if (importing) return import(asked, environment);
+    list(asked, environment);
+}
+
+}  // namespace tappora

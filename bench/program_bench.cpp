@@ -1,0 +1,125 @@
+// The program as a whole process, from start to end, in processor time: a summary of a week beside starting
+// nothing, and of long periods beside reading the same files with cat.
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/files/day_file.h"
+#include "core/foundation/fatal.h"
+#include "core/foundation/file_io.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::Day;
+
+const tapcore::Calendar utc("UTC");
+const Day lastDay(2026, 9, 20);
+
+/// A day of 17 kB: 40 keys in each of 13 hours, and some shortcuts.
+tapcore::DayFile busyDay() {
+    tapcore::DayFile file;
+    for (std::int64_t hour = 8; hour < 21; ++hour) {
+        for (tapcore::KeyCode key = 0; key < 40; ++key) file.tally.add(key, hour, 10 + key * hour);
+        for (tapcore::KeyCode key = 0; key < 4; ++key)
+            file.tally.add({tapcore::Modifiers::command, key}, hour, 3);
+    }
+    return file;
+}
+
+/// A data folder of so many days, up to the last one, of three machines; gone at the program's end.
+class MadeUpFolder {
+  public:
+    explicit MadeUpFolder(std::int64_t days) {
+        std::string name = (fs::temp_directory_path() / "tappora-bench-XXXXXX").string();
+        if (!mkdtemp(name.data())) tapcore::fatal("no folder for the benchmark");
+        path = name;
+        const tapcore::DayFile file = busyDay();
+        for (const char* machine : {"desk", "laptop", "studio"}) {
+            tapcore::writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})");
+            for (std::int64_t before = 0; before < days; ++before)
+                put(machine, lastDay.adding(-before, utc), file);
+        }
+    }
+    MadeUpFolder(const MadeUpFolder&) = delete;
+    MadeUpFolder& operator=(const MadeUpFolder&) = delete;
+    ~MadeUpFolder() { fs::remove_all(path); }
+
+    fs::path path;
+    std::vector<std::string> files;
+
+  private:
+    void put(const char* machine, const Day& day, const tapcore::DayFile& file) {
+        const fs::path place = path / machine / "days" / (day.description() + ".org");
+        fs::create_directories(place.parent_path());
+        FILE* written = std::fopen(place.c_str(), "w");
+        const std::string text = file.text(tapcore::FileFormat::org, day);
+        if (!written || std::fwrite(text.data(), 1, text.size(), written) != text.size() ||
+            std::fclose(written) != 0)
+            tapcore::fatal("no file for the benchmark");
+        files.push_back(place.string());
+    }
+};
+
+const MadeUpFolder& folderOf(std::int64_t days) {
+    static std::map<std::int64_t, MadeUpFolder> folders;
+    return folders.try_emplace(days, days).first->second;
+}
+
+double seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+/// The processor time, user's and system's, of a process that is run to its end, its output thrown away.
+double processorTime(std::vector<std::string> arguments) {
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments) pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t process = 0;
+    if (posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ) != 0)
+        tapcore::fatal("cannot start " + arguments[0]);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    rusage used{};
+    wait4(process, &status, 0, &used);
+    if (status != 0) tapcore::fatal("failed: " + arguments[0]);
+    return seconds(used.ru_utime) + seconds(used.ru_stime);
+}
+
+void measure(benchmark::State& state, const std::vector<std::string>& arguments) {
+    for (auto _ : state) state.SetIterationTime(processorTime(arguments));
+}
+
+void startNothing(benchmark::State& state) { measure(state, {"true"}); }
+
+void summaryOfDays(benchmark::State& state) {
+    const std::int64_t days = state.range(0);
+    measure(state, {PROGRAMS "/tappora", "summary", "--folder", folderOf(days).path.string(), "--to",
+                    lastDay.description(), "--from", lastDay.adding(1 - days, utc).description()});
+}
+
+void catOfDays(benchmark::State& state) {
+    std::vector<std::string> arguments = {"cat"};
+    const auto& files = folderOf(state.range(0)).files;
+    arguments.insert(arguments.end(), files.begin(), files.end());
+    measure(state, arguments);
+}
+
+BENCHMARK(startNothing)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(summaryOfDays)->Arg(7)->Arg(400)->Arg(800)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(catOfDays)->Arg(7)->Arg(400)->Arg(800)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "core/counting/day.h"
+#include "core/counting/legends.h"
+#include "core/files/store.h"
+
+namespace tapcore {
+
+/// The tools by which a language model looks at the data folder: they list, read and search its files and add
+/// up a period. None of them writes, and none of them reads anything but data files of this folder, whatever
+/// path is asked for. Made anew for each question; keeps nothing between calls.
+struct AssistantTools {
+    /// One tool as a model is told of it. Every parameter is a string.
+    struct Spec {
+        std::string name;
+        std::string description;
+        std::vector<std::pair<std::string, std::string>> properties;  ///< parameter and what it is
+        std::vector<std::string> required;
+
+        bool operator==(const Spec&) const = default;
+    };
+
+    /// What a call comes to.
+    struct Output {
+        std::string text;  ///< what the model receives; always UTF-8
+        bool isError = false;
+        std::vector<std::string> read;  ///< the files whose contents are in `text`
+
+        bool operator==(const Output&) const = default;
+    };
+
+    /// What the tool `summary` adds up.
+    struct Period {
+        Day first;
+        Day last;
+        std::int64_t days = 0;
+        bool isCut = false;  ///< asked for from an earlier day than `spanLimit` allows
+        Summary sum;
+    };
+
+    static constexpr std::array<std::string_view, 4> folders = {"days", "months", "reports", "practice"};
+    static constexpr std::array<std::string_view, 2> extensions = {"org", "md"};
+    static constexpr std::size_t readLimit = 12000;  ///< characters of one `read_file`
+    static constexpr std::size_t listLimit = 120;    ///< names of one `list_files`
+    static constexpr std::size_t searchLimit = 60;   ///< lines of one `search`
+    static constexpr std::int64_t spanLimit = 400;   ///< days of one `summary`
+    /// Characters of a line found, or of an argument given back in a message; what is longer ends in "…".
+    static constexpr std::size_t quoteLimit = 1000;
+
+    std::filesystem::path base;     ///< the data folder
+    std::vector<std::string> macs;  ///< the machines' sub-folders; none in a folder that is not shared
+    std::optional<Store> store;     ///< without it there is no `summary`
+    Day today;
+    Legends legends;  ///< name the keys in summaries
+
+    /// The tools over a store's folder. The sub-folder of a machine that alone has written there is known to
+    /// them too.
+    static AssistantTools over(const Store& store, const Day& today, Legends legends);
+
+    /// The tools there are, in the order in which they are offered.
+    std::vector<Spec> specs() const;
+    /// The description of a tool; "" when there is none of that name.
+    std::string spec(std::string_view name) const;
+
+    /// Carries out one call and never fails: what is wrong with it is told in the output. An argument that is
+    /// missing or no string is absent.
+    Output run(std::string_view name, const nlohmann::json& arguments) const;
+
+    /// What `summary` says with these arguments as a record; or, as `run` gives it, why it cannot. Needs a
+    /// store.
+    std::variant<Period, Output> period(const nlohmann::json& arguments) const;
+    /// The same as text.
+    std::string text(const Period& period) const;
+
+    /// The data files of a folder in all places, relative to `base`, the newest first.
+    std::vector<std::string> names(std::string_view folder) const;
+
+    /// Where the files of a folder lie, relative to `base`: at the top, then with each machine.
+    std::vector<std::string> places(std::string_view folder) const;
+
+    /// The file that a path relative to `base` means, links resolved, whether it exists or not. Nothing for
+    /// what is no data file of this folder: other folders and endings, hidden files, paths and links that
+    /// lead out.
+    std::optional<std::filesystem::path> resolve(std::string_view path) const;
+
+  private:
+    struct DataFile {
+        std::string name;            ///< relative to `base`, as the model is told
+        std::filesystem::path path;  ///< links resolved
+    };
+    struct Copy;
+
+    std::vector<DataFile> filesIn(const std::string& place) const;
+    std::vector<Copy> copies(std::string_view path) const;
+
+    Output listFiles(std::string_view folder, std::string_view contains) const;
+    Output readFile(std::string_view path) const;
+    Output search(std::string_view query) const;
+    Output summary(const nlohmann::json& arguments) const;
+};
+
+}  // namespace tapcore

@@ -1,0 +1,141 @@
+#include "core/assistant/chat_file.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "core/foundation/characters.h"
+
+namespace tapcore {
+namespace {
+
+constexpr std::string_view title = "Ask AI";
+constexpr std::string_view answerHeading = "Answer";
+constexpr std::string_view orgRead = ":READ:";
+constexpr std::string_view markdownRead = "<!-- read:";
+constexpr std::string_view commentEnd = "-->";
+
+/// "* " or "## ".
+std::string headingPrefix(FileFormat format) {
+    std::string heading = format.heading("");
+    heading.pop_back();
+    return heading;
+}
+
+/// What is put before a line of text that would be taken for a heading or a read list.
+char escapeMark(FileFormat format) { return format == FileFormat::org ? ',' : '\\'; }
+
+/// What follows the mark of a line that lists the files read.
+std::optional<std::string_view> readList(std::string_view line) {
+    for (const std::string_view mark : {orgRead, markdownRead})
+        if (line.starts_with(mark)) return line.substr(mark.size());
+    return std::nullopt;
+}
+
+bool isMark(std::string_view line, FileFormat format) {
+    return line.starts_with(headingPrefix(format)) || readList(line);
+}
+
+/// Whether a line reads as a mark behind any number of escapes.
+bool looksLikeMark(std::string_view line, FileFormat format) {
+    while (line.starts_with(escapeMark(format))) line.remove_prefix(1);
+    return isMark(line, format);
+}
+
+/// Calls `visit` with each line, its line feed left out. A text that ends in a line feed has no line after
+/// it.
+template <class Visit>
+void forEachLine(std::string_view text, Visit visit) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        visit(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::string escaped(std::string_view text, FileFormat format) {
+    std::string result;
+    forEachLine(text, [&](std::string_view line) {
+        if (looksLikeMark(line, format)) result += escapeMark(format);
+        result.append(line).append("\n");
+    });
+    if (!text.empty() && !text.ends_with('\n')) result.pop_back();
+    return result;
+}
+
+std::string readLine(const std::vector<std::string>& paths, FileFormat format) {
+    std::string line(format == FileFormat::org ? orgRead : markdownRead);
+    for (const std::string& path : paths) line.append(&path == paths.data() ? " " : ", ").append(path);
+    return line + (format == FileFormat::org ? "\n" : " -->\n");
+}
+
+void addPaths(std::vector<std::string>& paths, std::string_view list) {
+    list = trimmedWhiteSpace(list);
+    if (list.ends_with(commentEnd)) list.remove_suffix(commentEnd.size());
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(','), list.size());
+        const std::string_view path = trimmedWhiteSpace(list.substr(0, end));
+        if (!path.empty()) paths.emplace_back(path);
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+}
+
+/// The format that a document is written in, by its first line that is not empty.
+FileFormat formatOf(std::string_view text) {
+    const std::string_view start = trimmedWhiteSpace(text);
+    const bool isOrg = start.starts_with("#+") || start.starts_with(headingPrefix(FileFormat::org));
+    return isOrg ? FileFormat::org : FileFormat::markdown;
+}
+
+/// A section as it is read: its turn, and the lines of its text.
+struct Section {
+    ChatFile::Turn turn;
+    std::vector<std::string_view> lines;
+
+    /// The turn, without the empty lines that set its text apart from the headings.
+    ChatFile::Turn finished(bool isLast) && {
+        if (!isLast && !lines.empty() && lines.back().empty()) lines.pop_back();
+        if (!lines.empty() && lines.front().empty()) lines.erase(lines.begin());
+        for (const std::string_view line : lines) turn.text.append(line).append("\n");
+        if (!lines.empty()) turn.text.pop_back();
+        return std::move(turn);
+    }
+};
+
+}  // namespace
+
+ChatFile::ChatFile(std::string_view text) {
+    const FileFormat format = formatOf(text);
+    std::optional<Section> section;
+    const auto finish = [&](bool isLast) {
+        if (section) turns.push_back(std::move(*section).finished(isLast));
+    };
+    forEachLine(text, [&](std::string_view line) {
+        if (line.starts_with(headingPrefix(format))) {
+            finish(false);
+            const bool isAnswer =
+                trimmedWhiteSpace(line.substr(headingPrefix(format).size())) == answerHeading;
+            section = Section{{isAnswer ? Role::assistant : Role::user, "", {}}, {}};
+        } else if (!section) {
+            return;
+        } else if (const auto paths = readList(line)) {
+            addPaths(section->turn.read, *paths);
+        } else {
+            if (looksLikeMark(line, format)) line.remove_prefix(1);
+            section->lines.push_back(line);
+        }
+    });
+    finish(true);
+}
+
+std::string ChatFile::text(FileFormat format) const {
+    std::string text = format.titleLine(title);
+    for (const Turn& turn : turns) {
+        text += "\n" + format.heading(turn.role == Role::user ? "You" : answerHeading) + "\n";
+        text += escaped(turn.text, format) + "\n";
+        if (!turn.read.empty()) text += readLine(turn.read, format);
+    }
+    return text;
+}
+
+}  // namespace tapcore

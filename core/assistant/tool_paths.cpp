@@ -1,0 +1,98 @@
+// Which files the tools may see: the paths of AssistantTools.
+
+#include <algorithm>
+
+#include "core/assistant/assistant_tools.h"
+#include "core/foundation/file_io.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 3> perMac = {"days", "months", "practice"};
+
+template <class Range>
+bool holds(const Range& range, std::string_view item) {
+    return std::find(range.begin(), range.end(), item) != range.end();
+}
+
+std::vector<std::string_view> piecesOf(std::string_view path) {
+    std::vector<std::string_view> pieces;
+    for (std::size_t end = 0; end != std::string_view::npos; path.remove_prefix(end + 1)) {
+        end = path.find('/');
+        pieces.push_back(path.substr(0, end));
+        if (end == std::string_view::npos) break;
+    }
+    return pieces;
+}
+
+/// A control character in a name could forge a line of a listing, or end the name early.
+bool hasControlCharacter(std::string_view name) {
+    return std::any_of(name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+}
+
+bool isDataFileName(std::string_view name) {
+    const std::size_t dot = name.rfind('.');
+    return !name.starts_with('.') && dot != std::string_view::npos &&
+           holds(AssistantTools::extensions, name.substr(dot + 1)) && !hasControlCharacter(name);
+}
+
+/// Where `relative` really is, or nothing when that is outside of `base`, or hidden in it as the settings
+/// are.
+std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
+    std::error_code error;
+    const fs::path root = fs::weakly_canonical(base, error);
+    if (error) return std::nullopt;
+    fs::path real = fs::weakly_canonical(root / relative, error);
+    if (error) return std::nullopt;
+    const fs::path below = real.lexically_relative(root);
+    const auto leadsAway = [](const fs::path& piece) { return piece.native().starts_with('.'); };
+    if (below.empty() || std::any_of(below.begin(), below.end(), leadsAway)) return std::nullopt;
+    return real;
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+}  // namespace
+
+std::vector<std::string> AssistantTools::places(std::string_view folder) const {
+    std::vector<std::string> places = {std::string(folder)};
+    if (!holds(perMac, folder)) return places;
+    for (const std::string& mac : macs) places.push_back(mac + "/" + std::string(folder));
+    return places;
+}
+
+std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
+    const auto pieces = piecesOf(path);
+    if (pieces.size() < 2 || pieces.size() > 3) return std::nullopt;
+    if (pieces.size() == 3 && !holds(macs, pieces.front())) return std::nullopt;
+    if (holds(pieces, "..") || !holds(folders, pieces[pieces.size() - 2])) return std::nullopt;
+    if (!isDataFileName(pieces.back())) return std::nullopt;
+    return inside(base, path);
+}
+
+std::vector<AssistantTools::DataFile> AssistantTools::filesIn(const std::string& place) const {
+    std::vector<DataFile> files;
+    const auto folder = inside(base, place);
+    if (!folder) return files;
+    std::error_code error;
+    for (fs::directory_iterator entry(*folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (!isDataFileName(name)) continue;
+        std::error_code gone;
+        const bool isLink = entry->is_symlink(gone);
+        const auto path = isLink ? inside(base, fs::path(place) / name) : entry->path();
+        if (path && (isLink ? isFile(*path) : entry->is_regular_file(gone)))
+            files.push_back({place + "/" + name, *path});
+    }
+    std::sort(files.begin(), files.end(),
+              [](const DataFile& a, const DataFile& b) { return a.name < b.name; });
+    return files;
+}
+
+}  // namespace tapcore

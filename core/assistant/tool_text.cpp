@@ -1,0 +1,44 @@
+#include "core/assistant/tool_text.h"
+
+#include <nlohmann/json.hpp>
+
+#include "core/foundation/characters.h"
+#include "core/foundation/file_io.h"
+
+namespace tapcore {
+
+AssistantTools::Output toolText(std::string text) { return {std::move(text), false, {}}; }
+
+AssistantTools::Output toolError(std::string text) { return {std::move(text), true, {}}; }
+
+std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name) {
+    if (!arguments.is_object()) return std::nullopt;
+    const auto found = arguments.find(name);
+    if (found == arguments.end() || !found->is_string()) return std::nullopt;
+    return found->get<std::string>();
+}
+
+std::string shortened(std::string_view text) {
+    const std::string_view shown = firstCharacters(text, AssistantTools::quoteLimit);
+    return std::string(shown) + (shown.size() < text.size() ? "…" : "");
+}
+
+std::string joined(std::span<const std::string> items, std::string_view separator) {
+    std::string text;
+    for (const std::string& item : items) {
+        if (&item != items.data()) text += separator;
+        text += item;
+    }
+    return text;
+}
+
+std::optional<std::string> textOfFile(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;  // a pipe would be waited for
+    FileRead file = readFile(path);
+    if (file.status != FileRead::Status::read || firstInvalidUtf8(file.text) != std::string_view::npos)
+        return std::nullopt;
+    return std::move(file.text);
+}
+
+}  // namespace tapcore

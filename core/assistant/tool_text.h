@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/assistant/assistant_tools.h"
+
+namespace tapcore {
+
+// What the tools' texts share.
+
+AssistantTools::Output toolText(std::string text);
+AssistantTools::Output toolError(std::string text);
+
+/// A string argument of a call; nothing when it is missing or no string.
+std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name);
+
+/// `text` as a message or a result gives it back: bounded, however long it is.
+std::string shortened(std::string_view text);
+
+std::string joined(std::span<const std::string> items, std::string_view separator);
+
+/// A data file's text; nothing when it cannot be read, is no regular file or not UTF-8.
+std::optional<std::string> textOfFile(const std::filesystem::path& path);
+
+}  // namespace tapcore

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/counting/legends.h"
+#include "core/counting/tally.h"
+
+namespace tapcore {
+
+/// Which layout a lesson is typed on. A layout types a language when each of the language's letters stands on
+/// one of its keys.
+struct PracticeLayout {
+    /// The setting that stands for the layout the user's keyboard has anyway.
+    static constexpr std::string_view own = "own";
+
+    using Settings = std::map<std::string, std::string>;     ///< a layout id for each language that has one
+    using LegendsByLayout = std::map<std::string, Legends>;  ///< the legends of a layout, its bases' included
+
+    /// The settings with one more choice: a layout for a language. `own` removes its choice.
+    static Settings setting(const std::string& layout, const std::string& language, Settings settings);
+
+    /// The layouts to offer for a language of these letters: `own`, then those that type it.
+    static std::vector<std::string> choices(const std::vector<std::string>& letters,
+                                            const LegendsByLayout& legends);
+
+    /// The layout to type a language on: the one set for it, as long as it is known; else the keyboard's own
+    /// (`chosen`) when it types the language or nothing does; else the first that does.
+    static std::string pick(const std::string& language, const std::vector<std::string>& letters,
+                            const std::string& chosen, const Settings& settings,
+                            const LegendsByLayout& legends);
+
+    /// The layouts that type these letters, by id.
+    static std::vector<std::string> fitting(const std::vector<std::string>& letters,
+                                            const LegendsByLayout& legends);
+    static bool types(const std::vector<std::string>& letters, const Legends& legends);
+};
+
+/// How a character is typed: a key, and whether with shift.
+struct KeyStroke {
+    KeyCode keyCode = 0;
+    bool shift = false;
+
+    /// The stroke of a character on a layout, without shift where both do; nothing when no key has it.
+    static std::optional<KeyStroke> of(std::string_view character, const Legends& legends);
+
+    bool operator==(const KeyStroke&) const = default;
+};
+
+}  // namespace tapcore

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tapcore {
+
+/// A wish for a lesson, as an assistant writes it on a line of its own: "Practise: e, t, n".
+struct PracticeRequest {
+    /// The letters that the last such line of a text asks for, each once, in its order. None without such a
+    /// line, or when it names none: no earlier line is tried.
+    static std::vector<std::string> letters(std::string_view in);
+};
+
+}  // namespace tapcore

@@ -1,0 +1,55 @@
+#include "core/files/file_copies.h"
+#include "core/files/folder_names.h"
+#include "core/files/store.h"
+#include "core/practice/practice_day.h"
+#include "core/practice/practice_history.h"
+
+namespace tapcore {
+namespace {
+
+void addFiles(PracticeDay& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
+    forEachText(copies, problems, [&](std::string_view text) { day.merge(PracticeDay(text)); });
+}
+
+}  // namespace
+
+std::filesystem::path Store::practiceURL(const Day& day) const {
+    return base() / practiceFolder / copyName(day.description(), format.fileExtension());
+}
+
+std::vector<Day> Store::practiceDays() const { return daysIn(practiceFolder); }
+
+PracticeDay Store::readPractice(const Day& day, FileProblems* problems) const {
+    PracticeDay sum;
+    for (const Store& part : readParts())
+        addFiles(sum, readCopies(part.root / practiceFolder, day.description(), format, fetch_), problems);
+    return sum;
+}
+
+PracticeHistory Store::practiceHistory(FileProblems* problems) const {
+    PracticeHistory history;
+    for (const Day& day : practiceDays()) history.days.emplace(day, readPractice(day, problems));
+    return history;
+}
+
+void Store::addPractice(const PracticeDay& practised, const Day& day) const {
+    changePractice(day, [&](PracticeDay& sum) {
+        sum.merge(practised);
+        if (practised.layout) sum.layout = practised.layout;
+    });
+}
+
+void Store::changePractice(const Day& day, const std::function<void(PracticeDay&)>& change) const {
+    const std::filesystem::path folder = base() / practiceFolder;
+    const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
+    PracticeDay sum;
+    addFiles(sum, copies, nullptr);
+    change(sum);
+    replaceCopies(folder, day.description(), format, sum.text(day, format), copies);
+}
+
+void Store::convertPractice(const std::string& name) const {
+    changePractice(*Day::parse(name), [](PracticeDay&) {});
+}
+
+}  // namespace tapcore

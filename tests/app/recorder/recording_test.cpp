@@ -1,0 +1,109 @@
+#include "app/recorder/recording.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "app/common/program.h"
+#include "app/recorder/evemu_reader.h"
+#include "app/recorder/libinput_record_reader.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string evemuHead = "# EVEMU 1.3\nN: A keyboard\nI: 0003 05ac 024f 0111\n";
+const std::string yamlHead =
+    "version: 1\ndevices:\n- node: /dev/input/event4\n  evdev:\n    name: \"A keyboard\"\n    id: [6, 1, 2, "
+    "3]\n"
+    "  events:\n";
+
+class RecordingFile : public testing::Test {
+  protected:
+    fs::path path = fs::path(testing::TempDir()) / ("recording-" + std::to_string(::getpid()));
+    ~RecordingFile() override { fs::remove(path); }
+
+    std::string failureOf(const std::string& text) {
+        std::ofstream(path) << text;
+        try {
+            readRecording(path);
+            return "";
+        } catch (const Failure& failure) {
+            return std::string(failure.what()).substr(path.string().size());
+        }
+    }
+};
+
+TEST_F(RecordingFile, NamesTheLineThatIsDamaged) {
+    const std::string cases[][2] = {
+        {evemuHead + "E: 0.000001 0001 001e\n", ":4: damaged event line"},
+        {evemuHead + "E: 0.000001 0001 001e 1\nE: 0.1\n", ":5: damaged event line"},
+        {evemuHead + "E: 0.000001 0001 00zz 0001\n", ":4: damaged event line"},
+        {evemuHead + "E: 0.000001 0001 001e 0001 7\n", ":4: damaged event line"},
+        {evemuHead + "E: 0.00001 0001 001e 0001\n", ":4: damaged event line"},
+        {evemuHead + "E: 999999999999.000001 0001 001e 0001\n", ":4: damaged event line"},
+        {evemuHead + "E: 0.000001 0001 001e 99999999999\n", ":4: damaged event line"},
+        {evemuHead + "lsE: 0.000001 0001\n", ":4: damaged event line"},
+        {evemuHead + "E:", ":4: damaged event line"},
+        {yamlHead + "  - evdev:\n    - [0, 0, 1, 30\n", ":9: damaged event line"},
+        {yamlHead + "  - evdev:\n    - [0, 0, 1, 30, 1, 4]\n", ":9: damaged event line"},
+        {yamlHead + "  - evdev:\n    - [0, 1000000, 1, 30, 1]\n", ":9: damaged event line"},
+        {yamlHead + "  - evdev:\n    - [0, 0, 70000, 30, 1]\n", ":9: damaged event line"},
+        {yamlHead + "  - evdev:\n    - [", ":9: damaged event line"},
+        {yamlHead + "  - evdev: [[0, 0, 1, 30, 1], [0, 0\n", ":8: damaged event line"},
+        {"version: 1\ndevices:\n- node: x\n evdev: y\n", ":4: end of sequence not found"},
+        {"version: 1\ndevices:\n- evdev: {id: [1, x, 3]}\n  events:\n  - evdev:\n    - [0, 0, 1, 30, 1]\n",
+         ":3: bad conversion"},
+        {"version: 1\nevents:\n- evdev:\n  - [0, 0, 1, 30, 1]\n", ":2: events of no device"},
+        {evemuHead, ": no events in it"},
+        {"Dear Ada,\n", ": not a recording of evemu-record or libinput record"},
+        {"", ": not a recording of evemu-record or libinput record"},
+    };
+    for (const auto& [text, message] : cases)
+        EXPECT_EQ(failureOf(text).substr(0, message.size()), message) << text;
+    fs::remove(path);
+    EXPECT_THROW(readRecording(path), Failure);
+    EXPECT_THROW(readRecording(testing::TempDir()), Failure);
+}
+
+TEST(Recording, BearsWhatATerminalPrintsAmongTheEvents) {
+    const Recording expected{
+        .devices = {{.name = "A keyboard", .bus = 3, .vendor = 0x05AC, .product = 0x024F}},
+        .events = {{.time = 1, .type = 1, .code = 30, .value = 1},
+                   {.time = 2'000'003, .type = 2, .code = 0, .value = -4}}};
+    EXPECT_EQ(readEvemu(evemuHead +
+                        "^C\nE\n\nhellE: 0.000001 0001 001e 0001\t# EV_KEY / KEY_A   1\r\n$ echo E: no\n"
+                        "[1]+ Stopped\nE: 2.000003 0002 0000 -004"),
+              expected);
+    const Recording yaml = readLibinputRecord(
+        yamlHead +
+        "  # Current time is 10:00:00\n^C\n  - evdev:\nhell    - [  0,      1,   1,  30,       1] # x\n"
+        "user@host:~$ [1]+ - stopped\n- what: ever\n  - hid:\n      time: [ 0, 0]\n      hidraw0: [ 0x1, 2 "
+        "]\n"
+        "    - [  2,      3,   2,   0,      -4] # EV_REL / REL_X (obfuscated)\n\n$ ");
+    EXPECT_EQ(yaml.events, expected.events);
+    EXPECT_TRUE(yaml.devices.at(0).isVirtual);
+    EXPECT_EQ(yaml.devices.at(0).node, "/dev/input/event4");
+    EXPECT_FALSE(yaml.keysAreMasked);
+}
+
+TEST(Recording, MergesDevicesByTimeAndKnowsMaskedKeys) {
+    const Recording recording = readRecording(fs::path(TEST_DATA) / "recordings/masked.yml");
+    EXPECT_TRUE(recording.keysAreMasked);
+    ASSERT_EQ(recording.devices.size(), 2U);
+    EXPECT_EQ(recording.devices[1].name, "Test Mouse");
+    EXPECT_EQ(recording.events.size(), 34U);
+    std::string order;
+    for (const RecordedEvent& event : recording.events)
+        if (order.empty() || order.back() != static_cast<char>('0' + event.device))
+            order += static_cast<char>('0' + event.device);
+    EXPECT_EQ(order, "0101010") << "the times of this file wrapped around, as they do before the first event";
+}
+
+}  // namespace
+}  // namespace tappora

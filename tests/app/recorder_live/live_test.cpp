@@ -1,0 +1,210 @@
+// The recorder as people run it, with libinput and udev, on devices that umockdev plays.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/files/store.h"
+#include "core/foundation/descriptor.h"
+#include "tests/app/recorder_live/testbed.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::Tally;
+
+const MockDevice keyboard{.number = 5, .name = "A keyboard"};
+const MockDevice mouse{.number = 6, .name = "A mouse", .isMouse = true};
+
+/// A recorder that runs as a program of its own, until a signal.
+class Program {
+  public:
+    explicit Program(std::vector<std::string> arguments) {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC) < 0) throw std::runtime_error("no pipe");
+        output_ = tapcore::Descriptor(ends[0]);
+        const tapcore::Descriptor input(ends[1]);
+        process_ = ::fork();
+        if (process_ == 0) run(std::move(arguments), input.get());
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() {
+        if (process_ > 0) stop(SIGKILL);
+    }
+
+    /// Reads what it prints, on either stream, until it prints `text`; false when it does not in half a
+    /// minute.
+    bool prints(const std::string& text) {
+        for (std::size_t seen = 0; (seen = printed.find(text)) == std::string::npos;) {
+            pollfd waiting{.fd = output_.get(), .events = POLLIN, .revents = 0};
+            char buffer[4096];
+            if (::poll(&waiting, 1, 30'000) <= 0) return false;
+            const ssize_t got = ::read(output_.get(), buffer, sizeof buffer);
+            if (got <= 0) return false;
+            printed.append(buffer, static_cast<std::size_t>(got));
+        }
+        printed.erase(0, printed.find(text) + text.size());
+        return true;
+    }
+
+    void stopReading() { output_ = {}; }
+    void signal(int number) const { ::kill(process_, number); }
+
+    /// Ends it, and gives its exit status, or -1 when it did not exit.
+    int stop(int number = SIGTERM) {
+        signal(number);
+        return end();
+    }
+    int end() {
+        int status = 0;
+        ::waitpid(process_, &status, 0);
+        process_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    std::string printed;
+
+  private:
+    [[noreturn]] static void run(std::vector<std::string> arguments, int output) {
+        arguments.insert(arguments.begin(), "tappora-record");
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments) pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        ::dup2(output, STDOUT_FILENO);
+        ::dup2(output, STDERR_FILENO);
+        ::execv(PROGRAMS "/tappora-record", pointers.data());
+        ::_exit(127);
+    }
+
+    pid_t process_ = -1;
+    tapcore::Descriptor output_;
+};
+
+class Live : public testing::Test {
+  protected:
+    fs::path folder = fs::path(testing::TempDir()) / ("live-" + std::to_string(::getpid()));
+    Testbed bed;
+
+    Live() {
+        fs::create_directories(folder);
+        fs::create_directories(fs::path(testing::TempDir()) / "run");
+        ::setenv("XDG_RUNTIME_DIR", (fs::path(testing::TempDir()) / "run").c_str(), 1);
+    }
+    ~Live() override { fs::remove_all(folder); }
+
+    std::vector<std::string> watching() const { return {"--watch", "--folder", folder.string()}; }
+
+    /// All that was counted, on whatever day the test runs.
+    Tally counted() const {
+        const tapcore::Store store(folder, tapcore::FileFormat::org);
+        Tally sum;
+        for (const auto& day : store.days()) sum.merge(store.read(day).tally);
+        return sum;
+    }
+};
+
+TEST_F(Live, CountsAKeyboardAndAMouseUntilItIsTerminated) {
+    bed.plug(keyboard);
+    bed.plug(mouse);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard (/dev/input/event5)")) << recorder.printed;
+    ASSERT_TRUE(recorder.prints("listening to A mouse (/dev/input/event6)")) << recorder.printed;
+    bed.send(keyboard, {{EV_KEY, KEY_LEFTCTRL, 1}});
+    ASSERT_TRUE(recorder.prints("modifier — counted\n"));
+    bed.tap(keyboard, KEY_S);
+    ASSERT_TRUE(recorder.prints("key — counted\n"));
+    bed.send(mouse, {{EV_REL, REL_WHEEL, -1}, {EV_REL, REL_WHEEL_HI_RES, -120}});
+    bed.send(mouse, {{EV_REL, REL_X, 30}});
+    bed.tap(mouse, BTN_RIGHT);
+    ASSERT_TRUE(recorder.prints("right click — counted\n"));
+    EXPECT_EQ(recorder.stop(), 0);
+    const Tally tally = counted();
+    EXPECT_EQ(tally.byKey(), (Tally::KeyCounts{{1, 1}, {59, 1}}));
+    EXPECT_EQ(tally.byChord(), (Tally::ChordCounts{{{tapcore::Modifiers::control, 1}, 1}}));
+    const Tally::MouseHour total = tally.mouseTotal();
+    EXPECT_EQ(total.right, 1);
+    EXPECT_EQ(total.scrolls, 1);
+    EXPECT_GT(total.moved, 0) << "how far depends on libinput's acceleration";
+}
+
+TEST_F(Live, TakesDevicesAsTheyComeAndGo) {
+    const MockDevice second{.number = 8, .name = "Second keyboard"};
+    const MockDevice third{.number = 9, .name = "Third keyboard"};
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard (/dev/input/event5)")) << recorder.printed;
+    bed.plug(second);
+    ASSERT_TRUE(recorder.prints("listening to Second keyboard (/dev/input/event8)")) << recorder.printed;
+    bed.send(second, {{EV_KEY, KEY_LEFTCTRL, 1}});
+    ASSERT_TRUE(recorder.prints("modifier — counted\n"));
+    bed.unplug(keyboard);
+    bed.unplug(second);
+    ASSERT_TRUE(recorder.prints("no keyboard is left; waiting for one")) << recorder.printed;
+    bed.plug(third);
+    ASSERT_TRUE(recorder.prints("listening to Third keyboard (/dev/input/event9)")) << recorder.printed;
+    bed.tap(third, KEY_B);
+    ASSERT_TRUE(recorder.prints("key — counted\n"));
+    EXPECT_EQ(recorder.stop(SIGINT), 0);
+    EXPECT_EQ(counted().byKey(), (Tally::KeyCounts{{11, 1}, {59, 1}}));
+    EXPECT_TRUE(counted().byChord().empty()) << "what the keyboard held that is gone is released";
+}
+
+TEST_F(Live, TellsProgramsFromPeople) {
+    const MockDevice tool{.number = 8, .name = "ydotoold virtual device", .isVirtual = true};
+    const MockDevice remapper{.number = 9, .name = "keyd virtual keyboard", .isVirtual = true};
+    bed.plug(keyboard);
+    bed.plug(tool);
+    bed.plug(remapper);
+    Program recorder(watching());
+    for (const MockDevice& device : {keyboard, tool, remapper})
+        ASSERT_TRUE(recorder.prints("listening to " + device.name)) << recorder.printed;
+    bed.tap(tool, KEY_A);
+    ASSERT_TRUE(recorder.prints("key — posted by ydotoold virtual device — not counted\n"))
+        << recorder.printed;
+    bed.tap(remapper, KEY_A);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    EXPECT_EQ(recorder.stop(SIGHUP), 0);
+    EXPECT_EQ(counted().total(), 1);
+}
+
+TEST_F(Live, EndsWithItsReaderAndStoresWhatItCounted) {
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    recorder.stopReading();
+    bed.tap(keyboard, KEY_A);
+    EXPECT_EQ(recorder.end(), 0);
+    EXPECT_EQ(counted().total(), 1);
+}
+
+TEST_F(Live, RefusesToStartWithoutAKeyboardOrBesideAnother) {
+    bed.plug(mouse);
+    bed.plug(keyboard);
+    bed.removeFile(keyboard);
+    Program blind(watching());
+    EXPECT_TRUE(blind.prints("listening to A mouse"));
+    EXPECT_TRUE(blind.prints("A keyboard (/dev/input/event5): cannot be read: No such file or directory\n"));
+    EXPECT_TRUE(blind.prints("tappora: input devices: there is no keyboard that can be read\n"));
+    EXPECT_EQ(blind.end(), 1);
+
+    bed.plug({.number = 7, .name = "Keyboard 7"});
+    Program first(watching());
+    ASSERT_TRUE(first.prints("listening to Keyboard 7"));
+    Program second(watching());
+    EXPECT_TRUE(second.prints("tappora: " + folder.string() + ": another recorder is counting into it\n"));
+    EXPECT_EQ(second.end(), 1);
+    EXPECT_EQ(first.stop(), 0);
+}
+
+}  // namespace
+}  // namespace tappora

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace tapcore {
+
+/// What the error of a call says; "" when there is none.
+template <class Error>
+std::string messageOf(auto call) {
+    try {
+        (void)call();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+}  // namespace tapcore
