@@ -16,6 +16,7 @@ struct Environment;
 // clang-format off
 void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
+void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
 void heatmapCommand(CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
@@ -51,6 +52,7 @@ inline constexpr Command commands[] = {
     {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
+    {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},
 };
 // clang-format on
 

@@ -21,6 +21,11 @@ std::string described(const DraftKey& key) {
     return shown.empty() ? key.place : key.place + " (" + std::string(firstCharacters(shown, 40)) + ")";
 }
 
+void BoardDraft::dropKey(const DraftKey& key, std::string_view why) {
+    dropped.push_back(described(key) + ": " + std::string(why));
+    lostKeys = true;
+}
+
 Board::Rect boundsOf(const std::vector<DraftKey>& keys) {
     Board board;
     for (const DraftKey& key : keys) board.keys.push_back(key.key);

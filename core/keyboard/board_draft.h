@@ -13,9 +13,10 @@ namespace tapcore {
 /// still open.
 struct DraftKey {
     Board::Key key;
-    std::vector<std::string>
-        legends;        ///< the upper one first, then the lower one, then those at other places
-    std::string place;  ///< where it stands in the file: "row 2, key 5"
+    /// The upper one first, then the lower one, then those at other places.
+    std::vector<std::string> legends;
+    /// Where it stands in the file: "row 2, key 5".
+    std::string place;
 };
 
 /// A board as a keyboard file has it.
@@ -28,8 +29,11 @@ struct BoardDraft {
     std::string name = {};
     std::string maker = {};
     std::vector<DraftKey> keys = {};
-    std::vector<std::string> dropped =
-        {};  ///< what of the file is not among the keys, and why, one sentence each
+    /// What of the file is not among the keys, and why, one sentence each.
+    std::vector<std::string> dropped = {};
+    bool lostKeys = false;  ///< whether what was dropped had a place on the board
+
+    void dropKey(const DraftKey& key, std::string_view why);
 };
 
 /// The first two legends, or the first other one where these are blank; without white space at their ends.

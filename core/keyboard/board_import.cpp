@@ -8,7 +8,6 @@
 #include <set>
 #include <utility>
 
-#include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/board_draft.h"
 #include "core/keyboard/draft_codes.h"
@@ -17,6 +16,7 @@
 #include "core/keyboard/key_names.h"
 #include "core/keyboard/known_board.h"
 #include "core/keyboard/lenient_json.h"
+#include "core/keyboard/slug.h"
 #include "core/keyboard/strikes.h"
 #include "core/keyboard/via_definition.h"
 
@@ -29,22 +29,25 @@ struct Kind {
 };
 
 Kind readDraft(const JsonValue& document, const std::optional<std::string>& layout) {
-    if (document.raw().is_array()) return {readEditorBoard(document), "Keyboard Layout Editor"};
-    if (!document.raw().is_object() || !document.raw().contains("layouts"))
+    const bool hasRows = document.raw().is_array();
+    if (!hasRows && !document.raw().contains("layouts"))
         document.fail("neither rows of keys nor an object with \"layouts\"");
-    if (document.raw().at("layouts").contains("keymap")) return {readViaBoard(document), "VIA"};
+    const bool isVia = !hasRows && document.raw().at("layouts").contains("keymap");
+    if (layout && (hasRows || isVia)) throw JsonError("no layouts to choose from: not a QMK file");
+    if (hasRows) return {readEditorBoard(document), "Keyboard Layout Editor"};
+    if (isVia) return {readViaBoard(document), "VIA"};
     return {readFirmwareBoard(document, layout), "QMK"};
 }
 
 void dropKeysWithoutSize(BoardDraft& draft) {
     const auto hasNone = [](const DraftKey& key) { return key.key.w <= 0 || key.key.h <= 0; };
     for (const DraftKey& key : draft.keys)
-        if (hasNone(key)) draft.dropped.push_back(described(key) + ": a key without size");
+        if (hasNone(key)) draft.dropKey(key, "a key without size");
     std::erase_if(draft.keys, hasNone);
 }
 
 /// Without the noise of adding lengths up: to a ten thousandth of a unit, two thousandths of a millimetre.
-double rounded(double length) { return std::round(length * 10000) / 10000; }
+double rounded(double length) { return std::round(length * 10000) / 10000 + 0.0; }  // 0 and not -0
 
 void move(Board::Key& key, double dx, double dy) {
     const auto along = [](double by, auto&... lengths) { ((lengths = rounded(lengths + by)), ...); };
@@ -68,20 +71,6 @@ void moveToOrigin(std::vector<DraftKey>& keys, bool lostKeys) {
         return least < 0 || lostKeys ? std::ceil(-least * 1000 - 1e-6) / 1000 : 0;
     };
     for (DraftKey& key : keys) move(key.key, distance(bounds.x), distance(bounds.y));
-}
-
-/// Letters and digits in small letters, all else as single dashes between them.
-std::string slug(std::string_view text) {
-    std::string result;
-    for (const char c : lowercased(text)) {
-        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (isPlain)
-            result += c;
-        else if (!result.empty() && result.back() != '-')
-            result += '-';
-    }
-    if (result.ends_with('-')) result.pop_back();
-    return result;
 }
 
 bool isMarkup(std::string_view legend) { return legend.find_first_of("<&") != std::string_view::npos; }
@@ -145,12 +134,12 @@ BoardImport importBoard(std::string_view text, const std::vector<Board>& known,
     auto [draft, kind] = readDraft(document, options.layout);
     dropKeysWithoutSize(draft);
     if (draft.keys.empty()) document.fail("no keys");
-    moveToOrigin(draft.keys, !draft.dropped.empty());
+    moveToOrigin(draft.keys, draft.lostKeys);
 
     const KnownBoard alike = boardLike(draft.keys, known);
-    BoardImport result{.board = named(draft, kind, options), .dropped = std::move(draft.dropped)};
-    for (std::string& sentence : giveCodes(draft.keys, alike.keys))
-        result.dropped.push_back(std::move(sentence));
+    BoardImport result{.board = named(draft, kind, options),
+                       .dropped = std::move(draft.dropped),
+                       .withoutCode = giveCodes(draft.keys, alike.keys)};
     giveIds(draft.keys);
     for (DraftKey& key : draft.keys) result.board.keys.push_back(std::move(key.key));
     guessStrikes(result.board.keys);

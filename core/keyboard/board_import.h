@@ -21,6 +21,7 @@ struct BoardImportOptions {
 struct BoardImport {
     Board board;
     std::vector<std::string> dropped;  ///< what of the file is not in the board, and why, one sentence each
+    std::vector<std::string> withoutCode;  ///< which keys have no key code, and why
 };
 
 /// Reads a keyboard file: rows of Keyboard Layout Editor, a VIA definition, or QMK's `info.json` or

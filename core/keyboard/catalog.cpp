@@ -20,25 +20,11 @@ void sortByName(std::vector<Item>& items) {
                      [](const Item& a, const Item& b) { return a.name < b.name; });
 }
 
-std::string textOf(const fs::path& path) {
-    const auto refuse = [&](std::errc why) {
-        throw Catalog::FileError(path.filename().string(), std::make_error_code(why).message());
-    };
-    std::error_code none;
-    const auto size = fs::file_size(path, none);
-    if (!none && size > Catalog::largestFile) refuse(std::errc::file_too_large);
-    FileRead file = readFile(path);
-    if (file.status == FileRead::Status::missing) refuse(std::errc::no_such_file_or_directory);
-    if (file.status == FileRead::Status::unreadable)
-        throw Catalog::FileError(path.filename().string(), file.error.message());
-    return std::move(file.text);
-}
-
 template <class Item>
 Item readItem(const fs::path& path) {
     const FatalContext context("reading", path.native());
     try {
-        return Item::parse(textOf(path));
+        return Item::parse(Catalog::readText(path));
     } catch (const JsonError& error) {
         throw Catalog::FileError(path.filename().string(), error.what());
     }
@@ -74,6 +60,20 @@ Catalog Catalog::read(const fs::path& boardsAt, const fs::path& layoutsAt) {
 
 Catalog Catalog::bundled(const fs::path& resources) {
     return read(resources / "Boards", resources / "Layouts");
+}
+
+std::string Catalog::readText(const fs::path& path) {
+    const auto refuse = [&](std::errc why) {
+        throw FileError(path.filename().string(), std::make_error_code(why).message());
+    };
+    std::error_code none;
+    const auto size = fs::file_size(path, none);
+    if (!none && size > largestFile) refuse(std::errc::file_too_large);
+    FileRead file = readFile(path);
+    if (file.status == FileRead::Status::missing) refuse(std::errc::no_such_file_or_directory);
+    if (file.status == FileRead::Status::unreadable)
+        throw FileError(path.filename().string(), file.error.message());
+    return std::move(file.text);
 }
 
 Board Catalog::readBoard(const fs::path& file) { return readItem<Board>(file); }

@@ -40,6 +40,10 @@ struct Catalog {
     /// The same of the folders "Boards" and "Layouts" that come with the program.
     static Catalog bundled(const std::filesystem::path& resources);
 
+    /// The text of one file, of these or of those that boards and layouts are imported from. Throws
+    /// FileError.
+    static std::string readText(const std::filesystem::path& file);
+
     /// One file. Throws FileError.
     static Board readBoard(const std::filesystem::path& file);
     static Layout readLayout(const std::filesystem::path& file);

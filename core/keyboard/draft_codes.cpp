@@ -65,7 +65,8 @@ class Coder {
         for (std::size_t i = 0; i < keys_.size(); ++i) givePlaceCode(i);
         giveSpace();
         for (std::size_t i = 0; i < keys_.size(); ++i) tellOfMissing(i);
-        if (blank_ > 0) told_.push_back(std::to_string(blank_) + " keys without legends have no key code");
+        if (blank_ > 0)
+            told_.push_back(std::to_string(blank_) + (blank_ == 1 ? " key" : " keys") + " without legends");
         return std::move(told_);
     }
 
@@ -129,10 +130,9 @@ class Coder {
             codes = {deleteCode, deleteCode};
         const bool isPlaced = hasPlaceCode(i) && (placeCode(i) == codes.left || placeCode(i) == codes.right);
         if (isPlaced && claim(i, placeCode(i))) return;
-        if (codes.left != codes.right && keyNamed(codes.right)->id.starts_with("right-"))
-            claim(i, keys_[i].key.center().x < middle_ ? codes.left : codes.right);
-        else if (!claim(i, codes.left))
-            claim(i, codes.right);
+        const bool isSided = keyNamed(codes.right)->id.starts_with("right-");
+        const bool isRight = isSided && keys_[i].key.center().x > middle_;
+        if (!claim(i, isRight ? codes.right : codes.left)) claim(i, isRight ? codes.left : codes.right);
     }
 
     /// Whether the key has the code now, because no key had it.
@@ -158,12 +158,12 @@ class Coder {
         if (key.key.keyCode) return;
         if (const auto wanted = wanted_.find(i); wanted != wanted_.end()) {
             const auto owner = owners_.find(wanted->second);
-            told_.push_back(described(key) + ": no key code, for " + described(keys_[owner->second]) +
-                            " sends " + std::to_string(wanted->second) + " already");
+            const std::string code = std::to_string(wanted->second);
+            told_.push_back(described(key) + ": " + code + " is sent by " + described(keys_[owner->second]));
         } else if (legends_[i].empty()) {
             ++blank_;
         } else {
-            told_.push_back(described(key) + ": no key code is known for it");
+            told_.push_back(described(key) + ": not known");
         }
     }
 

@@ -147,7 +147,7 @@ BoardDraft readEditorBoard(const JsonValue& document) {
     const JsonValue rows = hasRows(document) ? document : JsonValue(alone);
     for (EditorKey& key : readEditorRows(rows)) {
         if (key.isDecal)
-            draft.dropped.push_back(described(key.draft) + ": a decal");
+            draft.dropKey(key.draft, "a decal");
         else
             draft.keys.push_back(std::move(key.draft));
     }

@@ -23,6 +23,7 @@ std::vector<std::string> layoutNames(const JsonValue& layouts) {
 
 std::string chosenName(const JsonValue& info, const std::vector<std::string>& names,
                        const std::optional<std::string>& wanted) {
+    if (names.empty()) info.member("layouts").fail("none");
     const auto isThere = [&](const std::string& name) {
         return std::find(names.begin(), names.end(), name) != names.end();
     };
@@ -60,7 +61,7 @@ void readKeys(const JsonValue& layout, BoardDraft& draft) {
             key.legends.push_back(std::move(*label));
         checkReach(key.key, i, json);
         if (json.optionalMember("encoder"))
-            draft.dropped.push_back(described(key) + ": an encoder, not a key");
+            draft.dropKey(key, "an encoder, not a key");
         else
             draft.keys.push_back(std::move(key));
     }

@@ -66,15 +66,16 @@ BoardDraft readViaBoard(const JsonValue& definition) {
         const bool encodes = std::any_of(key.legends.begin(), key.legends.end(), isEncoder);
         nameByMatrix(key);
         if (editorKey.isDecal)
-            draft.dropped.push_back(key.place + ": a decal");
+            draft.dropKey(key, "a decal");
         else if (encodes)
-            draft.dropped.push_back(key.place + ": an encoder, not a key");
+            draft.dropKey(key, "an encoder, not a key");
         else if (choice && choice->second != 0)
             ++otherChoices[*choice];
         else
             draft.keys.push_back(std::move(key));
     }
     const auto labels = layouts.optionalMember("labels");
+    draft.lostKeys = draft.lostKeys || !otherChoices.empty();
     for (const auto& [choice, count] : otherChoices)
         draft.dropped.push_back(optionName(labels, choice.first) + ", choice " +
                                 std::to_string(choice.second) + ": " + keys(count) + "; choice 0 stays");

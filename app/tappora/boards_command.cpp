@@ -1,0 +1,200 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "app/common/command_line.h"
+#include "app/common/program.h"
+#include "app/common/resources.h"
+#include "app/tappora/commands.h"
+#include "core/files/store.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/json_fields.h"
+#include "core/keyboard/board_import.h"
+#include "core/keyboard/catalog.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using tapcore::Board;
+using tapcore::Catalog;
+
+/// What the subcommands are asked for.
+struct Asked {
+    bool json = false;
+    std::string id;
+    std::vector<std::string> files;
+    std::string file;
+    std::string output;
+    tapcore::BoardImportOptions import;
+};
+
+Catalog bundled(const Environment& environment) { return Catalog::bundled(resourceFolder(environment)); }
+
+void list(const Asked& asked, const Environment& environment) {
+    const Catalog catalog = bundled(environment);
+    json records = json::array();
+    for (const Board& board : catalog.boards) {
+        if (!asked.json) print(fmt::format("{:<27} {}, {}\n", board.id, board.name, board.maker));
+        json record = board.encoded();
+        record["keys"] = board.keys.size();
+        records.push_back(std::move(record));
+    }
+    if (asked.json) print(tapcore::jsonText(records));
+}
+
+std::string keyLine(const Board::Key& key) {
+    const std::string code = key.keyCode ? std::to_string(*key.keyCode) : "-";
+    const std::string turn = key.isTurned() ? fmt::format("{:g}°", key.r) : "";
+    return fmt::format("{:<19} {:>4}  {:>6g} {:>6g}  {:>4g} x {:<4g} {:<5}  {}\n", key.id, code, key.x, key.y,
+                       key.w, key.h, turn,
+                       fmt::format("{} {}, {}{}", Board::hands.of(key.hand), Board::fingers.of(key.finger),
+                                   Board::rows.of(key.row), key.home ? ", rests" : ""));
+}
+
+void show(const Asked& asked, const Environment& environment) {
+    const Catalog catalog = bundled(environment);
+    const Board* board = catalog.board(asked.id);
+    if (!board) throw UsageError(fmt::format("ID: no such board: {}; see tappora boards", asked.id));
+    if (asked.json) return print(board->text());
+    const Board::Rect bounds = board->bounds();
+    print(fmt::format("{} ({}), {}\n", board->name, board->id, board->maker));
+    print(fmt::format("{} keys, {:.4g} x {:.4g} units, positions {}\n", board->keys.size(), bounds.w,
+                      bounds.h, Board::geometries.of(board->geometry)));
+    for (const auto& remark : {board->source, board->notes})
+        if (remark) print(*remark + "\n");
+    print(fmt::format("\n{:<19} {:>4}  {:>6} {:>6}  {}\n", "key", "code", "x", "y", "size"));
+    for (const Board::Key& key : board->keys) print(keyLine(key));
+}
+
+/// What the catalog says with these boards and does not say without them.
+std::vector<std::string> newProblems(const Catalog& catalog, const std::vector<Board>& added) {
+    std::vector<Board> boards = catalog.boards;
+    boards.insert(boards.end(), added.begin(), added.end());
+    std::vector<std::string> problems = Catalog(std::move(boards), catalog.layouts).problems();
+    for (const std::string& known : catalog.problems())
+        if (const auto same = std::find(problems.begin(), problems.end(), known); same != problems.end())
+            problems.erase(same);
+    return problems;
+}
+
+std::vector<std::string> problemsOf(const std::vector<std::string>& files, const Catalog& catalog) {
+    std::vector<std::string> problems;
+    std::vector<Board> boards;
+    for (const std::string& file : files) {
+        try {
+            boards.push_back(Catalog::readBoard(file));
+        } catch (const Catalog::FileError& error) {
+            problems.push_back(file + ": " + error.underlying);
+        }
+    }
+    for (std::string& problem : newProblems(catalog, boards)) problems.push_back(std::move(problem));
+    return problems;
+}
+
+void check(const Asked& asked, const Environment& environment) {
+    const Catalog catalog = bundled(environment);
+    const auto problems = asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog);
+    if (asked.json) print(tapcore::jsonText(problems));
+    for (const std::string& problem : problems)
+        if (!asked.json) print(problem + "\n");
+    if (problems.size() == 1) throw Failure("boards", "1 problem");
+    if (!problems.empty()) throw Failure("boards", fmt::format("{} problems", problems.size()));
+    if (!asked.json) print("No problems.\n");
+}
+
+tapcore::BoardImport imported(const Asked& asked, const Catalog& catalog) {
+    tapcore::BoardImportOptions options = asked.import;
+    options.file = fs::path(asked.file).filename().string();
+    try {
+        return tapcore::importBoard(Catalog::readText(asked.file), catalog.boards, options);
+    } catch (const Catalog::FileError& error) {
+        throw Failure(asked.file, error.underlying);
+    } catch (const tapcore::JsonError& error) {
+        throw Failure(asked.file, error.what());
+    }
+}
+
+void printList(std::string_view title, const std::vector<std::string>& sentences) {
+    if (!sentences.empty()) print(fmt::format("\n{}:\n", title));
+    for (const std::string& sentence : sentences) print("  " + sentence + "\n");
+}
+
+void import(const Asked& asked, const Environment& environment) {
+    const auto [board, dropped, withoutCode] = imported(asked, bundled(environment));
+    tapcore::writeFile(asked.output, board.text());
+    if (asked.json)
+        return print(tapcore::jsonText(
+            {{"board", board.encoded()}, {"dropped", dropped}, {"withoutCode", withoutCode}}));
+    print(fmt::format("{}: {} keys, {} of them with a key code, as board {}\n", asked.output,
+                      board.keys.size(), board.keyCodes().size(), board.id));
+    printList("Left out of it", dropped);
+    printList("Keys without a key code", withoutCode);
+}
+
+void addImportOptions(CLI::App& importing, Asked& asked) {
+    importing
+        .add_option("FILE", asked.file,
+                    "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
+        ->required()
+        ->type_name("");
+    importing.add_option("-o,--output", asked.output, "Where the board is written")
+        ->required()
+        ->type_name("FILE");
+    importing.add_option("--layout", asked.import.layout, "Which layout of a QMK file that has several")
+        ->type_name("NAME");
+    importing.add_option("--id", asked.import.id, "The board's id; made of its name when not given")
+        ->type_name("ID");
+    importing.add_option("--name", asked.import.name, "Its name; the file's own when not given")
+        ->type_name("NAME");
+    importing.add_option("--maker", asked.import.maker, "Its maker; the file's own when not given")
+        ->type_name("NAME");
+}
+
+}  // namespace
+
+void boardsCommand(CommandLine& line, const Environment& environment) {
+    Asked asked;
+    const auto withJson = [&](CLI::App& command, const char* does) {
+        command.add_flag("--json", asked.json, does);
+    };
+    line.describe("The keyboards that heat maps are drawn on: those that come with the program, and imports.",
+                  "tappora boards import keymap.json -o mine.json");
+    line.require_subcommand(0, 1);
+    withJson(line, "Print the list as JSON");
+
+    CLI::App& listing = line.addSubcommand("list", "Lists them by name; the default", "tappora boards list");
+    withJson(listing, "Print the records as JSON, with the number of their keys");
+
+    CLI::App& showing =
+        line.addSubcommand("show", "Shows a board's keys: what they send, where they lie, what strikes them",
+                           "tappora boards show planck");
+    showing.add_option("ID", asked.id, "The board")->required()->type_name("");
+    withJson(showing, "Print the board's file");
+
+    CLI::App& checking =
+        line.addSubcommand("check", "Says what is wrong with boards: with those of files, or with all",
+                           "tappora boards check mine.json");
+    checking.add_option("FILE", asked.files, "A board's file")->type_name("");
+    withJson(checking, "Print the problems as JSON");
+
+    CLI::App& importing =
+        line.addSubcommand("import", "Makes a board of a keyboard file, and lists what it leaves out",
+                           "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi");
+    addImportOptions(importing, asked);
+    withJson(importing, "Print the board and what it lacks as JSON");
+    line.parse();
+
+    if (asked.import.id && !tapcore::Store::isSafeLayoutID(*asked.import.id))
+        throw UsageError(
+            fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"", *asked.import.id));
+    if (showing) return show(asked, environment);
+    if (checking) return check(asked, environment);
+    if (importing) return import(asked, environment);
+    list(asked, environment);
+}
+
+}  // namespace tappora

@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "core/keyboard/catalog.h"
+
+namespace tapcore {
+namespace {
+
+using Corners = std::array<Board::Point, 4>;
+
+const Catalog& bundled() {
+    static const Catalog catalog = Catalog::read(RESOURCES "/Boards", "");
+    return catalog;
+}
+
+std::vector<Corners> rectangles(const Board::Key& key) {
+    std::vector<Corners> result;
+    for (const Board::Rect& rect : {key.rect(), key.second.value_or(key.rect())})
+        result.push_back({key.turned({rect.x, rect.y}), key.turned({rect.x + rect.w, rect.y}),
+                          key.turned({rect.x + rect.w, rect.y + rect.h}),
+                          key.turned({rect.x, rect.y + rect.h})});
+    return result;
+}
+
+/// How far two rectangles reach into each other across the sides of the first: below 0 when a line parallel
+/// to one of its sides runs between them.
+double depthAcrossSides(const Corners& a, const Corners& b) {
+    double least = 1000;
+    for (std::size_t i = 0; i < 4; ++i) {
+        const Board::Point& from = a[i];
+        const Board::Point& to = a[(i + 1) % 4];
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        double inside = -1000;
+        for (const Board::Point& corner : b)
+            inside = std::max(
+                inside,
+                ((to.x - from.x) * (corner.y - from.y) - (to.y - from.y) * (corner.x - from.x)) / length);
+        least = std::min(least, inside);
+    }
+    return least;
+}
+
+bool overlap(const Board::Key& a, const Board::Key& b) {
+    constexpr double touching = 0.001;
+    for (const Corners& first : rectangles(a))
+        for (const Corners& second : rectangles(b))
+            if (depthAcrossSides(first, second) > touching && depthAcrossSides(second, first) > touching)
+                return true;
+    return false;
+}
+
+TEST(BundledBoards, AreThoseThatPeopleLookFor) {
+    for (const char* id : {"macbook-ansi",
+                           "macbook-iso",
+                           "macbook-jis",
+                           "magic-keyboard-ansi",
+                           "magic-keyboard-iso",
+                           "magic-keyboard-numpad-ansi",
+                           "magic-keyboard-numpad-iso",
+                           "60-percent-ansi",
+                           "60-percent-iso",
+                           "65-percent-ansi",
+                           "65-percent-iso",
+                           "75-percent-ansi",
+                           "75-percent-iso",
+                           "tenkeyless-ansi",
+                           "tenkeyless-iso",
+                           "full-size-ansi",
+                           "full-size-iso",
+                           "alice",
+                           "planck",
+                           "preonic",
+                           "corne",
+                           "lily58",
+                           "sofle",
+                           "kyria",
+                           "ferris-sweep",
+                           "ergodox-ez",
+                           "moonlander",
+                           "voyager",
+                           "iris",
+                           "atreus",
+                           "glove80",
+                           "kinesis-advantage360-pro"})
+        EXPECT_NE(bundled().board(id), nullptr) << id;
+    std::set<std::string> names;
+    for (const Board& board : bundled().boards) EXPECT_TRUE(names.insert(board.name).second) << board.name;
+}
+
+TEST(BundledBoards, AreSoundAndBeginAtTheOrigin) {
+    EXPECT_EQ(bundled().problems(), std::vector<std::string>());
+    for (const Board& board : bundled().boards) {
+        const Board::Rect bounds = board.bounds();
+        EXPECT_TRUE(bounds.x >= 0 && bounds.x <= 0.001) << board.id << ": " << bounds.x;
+        EXPECT_TRUE(bounds.y >= 0 && bounds.y <= 0.001) << board.id << ": " << bounds.y;
+    }
+}
+
+TEST(BundledBoards, HaveNoKeyOnAnother) {
+    for (const Board& board : bundled().boards)
+        for (std::size_t i = 0; i < board.keys.size(); ++i)
+            for (std::size_t j = i + 1; j < board.keys.size(); ++j)
+                EXPECT_FALSE(overlap(board.keys[i], board.keys[j]))
+                    << board.id << ": " << board.keys[i].id << " and " << board.keys[j].id;
+}
+
+TEST(BundledBoards, LetEveryFingerRestOnOneKeyOfItsOwn) {
+    for (const Board& board : bundled().boards) {
+        std::map<std::pair<Board::Hand, Board::Finger>, int> resting;
+        for (const Board::Key& key : board.keys)
+            if (key.home) ++resting[{key.hand, key.finger}];
+        for (const auto& [finger, keys] : resting) EXPECT_EQ(keys, 1) << board.id;
+        EXPECT_GE(resting.size(), 9u) << board.id;  // eight fingers and a thumb
+    }
+}
+
+TEST(BundledBoards, TypeTheWholeAlphabetByTheFingersThatAreTaught) {
+    constexpr std::array<std::array<KeyCode, 3>, 10> columns = {{{12, 0, 6},
+                                                                 {13, 1, 7},
+                                                                 {14, 2, 8},
+                                                                 {15, 3, 9},
+                                                                 {17, 5, 11},
+                                                                 {16, 4, 45},
+                                                                 {32, 38, 46},
+                                                                 {34, 40, 43},
+                                                                 {31, 37, 47},
+                                                                 {35, 41, 44}}};
+    constexpr std::array<int, 10> fingers = {0, 1, 2, 3, 3, 3, 3, 2, 1, 0};
+    for (const Board& board : bundled().boards)
+        for (std::size_t column = 0; column < 10; ++column)
+            for (std::size_t row = 0; row < 3; ++row) {
+                const Board::Key* key = board.key(columns[column][row]);
+                ASSERT_NE(key, nullptr) << board.id << " " << columns[column][row];
+                EXPECT_EQ(key->hand, column < 5 ? Board::Hand::left : Board::Hand::right)
+                    << board.id << key->id;
+                EXPECT_EQ(static_cast<int>(key->finger), fingers[column]) << board.id << " " << key->id;
+                EXPECT_EQ(static_cast<int>(key->row),
+                          static_cast<int>(Board::Row::upper) + static_cast<int>(row));
+            }
+}
+
+TEST(BundledBoards, GiveReturnItsTwoPartsOnIsoAndJis) {
+    for (const Board& board : bundled().boards) {
+        const bool isTall = board.id.ends_with("-iso") || board.id.ends_with("-jis");
+        const Board::Key* key = board.key(36);
+        EXPECT_EQ(key && key->second.has_value(), isTall) << board.id;
+    }
+}
+
+}  // namespace
+}  // namespace tapcore
