@@ -1,6 +1,5 @@
 #include "app/common/command_line.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tappora {
@@ -11,9 +10,7 @@ std::string exampleText(std::string_view example) { return "Example:\n  " + std:
 }  // namespace
 
 CommandLine::CommandLine(const std::string& command, std::vector<std::string> arguments)
-    : CLI::App("", command), arguments_(std::move(arguments)) {
-    std::reverse(arguments_.begin(), arguments_.end());  // the order in which CLI11 takes them from the end
-}
+    : CLI::App("", command), arguments_(std::move(arguments)) {}
 
 void CommandLine::describe(std::string_view does, std::string_view example) {
     description(std::string(does));
@@ -26,6 +23,9 @@ CLI::App& CommandLine::addSubcommand(const std::string& name, std::string_view d
     return *subcommand->footer(exampleText(example));
 }
 
-void CommandLine::parse() { CLI::App::parse(arguments_); }
+void CommandLine::parse() {
+    // CLI11 takes them from the end.
+    CLI::App::parse(std::vector<std::string>(arguments_.rbegin(), arguments_.rend()));
+}
 
 }  // namespace tappora

@@ -24,6 +24,9 @@ class CommandLine : public CLI::App {
     /// line.
     void parse();
 
+    /// The arguments as they were given.
+    const std::vector<std::string>& arguments() const { return arguments_; }
+
   private:
     std::vector<std::string> arguments_;
 };

@@ -51,7 +51,8 @@ void addHeatmapOptions(CLI::App& command, HeatmapOptions& options) {
     command.add_flag("!--no-names", options.names, "Leave keys blank that print no letter and no number");
     command.add_option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
         ->type_name("FILE");
-    command.add_flag("--json", options.json, "Print the cells and the most pressed keys as JSON");
+    command.add_flag("--json", options.json, "Print the cells and the most pressed keys as JSON")
+        ->excludes("--output");
     addFolderOptions(command, options.folder);
 }
 
@@ -97,9 +98,9 @@ std::string title(const tapcore::Board& board) {
     return board.maker.empty() ? board.name : board.maker + " " + board.name;
 }
 
-std::string subtitle(const HeatmapView& view) {
-    return fmt::format("{}  ·  {}  ·  {}", description(view.period), view.layout.name,
-                       pressesText(view.total));
+std::string subtitle(const HeatmapView& view, bool unicode) {
+    return fmt::format("{1}{0}{2}{0}{3}", unicode ? "  ·  " : ", ", description(view.period),
+                       view.layout.name, pressesText(view.total));
 }
 
 std::vector<std::string> notes(const HeatmapView& view) {

@@ -59,8 +59,8 @@ HeatmapView heatmapView(const HeatmapOptions& options, const Environment& enviro
 
 /// The board's maker and name.
 std::string title(const tapcore::Board& board);
-/// The period, the layout and the total.
-std::string subtitle(const HeatmapView& view);
+/// The period, the layout and the total, parted by dots or, in ASCII, by commas.
+std::string subtitle(const HeatmapView& view, bool unicode = true);
 /// What the map leaves out: keys, and presses that have no place on the board.
 std::vector<std::string> notes(const HeatmapView& view);
 

@@ -1,5 +1,6 @@
 #include "app/common/program.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -16,6 +17,11 @@ namespace {
 std::filesystem::path runningProgram() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+std::size_t terminalColumns() {
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 /// "PATH: WHY" of a failed operation on a file.
@@ -53,6 +59,7 @@ Environment hostEnvironment() {
             .now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()),
             .zone = tapcore::Calendar::hostZone(),
             .onTerminal = isatty(STDOUT_FILENO) == 1,
+            .columns = terminalColumns(),
             .program = runningProgram()};
 }
 

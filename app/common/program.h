@@ -21,6 +21,7 @@ struct Environment {
     tapcore::Instant now;
     std::string zone;                    ///< the time zone's name
     bool onTerminal = false;             ///< whether a person reads standard output on a terminal
+    std::size_t columns = 0;             ///< of that terminal; 0 where it does not tell
     std::filesystem::path program = {};  ///< the file that is running
 };
 

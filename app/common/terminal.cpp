@@ -4,6 +4,7 @@
 
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -20,12 +21,30 @@ bool isUtf8(const std::string& locale) {
     return name.find("utf-8") != std::string::npos || name.find("utf8") != std::string::npos;
 }
 
+ColourDepth depthOf(const Environment& environment) {
+    const std::string term = environment.variable("TERM").value_or("");
+    const std::string colours = environment.variable("COLORTERM").value_or("");
+    if (colours == "truecolor" || colours == "24bit" || term.ends_with("-direct")) return ColourDepth::full;
+    return term.find("256color") != std::string::npos ? ColourDepth::indexed : ColourDepth::basic;
+}
+
+std::size_t widthOf(const Environment& environment) {
+    constexpr std::int64_t widest = 1000;
+    constexpr std::size_t usual = 80;
+    const auto set = tapcore::parseInteger(environment.variable("COLUMNS").value_or(""));
+    if (set && *set > 0 && *set <= widest) return static_cast<std::size_t>(*set);
+    return environment.columns > 0 ? environment.columns : usual;
+}
+
 }  // namespace
 
 Terminal Terminal::of(const Environment& environment) {
     const auto refusal = environment.variable("NO_COLOR");
     const bool refused = (refusal && !refusal->empty()) || environment.variable("TERM") == "dumb";
-    return {.colours = environment.onTerminal && !refused, .unicode = isUtf8(localeName(environment))};
+    return {.colours = environment.onTerminal && !refused,
+            .unicode = isUtf8(localeName(environment)),
+            .depth = depthOf(environment),
+            .width = widthOf(environment)};
 }
 
 std::string Terminal::styled(std::string_view text, std::string_view code) const {

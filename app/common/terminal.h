@@ -9,10 +9,19 @@ namespace tappora {
 
 struct Environment;
 
+/// How finely a terminal tells colours apart.
+enum class ColourDepth {
+    basic,    ///< the sixteen that its user chose
+    indexed,  ///< the 256 of xterm
+    full,     ///< 24 bits
+};
+
 /// What the reader of standard output can show.
 struct Terminal {
     bool colours = false;  ///< never with NO_COLOR, nor when the output goes to a file or another program
     bool unicode = false;  ///< whether the locale's encoding is UTF-8
+    ColourDepth depth = ColourDepth::basic;  ///< as COLORTERM and TERM say
+    std::size_t width = 80;                  ///< in columns: COLUMNS, else the terminal's, else 80
 
     static Terminal of(const Environment& environment);
 

@@ -18,6 +18,7 @@ void paintHeatmap(CommandLine& line, const Environment& environment) {
     addHeatmapOptions(line, options);
     line.get_option("--output")->required();
     line.parse();
+    pictureKind(*options.output);
     const HeatmapView view = heatmapView(options, environment);
     writePicture(*options.output, heatmapPicture(view), appearance(view.dark));
 }

@@ -12,13 +12,17 @@ namespace fs = std::filesystem;
 
 constexpr double pngScale = 2;
 
-std::string painted(const fs::path& file, const drawing::Picture& picture,
+std::string painted(PictureKind kind, const drawing::Picture& picture,
                     const drawing::Appearance& appearance) {
-    const std::string ending = tapcore::lowercased(file.extension().string());
-    if (ending == ".svg") return drawing::svg(picture, appearance, drawing::systemTextWidth());
-    if (ending == ".png") return drawing::png(picture, appearance, pngScale);
-    if (ending == ".pdf") return drawing::pdf(picture, appearance);
-    throw UsageError("--output: " + file.string() + ": no kind of picture; end it in .svg, .png or .pdf");
+    switch (kind) {
+        case PictureKind::svg:
+            return drawing::svg(picture, appearance, drawing::systemTextWidth());
+        case PictureKind::png:
+            return drawing::png(picture, appearance, pngScale);
+        case PictureKind::pdf:
+            return drawing::pdf(picture, appearance);
+    }
+    return "";
 }
 
 /// A device or a folder is never replaced.
@@ -30,11 +34,19 @@ void requireFile(const fs::path& path) {
 
 }  // namespace
 
+PictureKind pictureKind(const fs::path& file) {
+    const std::string ending = tapcore::lowercased(file.extension().string());
+    if (ending == ".svg") return PictureKind::svg;
+    if (ending == ".png") return PictureKind::png;
+    if (ending == ".pdf") return PictureKind::pdf;
+    throw UsageError("--output: " + file.string() + ": no kind of picture; end it in .svg, .png or .pdf");
+}
+
 void writePicture(const fs::path& file, const drawing::Picture& picture,
                   const drawing::Appearance& appearance) {
     requireFile(file);
     try {
-        tapcore::writeFile(file, painted(file, picture, appearance));
+        tapcore::writeFile(file, painted(pictureKind(file), picture, appearance));
     } catch (const drawing::PaintError& error) {
         throw Failure(file.string(), error.what());
     }

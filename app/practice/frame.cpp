@@ -11,7 +11,8 @@ namespace {
 
 /// The columns of one character: those of its first scalar, since the others are laid over it.
 std::size_t columnsOfCharacter(std::string_view character) {
-    return static_cast<std::size_t>(std::max(wcwidth(static_cast<wchar_t>(tapcore::firstScalar(character))), 0));
+    return static_cast<std::size_t>(
+        std::max(wcwidth(static_cast<wchar_t>(tapcore::firstScalar(character))), 0));
 }
 
 }  // namespace
@@ -28,7 +29,8 @@ std::string Frame::text() const {
 
 std::size_t columnsOf(std::string_view text) {
     std::size_t columns = 0;
-    for (const std::string_view character : tapcore::characters(text)) columns += columnsOfCharacter(character);
+    for (const std::string_view character : tapcore::characters(text))
+        columns += columnsOfCharacter(character);
     return columns;
 }
 

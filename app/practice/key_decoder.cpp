@@ -30,12 +30,16 @@ std::vector<ScreenEvent> KeyDecoder::settle(std::int64_t now) {
 void KeyDecoder::take(unsigned char byte, std::int64_t now) {
     switch (state_) {
         case State::text:
-        case State::alt: return takeText(byte, now);
-        case State::escape: return takeAfterEscape(byte, now);
+        case State::alt:
+            return takeText(byte, now);
+        case State::escape:
+            return takeAfterEscape(byte, now);
         case State::sequence:
             if (byte >= 0x40 && byte <= 0x7E) state_ = State::text;
             return;
-        case State::single: state_ = State::text; return;
+        case State::single:
+            state_ = State::text;
+            return;
     }
 }
 
@@ -71,17 +75,21 @@ void KeyDecoder::takeText(unsigned char byte, std::int64_t now) {
 
 void KeyDecoder::takeControl(char32_t control, std::int64_t now) {
     switch (control) {
-        case '\b': return emit(ScreenEvent::Kind::erase);
+        case '\b':
+            return emit(ScreenEvent::Kind::erase);
         case '\n':
-        case '\r': return emit(ScreenEvent::Kind::enter);
+        case '\r':
+            return emit(ScreenEvent::Kind::enter);
         case 0x03:
-        case 0x04: return emit(ScreenEvent::Kind::leave);
+        case 0x04:
+            return emit(ScreenEvent::Kind::leave);
         case escape:
             endText();
             state_ = State::escape;
             escapeAt_ = now;
             return;
-        default: return;
+        default:
+            return;
     }
 }
 

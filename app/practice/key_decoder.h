@@ -14,7 +14,8 @@ struct ScreenEvent {
         character,  ///< `text` is one, as UTF-8
         erase,      ///< the key that takes back
         enter,
-        leave,   ///< Escape, Ctrl-C, Ctrl-D, or a signal that ends programs
+        leave,   ///< Escape, Ctrl-C or Ctrl-D
+        end,     ///< a signal that ends programs
         resize,  ///< the terminal has another size
         gone,    ///< there is no terminal any more
     };
@@ -24,8 +25,9 @@ struct ScreenEvent {
     bool operator==(const ScreenEvent&) const = default;
 };
 
-/// Turns a terminal's bytes into events, whatever pieces they come in. Text is what the C library's locale says it is;
-/// what is not text of it becomes U+FFFD. Keys that send an escape and more (arrows, Alt with a letter) do nothing.
+/// Turns a terminal's bytes into events, whatever pieces they come in. Text is what the C library's locale
+/// says it is; what is not text of it becomes U+FFFD. Keys that send an escape and more (arrows, Alt with a
+/// letter) do nothing.
 class KeyDecoder {
   public:
     /// So long, in milliseconds, an escape waits for what makes it one of those.
@@ -34,7 +36,8 @@ class KeyDecoder {
     /// The events of some bytes that came at a moment.
     std::vector<ScreenEvent> decode(std::string_view bytes, std::int64_t now);
 
-    /// What the time that passed tells: an escape that nothing followed is the Escape key. Whether one still waits.
+    /// What the time that passed tells: an escape that nothing followed is the Escape key. Whether one still
+    /// waits.
     std::vector<ScreenEvent> settle(std::int64_t now);
     bool isWaiting() const { return state_ == State::escape; }
 

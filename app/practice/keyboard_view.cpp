@@ -20,21 +20,31 @@ constexpr std::size_t rows = 5;
 std::optional<std::size_t> lineOf(const Board::Key& key) {
     if (key.keyCode == spaceBar) return rowOfSpace;
     switch (key.row) {
-        case Board::Row::number: return 0;
-        case Board::Row::upper: return 1;
-        case Board::Row::home: return 2;
-        case Board::Row::lower: return 3;
-        default: return std::nullopt;
+        case Board::Row::number:
+            return 0;
+        case Board::Row::upper:
+            return 1;
+        case Board::Row::home:
+            return 2;
+        case Board::Row::lower:
+            return 3;
+        default:
+            return std::nullopt;
     }
 }
 
 Style styleOf(Board::Finger finger) {
     switch (finger) {
-        case Board::Finger::pinky: return Style::pinky;
-        case Board::Finger::ring: return Style::ring;
-        case Board::Finger::middle: return Style::middle;
-        case Board::Finger::index: return Style::index;
-        default: return Style::thumb;
+        case Board::Finger::pinky:
+            return Style::pinky;
+        case Board::Finger::ring:
+            return Style::ring;
+        case Board::Finger::middle:
+            return Style::middle;
+        case Board::Finger::index:
+            return Style::index;
+        default:
+            return Style::thumb;
     }
 }
 
@@ -43,7 +53,8 @@ std::string legendOf(KeyCode code, const Legends& legends) {
     if (code == spaceBar) return "     ";
     const auto found = legends.find(code);
     const bool isSingle = found != legends.end() && !found->second.empty() &&
-                          tapcore::isSingleCharacter(found->second.front()) && columnsOf(found->second.front()) == 1;
+                          tapcore::isSingleCharacter(found->second.front()) &&
+                          columnsOf(found->second.front()) == 1;
     return isSingle ? found->second.front() : "";
 }
 
@@ -58,7 +69,8 @@ KeyboardView::KeyboardView(const Board& board, Legends legends) : legends_(std::
         const auto line = lineOf(key);
         if (!line || !key.keyCode) continue;
         const std::string legend = legendOf(*key.keyCode, legends_);
-        const bool isKnown = std::any_of(keys_.begin(), keys_.end(), [&](const Key& k) { return k.code == key.keyCode; });
+        const bool isKnown =
+            std::any_of(keys_.begin(), keys_.end(), [&](const Key& k) { return k.code == key.keyCode; });
         if (legend.empty() || isKnown) continue;
         keys_.push_back({*line, key.center().x, legend, *key.keyCode, key.hand, key.finger});
     }
@@ -71,8 +83,9 @@ KeyboardView::KeyboardView(const Board& board, Legends legends) : legends_(std::
 
 const KeyboardView::Key* KeyboardView::struck(const std::string& next) const {
     const auto stroke = tapcore::KeyStroke::of(next, legends_);
-    const auto key = std::find_if(keys_.begin(), keys_.end(),
-                                  [&](const Key& candidate) { return stroke && candidate.code == stroke->keyCode; });
+    const auto key = std::find_if(keys_.begin(), keys_.end(), [&](const Key& candidate) {
+        return stroke && candidate.code == stroke->keyCode;
+    });
     return key == keys_.end() ? nullptr : &*key;
 }
 
@@ -80,7 +93,8 @@ std::optional<std::string> KeyboardView::finger(const std::string& next) const {
     const Key* key = struck(next);
     if (key == nullptr) return std::nullopt;
     if (key->code == spaceBar) return "a thumb";
-    std::string words = std::string(Board::hands.of(key->hand)) + " " + std::string(Board::fingers.of(key->finger)) +
+    std::string words = std::string(Board::hands.of(key->hand)) + " " +
+                        std::string(Board::fingers.of(key->finger)) +
                         (key->finger == Board::Finger::thumb ? "" : " finger");
     if (tapcore::KeyStroke::of(next, legends_)->shift)
         words += key->hand == Board::Hand::left ? ", with right shift" : ", with left shift";
@@ -104,7 +118,8 @@ std::optional<std::vector<FrameLine>> KeyboardView::drawn(std::size_t columnsOfU
     for (const Key& key : keys_) {
         const std::string face = " " + key.legend + " ";
         const std::size_t width = columnsOf(face);
-        const auto middle = static_cast<std::size_t>(std::lround(key.x * static_cast<double>(columnsOfUnit))) + 1;
+        const auto middle =
+            static_cast<std::size_t>(std::lround(key.x * static_cast<double>(columnsOfUnit))) + 1;
         std::size_t& end = ends[key.row];
         const std::size_t start = std::max(middle - std::min(middle, width / 2), end);
         lines[key.row].push_back({std::string(start - end, ' ')});

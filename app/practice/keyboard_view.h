@@ -17,12 +17,12 @@ class KeyboardView {
   public:
     KeyboardView(const tapcore::Board& board, tapcore::Legends legends);
 
-    /// The rows, with the key of the next character shown; none when they do not fit into so many columns, or the
-    /// terminal cannot show their legends.
+    /// The rows, with the key of the next character shown; none when they do not fit into so many columns, or
+    /// the terminal cannot show their legends.
     std::vector<FrameLine> lines(const std::string& next, const ScreenShape& shape) const;
 
-    /// How the next character is struck, in words: "left index finger", "right ring finger, with left shift". Nothing
-    /// when no key of the board types it.
+    /// How the next character is struck, in words: "left index finger", "right ring finger, with left shift".
+    /// Nothing when no key of the board types it.
     std::optional<std::string> finger(const std::string& next) const;
 
   private:
@@ -36,7 +36,8 @@ class KeyboardView {
     };
 
     const Key* struck(const std::string& next) const;
-    std::optional<std::vector<FrameLine>> drawn(std::size_t columnsOfUnit, const Key* next, std::size_t columns) const;
+    std::optional<std::vector<FrameLine>> drawn(std::size_t columnsOfUnit, const Key* next,
+                                                std::size_t columns) const;
 
     tapcore::Legends legends_;
     std::vector<Key> keys_;  ///< by row, then from left to right

@@ -20,7 +20,8 @@ using tapcore::PracticeReview;
 using tapcore::PracticeRows;
 using tapcore::PracticeRules;
 
-/// Lines that belong together. Of several, those of the smallest rank are shown first when there is room for few.
+/// Lines that belong together. Of several, those of the smallest rank are shown first when there is room for
+/// few.
 struct Block {
     int rank = 0;
     std::vector<FrameLine> lines;
@@ -40,9 +41,12 @@ Style styleAt(const LessonSession& session, std::size_t at) {
     if (at == session.position()) return mark == LessonSession::Mark::wrong ? Style::nextWrong : Style::next;
     if (at > session.position()) return Style::plain;
     switch (mark) {
-        case LessonSession::Mark::wrong: return Style::wrong;
-        case LessonSession::Mark::mended: return Style::mended;
-        default: return Style::right;
+        case LessonSession::Mark::wrong:
+            return Style::wrong;
+        case LessonSession::Mark::mended:
+            return Style::mended;
+        default:
+            return Style::right;
     }
 }
 
@@ -74,12 +78,13 @@ std::vector<FrameLine> textLines(const LessonSession& session, std::size_t lines
 
 FrameLine titleLine(const Trainer& trainer, const ScreenShape& shape) {
     const TrainerSetup& setup = trainer.setup();
-    return spread({{fmt::format("{} on {}, lesson {}", languageName(setup.model->language), setup.layout,
-                                trainer.lessonNumber()),
-                    Style::strong}},
-                  {{fmt::format("{} of {} today", minutes(trainer.todaySeconds()), minutes(setup.goalSeconds)),
-                    Style::faint}},
-                  shape.columns);
+    return spread(
+        {{fmt::format("{} on {}, lesson {}", languageName(setup.model->language), setup.layout,
+                      trainer.lessonNumber()),
+          Style::strong}},
+        {{fmt::format("{} of {} today", minutes(trainer.todaySeconds()), minutes(setup.goalSeconds)),
+          Style::faint}},
+        shape.columns);
 }
 
 std::size_t wordsDone(const LessonSession& session) {
@@ -110,11 +115,15 @@ FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
     const std::string speed = stats.timed > 0 ? std::to_string(PracticeRules::wpm(stats)) : "-";
     const std::string accuracy = percent(stats.accuracy());
     const std::string wanted = percent(rules.targetAccuracy);
-    const std::string days = stats.days < rules.minDays ? fmt::format("   day {} of {}", std::max<std::int64_t>(stats.days, 1), rules.minDays) : "";
-    std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed, rules.samples,
-                                   speed, rules.targetWPM(), accuracy, wanted, days);
+    const std::string days =
+        stats.days < rules.minDays
+            ? fmt::format("   day {} of {}", std::max<std::int64_t>(stats.days, 1), rules.minDays)
+            : "";
+    std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed,
+                                   rules.samples, speed, rules.targetWPM(), accuracy, wanted, days);
     if (columnsOf(letter) + text.size() > columns)
-        text = fmt::format(" {}/{} {}/{} {}/{}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy, wanted);
+        text = fmt::format(" {}/{} {}/{} {}/{}", stats.timed, rules.samples, speed, rules.targetWPM(),
+                           accuracy, wanted);
     return {{letter, Style::strong}, {text}};
 }
 
@@ -129,10 +138,15 @@ std::string progressMark(double progress, bool unicode) {
 
 Span letterMark(const Trainer& trainer, const std::string& letter, bool unicode) {
     switch (trainer.state(letter)) {
-        case LetterState::notStarted: return {unicode ? "·" : ".", Style::faint};
-        case LetterState::learned: return {unicode ? "█" : "*", Style::learned};
-        case LetterState::slipping: return {"~", Style::slipping};
-        default: return {progressMark(trainer.setup().rules.progress(trainer.total(letter)), unicode), Style::learning};
+        case LetterState::notStarted:
+            return {unicode ? "·" : ".", Style::faint};
+        case LetterState::learned:
+            return {unicode ? "█" : "*", Style::learned};
+        case LetterState::slipping:
+            return {"~", Style::slipping};
+        default:
+            return {progressMark(trainer.setup().rules.progress(trainer.total(letter)), unicode),
+                    Style::learning};
     }
 }
 
@@ -140,7 +154,8 @@ std::vector<FrameLine> letterLines(const Trainer& trainer, const ScreenShape& sh
     constexpr std::size_t columnsOfLetter = 3;
     std::vector<FrameLine> lines;
     for (const std::string& letter : trainer.setup().model->order) {
-        if (lines.empty() || columnsOf(lines.back()) + columnsOfLetter - 1 > shape.columns) lines.emplace_back();
+        if (lines.empty() || columnsOf(lines.back()) + columnsOfLetter - 1 > shape.columns)
+            lines.emplace_back();
         Span mark = letterMark(trainer, letter, shape.unicode);
         lines.back().push_back({letter, trainer.isOpen(letter) ? Style::plain : Style::faint});
         mark.text += ' ';
@@ -203,14 +218,16 @@ std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
     return {starLine(result.stars[0], percent(result.accuracy) + " right",
                      fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
             starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
-                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed to go by", unicode),
+                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed to go by",
+                     unicode),
             starLine(result.stars[2], minutes(result.todaySeconds) + " today",
                      fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
 }
 
 std::string newsText(const tapcore::LessonResult::News& news) {
     using Result = tapcore::LessonResult;
-    if (const auto* letter = std::get_if<Result::NewLetter>(&news)) return "A new letter is open: " + letter->letter;
+    if (const auto* letter = std::get_if<Result::NewLetter>(&news))
+        return "A new letter is open: " + letter->letter;
     if (const auto* best = std::get_if<Result::PersonalBest>(&news))
         return fmt::format("Your fastest lesson on this layout, by {} wpm", best->gain);
     if (const auto* focus = std::get_if<Result::Focus>(&news))
@@ -246,13 +263,14 @@ Frame lessonFrame(const Trainer& trainer, const KeyboardView& keyboard, const st
 }
 
 Frame reviewFrame(const Trainer& trainer, const std::string& notice, const ScreenShape& shape) {
-    return stacked({{4, {titleLine(trainer, shape)}},
-                    {1, starLines(trainer, shape.unicode)},
-                    {3, remarkLines(trainer)},
-                    {5, letterLines(trainer, shape)},
-                    {0, noticeLines(notice)},
-                    {2, {{{"Enter", Style::strong}, {" the next lesson   "}, {"Esc", Style::strong}, {" leave"}}}}},
-                   shape);
+    return stacked(
+        {{4, {titleLine(trainer, shape)}},
+         {1, starLines(trainer, shape.unicode)},
+         {3, remarkLines(trainer)},
+         {5, letterLines(trainer, shape)},
+         {0, noticeLines(notice)},
+         {2, {{{"Enter", Style::strong}, {" the next lesson   "}, {"Esc", Style::strong}, {" leave"}}}}},
+        shape);
 }
 
 }  // namespace tappora

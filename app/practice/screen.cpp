@@ -18,6 +18,7 @@
 #include <cstdio>
 #include <cwchar>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "app/common/terminal.h"
@@ -33,8 +34,9 @@ namespace {
 // Colour pairs, beyond 0, which is the terminal's own.
 enum Pair : short { own, green, yellow, red, magenta, cyan, blue };
 
-constexpr std::pair<Pair, short> pairs[] = {{green, COLOR_GREEN},     {yellow, COLOR_YELLOW}, {red, COLOR_RED},
-                                            {magenta, COLOR_MAGENTA}, {cyan, COLOR_CYAN},     {blue, COLOR_BLUE}};
+constexpr std::pair<Pair, short> pairs[] = {{green, COLOR_GREEN}, {yellow, COLOR_YELLOW},
+                                            {red, COLOR_RED},     {magenta, COLOR_MAGENTA},
+                                            {cyan, COLOR_CYAN},   {blue, COLOR_BLUE}};
 
 /// How a style looks without colours, and with them.
 struct Look {
@@ -45,22 +47,38 @@ struct Look {
 
 Look lookOf(Style style) {
     switch (style) {
-        case Style::plain: return {};
-        case Style::faint: return {A_DIM, A_DIM, own};
-        case Style::strong: return {A_BOLD, A_BOLD, own};
-        case Style::right: return {A_DIM, A_NORMAL, green};
-        case Style::mended: return {A_UNDERLINE, A_UNDERLINE, yellow};
-        case Style::wrong: return {A_BOLD | A_UNDERLINE, A_BOLD | A_UNDERLINE, red};
-        case Style::next: return {A_REVERSE, A_REVERSE, own};
-        case Style::nextWrong: return {A_REVERSE | A_BOLD | A_UNDERLINE, A_REVERSE | A_BOLD, red};
-        case Style::learning: return {A_NORMAL, A_NORMAL, yellow};
-        case Style::learned: return {A_BOLD, A_NORMAL, green};
-        case Style::slipping: return {A_UNDERLINE, A_NORMAL, magenta};
-        case Style::pinky: return {A_NORMAL, A_NORMAL, magenta};
-        case Style::ring: return {A_NORMAL, A_NORMAL, blue};
-        case Style::middle: return {A_NORMAL, A_NORMAL, green};
-        case Style::index: return {A_NORMAL, A_NORMAL, cyan};
-        case Style::thumb: return {A_UNDERLINE, A_UNDERLINE, own};
+        case Style::plain:
+            return {};
+        case Style::faint:
+            return {A_DIM, A_DIM, own};
+        case Style::strong:
+            return {A_BOLD, A_BOLD, own};
+        case Style::right:
+            return {A_DIM, A_NORMAL, green};
+        case Style::mended:
+            return {A_UNDERLINE, A_UNDERLINE, yellow};
+        case Style::wrong:
+            return {A_BOLD | A_UNDERLINE, A_BOLD | A_UNDERLINE, red};
+        case Style::next:
+            return {A_REVERSE, A_REVERSE, own};
+        case Style::nextWrong:
+            return {A_REVERSE | A_BOLD | A_UNDERLINE, A_REVERSE | A_BOLD, red};
+        case Style::learning:
+            return {A_NORMAL, A_NORMAL, yellow};
+        case Style::learned:
+            return {A_BOLD, A_NORMAL, green};
+        case Style::slipping:
+            return {A_UNDERLINE, A_NORMAL, magenta};
+        case Style::pinky:
+            return {A_NORMAL, A_NORMAL, magenta};
+        case Style::ring:
+            return {A_NORMAL, A_NORMAL, blue};
+        case Style::middle:
+            return {A_NORMAL, A_NORMAL, green};
+        case Style::index:
+            return {A_NORMAL, A_NORMAL, cyan};
+        case Style::thumb:
+            return {A_UNDERLINE, A_UNDERLINE, own};
     }
     return {};
 }
@@ -87,7 +105,8 @@ bool hasAll(const std::string& text) {
     const std::u32string scalars = scalarsOf(text);
     return std::all_of(scalars.begin(), scalars.end(), [&](char32_t scalar) {
         std::mbstate_t state{};
-        return std::wcrtomb(bytes.data(), static_cast<wchar_t>(scalar), &state) != static_cast<std::size_t>(-1);
+        return std::wcrtomb(bytes.data(), static_cast<wchar_t>(scalar), &state) !=
+               static_cast<std::size_t>(-1);
     });
 }
 
@@ -112,9 +131,12 @@ void useLocale(const Environment& environment, const std::vector<std::string>& l
         std::setlocale(LC_CTYPE, "C.UTF-8");
     const auto missing = std::find_if_not(letters.begin(), letters.end(), hasAll);
     if (missing != letters.end())
-        throw Failure("LANG", fmt::format("the character set of this locale, {}, has no \"{}\"; try LANG=C.UTF-8",
-                                          nl_langinfo(CODESET), *missing));
+        throw Failure("LANG",
+                      fmt::format("the character set of this locale, {}, has no \"{}\"; try LANG=C.UTF-8",
+                                  nl_langinfo(CODESET), *missing));
 }
+
+namespace {
 
 /// Signals that come as events, for as long as it lives.
 class Signals {
@@ -144,6 +166,8 @@ class Signals {
     int descriptor_ = -1;
 };
 
+}  // namespace
+
 class Screen::Implementation {
   public:
     explicit Implementation(const Environment& environment);
@@ -154,7 +178,8 @@ class Screen::Implementation {
         delscreen(terminal_);
     }
 
-    void paint(const FrameLine& line, int at) const;
+    /// Paints a line; the cursor's place, when the character to be typed next is in it.
+    std::optional<int> paint(const FrameLine& line, int at) const;
     std::vector<ScreenEvent> events(std::int64_t milliseconds);
 
   private:
@@ -170,8 +195,9 @@ class Screen::Implementation {
 
 Screen::Implementation::Implementation(const Environment& environment) {
     if (isatty(STDIN_FILENO) == 0 || isatty(STDOUT_FILENO) == 0)
-        throw Failure("the full screen", "needs a terminal for input and output; without one, see lesson, letters and "
-                                         "record in --help");
+        throw Failure("the full screen",
+                      "needs a terminal for input and output; without one, see lesson, letters and "
+                      "record in --help");
     const std::string name = environment.variable("TERM").value_or("");
     terminal_ = newterm(nullptr, stdout, stdin);
     if (terminal_ == nullptr) throw Failure("TERM", fmt::format("\"{}\": not a terminal known here", name));
@@ -183,8 +209,6 @@ Screen::Implementation::Implementation(const Environment& environment) {
     cbreak();
     noecho();
     nonl();
-    curs_set(0);
-    leaveok(stdscr, TRUE);
     startColours(environment);
 }
 
@@ -196,9 +220,12 @@ void Screen::Implementation::startColours(const Environment& environment) {
     hasColours_ = true;
 }
 
-void Screen::Implementation::paint(const FrameLine& line, int at) const {
+std::optional<int> Screen::Implementation::paint(const FrameLine& line, int at) const {
+    std::optional<int> cursor;
     move(at, 0);
     for (const Span& span : line) {
+        const bool isNext = span.style == Style::next || span.style == Style::nextWrong;
+        if (isNext && !cursor) cursor = getcurx(stdscr);
         const Look look = lookOf(span.style);
         attr_set(hasColours_ ? look.coloured : look.plain, hasColours_ ? look.pair : own, nullptr);
         std::wstring wide;
@@ -206,11 +233,12 @@ void Screen::Implementation::paint(const FrameLine& line, int at) const {
         addnwstr(wide.c_str(), static_cast<int>(wide.size()));
     }
     attr_set(A_NORMAL, own, nullptr);
-    clrtoeol();
+    return cursor;
 }
 
 std::vector<ScreenEvent> Screen::Implementation::events(std::int64_t milliseconds) {
-    const std::int64_t wait = decoder_.isWaiting() ? std::min(milliseconds, KeyDecoder::escapeDelay) : milliseconds;
+    const std::int64_t wait =
+        decoder_.isWaiting() ? std::min(milliseconds, KeyDecoder::escapeDelay) : milliseconds;
     pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}};
     const int ready = poll(sources, std::size(sources), static_cast<int>(wait));
     std::vector<ScreenEvent> events;
@@ -235,11 +263,14 @@ void Screen::Implementation::appendSignals(std::vector<ScreenEvent>& events) con
         const bool isResize = signal == SIGWINCH;
         if (isResize && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0)
             resizeterm(size.ws_row, size.ws_col);
-        events.push_back({isResize ? ScreenEvent::Kind::resize : ScreenEvent::Kind::leave});
+        events.push_back({isResize           ? ScreenEvent::Kind::resize
+                          : signal == SIGINT ? ScreenEvent::Kind::leave
+                                             : ScreenEvent::Kind::end});
     }
 }
 
-Screen::Screen(const Environment& environment) : implementation_(std::make_unique<Implementation>(environment)) {}
+Screen::Screen(const Environment& environment)
+    : implementation_(std::make_unique<Implementation>(environment)) {}
 
 Screen::~Screen() = default;
 
@@ -251,11 +282,19 @@ ScreenShape Screen::shape() const {
 
 void Screen::show(const Frame& frame) {
     erase();
-    const auto count = std::min<std::size_t>(frame.lines.size(), static_cast<std::size_t>(std::max(LINES, 0)));
-    for (std::size_t at = 0; at < count; ++at) implementation_->paint(frame.lines[at], static_cast<int>(at));
+    std::optional<std::pair<int, int>> cursor;
+    const int count = std::min(static_cast<int>(frame.lines.size()), LINES);
+    for (int at = 0; at < count; ++at) {
+        const auto column = implementation_->paint(frame.lines[static_cast<std::size_t>(at)], at);
+        if (column && !cursor) cursor = {at, *column};
+    }
+    // Magnifiers and readers of the screen go where the cursor is.
+    if (cursor) move(cursor->first, cursor->second);
     refresh();
 }
 
-std::vector<ScreenEvent> Screen::events(std::int64_t milliseconds) { return implementation_->events(milliseconds); }
+std::vector<ScreenEvent> Screen::events(std::int64_t milliseconds) {
+    return implementation_->events(milliseconds);
+}
 
 }  // namespace tappora

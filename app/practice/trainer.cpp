@@ -50,7 +50,8 @@ void Trainer::startLesson() {
 
 /// Sees that what is open stays so, and is known again at the next start.
 void Trainer::noteOpened() {
-    const auto note = [&](const std::string& key, std::int64_t& opened, std::size_t now, std::int64_t atFirst) {
+    const auto note = [&](const std::string& key, std::int64_t& opened, std::size_t now,
+                          std::int64_t atFirst) {
         const auto count = static_cast<std::int64_t>(now);
         if (count <= std::max(opened, atFirst)) return;
         opened = count;
@@ -153,7 +154,9 @@ LetterStats Trainer::ofLesson(const std::string& letter) const {
     return stats;
 }
 
-LetterStats Trainer::total(const std::string& letter) const { return statsOf(letter, totals_) + ofLesson(letter); }
+LetterStats Trainer::total(const std::string& letter) const {
+    return statsOf(letter, totals_) + ofLesson(letter);
+}
 
 tapcore::LetterState Trainer::state(const std::string& letter) const {
     return setup_.rules.state(isOpen(letter), total(letter), statsOf(letter, recent_) + ofLesson(letter));

@@ -26,7 +26,7 @@ struct TrainerSetup {
     std::shared_ptr<const tapcore::LetterModel> model;
     tapcore::PracticeRules rules;
     tapcore::LessonWish wish;
-    std::string layout;  ///< its id
+    std::string layout;              ///< its id
     std::int64_t goalSeconds = 300;  ///< of a day
     bool letErrorsStand = false;
 };
@@ -43,13 +43,13 @@ struct TrainerWorld {
 /// The settings key of how many letters of a language are open on a layout.
 std::string lettersOpenedKey(const std::string& language, const std::string& layout);
 
-/// Lesson after lesson, without a screen: plans them, counts them, reviews them, and has what was practised saved.
-/// Moments are in milliseconds of a clock that only runs forwards.
+/// Lesson after lesson, without a screen: plans them, counts them, reviews them, and has what was practised
+/// saved. Moments are in milliseconds of a clock that only runs forwards.
 class Trainer {
   public:
     /// `history` is all practice so far. Failure when the model makes no words of the letters.
-    Trainer(TrainerSetup setup, tapcore::PracticeHistory history, std::uint64_t seed, tapcore::Calendar calendar,
-            TrainerWorld world);
+    Trainer(TrainerSetup setup, tapcore::PracticeHistory history, std::uint64_t seed,
+            tapcore::Calendar calendar, TrainerWorld world);
 
     void press(std::string_view character, std::int64_t now);
     void erase() { session_->erase(); }
@@ -58,7 +58,8 @@ class Trainer {
     /// Goes on to the next lesson, once this one is finished.
     void nextLesson();
 
-    /// Whether something was practised that is not saved yet; saves it. What `save` of the world throws is passed on.
+    /// Whether something was practised that is not saved yet; saves it. What `save` of the world throws is
+    /// passed on.
     bool hasUnsaved() const { return !unsaved_.empty() || session_->hasShare(); }
     void save();
 
@@ -97,10 +98,10 @@ class Trainer {
     tapcore::LessonPlan plan_;
     std::optional<tapcore::LessonSession> session_;
     std::optional<tapcore::LessonResult> result_;
-    tapcore::PracticeHistory before_;  ///< all practice before this lesson
+    tapcore::PracticeHistory before_;                 ///< all practice before this lesson
     tapcore::LetterCounts totals_, recent_, todays_;  ///< of that, on this layout
 
-    tapcore::Day shareDay_;  ///< the day that the session's share belongs to
+    tapcore::Day shareDay_;          ///< the day that the session's share belongs to
     std::int64_t milliseconds_ = 0;  ///< practised, and short of a second
     std::map<tapcore::Day, tapcore::PracticeDay> unsaved_;
     std::map<std::string, std::int64_t> unremembered_;

@@ -31,8 +31,8 @@ namespace fs = std::filesystem;
 enum class Wait { yes, no };
 
 tapcore::Store storeFor(const RecordOptions& options, const Environment& environment) {
-    tapcore::Store store = openStore(options.folder, environment);
-    store.format = tapcore::FileFormat::parse(options.format).value_or(store.format);
+    tapcore::Store store = openStoreForWriting(options.folder, environment, options.shared);
+    if (options.format) store.format = parseFormat("--format", *options.format);
     return store;
 }
 
@@ -62,9 +62,14 @@ tapcore::FileLock writingLock(const fs::path& folder, const Environment& environ
 /// Adds counts to the day's file.
 DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& options,
                         const Environment& environment, Wait wait) {
-    return [=](const tapcore::Day& day, const DayCounts& counts) {
+    return [=, summed = std::optional<tapcore::Day>()](const tapcore::Day& day,
+                                                       const DayCounts& counts) mutable {
         try {
             const auto lock = writingLock(store.root, environment, wait);
+            if (summed != day) {  // a new day: the months can take in the days before it
+                store.refreshRollups(day);
+                summed = day;
+            }
             store.add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options.board, options.layout,
                       day);
         } catch (const fs::filesystem_error& error) {
@@ -161,7 +166,12 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
 
 void addRecordOptions(CLI::App& command, RecordOptions& options) {
     addFolderOptions(command, options.folder);
-    command.add_option("--format", options.format, "The format of the day files: org or markdown")
+    command.add_flag(
+        "--shared", options.shared,
+        "Write into a sub-folder of this machine's own, for a folder that several machines write");
+    command
+        .add_option("--format", options.format,
+                    "The format of the day files, org or markdown; the folder's own when not given")
         ->type_name("WORD")
         ->check(CLI::IsMember({"org", "markdown"}));
     command.add_option("--board", options.board, "The keyboard, as the day files are to name it")

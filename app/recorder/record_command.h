@@ -17,7 +17,8 @@ namespace tappora {
 /// What `tappora record` is asked for.
 struct RecordOptions {
     FolderOptions folder;
-    std::string format = "org";           ///< --format: the stored word of a file format
+    bool shared = false;                  ///< --shared
+    std::optional<std::string> format;    ///< --format: the stored word of a file format
     std::optional<std::string> board;     ///< --board
     std::optional<std::string> layout;    ///< --layout
     bool isIso = false;                   ///< --iso

@@ -18,6 +18,7 @@ void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
+void heatmapCommand(CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
@@ -51,6 +52,7 @@ inline constexpr Command commands[] = {
     {"record",  "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
+    {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},

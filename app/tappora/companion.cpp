@@ -43,4 +43,9 @@ void becomeCompanion(std::string_view command, std::string_view program,
     throw Failure(path.string(), std::generic_category().message(errno));
 }
 
+void becomePainter(const std::string& command, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), command);
+    becomeCompanion(command, "tappora-paint", arguments);
+}
+
 }  // namespace tappora

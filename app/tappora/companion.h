@@ -13,4 +13,7 @@ namespace tappora {
 [[noreturn]] void becomeCompanion(std::string_view command, std::string_view program,
                                   const std::vector<std::string>& arguments);
 
+/// Becomes tappora-paint for a command that writes a picture.
+[[noreturn]] void becomePainter(const std::string& command, std::vector<std::string> arguments);
+
 }  // namespace tappora

@@ -132,6 +132,15 @@ std::size_t characterCount(std::string_view text) {
     return count;
 }
 
+std::size_t columnCount(std::string_view text) {
+    std::size_t count = 0;
+    for (const std::string_view character : characters(text)) {
+        const int width = u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_EAST_ASIAN_WIDTH);
+        count += width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+    }
+    return count;
+}
+
 std::vector<std::string_view> characters(std::string_view text) {
     std::vector<std::string_view> result;
     std::size_t start = 0;

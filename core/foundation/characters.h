@@ -15,6 +15,10 @@ namespace tapcore {
 /// How many characters `text` has.
 std::size_t characterCount(std::string_view text);
 
+/// How many columns of a terminal `text` takes: two for each wide character (Unicode Standard Annex 11), else
+/// one.
+std::size_t columnCount(std::string_view text);
+
 /// The characters of `text`, in order, as views into it.
 std::vector<std::string_view> characters(std::string_view text);
 

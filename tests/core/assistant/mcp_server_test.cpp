@@ -90,8 +90,11 @@ TEST_F(Mcp, AgreesOnARevisionButNeverEchoesOne) {
 }
 
 TEST_F(Mcp, AnswersLinesOutOfShapeWithErrors) {
-    for (const auto& [line, expected] : {
-             std::pair(std::string("{"), R"({"error":{"code":-32700)"},
+    const struct {
+        std::string line;
+        std::string_view expected;
+    } cases[] = {
+             {"{", R"({"error":{"code":-32700)"},
              {"\"\xFF\"", R"({"error":{"code":-32700)"},
              {std::string(600, '['), R"({"error":{"code":-32700)"},
              {"7", R"({"error":{"code":-32600,"message":"Invalid request: not an object"},"jsonrpc":"2.0"})"},
@@ -101,7 +104,8 @@ TEST_F(Mcp, AnswersLinesOutOfShapeWithErrors) {
              {R"({"jsonrpc":"2.0","id":1.5,"method":"ping"})", R"({"error":{"code":-32600,"message":"Invalid request: id is no string or integer"},"jsonrpc")"},
              {R"({"jsonrpc":"2.0","id":null,"method":"ping"})", R"({"error":{"code":-32600)"},
              {R"({"jsonrpc":"2.0","id":1,"method":"ping","params":[]})", R"({"error":{"code":-32602,"message":"Invalid params: not an object"},"id":1,)"},
-}) {
+    };
+    for (const auto& [line, expected] : cases) {
     server.receive(line);
     const auto answers = server.answerNext();
     ASSERT_EQ(answers.size(), 1u) << line;

@@ -1,0 +1,197 @@
+#include "app/practice/practice_choices.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <random>
+
+#include "app/common/resources.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/json_fields.h"
+#include "core/keyboard/catalog.h"
+#include "core/practice/lesson_length.h"
+#include "core/practice/practice_course.h"
+#include "core/practice/practice_layout.h"
+#include "core/practice/practice_request.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::LetterModel;
+using tapcore::PracticeCourse;
+using tapcore::PracticeLayout;
+
+constexpr const char* languageKey = "practice.language";
+constexpr const char* wordsKey = "practice.length";
+constexpr const char* speedKey = "practice.targetWPM";
+constexpr const char* goalKey = "practice.goalMinutes";
+constexpr const char* capitalsKey = "practice.capitals";
+constexpr const char* punctuationKey = "practice.punctuation";
+constexpr const char* digitsKey = "practice.digits";
+constexpr const char* errorsKey = "practice.letErrorsStand";
+
+constexpr const char* usualLanguage = "en";
+constexpr std::int64_t usualSpeed = 40;
+constexpr std::int64_t usualGoal = 5;
+constexpr std::int64_t longestGoal = 24 * 60;
+
+std::string layoutKey(const std::string& language) { return "practice.layout." + language; }
+
+/// The language of the locale: "de" of "de_AT.UTF-8".
+std::string localeLanguage(const Environment& environment) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const auto value = environment.variable(name); value && !value->empty())
+            return value->substr(0, value->find_first_of("_.@"));
+    return "";
+}
+
+/// Why a model that is there could not be loaded.
+[[noreturn]] void failWithReason(const std::string& language, const fs::path& path) {
+    const tapcore::FileRead file = tapcore::readFile(path);
+    if (file.status == tapcore::FileRead::Status::unreadable)
+        throw Failure(path.string(), file.error.message());
+    try {
+        LetterModel::parse(language, file.text);
+    } catch (const tapcore::JsonError& error) {
+        throw Failure(path.string(), error.what());
+    }
+    throw Failure(path.string(), "cannot be read");
+}
+
+bool isAmong(const std::vector<std::string>& all, const std::string& one) {
+    return std::find(all.begin(), all.end(), one) != all.end();
+}
+
+PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store) {
+    const auto catalog =
+        tapcore::Catalog::read({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
+    PracticeLayout::LegendsByLayout legends;
+    for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
+    return legends;
+}
+
+LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
+                       const Environment& environment, const Settings& settings,
+                       const tapcore::Store& store) {
+    const Keyboards keyboards(environment, store);
+    LegendSet own = keyboards.chosenLayout(options.keyboard);
+    if (options.keyboard.layout) return own;
+    PracticeLayout::Settings set;
+    if (const auto layout = settings.text(layoutKey(model.language))) set[model.language] = *layout;
+    if (set.empty() && PracticeLayout::types(model.order, own.legends)) return own;
+    const auto legends = allLegends(environment, store);
+    const std::string picked = PracticeLayout::pick(model.language, model.order, own.id, set, legends);
+    return picked == own.id ? own : keyboards.layout(layoutKey(model.language), picked);
+}
+
+tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& settings, const LetterModel& model,
+                           const std::string& layout) {
+    const auto isOn = [&](bool option, const char* key) {
+        return option || settings.flag(key).value_or(false);
+    };
+    const auto opened = [&](const std::string& key) { return settings.integer(key).value_or(0); };
+    tapcore::LessonWish wish;
+    wish.words = tapcore::LessonLength::words(options.words ? options.words : settings.integer(wordsKey));
+    if (options.letters) wish.letters = parseLetters("--letters", *options.letters, model);
+    wish.extras = {isOn(options.capitals, capitalsKey), isOn(options.punctuation, punctuationKey),
+                   isOn(options.digits, digitsKey)};
+    wish.lettersOpened = opened(lettersOpenedKey(model.language, layout));
+    wish.digitsOpened = opened(PracticeCourse(PracticeCourse::digits).openedKey(layout));
+    wish.marksOpened = opened(PracticeCourse(PracticeCourse::marks).openedKey(layout));
+    return wish;
+}
+
+}  // namespace
+
+void addPracticeOptions(CLI::App& command, PracticeOptions& options) {
+    addFolderOptions(command, options.folder);
+    addKeyboardOptions(command, options.keyboard);
+    command
+        .add_option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
+        ->type_name("CODE");
+    command.add_option("--letters", options.letters, "Practise these: \"e, t, n\"")->type_name("LETTERS");
+    command.add_option("--words", options.words, "How many words a lesson has (5 to 200)")
+        ->type_name("N")
+        ->check(CLI::Range(5, 200));
+    command.add_option("--speed", options.speed, "The words per minute to reach (10 to 150)")
+        ->type_name("WPM")
+        ->check(CLI::Range(10, 150));
+    command.add_option("--goal", options.goal, "The minutes to practise a day")
+        ->type_name("MINUTES")
+        ->check(CLI::Range(std::int64_t{1}, longestGoal));
+    command.add_option("--seed", options.seed, "Makes the same words for the same number")->type_name("N");
+    command.add_flag("--capitals", options.capitals, "Mix in capital letters");
+    command.add_flag("--punctuation", options.punctuation, "Mix in punctuation marks");
+    command.add_flag("--digits", options.digits, "Mix in numbers");
+    command.add_flag("--let-errors-stand", options.letErrorsStand, "Let wrong keys pass");
+    command.add_flag("--keep", options.keep, "Keep what is chosen here as settings");
+    command.add_flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
+}
+
+std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, const Environment& environment,
+                                               const Settings& settings) {
+    const fs::path folder = resourceFolder(environment) / "Practice";
+    const std::vector<std::string> available = LetterModel::available(folder);
+    const auto named = options.language ? options.language : settings.text(languageKey);
+    const std::string locales = localeLanguage(environment);
+    const std::string language = named ? *named : isAmong(available, locales) ? locales : usualLanguage;
+    if (auto model = LetterModel::load(language, folder)) return model;
+    if (isAmong(available, language)) failWithReason(language, folder / (language + ".json"));
+    const std::string what = options.language ? "--language" : languageKey;
+    throw UsageError(
+        fmt::format("{}: no words for \"{}\"; there are {}", what, language, fmt::join(available, ", ")));
+}
+
+PracticeChoice choosePractice(const PracticeOptions& options, const Environment& environment,
+                              const Settings& settings, const tapcore::Store& store) {
+    const auto model = chosenModel(options, environment, settings);
+    LegendSet layout = chosenLayout(options, *model, environment, settings, store);
+    const std::int64_t speed = options.speed.value_or(settings.integer(speedKey).value_or(usualSpeed));
+    const std::int64_t goal = options.goal.value_or(settings.integer(goalKey).value_or(usualGoal));
+    TrainerSetup setup{.model = model,
+                       .rules = tapcore::PracticeRules(speed),
+                       .wish = wishOf(options, settings, *model, layout.id),
+                       .layout = layout.id,
+                       .goalSeconds = std::clamp<std::int64_t>(goal, 1, longestGoal) * 60,
+                       .letErrorsStand = options.letErrorsStand || settings.flag(errorsKey).value_or(false)};
+    return {std::move(setup), std::move(layout.legends)};
+}
+
+std::uint64_t chosenSeed(const PracticeOptions& options) {
+    if (options.seed) return *options.seed;
+    std::random_device chance;
+    return (std::uint64_t{chance()} << 32) | chance();
+}
+
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings) {
+    if (options.language) settings.setText(languageKey, language);
+    if (options.words) settings.setInteger(wordsKey, *options.words);
+    if (options.speed) settings.setInteger(speedKey, *options.speed);
+    if (options.goal) settings.setInteger(goalKey, *options.goal);
+    if (options.capitals) settings.setFlag(capitalsKey, true);
+    if (options.punctuation) settings.setFlag(punctuationKey, true);
+    if (options.digits) settings.setFlag(digitsKey, true);
+    if (options.letErrorsStand) settings.setFlag(errorsKey, true);
+    if (!options.keyboard.layout) return;
+    const auto layouts = PracticeLayout::setting(*options.keyboard.layout, language, {});
+    if (layouts.empty()) settings.remove(layoutKey(language));
+    else settings.setText(layoutKey(language), layouts.at(language));
+}
+
+std::vector<std::string> parseLetters(std::string_view option, const std::string& list,
+                                      const LetterModel& model) {
+    std::string line = "practise: " + list;
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    const auto letters = tapcore::PracticeRequest::letters(line);
+    if (letters.empty()) throw UsageError(fmt::format("{}: no letters: {}; write \"e, t, n\"", option, list));
+    for (const std::string& letter : letters)
+        if (!isAmong(model.order, letter))
+            throw UsageError(
+                fmt::format("{}: \"{}\" is none of {}", option, letter, fmt::join(model.order, " ")));
+    return letters;
+}
+
+}  // namespace tappora

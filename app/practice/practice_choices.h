@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/common/data_folder.h"
+#include "app/common/keyboard.h"
+#include "app/common/program.h"
+#include "app/common/settings.h"
+#include "app/practice/trainer.h"
+#include "core/files/store.h"
+#include "core/practice/letter_model.h"
+
+namespace CLI {
+class App;
+}
+
+namespace tappora {
+
+/// What the command line says about practising. What it leaves open, the settings say.
+struct PracticeOptions {
+    FolderOptions folder;
+    KeyboardOptions keyboard;
+    std::optional<std::string> language;
+    std::optional<std::string> letters;
+    std::optional<std::int64_t> words;
+    std::optional<std::int64_t> speed;
+    std::optional<std::int64_t> goal;  ///< minutes of a day
+    std::optional<std::uint64_t> seed;
+    bool capitals = false;
+    bool punctuation = false;
+    bool digits = false;
+    bool letErrorsStand = false;
+    bool keep = false;  ///< what is said here is to be kept as settings
+    bool json = false;
+};
+
+void addPracticeOptions(CLI::App& command, PracticeOptions& options);
+
+/// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
+/// the locale's when there is a model of it, else English. Failure or UsageError when there is none that can
+/// be read.
+std::shared_ptr<const tapcore::LetterModel> chosenModel(const PracticeOptions& options,
+                                                        const Environment& environment,
+                                                        const Settings& settings);
+
+/// What is to be practised, and on which keyboard.
+struct PracticeChoice {
+    TrainerSetup setup;
+    tapcore::Legends legends;  ///< of the layout
+};
+
+/// The layout is that of --layout, else the one set for the language ("practice.layout.LANGUAGE"), else the
+/// keyboard's own when it types the language, else one that does.
+PracticeChoice choosePractice(const PracticeOptions& options, const Environment& environment,
+                              const Settings& settings, const tapcore::Store& store);
+
+/// The seed given, else one by chance.
+std::uint64_t chosenSeed(const PracticeOptions& options);
+
+/// Keeps what the options say, and nothing else, as settings.
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings);
+
+/// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when there are none, or
+/// one that the model does not teach.
+std::vector<std::string> parseLetters(std::string_view option, const std::string& list,
+                                      const tapcore::LetterModel& model);
+
+}  // namespace tappora

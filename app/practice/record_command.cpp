@@ -1,0 +1,73 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/common/records_json.h"
+#include "app/practice/commands.h"
+#include "app/practice/figures.h"
+#include "core/practice/practice_history.h"
+#include "core/practice/practice_record.h"
+
+namespace tappora {
+namespace {
+
+using nlohmann::json;
+using tapcore::PracticeRecord;
+
+/// The record, with what today adds to it.
+struct RecordOfToday {
+    PracticeRecord record;
+    std::int64_t streak = 0;
+    std::int64_t todaySeconds = 0;
+    std::int64_t goalSeconds = 0;
+};
+
+std::string daysText(std::int64_t days) { return fmt::format("{} {}", days, days == 1 ? "day" : "days"); }
+
+std::string weekText(const PracticeRecord& record) {
+    std::string text = daysText(record.daysThisWeek);
+    if (record.weekWPM) text += fmt::format(", {} wpm", *record.weekWPM);
+    if (record.weekChange) text += fmt::format(" ({:+} on the week before)", *record.weekChange);
+    return text;
+}
+
+std::string text(const RecordOfToday& today) {
+    const PracticeRecord& record = today.record;
+    const std::string best = record.bestWPM > 0 ? fmt::format("{} wpm", record.bestWPM) : "none yet";
+    return fmt::format(
+        "  today         {} of {}\n"
+        "  last 7 days   {}\n"
+        "  in a row      {}, at most {}\n"
+        "  best lesson   {}\n",
+        minutes(today.todaySeconds), minutes(today.goalSeconds), weekText(record), daysText(today.streak),
+        record.longestStreak, best);
+}
+
+json toJson(const RecordOfToday& today) {
+    const PracticeRecord& record = today.record;
+    json result = {{"bestWPM", record.bestWPM},           {"longestStreak", record.longestStreak},
+                   {"daysThisWeek", record.daysThisWeek}, {"streak", today.streak},
+                   {"todaySeconds", today.todaySeconds},  {"goalSeconds", today.goalSeconds}};
+    if (record.weekWPM) result["weekWPM"] = *record.weekWPM;
+    if (record.weekChange) result["weekChange"] = *record.weekChange;
+    return result;
+}
+
+}  // namespace
+
+void printRecord(const PracticeOptions& options, const Environment& environment) {
+    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Store store = openStore(options.folder, environment);
+    const std::int64_t goal =
+        choosePractice(options, environment, Settings::read(environment), store).setup.goalSeconds;
+    const tapcore::Day day = today(options.folder, environment, calendar);
+    tapcore::FileProblems problems;
+    const tapcore::PracticeHistory history = store.practiceHistory(&problems);
+    const RecordOfToday record{PracticeRecord(history, day, goal, calendar),
+                               PracticeRecord::streak(history, day, goal, calendar), history.seconds(day),
+                               goal};
+    print(options.json ? jsonText(toJson(record)) : text(record));
+    complainOf(problems);
+}
+
+}  // namespace tappora

@@ -1,0 +1,153 @@
+#include <fmt/format.h>
+
+#include <chrono>
+#include <exception>
+#include <filesystem>
+
+#include "app/common/folder_lock.h"
+#include "app/practice/commands.h"
+#include "app/practice/keyboard_view.h"
+#include "app/practice/lesson_view.h"
+#include "app/practice/screen.h"
+#include "core/practice/practice_day.h"
+#include "core/practice/practice_history.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Day;
+using Kind = ScreenEvent::Kind;
+
+constexpr std::int64_t idle = 1000;          // milliseconds without a key, after which practice is saved
+constexpr std::int64_t untilRetry = 10'000;  // after which a save that failed is tried again
+constexpr std::int64_t forAWhile = 60'000;
+
+std::string whyOf(const std::exception& error) {
+    const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
+    return file ? file->path1().string() + ": " + file->code().message() : error.what();
+}
+
+TrainerWorld worldOf(const PracticeOptions& options, const Environment& environment,
+                     const tapcore::Calendar& calendar) {
+    return {.today =
+                [&] {
+                    Environment now = environment;
+                    now.now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+                    return today(options.folder, now, calendar);
+                },
+            .save =
+                [&](const tapcore::PracticeDay& practised, const Day& day) {
+                    const tapcore::Store store = openStoreForWriting(options.folder, environment);
+                    const auto lock = lockForWriting(environment, store.root);
+                    store.addPractice(practised, day);
+                },
+            .remember =
+                [&](const std::string& key, std::int64_t opened) {
+                    Settings settings = Settings::read(environment);
+                    settings.setInteger(key, opened);
+                    settings.write();
+                }};
+}
+
+/// The trainer on a screen: hands it the keys, shows what becomes of them, and sees that practice is saved,
+/// in a pause, at a lesson's end and on leaving.
+class TrainerLoop {
+  public:
+    TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, Screen& screen)
+        : trainer_(trainer), keyboard_(keyboard), screen_(screen) {}
+
+    /// Until the typist leaves.
+    void run() {
+        show();
+        while (!isOver_) turn(screen_.events(patience()));
+    }
+
+  private:
+    /// How long to wait for a key.
+    std::int64_t patience() const {
+        if (trainer_.session().isWaiting()) return tapcore::LessonSession::longestBeginning;
+        if (!trainer_.hasUnsaved()) return forAWhile;
+        return notice_.empty() ? idle : untilRetry;
+    }
+
+    void turn(const std::vector<ScreenEvent>& events) {
+        const std::int64_t now = steadyMilliseconds();
+        const bool wasFinished = trainer_.session().isFinished();
+        for (const ScreenEvent& event : events) take(event, now);
+        const bool waits = trainer_.settle(now);
+        show();
+        const bool isFinished = trainer_.session().isFinished();
+        const bool isPause = events.empty() && !waits;
+        if (!isOver_ && trainer_.hasUnsaved() && (isPause || (isFinished && !wasFinished))) trySaving();
+    }
+
+    void take(const ScreenEvent& event, std::int64_t now) {
+        switch (event.kind) {
+            case Kind::character:
+                return trainer_.press(event.text, now);
+            case Kind::erase:
+                return trainer_.erase();
+            case Kind::enter:
+                return trainer_.nextLesson();
+            case Kind::leave:
+                return leave();
+            case Kind::end:
+            case Kind::gone:
+                isOver_ = true;
+                return;
+            case Kind::resize:
+                return;
+        }
+    }
+
+    /// Leaves once everything is saved. When it cannot be, the typist is told, and leaves by asking again.
+    void leave() { isOver_ = !notice_.empty() || trySaving(); }
+
+    bool trySaving() {
+        const std::string before = notice_;
+        try {
+            trainer_.save();
+            notice_.clear();
+        } catch (const std::exception& error) {
+            notice_ = "Not saved yet: " + whyOf(error);
+        }
+        if (notice_ != before) show();
+        return notice_.empty();
+    }
+
+    void show() {
+        const auto frame = trainer_.result() ? reviewFrame(trainer_, notice_, screen_.shape())
+                                             : lessonFrame(trainer_, keyboard_, notice_, screen_.shape());
+        screen_.show(frame);
+    }
+
+    Trainer& trainer_;
+    const KeyboardView& keyboard_;
+    Screen& screen_;
+    std::string notice_;
+    bool isOver_ = false;
+};
+
+}  // namespace
+
+void runTrainer(const PracticeOptions& options, const Environment& environment) {
+    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Store store = openStore(options.folder, environment);
+    Settings settings = Settings::read(environment);
+    PracticeChoice choice = choosePractice(options, environment, settings, store);
+    useLocale(environment, choice.setup.model->order);
+    if (options.keep) {
+        keepOptions(options, choice.setup.model->language, settings);
+        settings.write();
+    }
+    const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
+    Trainer trainer(std::move(choice.setup), store.practiceHistory(), chosenSeed(options), calendar,
+                    worldOf(options, environment, calendar));
+    {
+        Screen screen(environment);
+        TrainerLoop(trainer, keyboard, screen).run();
+    }
+    if (trainer.hasUnsaved()) trainer.save();
+}
+
+}  // namespace tappora

@@ -1,0 +1,76 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/common/command_line.h"
+#include "app/common/heatmap_view.h"
+#include "app/common/program.h"
+#include "app/common/records_json.h"
+#include "app/common/terminal.h"
+#include "app/tappora/commands.h"
+#include "app/tappora/companion.h"
+#include "app/tappora/heat_board.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Heatmap;
+
+nlohmann::json heatmapJson(const HeatmapView& view) {
+    nlohmann::json cells = nlohmann::json::array();
+    for (const Heatmap::Cell& cell : view.heatmap.cells)
+        cells.push_back({{"key", cell.key.encoded()},
+                         {"legend", cell.legend},
+                         {"count", cell.count},
+                         {"step", cell.step},
+                         {"off", cell.off}});
+    nlohmann::json top = nlohmann::json::array();
+    for (const Heatmap::TopKey& key : view.heatmap.top(static_cast<std::int64_t>(view.heatmap.cells.size())))
+        top.push_back(
+            {{"name", key.name}, {"count", key.count}, {"percent", key.percent}, {"code", *key.code}});
+    return {{"from", view.period.first.description()},
+            {"to", view.period.last.description()},
+            {"board", view.board.id},
+            {"layout", view.layout.id},
+            {"color", view.color.rawValue()},
+            {"cells", std::move(cells)},
+            {"top", std::move(top)},
+            {"offBoard", view.heatmap.offBoard},
+            {"busiest", view.heatmap.busiest},
+            {"total", view.total}};
+}
+
+std::string topLine(const Heatmap& heatmap) {
+    std::string line;
+    for (const Heatmap::TopKey& key : heatmap.top(8))
+        line += fmt::format("{}{} {} %", line.empty() ? "" : ", ", key.name, key.percent);
+    return line;
+}
+
+std::string heatmapText(const HeatmapView& view, const Terminal& terminal) {
+    std::string text =
+        terminal.bold(title(view.board)) + "\n" + terminal.faint(subtitle(view, terminal.unicode)) + "\n\n";
+    const std::string board = heatBoard(view, terminal);
+    text += board.empty() ? "This board has no place here; -o FILE.svg draws it.\n" : board;
+    text += "\n" + heatLegend(view, terminal);
+    const std::string top = topLine(view.heatmap);
+    if (!top.empty()) text += "\nMost pressed: " + top + "\n";
+    for (const std::string& note : notes(view)) text += terminal.faint(note) + "\n";
+    return text;
+}
+
+}  // namespace
+
+void heatmapCommand(CommandLine& line, const Environment& environment) {
+    HeatmapOptions options;
+    line.describe("How often each key was pressed, drawn on the keyboard: in the terminal, or as a picture.",
+                  "tappora heatmap --from 2026-09-01 --board macbook-iso --percent -o september.svg");
+    addHeatmapOptions(line, options);
+    line.parse();
+    if (options.output) becomePainter("heatmap", line.arguments());
+
+    const HeatmapView view = heatmapView(options, environment);
+    print(options.json ? jsonText(heatmapJson(view)) : heatmapText(view, Terminal::of(environment)));
+}
+
+}  // namespace tappora
