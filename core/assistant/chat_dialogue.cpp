@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <utility>
 
 #include "core/assistant/dialogue.h"
 #include "core/assistant/text_call.h"

@@ -1,5 +1,6 @@
 // The methods of resources: the data files, each at an address like tappora:///days/2026-09-17.org.
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -27,7 +28,7 @@ std::string encoded(std::string_view path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
+        const std::size_t byte = static_cast<unsigned char>(c);
         if (isUnreserved(c)) text += c;
         else text.append({'%', digits[byte >> 4], digits[byte & 15]});
     }
