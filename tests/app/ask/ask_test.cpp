@@ -84,7 +84,7 @@ TEST_F(Ask, RunsTheToolsThatClaudeAsksForAndPrintsItsAnswer) {
               0);
     EXPECT_EQ(program->output(), "**90** keys.[2J\n");
     EXPECT_THAT(program->errors(), HasSubstr("read_file path=days/2026-09-20.md: 23 characters\n"));
-    EXPECT_THAT(program->errors(), HasSubstr("list_files folder=weeks: 68 characters, an error\n"));
+    EXPECT_THAT(program->errors(), HasSubstr("list_files folder=weeks: 61 characters, an error\n"));
     EXPECT_THAT(program->errors(), HasSubstr("20 tokens read, 4 written; of 150,000 and 12,000\n"));
     ASSERT_THAT(server->requests(), SizeIs(2));
     EXPECT_THAT(server->requests()[0].head, HasSubstr("POST /v1/messages HTTP/1.1\r\n"));
