@@ -23,6 +23,8 @@ namespace {
 
 using Turns = std::vector<tapcore::ChatFile::Turn>;
 
+constexpr double longestTimeout = 86400;
+
 void declare(CommandLine& line, AskOptions& options) {
     line.describe(
         "Answers a question about your typing with a language model, which reads your data folder through a "
@@ -36,8 +38,7 @@ void declare(CommandLine& line, AskOptions& options) {
         ->type_name("URL");
     line.add_option("--language", options.language, "The language to answer in; English when not given");
     line.add_option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
-        ->type_name("SECONDS")
-        ->check(CLI::PositiveNumber);
+        ->type_name("SECONDS");
     line.add_flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
     line.add_flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
     line.add_flag("--models", options.listsModels, "List the models to choose from");
@@ -45,6 +46,9 @@ void declare(CommandLine& line, AskOptions& options) {
     line.add_flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
     addFolderOptions(line, options.folder);
     line.parse();
+    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
+        throw UsageError(
+            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
 }
 
 std::size_t columns() {

@@ -60,7 +60,8 @@ void serve(mcp::Server& server) {
 /// What the server hands out: the folder as it is at each request, on the day that is then today.
 mcp::Offer offerOf(const FolderOptions& folder, const KeyboardOptions& options,
                    const Environment& environment) {
-    const tapcore::Store store = openStore(folder, environment);
+    tapcore::Store store = openStore(folder, environment);
+    store.root = std::filesystem::absolute(store.root).lexically_normal();  // one prompt names it
     const auto keyboard = AssistantKeyboard::of(options, environment, store);
     const auto day = [folder, zone = environment.zone] {
         const Environment now = hostEnvironment();

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <optional>
 
 #include "app/common/assistant.h"
@@ -29,7 +30,9 @@ void promptCommand(CommandLine& line, const Environment& environment) {
     if (introduced)
         print(std::string(tapcore::AgentPrompt::opening()) + "\n" +
               tapcore::AgentPrompt::formatSection(store.format) + "\n");
-    print((inApp ? prompt.inApp(day) : prompt.text(store.root.string())) + "\n");
+    print((inApp ? prompt.inApp(day)
+                 : prompt.text(std::filesystem::absolute(store.root).lexically_normal().string())) +
+          "\n");
 }
 
 }  // namespace tappora

@@ -253,18 +253,5 @@ TEST_F(Ask, TakesKeysFromFilesThatAreTheUsersAlone) {
     EXPECT_THAT(program->errors(), HasSubstr("holds no key"));
 }
 
-TEST_F(Ask, RefusesWhatCannotBeMeant) {
-    for (const auto& [arguments, status, said] :
-         {std::tuple(std::vector<std::string>{"x", "--provider", "apple"}, 1,
-                     "the system's own model is not available here"),
-          {{"x", "--provider", "hal"}, 2, "no such provider: hal; use claude, openai or local"},
-          {{"x", "--url", "http://localhost/v1"}, 2, "--url: needs --provider"},
-          {{"--show"}, 2, "--show: needs a QUESTION"},
-          {{"x", "--show", "--provider", "openai"}, 2, "--show: needs --model"}}) {
-        EXPECT_EQ(ask(arguments), status);
-        EXPECT_THAT(program->errors(), HasSubstr(said));
-    }
-}
-
 }  // namespace
 }  // namespace tappora

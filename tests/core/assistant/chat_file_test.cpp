@@ -62,7 +62,7 @@ TEST(ChatFile, IsReadBackTheSameWhateverItsTextsHold) {
     const auto pick = [&](std::size_t below) {
         return std::uniform_int_distribution<std::size_t>(0, below - 1)(random);
     };
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 300; ++round) {
         ChatFile chat;
         for (std::size_t turns = pick(4); turns > 0; --turns) {
             ChatFile::Turn turn{pick(2) == 0 ? Role::user : Role::assistant, "", {}};

@@ -149,16 +149,6 @@ TEST(ChatDialogue, InventsTheIdsThatServersLeaveOut) {
     }
 }
 
-TEST(ChatDialogue, StopsReasoningWhereToolsAreRefusedWithIt) {
-    const auto dialogue = Dialogue::chat(start("m", {search}));
-    const json refusal = json::parse(R"({"error":{"message":"no","param":"reasoning_effort"}})");
-    EXPECT_FALSE(dialogue->adapt(json::parse(R"({"error":{"message":"no","param":"tools"}})")));
-    EXPECT_FALSE(dialogue->adapt(json::parse(R"({"error":"no"})")));
-    EXPECT_TRUE(dialogue->adapt(refusal));
-    EXPECT_EQ(dialogue->request()["reasoning_effort"], "none");
-    EXPECT_FALSE(dialogue->adapt(refusal));
-}
-
 TEST(Dialogue, RefusesRepliesOfUnknownShape) {
     AssistantBudget budget;
     for (const char* bad : {"null", "[]", "{}", R"({"choices":null})", R"({"choices":[]})",
