@@ -27,16 +27,6 @@ missing_packages() {
     done < <(grep -v '^#' "$root/scripts/packages")
 }
 
-as_root() {
-    if [[ $(id -u) == 0 ]]; then
-        "$@"
-    elif command -v sudo >/dev/null; then
-        sudo "$@"
-    else
-        fail "To install packages, this needs to be run as root, or sudo to be there."
-    fi
-}
-
 # Runs a command whose output nobody needs to see unless it fails: `quietly LOG COMMAND…`.
 quietly() {
     local log=$1
@@ -49,10 +39,15 @@ All of its output is in $log"
 }
 
 install_packages() {
+    local as_root=()
+    if [[ $(id -u) != 0 ]]; then
+        command -v sudo >/dev/null || fail "Missing here, and only root can install: apt-get install $*"
+        as_root=(sudo)
+    fi
     say "Installing: $*"
-    quietly "$root/build/apt-update.log" as_root apt-get update
-    quietly "$root/build/apt-install.log" \
-        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
+    quietly "$root/build/apt-update.log" "${as_root[@]}" apt-get update
+    quietly "$root/build/apt-install.log" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "$@"
 }
 
 # Sees that everything is there for these needs, and installs what is not.

@@ -39,7 +39,7 @@ std::string column(std::int64_t count, std::int64_t most, std::size_t below, boo
 std::string hourNames(std::size_t indent) {
     std::string line(indent, ' ');
     for (std::size_t hour = 0; hour < tapcore::Tally::hours; hour += 3) line += fmt::format("{:<9}", hour);
-    return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const
         const std::string label = fmt::format("{:>{}}", below == chartLines - 1 ? scale : "", scale.size());
         chart += terminal.faint(label) + " " + terminal.accent(line) + "\n";
     }
-    return chart + terminal.faint(hourNames(scale.size() + 1));
+    return chart + terminal.faint(hourNames(scale.size() + 1)) + "\n";
 }
 
 }  // namespace tappora

@@ -48,7 +48,9 @@ void addHeatmapOptions(CLI::App& command, HeatmapOptions& options) {
     addLeaveOutOption(command, options.leaveOut);
     auto* counts = command.add_flag("--counts", options.counts, "Write its presses on each key");
     command.add_flag("--percent", options.percent, "Write its share on each key")->excludes(counts);
-    command.add_flag("!--no-names", options.names, "Leave keys blank that print no letter and no number");
+    command.add_flag_callback(
+        "--no-names", [&options] { options.names = false; },
+        "Leave keys blank that print no letter and no number");
     command.add_option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
         ->type_name("FILE");
     command.add_flag("--json", options.json, "Print the cells and the most pressed keys as JSON")

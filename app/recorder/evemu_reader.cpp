@@ -12,16 +12,21 @@ namespace {
 
 constexpr std::string_view eventMark = "E:";
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+/// Whether a text begins as an event's time does: " 12.".
+bool beginsTime(std::string_view text) {
+    FieldWalker fields(text);
+    std::uint64_t seconds = 0;
+    return fields.take(' ') && fields.take(seconds) && fields.take('.');
+}
 
 /// Where the event begins on a line, after its mark: at its start, or behind what was typed into the
 /// terminal.
 std::optional<std::string_view> eventIn(std::string_view line) {
     if (line.starts_with(eventMark)) return line.substr(eventMark.size());
-    if (line.starts_with('#')) return std::nullopt;
-    const std::size_t at = line.find("E: ");
-    if (at == std::string_view::npos || at + 3 == line.size() || !isDigit(line[at + 3])) return std::nullopt;
-    return line.substr(at + eventMark.size());
+    const std::size_t at = line.find(eventMark);
+    if (at == std::string_view::npos || line.starts_with('#')) return std::nullopt;
+    const std::string_view after = line.substr(at + eventMark.size());
+    return beginsTime(after) ? std::optional(after) : std::nullopt;
 }
 
 /// "12.000345"

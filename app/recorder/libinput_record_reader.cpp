@@ -45,20 +45,27 @@ bool takeList(FieldWalker& fields, RecordedEvent& event) {
     return time.has_value();
 }
 
+/// Whether a text begins as a list of numbers does: "[  0,".
+bool beginsList(std::string_view text) {
+    FieldWalker fields(text);
+    std::uint64_t number = 0;
+    if (!fields.take('[')) return false;
+    fields.skipBlanks();
+    return fields.take(number) && fields.take(',');
+}
+
 /// Where a line's list, or its list of lists, begins: behind the dash or "evdev:" at its start, or behind
 /// what was typed into the terminal and a dash.
 std::optional<std::string_view> listsIn(std::string_view line) {
-    std::string_view content = from(line, " -");
+    const std::string_view content = from(line, " -");
     if (content.starts_with("evdev:")) {
-        content = from(content.substr(6), " ");
-        return content.starts_with('[') ? std::optional(content) : std::nullopt;
+        const std::string_view lists = from(content.substr(6), " ");
+        return lists.starts_with('[') ? std::optional(lists) : std::nullopt;
     }
     const std::size_t dash = line.find("- [");
     if (dash == nowhere) return std::nullopt;
-    const bool isAtStart = line.size() - content.size() == dash + 2;
-    const std::string_view digits = from(line.substr(dash + 3), " ");
-    const bool isNumber = !digits.empty() && digits.front() >= '0' && digits.front() <= '9';
-    return isAtStart || isNumber ? std::optional(line.substr(dash + 2)) : std::nullopt;
+    const std::string_view list = line.substr(dash + 2);
+    return list.size() == content.size() || beginsList(list) ? std::optional(list) : std::nullopt;
 }
 
 /// The lists of events are most of a file, in one shape that needs no YAML parser: they are read line by
@@ -91,13 +98,17 @@ class Lists {
 
 void Lists::begin(std::string_view line, std::size_t number) {
     const std::string_view key = from(line, " -");
-    if (!key.starts_with("events:") || !from(key.substr(7), " ").empty()) return;
+    if (!key.starts_with("events:")) return;
+    const std::string_view value = from(key.substr(7), " ");
+    if (!value.empty() && !value.starts_with('#')) return;
     indent_ = line.size() - key.size();
     list_ = static_cast<DeviceId>(number);
 }
 
-/// Whether a line is no item of the list, but the next device, or what else its device is said to have.
+/// Whether a line is no item of the list, but the next device or document, or what else its device is said to
+/// have.
 bool Lists::ends(std::string_view line) const {
+    if (line == "---") return true;
     const std::string_view content = from(line, " ");
     const std::size_t indent = line.size() - content.size();
     const bool isItem = content.starts_with("- ");

@@ -31,8 +31,7 @@ using Owned = std::unique_ptr<Handle, Release<release>>;
 using UdevDevice = Owned<udev_device, udev_device_unref>;
 using Event = Owned<libinput_event, libinput_event_destroy>;
 
-/// How far fingers scroll for one step, in units of pointer motion: what a click of a usual wheel is in
-/// degrees.
+/// How far fingers scroll for one step, in points: what a click of a usual wheel is in degrees.
 constexpr double unitsPerStep = 15;
 
 std::uint16_t hexadecimal(const char* text) {
@@ -101,7 +100,7 @@ MotionEvent motionEvent(libinput_event_pointer* event) {
 }
 
 /// Hands on how far a wheel or fingers scrolled along each axis, in `amountOf`'s steps of 120.
-void scroll(libinput_event_pointer* event, auto amountOf, auto handOn) {
+void scroll(libinput_event_pointer* event, auto amountOf, const auto& handOn) {
     for (const auto& [axis, ours] :
          {std::pair(LIBINPUT_POINTER_AXIS_SCROLL_VERTICAL, WheelEvent::Axis::vertical),
           std::pair(LIBINPUT_POINTER_AXIS_SCROLL_HORIZONTAL, WheelEvent::Axis::horizontal)})
@@ -132,6 +131,7 @@ class LibinputSource : public EventSource {
     void take(libinput_event* event, EventListener& listener);
     static void take(libinput_event* event, libinput_event_type type, const HandOn& handOn);
     void plug(libinput_device* device, EventListener& listener);
+    bool isIgnored(const InputDevice& device) const;
 
     SourceOptions options_;
     std::vector<Unreadable> unreadable_;  ///< not yet told
@@ -165,13 +165,17 @@ void LibinputSource::dispatch(EventListener& listener) {
         throw Failure("input devices", std::generic_category().message(-error));
     while (const Event event{libinput_get_event(libinput_.get())}) take(event.get(), listener);
     for (const auto& [node, why] : std::exchange(unreadable_, {}))
-        listener.unreadable(describeUnopened(node), why);
+        if (const InputDevice device = describeUnopened(node); !isIgnored(device))
+            listener.unreadable(device, why);
+}
+
+bool LibinputSource::isIgnored(const InputDevice& device) const {
+    return std::find(options_.ignored.begin(), options_.ignored.end(), device.name) != options_.ignored.end();
 }
 
 void LibinputSource::plug(libinput_device* device, EventListener& listener) {
     const InputDevice described = describe(device);
-    if (std::find(options_.ignored.begin(), options_.ignored.end(), described.name) != options_.ignored.end())
-        return leaveAlone(device);
+    if (isIgnored(described)) return leaveAlone(device);
     if (options_.tapsClick) libinput_device_config_tap_set_enabled(device, LIBINPUT_CONFIG_TAP_ENABLED);
     setId(device, nextId_);
     listener.plugged(nextId_++, described);

@@ -158,7 +158,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                            .tryWrite = writerTo(store, options, environment, Wait::no),
                            .write = writerTo(store, options, environment, Wait::yes),
                            .tell = complain});
-    complain("counting into " + store.base().string() + "; ends with Ctrl-C");
+    complain("counts go to " + (store.base() / "days").string());
     if (recorder.run(*source) == SIGPIPE) forgetOutput();
 }
 

@@ -4,7 +4,7 @@
 
 #include "app/common/command_line.h"
 #include "app/common/data_folder.h"
-#include "app/common/legends.h"
+#include "app/common/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/ranking.h"
 #include "app/common/records_json.h"
@@ -55,10 +55,10 @@ std::string headline(const Glance& glance) {
                              : total;
 }
 
-std::string glanceText(const Glance& glance, const Terminal& terminal) {
+std::string glanceText(const Glance& glance, const tapcore::Legends& legends, const Terminal& terminal) {
     return terminal.bold(weekday(glance.day) + " " + glance.day.description()) + "   " + headline(glance) +
            "\n" + hoursSection(glance.today, terminal) + daysSection(glance.week, terminal) +
-           topSection(glance.today, activeLegends(), topRows, terminal);
+           topSection(glance.today, legends, topRows, terminal);
 }
 
 std::string welcome(const tapcore::Store& store) {
@@ -84,8 +84,10 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     tapcore::FileProblems problems;
     const Glance glance = read(store, day, hourReached(day, environment, calendar), calendar, problems);
     complainOf(problems);
-    if (json) return print(jsonText(glanceJson(glance, activeLegends())));
-    print(store.days().empty() ? welcome(store) : glanceText(glance, Terminal::of(environment)));
+    if (!json && store.days().empty()) return print(welcome(store));
+    const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;
+    print(json ? jsonText(glanceJson(glance, legends))
+               : glanceText(glance, legends, Terminal::of(environment)));
 }
 
 }  // namespace tappora

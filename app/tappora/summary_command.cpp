@@ -5,7 +5,7 @@
 
 #include "app/common/command_line.h"
 #include "app/common/data_folder.h"
-#include "app/common/legends.h"
+#include "app/common/keyboard.h"
 #include "app/common/period.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
@@ -15,9 +15,10 @@
 namespace tappora {
 namespace {
 
-std::string summaryText(const Period& period, const tapcore::Summary& summary, const Terminal& terminal) {
+std::string summaryText(const Period& period, const tapcore::Summary& summary,
+                        const tapcore::Legends& legends, const Terminal& terminal) {
     return terminal.bold(description(period)) + "\n\n" + figures(summary) + hoursSection(summary, terminal) +
-           daysSection(summary, terminal) + topSection(summary, activeLegends(), 10, terminal);
+           daysSection(summary, terminal) + topSection(summary, legends, 10, terminal);
 }
 
 }  // namespace
@@ -38,10 +39,12 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
     const Period period = periodOf(dates, today(folder, environment, calendar), calendar);
     tapcore::FileProblems problems;
-    const tapcore::Summary summary =
-        openStore(folder, environment).summary(period.days, period.last, calendar, &problems);
+    const tapcore::Store store = openStore(folder, environment);
+    const tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
     complainOf(problems);
-    print(json ? jsonText(toJson(summary)) : summaryText(period, summary, Terminal::of(environment)));
+    if (json) return print(jsonText(toJson(summary)));
+    const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;
+    print(summaryText(period, summary, legends, Terminal::of(environment)));
 }
 
 }  // namespace tappora

@@ -76,14 +76,15 @@ TEST(Recording, BearsWhatATerminalPrintsAmongTheEvents) {
         .devices = {{.name = "A keyboard", .bus = 3, .vendor = 0x05AC, .product = 0x024F}},
         .events = {{.time = 1, .type = 1, .code = 30, .value = 1},
                    {.time = 2'000'003, .type = 2, .code = 0, .value = -4}}};
-    EXPECT_EQ(readEvemu(evemuHead +
-                        "^C\nE\n\nhellE: 0.000001 0001 001e 0001\t# EV_KEY / KEY_A   1\r\n$ echo E: no\n"
-                        "[1]+ Stopped\nE: 2.000003 0002 0000 -004"),
-              expected);
+    EXPECT_EQ(
+        readEvemu(evemuHead + "^C\nE\n\nhellE: 0.000001 0001 001e 0001\t# EV_KEY / KEY_A   1\r\n$ echo E: 5\n"
+                              "[1]+ Stopped\nE: 2.000003 0002 0000 -004"),
+        expected);
     const Recording yaml = readLibinputRecord(
         yamlHead +
         "  # Current time is 10:00:00\n^C\n  - evdev:\nhell    - [  0,      1,   1,  30,       1] # x\n"
-        "user@host:~$ [1]+ - stopped\n- what: ever\n  - hid:\n      time: [ 0, 0]\n      hidraw0: [ 0x1, 2 "
+        "user@host:~$ [1]+ - [12:30] stopped\n- what: ever\n  - hid:\n      time: [ 0, 0]\n      hidraw0: [ "
+        "0x1, 2 "
         "]\n"
         "    - [  2,      3,   2,   0,      -4] # EV_REL / REL_X (obfuscated)\n\n$ ");
     EXPECT_EQ(yaml.events, expected.events);

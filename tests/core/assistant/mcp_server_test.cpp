@@ -74,12 +74,6 @@ class Mcp : public testing::Test {
     Server server{offer()};
 };
 
-server.receiveTooLong();
-EXPECT_EQ(
-    server.answerNext()[0],
-    R"({"error":{"code":-32600,"message":"Invalid request: a line of more than 4194304 bytes"},"jsonrpc":"2.0"})");
-}
-
 TEST_F(Mcp, TellsTheErasApart) {
     EXPECT_EQ(error(request("tools/list")),
               "-32602 Invalid params: _meta has no io.modelcontextprotocol/protocolVersion");

@@ -78,7 +78,7 @@ TEST(PracticeExtras, GiveTheSameLessonFromASeed) {
     EXPECT_EQ(
         applied({true, true, true}, {"tent", "ate", "neat", "tan", "eat", "net", "ten", "ant", "tea", "nat"},
                 {"1", "2"}, {",", "."}),
-        (Words{}));
+        (Words{"Tent.", "Ate.", "1211", "tan.", "Eat", "Net", "ten", "ant", "tea", "nat"}));
 }
 
 }  // namespace

@@ -1,7 +1,0 @@
-#include "app/common/legends.h"
-
-namespace tappora {
-
-tapcore::Legends activeLegends() { return {}; }
-
-}  // namespace tappora
