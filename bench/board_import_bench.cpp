@@ -2,6 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 
 #include "core/foundation/file_io.h"
