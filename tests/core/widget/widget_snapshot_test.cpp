@@ -48,7 +48,7 @@ TEST(WidgetSnapshot, IsOneLineOfSortedJson) {
     snapshot.mapColor = MapColor::teal;
     EXPECT_EQ(
         snapshot.data(),
-        R"({"boardName":"Tester Two","bounds":{"h":1.75,"w":2.5,"x":0.0,"y":0.75},)"
+        R"({"boardName":"Tester Two","bounds":{"h":1.5,"w":2.0,"x":0.0,"y":0.75},)"
         R"("byHour":[1,0,0,0,0,0,0,0,0,7,0,0,0,0,0,0,0,0,0,0,0,0,0,2],"comparison":-7,"day":"2026-09-20",)"
         R"("heat":[{"h":1.0,"r":0.0,"step":5,"w":1.0,"x":0.5,"y":1.0},)"
         R"({"h":2.0,"r":90.0,"rx":2.0,"ry":1.0,"second":{"h":1.0,"w":1.5,"x":1.75,"y":1.0},"step":0,)"
