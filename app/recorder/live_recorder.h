@@ -5,11 +5,11 @@
 #include <string>
 #include <system_error>
 
+#include "app/common/wake_ups.h"
 #include "app/recorder/counting_clock.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
-#include "app/recorder/wake_ups.h"
 #include "core/counting/counter.h"
 #include "core/foundation/calendar.h"
 

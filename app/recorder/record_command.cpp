@@ -1,7 +1,6 @@
 #include "app/recorder/record_command.h"
 
 #include <fmt/format.h>
-#include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -136,12 +135,6 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
     return {.seat = environment.variable("XDG_SEAT").value_or("seat0"),
             .ignored = options.ignored,
             .tapsClick = options.taps};
-}
-
-/// What the watch printed last has no reader any more, which is no failure.
-void forgetOutput() {
-    ::__fpurge(stdout);
-    std::clearerr(stdout);
 }
 
 void recordLive(const RecordOptions& options, const Environment& environment) {
