@@ -3,6 +3,7 @@
 #include "app/common/program.h"
 #include "app/common/widget_file.h"
 #include "app/tappora/commands.h"
+#include "app/tappora/widget_timeline.h"
 #include "app/tappora/widget_watch.h"
 
 namespace tappora {
@@ -28,10 +29,14 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     CLI::App& write =
         line.addSubcommand("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
+    const CLI::App& timeline = line.addSubcommand(
+        "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
     line.require_subcommand(0, 1);
     line.parse();
-    if (watch && write.parsed()) throw UsageError("--watch: not together with write");
+    if (watch && !line.get_subcommands().empty())
+        throw UsageError("--watch: not together with " + line.get_subcommands().front()->get_name());
 
+    if (timeline.parsed()) return printTimelines(environment);
     if (watch) return watchSnapshot(folder, environment);
     const tapcore::WidgetSnapshot snapshot = snapshotNow(folder, environment);
     if (!write.parsed()) return print(snapshot.data() + "\n");
