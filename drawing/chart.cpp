@@ -19,9 +19,9 @@ Font axisFont() { return Font::caption().withMonospacedDigits(); }
 
 double labelWidth(const std::string& label) { return roughWidth(label, axisFont()); }
 
-Node axisLabel(std::string text, Point at, Alignment alignment, double width = 0) {
+Node axisLabel(std::string text, Point at, Alignment alignment, double width = 0, double scale = 1) {
     return {Text{.text = std::move(text),
-                 .font = axisFont(),
+                 .font = axisFont().withSize(scale * axisFont().size),
                  .style = axisStyle,
                  .at = at,
                  .alignment = alignment,
@@ -127,16 +127,20 @@ class Bars {
         return labelled(group(std::move(parts)), bar.label, chart_.number(bar.value));
     }
 
-    /// Every label, or every second, third … when they would run into each other.
+    /// Every label, or every second, third … when they would run into each other even if smaller; all of one
+    /// size.
     Node labels() const {
+        constexpr double smallest = 0.65;
         const auto count = static_cast<double>(chart_.bars.size());
-        const double wanted = std::ceil(0.75 * widestLabel_ / pitch_);
+        const double wanted = std::ceil(smallest * widestLabel_ / pitch_);
         const double every = pitch_ > 0 ? std::clamp(wanted, 1.0, std::max(count, 1.0)) : count;
-        const double room = every * pitch_;
+        const double room = std::max(every * pitch_ - labelGap / 2, 0.0);
+        const double scale = widestLabel_ > 0.85 * room ? std::max(0.85 * room / widestLabel_, smallest) : 1;
         const double height = chart_.size.height - axisFont().lineHeight() / 2;
         std::vector<Node> texts;
         for (std::size_t i = 0; i < chart_.bars.size(); i += static_cast<std::size_t>(every))
-            texts.push_back(axisLabel(chart_.bars[i].label, {middle(i), height}, Alignment::centre, room));
+            texts.push_back(
+                axisLabel(chart_.bars[i].label, {middle(i), height}, Alignment::centre, room, scale));
         return hidden(group(std::move(texts)));
     }
 

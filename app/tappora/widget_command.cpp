@@ -3,6 +3,7 @@
 #include "app/common/program.h"
 #include "app/common/widget_file.h"
 #include "app/tappora/commands.h"
+#include "app/tappora/companion.h"
 #include "app/tappora/widget_timeline.h"
 #include "app/tappora/widget_watch.h"
 
@@ -19,6 +20,8 @@ tapcore::WidgetSnapshot snapshotNow(const FolderOptions& folder, const Environme
 }  // namespace
 
 void widgetCommand(CommandLine& line, const Environment& environment) {
+    if (!line.arguments().empty() && line.arguments().front() == "render")
+        becomePainter("widget", {line.arguments().begin() + 1, line.arguments().end()});
     FolderOptions folder;
     bool watch = false;
     line.describe(
@@ -29,6 +32,8 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     CLI::App& write =
         line.addSubcommand("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
+    line.addSubcommand("render", "Every widget as a picture, in all sizes and appearances",
+                       "tappora widget render -o pictures");
     const CLI::App& timeline = line.addSubcommand(
         "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
     line.require_subcommand(0, 1);
