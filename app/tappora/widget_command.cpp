@@ -4,6 +4,7 @@
 #include "app/common/widget_file.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/companion.h"
+#include "app/tappora/widget_timeline.h"
 #include "app/tappora/widget_watch.h"
 
 namespace tappora {
@@ -33,10 +34,14 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     addFolderOptions(write, folder);
     line.addSubcommand("render", "Every widget as a picture, in all sizes and appearances",
                        "tappora widget render -o pictures");
+    const CLI::App& timeline = line.addSubcommand(
+        "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
     line.require_subcommand(0, 1);
     line.parse();
-    if (watch && write.parsed()) throw UsageError("--watch: not together with write");
+    if (watch && !line.get_subcommands().empty())
+        throw UsageError("--watch: not together with " + line.get_subcommands().front()->get_name());
 
+    if (timeline.parsed()) return printTimelines(environment);
     if (watch) return watchSnapshot(folder, environment);
     const tapcore::WidgetSnapshot snapshot = snapshotNow(folder, environment);
     if (!write.parsed()) return print(snapshot.data() + "\n");
