@@ -9,10 +9,10 @@
 #include <string>
 #include <system_error>
 
+#include "app/common/folder_watch.h"
 #include "app/common/settings.h"
 #include "app/common/wake_ups.h"
 #include "app/common/widget_file.h"
-#include "app/tappora/folder_watch.h"
 #include "core/files/store.h"
 
 namespace tappora {

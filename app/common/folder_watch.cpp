@@ -1,4 +1,4 @@
-#include "app/tappora/folder_watch.h"
+#include "app/common/folder_watch.h"
 
 #include <sys/inotify.h>
 #include <unistd.h>
