@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include "core/foundation/characters.h"
 #include "drawing/outline.h"
 #include "drawing/scale.h"
 #include "drawing/smooth.h"
@@ -18,15 +17,11 @@ constexpr double labelGap = 4;
 
 Font axisFont() { return Font::caption().withMonospacedDigits(); }
 
-/// Enough room for a label without asking which font there is.
-double estimatedWidth(const std::string& label) {
-    constexpr double perCharacter = 0.66;
-    return static_cast<double>(tapcore::characterCount(label)) * perCharacter * axisFont().size;
-}
+double labelWidth(const std::string& label) { return roughWidth(label, axisFont()); }
 
-Node axisLabel(std::string text, Point at, Alignment alignment, double width = 0) {
+Node axisLabel(std::string text, Point at, Alignment alignment, double width = 0, double scale = 1) {
     return {Text{.text = std::move(text),
-                 .font = axisFont(),
+                 .font = axisFont().withSize(scale * axisFont().size),
                  .style = axisStyle,
                  .at = at,
                  .alignment = alignment,
@@ -47,7 +42,7 @@ class Plot {
   public:
     explicit Plot(const AreaChart& chart) : chart_(chart), marks_(roundMarks(largestOf(chart.points), 4)) {
         double labels = 0;
-        for (const double mark : marks_) labels = std::max(labels, estimatedWidth(chart.number(mark)));
+        for (const double mark : marks_) labels = std::max(labels, labelWidth(chart.number(mark)));
         const double xAxis = axisFont().lineHeight();
         right_ = std::max(chart.size.width - labels - labelGap, 0.0);
         bottom_ = std::max(chart.size.height - xAxis, 0.0);
@@ -92,8 +87,9 @@ class Plot {
             const double middle = x_(static_cast<double>(i));
             const double left = std::max(middle - wide / 2, 0.0);
             const Rect column{left, y_.end, std::min(middle + wide / 2, right_) - left, bottom_ - y_.end};
+            const std::string unit = chart_.unit.empty() ? "" : chart_.unit + ": ";
             columns.push_back(labelled(filled(roundedRectangle(column, 0), axisStyle.withOpacity(0)),
-                                       chart_.points[i].label, chart_.number(chart_.points[i].value)));
+                                       chart_.points[i].label, unit + chart_.number(chart_.points[i].value)));
         }
         return columns;
     }
@@ -116,7 +112,7 @@ class Bars {
         const double top = chart.showsValues ? std::min(axisFont().lineHeight(), bottom) : 0;
         const double largest = largestOf(chart.bars);
         y_ = {.to = largest > 0 ? largest : 1, .start = bottom, .end = top};
-        for (const Bar& bar : chart.bars) widestLabel_ = std::max(widestLabel_, estimatedWidth(bar.label));
+        for (const Bar& bar : chart.bars) widestLabel_ = std::max(widestLabel_, labelWidth(bar.label));
     }
 
     Node bar(std::size_t index) const {
@@ -131,16 +127,20 @@ class Bars {
         return labelled(group(std::move(parts)), bar.label, chart_.number(bar.value));
     }
 
-    /// Every label, or every second, third … when they would run into each other.
+    /// Every label, or every second, third … when they would run into each other even if smaller; all of one
+    /// size.
     Node labels() const {
+        constexpr double smallest = 0.65;
         const auto count = static_cast<double>(chart_.bars.size());
-        const double wanted = std::ceil(0.75 * widestLabel_ / pitch_);
+        const double wanted = std::ceil(smallest * widestLabel_ / pitch_);
         const double every = pitch_ > 0 ? std::clamp(wanted, 1.0, std::max(count, 1.0)) : count;
-        const double room = every * pitch_;
+        const double room = std::max(every * pitch_ - labelGap / 2, 0.0);
+        const double scale = widestLabel_ > 0.85 * room ? std::max(0.85 * room / widestLabel_, smallest) : 1;
         const double height = chart_.size.height - axisFont().lineHeight() / 2;
         std::vector<Node> texts;
         for (std::size_t i = 0; i < chart_.bars.size(); i += static_cast<std::size_t>(every))
-            texts.push_back(axisLabel(chart_.bars[i].label, {middle(i), height}, Alignment::centre, room));
+            texts.push_back(
+                axisLabel(chart_.bars[i].label, {middle(i), height}, Alignment::centre, room, scale));
         return hidden(group(std::move(texts)));
     }
 

@@ -31,7 +31,8 @@ struct AreaChart {
     double lastX = 1;  ///< where the x axis ends, however many points there are
     std::vector<AxisMark> xMarks;
     NumberText number;
-    Style style;  ///< of the line; the area has it at an opacity of 0.3
+    std::string unit = "";  ///< what is counted, for assistive tools: said before each amount
+    Style style;            ///< of the line; the area has it at an opacity of 0.3
 };
 
 /// With a y axis on the right. Amounts below 0 or not finite count as 0.

@@ -66,7 +66,7 @@ Colour toned(const Style& style, const Appearance& appearance) {
     const Shades& shades = shadesOf(appearance.theme);
     const bool takesAccent = appearance.mode == RenderingMode::accented && style.accentable;
     Colour colour = takesAccent ? accentOf(appearance) : Colour::grey(shades.foreground);
-    const double strength = shade(style.role, shades);
+    const double strength = style.toned ? shades.primary : shade(style.role, shades);
     colour.alpha = takesAccent ? strength / shades.primary : strength;
     return colour;
 }

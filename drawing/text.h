@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "drawing/geometry.h"
 #include "drawing/style.h"
@@ -59,6 +60,14 @@ struct Text {
 
     bool operator==(const Text&) const = default;
 };
+
+/// About how wide a text is, in points, rather more than less: for layout, which does not ask which font
+/// there is.
+double roughWidth(std::string_view text, const Font& font);
+
+/// A text in lines that have about that room, broken at blanks; a word too long for one has a line of its
+/// own.
+std::vector<std::string> linesOf(std::string_view text, const Font& font, double room);
 
 /// How wide a text is in a font, in points.
 using TextWidth = std::function<double(std::string_view text, const Font& font)>;

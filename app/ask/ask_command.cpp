@@ -11,11 +11,12 @@
 #include "app/ask/assistant_session.h"
 #include "app/ask/interruption.h"
 #include "app/ask/terminal_text.h"
-#include "app/ask/words.h"
 #include "app/common/command_line.h"
+#include "app/common/language.h"
 #include "core/assistant/ask_starters.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/language_rules.h"
 #include "core/practice/practice_request.h"
 
 namespace tappora {
@@ -36,7 +37,8 @@ void declare(CommandLine& line, AskOptions& options) {
     line.add_option("--model", options.model, "The model's id")->type_name("ID");
     line.add_option("--url", options.url, "The address of the provider's interface, instead of the usual one")
         ->type_name("URL");
-    line.add_option("--language", options.language, "The language to answer in; English when not given");
+    line.add_option("--language", options.language,
+                    "The language to answer in, in words; yours when not given");
     line.add_option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
         ->type_name("SECONDS");
     line.add_flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
@@ -147,21 +149,21 @@ void answer(const AssistantSession& session, const ProviderLine& line, const std
     offerLesson(got, environment);
 }
 
-void printStarters() {
+void printStarters(const tapcore::Words& words) {
     int number = 0;
     for (const auto& starter : tapcore::AskStarters::featured)
-        print(fmt::format("  {}  {}\n", ++number, words(starter.label)));
+        print(fmt::format("  {}  {}\n", ++number, words.text(starter.label)));
     for (const std::string_view key : tapcore::AskStarters::plain)
-        print(fmt::format("  {}  {}\n", ++number, words(key)));
+        print(fmt::format("  {}  {}\n", ++number, words.text(key)));
 }
 
 /// The question that a line means: the number of a starter stands for it.
-std::string questionOf(const std::string& line) {
+std::string questionOf(const std::string& line, const tapcore::Words& words) {
     const auto& [featured, plain] = std::pair(tapcore::AskStarters::featured, tapcore::AskStarters::plain);
     if (line.size() != 1 || line[0] < '1' || line[0] > '9') return tapcore::repairedUtf8(line);
     const auto number = static_cast<std::size_t>(line[0] - '1');
     if (number < featured.size()) return std::string(featured[number].prompt);
-    if (number < featured.size() + plain.size()) return std::string(words(plain[number - featured.size()]));
+    if (number < featured.size() + plain.size()) return words.text(plain[number - featured.size()]);
     return line;
 }
 
@@ -175,12 +177,12 @@ std::optional<std::string> nextLine(const Environment& environment) {
 }
 
 void converse(const AssistantSession& session, const ProviderLine& line, const std::string& model,
-              const Environment& environment) {
+              const tapcore::Words& words, const Environment& environment) {
     announce(line.access(), model);
     if (const auto turns = session.conversation().turns.size(); turns > 0)
         fmt::print(stderr, "Going on with a conversation of {} turns; /new begins another, /quit ends\n",
                    turns);
-    printStarters();
+    printStarters(words);
     while (const auto text = nextLine(environment)) {
         if (text->empty()) continue;
         if (*text == "/new") {
@@ -189,7 +191,8 @@ void converse(const AssistantSession& session, const ProviderLine& line, const s
         }
         const Interruption interruption;
         try {
-            answer(session, line, model, session.conversation().turns, questionOf(*text), true, environment);
+            answer(session, line, model, session.conversation().turns, questionOf(*text, words), true,
+                   environment);
         } catch (const Failure& failure) {
             complain(failure.what());
         }
@@ -209,13 +212,15 @@ void askCommand(CommandLine& line, const Environment& environment) {
     AskOptions options;
     declare(line, options);
     if (options.shows && !options.question) throw UsageError("--show: needs a QUESTION");
+    const tapcore::Words words = chosenWords(environment);
+    if (!options.language) options.language = tapcore::englishName(words.language());
     std::optional<Interruption> interruption(std::in_place);
     const auto isStopped = [&] { return Interruption::isRequested(); };
     HttpLimits limits;
     if (options.timeout)
         limits.total = std::chrono::milliseconds(static_cast<std::int64_t>(*options.timeout * 1000));
     const ProviderLine provider(chooseProvider(options, environment, !options.shows, isStopped), limits,
-                                isStopped);
+                                words, isStopped);
     if (options.listsModels) return listModels(provider);
 
     const AssistantSession session(options, environment);
@@ -233,7 +238,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
     }
     if (!options.question) {
         interruption.reset();
-        return converse(session, provider, model, environment);
+        return converse(session, provider, model, words, environment);
     }
     announce(provider.access(), model);
     answer(session, provider, model, turns, tapcore::repairedUtf8(*options.question), isKept, environment);

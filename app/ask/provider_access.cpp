@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "app/ask/retry.h"
-#include "app/ask/words.h"
 #include "app/common/settings.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
@@ -41,12 +40,6 @@ json parsed(const std::string& body) {
     } catch (const tapcore::JsonError&) {
         return json();
     }
-}
-
-std::string explanation(const HttpReply& reply, const std::string& key) {
-    if (const auto text = wire::problemKey(reply.status)) return std::string(words(*text));
-    if (const auto message = wire::problemMessage(parsed(reply.body))) return without(*message, key);
-    return "HTTP status " + std::to_string(reply.status);
 }
 
 /// A key as a file or the environment holds it. Whatever could end a header line is refused.
@@ -85,11 +78,17 @@ std::string ProviderAccess::shown(const HttpRequest& request) const {
 json ProviderLine::exchange(const HttpRequest& request) const {
     const HttpReply reply = sendTwice(request);
     const bool isFine = reply.status >= 200 && reply.status < 300;
-    if (!isFine) throw Refused(explanation(reply, access_.key), reply.body);
+    if (!isFine) throw Refused(explanation(reply), reply.body);
     json body = tapcore::JsonValue::parse(reply.body);
     // Some servers tell a failure with the status of a success.
-    if (wire::problemMessage(body)) throw Refused(explanation(reply, access_.key), reply.body);
+    if (wire::problemMessage(body)) throw Refused(explanation(reply), reply.body);
     return body;
+}
+
+std::string ProviderLine::explanation(const HttpReply& reply) const {
+    if (const auto key = wire::problemKey(reply.status)) return words_.text(*key);
+    if (const auto message = wire::problemMessage(parsed(reply.body))) return without(*message, access_.key);
+    return "HTTP status " + std::to_string(reply.status);
 }
 
 std::vector<std::string> ProviderLine::models() const {

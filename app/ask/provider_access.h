@@ -9,6 +9,7 @@
 #include "app/ask/http_client.h"
 #include "app/common/program.h"
 #include "core/assistant/assistant_wire.h"
+#include "core/words/words.h"
 
 namespace tappora {
 
@@ -44,8 +45,13 @@ struct ProviderAccess {
 /// Sends requests to a provider and reads its replies.
 class ProviderLine {
   public:
-    ProviderLine(ProviderAccess access, HttpLimits limits, std::function<bool()> isStopped)
-        : access_(std::move(access)), limits_(limits), isStopped_(std::move(isStopped)) {}
+    /// What a provider refuses is explained in these words.
+    ProviderLine(ProviderAccess access, HttpLimits limits, tapcore::Words words,
+                 std::function<bool()> isStopped)
+        : access_(std::move(access)),
+          limits_(limits),
+          words_(std::move(words)),
+          isStopped_(std::move(isStopped)) {}
 
     const ProviderAccess& access() const { return access_; }
 
@@ -59,9 +65,11 @@ class ProviderLine {
   private:
     HttpReply sendTwice(const HttpRequest& request) const;
     void wait(std::chrono::milliseconds delay) const;
+    std::string explanation(const HttpReply& reply) const;
 
     ProviderAccess access_;
     HttpLimits limits_;
+    tapcore::Words words_;
     std::function<bool()> isStopped_;
 };
 

@@ -26,18 +26,18 @@ tapcore::MapColor colorOf(std::string_view what, const std::string& name) {
     return *color;
 }
 
-tapcore::MapColor chosenColor(const HeatmapOptions& options, const Environment& environment) {
-    constexpr const char* setting = "appearance.mapColor";
-    if (options.color) return colorOf("--color", *options.color);
-    const auto set = Settings::read(environment).text(setting);
-    return set ? colorOf(setting, *set) : tapcore::MapColor(tapcore::MapColor::usual);
-}
-
 KeyAmount amountOf(const HeatmapOptions& options) {
     return options.counts ? KeyAmount::count : options.percent ? KeyAmount::percent : KeyAmount::none;
 }
 
 }  // namespace
+
+tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment) {
+    constexpr const char* setting = "appearance.mapColor";
+    if (option) return colorOf("--color", *option);
+    const auto set = Settings::read(environment).text(setting);
+    return set ? colorOf(setting, *set) : tapcore::MapColor(tapcore::MapColor::usual);
+}
 
 void addHeatmapOptions(CLI::App& command, HeatmapOptions& options) {
     addPeriodOptions(command, options.dates, HeatmapView::usualDays);
@@ -76,7 +76,7 @@ HeatmapView heatmapView(const HeatmapOptions& options, const Environment& enviro
     tapcore::Board board = keyboards.chosenBoard(options.keyboard);
     LegendSet layout = keyboards.chosenLayout(options.keyboard);
     const auto leftOut = leftOutCodes(options.leaveOut, layout.legends);
-    const tapcore::MapColor color = chosenColor(options, environment);
+    const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::FileProblems problems;
     const tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
     complainOf(problems);

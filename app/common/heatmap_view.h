@@ -54,6 +54,10 @@ struct HeatmapView {
     std::string amountText(const tapcore::Heatmap::Cell& cell) const;
 };
 
+/// The colour that --color names, else the settings ("appearance.mapColor"), else the usual one. UsageError
+/// for one that is none.
+tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment);
+
 /// Reads the period's counts and lays them over the board. Problems with files are complained of.
 HeatmapView heatmapView(const HeatmapOptions& options, const Environment& environment);
 

@@ -1,5 +1,6 @@
 #include "app/common/program.h"
 
+#include <stdio_ext.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -66,6 +67,11 @@ Environment hostEnvironment() {
 std::string version() { return "tappora " TAPPORA_VERSION; }
 
 void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+void forgetOutput() {
+    ::__fpurge(stdout);
+    std::clearerr(stdout);
+}
 
 void complain(std::string_view text) {
     std::fflush(stdout);

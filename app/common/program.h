@@ -47,6 +47,9 @@ class UsageError : public std::runtime_error {
 /// Prints a text as it stands on standard output.
 void print(std::string_view text);
 
+/// Drops what was printed and not yet written: it has no reader any more, which is no failure.
+void forgetOutput();
+
 /// Prints "tappora: TEXT" on standard error.
 void complain(std::string_view text);
 

@@ -5,6 +5,7 @@
 #include "app/common/program.h"
 #include "app/paint/heatmap_picture.h"
 #include "app/paint/picture_file.h"
+#include "app/paint/widget_pictures.h"
 
 namespace tappora {
 namespace {
@@ -26,17 +27,21 @@ void paintHeatmap(CommandLine& line, const Environment& environment) {
 /// The pictures by the command that `tappora` is given.
 constexpr struct {
     std::string_view name;
+    std::string_view command;
     void (*paint)(CommandLine&, const Environment&);
-} pictures[] = {{"heatmap", paintHeatmap}};
+} pictures[] = {{"heatmap", "tappora heatmap", paintHeatmap},
+                {"widget", "tappora widget render", renderWidgets}};
 
 int run(std::vector<std::string> arguments) {
     const std::string name = arguments.empty() ? "" : arguments.front();
     for (const auto& picture : pictures) {
         if (picture.name != name) continue;
-        CommandLine line("tappora " + name, {arguments.begin() + 1, arguments.end()});
+        CommandLine line(std::string(picture.command), {arguments.begin() + 1, arguments.end()});
         return guarded(line, [&] { picture.paint(line, hostEnvironment()); });
     }
-    complain("tappora-paint: started by tappora heatmap -o FILE and tappora fingers -o FILE");
+    complain(
+        "tappora-paint: started by tappora heatmap -o FILE, tappora fingers -o FILE and tappora widget "
+        "render");
     return 2;
 }
 

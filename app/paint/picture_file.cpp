@@ -10,15 +10,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr double pngScale = 2;
-
-std::string painted(PictureKind kind, const drawing::Picture& picture,
-                    const drawing::Appearance& appearance) {
+std::string painted(PictureKind kind, const drawing::Picture& picture, const drawing::Appearance& appearance,
+                    double scale) {
     switch (kind) {
         case PictureKind::svg:
             return drawing::svg(picture, appearance, drawing::systemTextWidth());
         case PictureKind::png:
-            return drawing::png(picture, appearance, pngScale);
+            return drawing::png(picture, appearance, scale);
         case PictureKind::pdf:
             return drawing::pdf(picture, appearance);
     }
@@ -43,10 +41,10 @@ PictureKind pictureKind(const fs::path& file) {
 }
 
 void writePicture(const fs::path& file, const drawing::Picture& picture,
-                  const drawing::Appearance& appearance) {
+                  const drawing::Appearance& appearance, double scale) {
     requireFile(file);
     try {
-        tapcore::writeFile(file, painted(pictureKind(file), picture, appearance));
+        tapcore::writeFile(file, painted(pictureKind(file), picture, appearance, scale));
     } catch (const drawing::PaintError& error) {
         throw Failure(file.string(), error.what());
     }

@@ -12,9 +12,9 @@ enum class PictureKind { svg, png, pdf };
 /// The kind of file that a name ends in. UsageError for another ending.
 PictureKind pictureKind(const std::filesystem::path& file);
 
-/// Writes a picture, a PNG at two pixels to the point. A file of that name is replaced whole. Failure when it
-/// cannot be painted, or when what has that name is no file.
+/// Writes a picture, a PNG at `scale` pixels to the point. A file of that name is replaced whole. Failure
+/// when it cannot be painted, or when what has that name is no file.
 void writePicture(const std::filesystem::path& file, const drawing::Picture& picture,
-                  const drawing::Appearance& appearance);
+                  const drawing::Appearance& appearance, double scale = 2);
 
 }  // namespace tappora

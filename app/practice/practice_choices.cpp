@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <random>
 
+#include "app/common/language.h"
 #include "app/common/resources.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
@@ -24,7 +25,7 @@ using tapcore::LetterModel;
 using tapcore::PracticeCourse;
 using tapcore::PracticeLayout;
 
-constexpr const char* languageKey = "practice.language";
+constexpr const char* lessonsKey = "practice.language";
 constexpr const char* wordsKey = "practice.length";
 constexpr const char* speedKey = "practice.targetWPM";
 constexpr const char* goalKey = "practice.goalMinutes";
@@ -33,20 +34,11 @@ constexpr const char* punctuationKey = "practice.punctuation";
 constexpr const char* digitsKey = "practice.digits";
 constexpr const char* errorsKey = "practice.letErrorsStand";
 
-constexpr const char* usualLanguage = "en";
 constexpr std::int64_t usualSpeed = 40;
 constexpr std::int64_t usualGoal = 5;
 constexpr std::int64_t longestGoal = 24 * 60;
 
 std::string layoutKey(const std::string& language) { return "practice.layout." + language; }
-
-/// The language of the locale: "de" of "de_AT.UTF-8".
-std::string localeLanguage(const Environment& environment) {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const auto value = environment.variable(name); value && !value->empty())
-            return value->substr(0, value->find_first_of("_.@"));
-    return "";
-}
 
 /// Why a model that is there could not be loaded.
 [[noreturn]] void failWithReason(const std::string& language, const fs::path& path) {
@@ -135,12 +127,11 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
                                                const Settings& settings) {
     const fs::path folder = resourceFolder(environment) / "Practice";
     const std::vector<std::string> available = LetterModel::available(folder);
-    const auto named = options.language ? options.language : settings.text(languageKey);
-    const std::string locales = localeLanguage(environment);
-    const std::string language = named ? *named : isAmong(available, locales) ? locales : usualLanguage;
+    const auto named = options.language ? options.language : settings.text(lessonsKey);
+    const std::string language = named ? *named : systemLanguage(environment, available);
     if (auto model = LetterModel::load(language, folder)) return model;
     if (isAmong(available, language)) failWithReason(language, folder / (language + ".json"));
-    const std::string what = options.language ? "--language" : languageKey;
+    const std::string what = options.language ? "--language" : lessonsKey;
     throw UsageError(
         fmt::format("{}: no words for \"{}\"; there are {}", what, language, fmt::join(available, ", ")));
 }
@@ -167,7 +158,7 @@ std::uint64_t chosenSeed(const PracticeOptions& options) {
 }
 
 void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings) {
-    if (options.language) settings.setText(languageKey, language);
+    if (options.language) settings.setText(lessonsKey, language);
     if (options.words) settings.setInteger(wordsKey, *options.words);
     if (options.speed) settings.setInteger(speedKey, *options.speed);
     if (options.goal) settings.setInteger(goalKey, *options.goal);

@@ -76,7 +76,7 @@ void LiveRecorder::goTo(tapcore::Instant now) {
 
 void LiveRecorder::store() {
     try {
-        book_.store(world_.tryWrite);
+        storeBy(world_.tryWrite);
         if (std::exchange(isFailing_, false)) world_.tell("stored again, with what was kept");
     } catch (const std::exception& error) {
         if (!std::exchange(isFailing_, true))
@@ -85,10 +85,16 @@ void LiveRecorder::store() {
     }
 }
 
+void LiveRecorder::storeBy(const DayBook::Write& write) {
+    if (book_.days().empty()) return;
+    book_.store(write);
+    world_.stored();
+}
+
 void LiveRecorder::finish() {
     clock_.finish();
     try {
-        book_.store(world_.write);
+        storeBy(world_.write);
     } catch (const std::exception& error) {
         throw Failure(error.what(), "lost are " + unstored());
     }

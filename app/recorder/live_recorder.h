@@ -5,11 +5,11 @@
 #include <string>
 #include <system_error>
 
+#include "app/common/wake_ups.h"
 #include "app/recorder/counting_clock.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
-#include "app/recorder/wake_ups.h"
 #include "core/counting/counter.h"
 #include "core/foundation/calendar.h"
 
@@ -18,8 +18,9 @@ namespace tappora {
 /// What a recorder takes from the world around it.
 struct LiveWorld {
     std::function<tapcore::Instant()> now;
-    DayBook::Write tryWrite;  ///< fails when another program is writing in the folder
-    DayBook::Write write;     ///< waits for it
+    DayBook::Write tryWrite;       ///< fails when another program is writing in the folder
+    DayBook::Write write;          ///< waits for it
+    std::function<void()> stored;  ///< called when counts were stored; throws nothing
     /// Tells the user what happens: which devices are listened to, what fails. Never a key.
     std::function<void(const std::string& text)> tell;
 };
@@ -50,6 +51,7 @@ class LiveRecorder : private EventListener {
     void finish();
     void goTo(tapcore::Instant now);
     void store();
+    void storeBy(const DayBook::Write& write);
     void togglePause();
     std::string unstored() const;
 

@@ -1,7 +1,6 @@
 #include "app/recorder/record_command.h"
 
 #include <fmt/format.h>
-#include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -13,8 +12,10 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include "app/common/folder_lock.h"
+#include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/live_recorder.h"
 #include "app/recorder/local_time.h"
@@ -74,6 +75,20 @@ DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& option
                       day);
         } catch (const fs::filesystem_error& error) {
             throw Failure(error.path1().string(), error.code().message());
+        }
+    };
+}
+
+/// Brings the widgets' file up to date. What fails is told once, and stops nothing.
+std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment) {
+    return [=, wasTold = false]() mutable {
+        Environment current = environment;
+        current.now = hostEnvironment().now;
+        try {
+            writeWidgetFile(widgetSnapshot(folder, current, nullptr), current);
+        } catch (const std::exception& error) {
+            if (!std::exchange(wasTold, true))
+                complain(std::string("the widgets stay as they are: ") + error.what());
         }
     };
 }
@@ -138,12 +153,6 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
             .tapsClick = options.taps};
 }
 
-/// What the watch printed last has no reader any more, which is no failure.
-void forgetOutput() {
-    ::__fpurge(stdout);
-    std::clearerr(stdout);
-}
-
 void recordLive(const RecordOptions& options, const Environment& environment) {
     const tapcore::Store store = storeFor(options, environment);
     requireWritable(store);
@@ -157,6 +166,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                           {.now = [] { return hostEnvironment().now; },
                            .tryWrite = writerTo(store, options, environment, Wait::no),
                            .write = writerTo(store, options, environment, Wait::yes),
+                           .stored = widgetUpdater(options.folder, environment),
                            .tell = complain});
     complain("counts go to " + (store.base() / "days").string());
     if (recorder.run(*source) == SIGPIPE) forgetOutput();

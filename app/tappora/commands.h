@@ -24,6 +24,7 @@ void mcpCommand    (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 void toolCommand   (CommandLine&, const Environment&);
+void widgetCommand (CommandLine&, const Environment&);
 // clang-format on
 
 /// How a command runs: as a function of this program, or as a program of its own beside it, which is started
@@ -53,6 +54,7 @@ inline constexpr Command commands[] = {
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
     {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
+    {"widget",  "What the desktop widgets show: their file, timeline and pictures", run<widgetCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},

@@ -65,6 +65,12 @@ struct Calendar::Implementation {
     Implementation& operator=(const Implementation&) = delete;
     ~Implementation() { ucal_close(calendar); }
 
+    void set(Instant moment) {
+        UErrorCode status = U_ZERO_ERROR;
+        ucal_setMillis(calendar, static_cast<UDate>(moment.time_since_epoch().count()), &status);
+        require(status);
+    }
+
     std::int64_t get(UCalendarDateFields of) const {
         UErrorCode status = U_ZERO_ERROR;
         const auto value = ucal_get(calendar, of, &status);
@@ -109,12 +115,15 @@ std::string Calendar::hostZone() {
 }
 
 LocalTime Calendar::local(Instant moment) const {
-    UErrorCode status = U_ZERO_ERROR;
-    ucal_setMillis(implementation_->calendar, static_cast<UDate>(moment.time_since_epoch().count()), &status);
-    require(status);
+    implementation_->set(moment);
     return {implementation_->get(UCAL_EXTENDED_YEAR), implementation_->get(UCAL_MONTH) + 1,
             implementation_->get(UCAL_DAY_OF_MONTH),  implementation_->get(UCAL_HOUR_OF_DAY),
             implementation_->get(UCAL_MINUTE),        implementation_->get(UCAL_SECOND)};
+}
+
+std::size_t Calendar::weekday(Instant moment) const {
+    implementation_->set(moment);
+    return static_cast<std::size_t>(implementation_->get(UCAL_DAY_OF_WEEK) - UCAL_SUNDAY);
 }
 
 Instant Calendar::moment(const LocalTime& time) const {

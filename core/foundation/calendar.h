@@ -45,6 +45,9 @@ class Calendar {
     /// start.
     Instant moment(const LocalTime& time) const;
 
+    /// The day of the week of a moment, from 0 for Sunday.
+    std::size_t weekday(Instant moment) const;
+
   private:
     struct Implementation;
     std::unique_ptr<Implementation> implementation_;

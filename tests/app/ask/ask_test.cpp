@@ -237,6 +237,26 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
     EXPECT_THAT(tapcore::namesIn(data / "assistant/history"), SizeIs(1));
 }
 
+TEST_F(Ask, SpeaksTheUsersLanguage) {
+    environment["LC_ALL"] = "ru_RU.UTF-8";
+    environment["LANGUAGE"] = "nl:de_AT";
+    server.emplace(std::vector<LoopbackServer::Reply>{{"{}", 401}, {"{}", 401}});
+    const std::vector<std::string> arguments = {"--provider", "claude", "--url", server->url()};
+    ask(arguments, "4\n");
+    EXPECT_THAT(program->output(), HasSubstr("  4  Wie war meine Woche?\n"));
+    EXPECT_THAT(program->errors(), HasSubstr("Der Anbieter hat den Schlüssel abgelehnt."));
+    EXPECT_EQ(sent(0)["messages"][0]["content"], "Wie war meine Woche?");
+    EXPECT_THAT(sent(0)["system"][0]["text"].get<std::string>(), HasSubstr("Always answer in German, even"));
+
+    home.put("config/tappora/settings.json", R"({"language": "uk"})");
+    ask(arguments, "4\n");
+    EXPECT_THAT(program->output(), HasSubstr("  4  Як минув мій тиждень?\n"));
+    home.put("config/tappora/settings.json", R"({"language": "xx"})");
+    EXPECT_EQ(ask(arguments), 1);
+    EXPECT_THAT(program->errors(),
+                HasSubstr("language: no texts in \"xx\"; there are system, de, en, es, fr, ru, uk"));
+}
+
 TEST_F(Ask, TakesKeysFromFilesThatAreTheUsersAlone) {
     environment.erase("ANTHROPIC_API_KEY");
     environment.erase("OPENAI_API_KEY");

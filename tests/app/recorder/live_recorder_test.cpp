@@ -53,6 +53,7 @@ struct World {
     bool isFull = false;
     std::vector<std::string> told;
     std::vector<std::string> stored;  ///< "DAY PRESSES PAUSED"
+    int updates = 0;                  ///< of what follows the files
 
     void run(std::deque<Script::Step> steps) {
         const auto write = [this](const tapcore::Day& day, const DayCounts& counts) {
@@ -64,6 +65,7 @@ struct World {
                               {.now = [this] { return now; },
                                .tryWrite = write,
                                .write = write,
+                               .stored = [this] { ++updates; },
                                .tell = [this](const std::string& text) { told.push_back(text); }});
         Script script(std::move(steps));
         recorder.run(script);
@@ -82,6 +84,7 @@ TEST(LiveRecorder, StoresEachMinuteAndWhatIsLeftAtTheEnd) {
     world.run({plugKeyboard, press, press, world.nextMinute(), press, world.nextMinute(), world.nextMinute(),
                press});
     EXPECT_THAT(world.stored, ElementsAre("2026-09-20 2 0", "2026-09-20 1 0", "2026-09-21 1 0"));
+    EXPECT_EQ(world.updates, 3);
     EXPECT_THAT(world.told, ElementsAre("listening to A keyboard (/dev/input/event5)"));
 }
 
@@ -90,6 +93,7 @@ TEST(LiveRecorder, KeepsWhatFailsToBeStoredAndSaysSoOnce) {
     world.run({plugKeyboard, press, world.disk(true), world.nextMinute(), press, world.nextMinute(), press,
                world.nextMinute(), world.disk(false), world.nextMinute()});
     EXPECT_THAT(world.stored, ElementsAre("2026-09-20 3 0"));
+    EXPECT_EQ(world.updates, 1);
     EXPECT_THAT(
         world.told,
         ElementsAre(

@@ -14,6 +14,8 @@
 
 #include "core/files/store.h"
 #include "core/foundation/descriptor.h"
+#include "core/foundation/file_io.h"
+#include "core/widget/widget_snapshot.h"
 #include "tests/app/recorder_live/testbed.h"
 
 namespace tappora {
@@ -21,6 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using tapcore::Tally;
+using tapcore::WidgetSnapshot;
 
 const MockDevice keyboard{.number = 5, .name = "A keyboard"};
 const MockDevice mouse{.number = 6, .name = "A mouse", .isMouse = true};
@@ -93,14 +96,20 @@ class Program {
 class Live : public testing::Test {
   protected:
     fs::path folder = fs::path(testing::TempDir()) / ("live-" + std::to_string(::getpid()));
+    fs::path share = folder.string() + "-share";
     Testbed bed;
 
     Live() {
         fs::create_directories(folder);
         fs::create_directories(fs::path(testing::TempDir()) / "run");
         ::setenv("XDG_RUNTIME_DIR", (fs::path(testing::TempDir()) / "run").c_str(), 1);
+        ::setenv("XDG_DATA_HOME", share.c_str(), 1);
+        ::setenv("XDG_CONFIG_HOME", share.c_str(), 1);
     }
-    ~Live() override { fs::remove_all(folder); }
+    ~Live() override {
+        fs::remove_all(folder);
+        fs::remove_all(share);
+    }
 
     std::vector<std::string> watching() const { return {"--watch", "--folder", folder.string()}; }
 
@@ -128,6 +137,8 @@ TEST_F(Live, CountsAKeyboardAndAMouseUntilItIsTerminated) {
     bed.tap(mouse, BTN_RIGHT);
     ASSERT_TRUE(recorder.prints("right click — counted\n"));
     EXPECT_EQ(recorder.stop(), 0);
+    const auto shown = WidgetSnapshot::decode(tapcore::readFile(share / "Tappora/widget.json").text);
+    EXPECT_EQ(shown ? shown->today : -1, 2);
     const Tally tally = counted();
     EXPECT_EQ(tally.byKey(), (Tally::KeyCounts{{1, 1}, {59, 1}}));
     EXPECT_EQ(tally.byChord(), (Tally::ChordCounts{{{tapcore::Modifiers::control, 1}, 1}}));
@@ -173,7 +184,11 @@ TEST_F(Live, TellsProgramsFromPeople) {
         << recorder.printed;
     bed.tap(remapper, KEY_A);
     ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
-    EXPECT_EQ(recorder.stop(SIGHUP), 0);
+    tapcore::writeFile(share / "Tappora", "a file where the folder should be");
+    recorder.signal(SIGHUP);
+    EXPECT_TRUE(recorder.prints("tappora: the widgets stay as they are: " + share.string()))
+        << recorder.printed;
+    EXPECT_EQ(recorder.end(), 0);
     EXPECT_EQ(counted().total(), 1);
 }
 

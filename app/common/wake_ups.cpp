@@ -1,4 +1,4 @@
-#include "app/recorder/wake_ups.h"
+#include "app/common/wake_ups.h"
 
 #include <sys/signalfd.h>
 #include <sys/timerfd.h>

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/common/program.h"
+#include "core/words/words.h"
+
+namespace tappora {
+
+/// The setting that chooses the language of texts: a code like "de", or "system".
+inline constexpr std::string_view languageKey = "language";
+
+/// The first of the languages there are that the user's locale asks for, by LANGUAGE, LC_ALL, LC_MESSAGES and
+/// LANG as other programs read them; else English.
+std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available);
+
+/// The language of texts: the one set, else the system's. Failure, naming those there are, for a set one that
+/// has no texts.
+std::string chosenLanguage(const Environment& environment);
+
+/// The texts that come with the program, in the language chosen, in the system's, or in that of a code.
+/// Failure when a file of them cannot be used.
+tapcore::Words chosenWords(const Environment& environment);
+tapcore::Words systemWords(const Environment& environment);
+tapcore::Words wordsIn(std::string_view language, const Environment& environment);
+
+}  // namespace tappora

@@ -1,0 +1,69 @@
+#include "app/common/widget_file.h"
+
+#include <optional>
+
+#include "app/common/heatmap_view.h"
+#include "app/common/keyboard.h"
+#include "app/common/language.h"
+#include "core/files/comparison.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::FileProblems;
+using tapcore::WidgetSnapshot;
+
+constexpr std::int64_t weekDays = 7;
+
+std::optional<fs::path> dataDirectory(const Environment& environment) {
+    if (const auto named = environment.variable("XDG_DATA_HOME"); named && fs::path(*named).is_absolute())
+        return *named;
+    const auto home = environment.variable("HOME");
+    return home && !home->empty() ? std::optional(fs::path(*home) / ".local/share") : std::nullopt;
+}
+
+}  // namespace
+
+WidgetSnapshot::Places widgetPlaces(const Environment& environment) {
+    return {.container = {}, .applicationSupport = dataDirectory(environment)};
+}
+
+fs::path widgetFile(const Environment& environment) {
+    const auto file = WidgetSnapshot::url(std::nullopt, widgetPlaces(environment));
+    if (!file) throw Failure("HOME", "not set, and neither is XDG_DATA_HOME");
+    return *file;
+}
+
+WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,
+                              FileProblems* problems) {
+    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Day day = today(options, environment, calendar);
+    const tapcore::Store store = openStore(options, environment);
+    const tapcore::Tally counted = store.read(day).tally;
+    const auto usual = tapcore::Comparison::usualDays(store, day, calendar);
+    const auto comparison =
+        tapcore::Comparison::percent(counted.byHour(), usual, hourReached(day, environment, calendar));
+    const tapcore::Summary month = store.summary(HeatmapView::usualDays, day, calendar, problems);
+    const tapcore::Board board = Keyboards(environment, store).chosenBoard({});
+    // Keys of a widget bear no legends, so that any layout gives the same.
+    const tapcore::Heatmap heatmap(board, {}, month.byKey, {});
+    const std::string language = chosenLanguage(environment);
+    WidgetSnapshot snapshot(day, counted, comparison, store.summary(weekDays, day, calendar), &heatmap,
+                            &board, language, language, calendar);
+    snapshot.mapColor = chosenColor(std::nullopt, environment);
+    return snapshot;
+}
+
+void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environment) try {
+    const fs::path file = widgetFile(environment);
+    const std::string data = snapshot.data();
+    const tapcore::FileRead before = tapcore::readBytes(file);
+    if (before.status != tapcore::FileRead::Status::read || before.text != data)
+        tapcore::writeFile(file, data);
+} catch (const fs::filesystem_error& error) {
+    throw Failure(error.path1().string(), error.code().message());
+}
+
+}  // namespace tappora

@@ -1,0 +1,104 @@
+#include "app/paint/widget_pictures.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "app/common/language.h"
+#include "app/common/widget_file.h"
+#include "app/paint/picture_file.h"
+#include "core/foundation/file_io.h"
+#include "widgets/bundle.h"
+#include "widgets/provider.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using drawing::Appearance;
+using drawing::RenderingMode;
+using drawing::Theme;
+using tapcore::Words;
+using tapwidgets::Entry;
+using tapwidgets::Family;
+using tapwidgets::Widget;
+
+struct Options {
+    fs::path folder;
+    std::optional<std::string> snapshot;
+    double scale = 2;
+    bool svg = false;
+};
+
+constexpr struct {
+    Appearance appearance;
+    std::string_view name;
+} appearances[] = {
+    {{Theme::light, RenderingMode::fullColour}, "light"},
+    {{Theme::dark, RenderingMode::fullColour}, "dark"},
+    {{Theme::light, RenderingMode::accented}, "light-accented"},
+    {{Theme::dark, RenderingMode::accented}, "dark-accented"},
+    {{Theme::light, RenderingMode::vibrant}, "light-vibrant"},
+    {{Theme::dark, RenderingMode::vibrant}, "dark-vibrant"},
+};
+
+void declare(CommandLine& line, Options& options) {
+    line.describe(
+        "Every widget as a picture: in all its sizes, light and dark, full colour, accented and vibrant.",
+        "tappora widget render -o pictures --scale 3");
+    line.add_option("-o,--output", options.folder, "The folder to write them to")
+        ->required()
+        ->type_name("DIR");
+    line.add_option("--scale", options.scale, "Pixels to the point of a PNG")
+        ->check(CLI::Range(0.25, 16.0))
+        ->capture_default_str()
+        ->type_name("N");
+    line.add_flag("--svg", options.svg, "Write SVG instead of PNG");
+    line.add_option("--snapshot", options.snapshot,
+                    "Show this file, whatever its day, instead of what the widgets show now")
+        ->type_name("FILE");
+}
+
+/// The snapshot of a file that the user named.
+tapcore::WidgetSnapshot snapshotOf(const fs::path& path) {
+    const tapcore::FileRead file = tapcore::readFile(path);
+    if (file.status == tapcore::FileRead::Status::missing) throw Failure(path.string(), "no such file");
+    if (file.status == tapcore::FileRead::Status::unreadable)
+        throw Failure(path.string(), file.error.message());
+    auto snapshot = tapcore::WidgetSnapshot::decode(file.text);
+    if (!snapshot) throw Failure(path.string(), "not a snapshot of widgets");
+    return *std::move(snapshot);
+}
+
+Entry entryOf(const Options& options, const Environment& environment) {
+    if (options.snapshot) return {environment.now, snapshotOf(*options.snapshot)};
+    const auto clock = [&] { return environment.now; };
+    return tapwidgets::Provider({}, widgetPlaces(environment), clock, tapcore::Calendar(environment.zone))
+        .snapshot();
+}
+
+}  // namespace
+
+void renderWidgets(CommandLine& line, const Environment& environment) {
+    Options options;
+    declare(line, options);
+    line.parse();
+    const Entry entry = entryOf(options, environment);
+    const Words system = systemWords(environment);
+    const Words words = wordsIn(entry.snapshot ? entry.snapshot->language : Words::source, environment);
+    for (const Widget& widget : tapwidgets::bundle) {
+        for (const Family family : widget.families) {
+            const drawing::Picture picture = tapwidgets::picture(widget, entry, family, {words, system});
+            for (const auto& [appearance, name] : appearances) {
+                const fs::path file =
+                    options.folder / fmt::format("{}-{}-{}.{}", widget.name, tapwidgets::families.of(family),
+                                                 name, options.svg ? "svg" : "png");
+                writePicture(file, picture, appearance, options.scale);
+                print(file.string() + "\n");
+            }
+        }
+    }
+}
+
+}  // namespace tappora

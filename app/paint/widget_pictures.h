@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/common/command_line.h"
+#include "app/common/program.h"
+
+namespace tappora {
+
+/// `tappora widget render`: every widget in all its families, light and dark, full colour, accented and
+/// vibrant, as a file each.
+void renderWidgets(CommandLine& line, const Environment& environment);
+
+}  // namespace tappora

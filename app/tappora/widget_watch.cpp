@@ -1,0 +1,118 @@
+#include "app/tappora/widget_watch.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <system_error>
+
+#include "app/common/folder_watch.h"
+#include "app/common/settings.h"
+#include "app/common/wake_ups.h"
+#include "app/common/widget_file.h"
+#include "core/files/store.h"
+
+namespace tappora {
+namespace {
+
+/// What comes of one change often comes as several, one after the other.
+constexpr std::chrono::milliseconds pause{100};
+
+/// Everything that a snapshot is made of lies in these.
+void watchAll(const FolderWatch& folders, const FolderOptions& options, const Environment& environment) {
+    const auto root = chooseFolder(options, environment).root;
+    folders.add(root);
+    for (const tapcore::Store& part : tapcore::Store(root, {}).readParts()) folders.add(part.base() / "days");
+    folders.add(Settings::url(environment).parent_path());
+}
+
+tapcore::Instant nextHour(tapcore::Instant now, const tapcore::Calendar& calendar) {
+    tapcore::LocalTime time = calendar.local(now);
+    time = {time.year, time.month, time.day, time.hour + 1, 0, 0};
+    const auto next = calendar.moment(time);
+    // Where clocks are set back, the hour that comes twice begins before now.
+    return next > now ? next : now + std::chrono::hours(1);
+}
+
+/// What is to be waited for.
+struct Waits {
+    SignalQueue signals{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+    FolderWatch folders;
+    Alarm hour;
+
+    /// Waits until there may be something new; false when it is time to end.
+    bool wait() const {
+        do {
+            pollfd waiting[] = {{folders.descriptor(), POLLIN, 0},
+                                {hour.descriptor(), POLLIN, 0},
+                                {signals.descriptor(), POLLIN, 0},
+                                {STDOUT_FILENO, 0, 0}};
+            if (::poll(waiting, std::size(waiting), -1) < 0 && errno != EINTR)
+                throw std::system_error(errno, std::generic_category(), "waiting");
+            const bool isUnread = (waiting[3].revents & (POLLERR | POLLHUP)) != 0;
+            if (isUnread || signals.next()) return false;
+            if (waiting[1].revents != 0) return true;
+        } while (!folders.takeNote());
+        ::poll(nullptr, 0, static_cast<int>(pause.count()));
+        folders.takeNote();
+        return true;
+    }
+};
+
+/// Prints what is new since the last time.
+class Printer {
+  public:
+    void printNew(const FolderOptions& options, const Environment& environment) {
+        tapcore::FileProblems problems;
+        const std::string line = widgetSnapshot(options, environment, &problems).data();
+        complainOfNew(problems);
+        problem_.clear();
+        if (line == printed_) return;
+        printed_ = line;
+        print(line + "\n");
+        std::fflush(stdout);
+    }
+
+    void tryPrintNew(const FolderOptions& options, const Environment& environment) {
+        try {
+            printNew(options, environment);
+        } catch (const std::exception& error) {
+            if (problem_ == error.what()) return;
+            problem_ = error.what();
+            complain(problem_);
+        }
+    }
+
+  private:
+    void complainOfNew(const tapcore::FileProblems& problems) {
+        if (problems != problems_) complainOf(problems);
+        problems_ = problems;
+    }
+
+    std::string printed_, problem_;
+    tapcore::FileProblems problems_;
+};
+
+}  // namespace
+
+void watchSnapshot(const FolderOptions& options, const Environment& environment) {
+    const tapcore::Calendar calendar(environment.zone);
+    const Waits waits;
+    Printer printer;
+    watchAll(waits.folders, options, environment);
+    printer.printNew(options, environment);
+    while (true) {
+        Environment current = environment;
+        current.now = hostEnvironment().now;
+        if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait()) break;
+        current.now = hostEnvironment().now;
+        watchAll(waits.folders, options, current);
+        printer.tryPrintNew(options, current);
+    }
+    forgetOutput();
+}
+
+}  // namespace tappora

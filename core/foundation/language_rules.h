@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tapcore {
+
+/// How a language writes numbers and which plural form it wants, after the Unicode locale data. Copies share
+/// what they know.
+class LanguageRules {
+  public:
+    /// `language` is a code like "de" or "uk"; of one that is not known the numbers are plain, and every
+    /// plural is "other".
+    explicit LanguageRules(std::string_view language);
+
+    /// A whole number with its digits grouped as the language groups them: "12,345" in English, "12.345" in
+    /// German.
+    std::string number(std::int64_t value) const;
+
+    /// The plural category of a number of things: "zero", "one", "two", "few", "many" or "other".
+    std::string pluralCategory(std::int64_t count) const;
+
+  private:
+    struct Implementation;
+    std::shared_ptr<const Implementation> implementation_;
+};
+
+/// What a language is called in English: "German" for "de"; the code itself when it is not known.
+std::string englishName(std::string_view language);
+
+}  // namespace tapcore

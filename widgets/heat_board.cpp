@@ -1,0 +1,56 @@
+#include "widgets/heat_board.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/keyboard/heat_ramp.h"
+#include "drawing/tile.h"
+
+namespace tapwidgets {
+namespace {
+
+using drawing::Colour;
+using drawing::Node;
+using drawing::Rect;
+using drawing::Style;
+using drawing::Tile;
+using drawing::Transform;
+using HeatKey = tapcore::WidgetSnapshot::HeatKey;
+namespace HeatRamp = tapcore::HeatRamp;
+
+Colour colourOf(const HeatRamp::HSB& hsb) { return Colour::hsb(hsb.h, hsb.s, hsb.b); }
+
+Rect rectOf(const tapcore::Board::Rect& rect) { return {rect.x, rect.y, rect.w, rect.h}; }
+
+Tile tileOf(const HeatKey& key) {
+    Tile tile{.parts = {{key.x, key.y, key.w, key.h}}, .degrees = key.r, .aboutX = key.rx, .aboutY = key.ry};
+    if (key.second) tile.parts.push_back(rectOf(*key.second));
+    return tile;
+}
+
+}  // namespace
+
+Style heatStyle(std::int64_t step, tapcore::MapColor color) {
+    const auto light = HeatRamp::hsb(step, false, false, color);
+    const auto dark = HeatRamp::hsb(step, true, false, color);
+    if (!light || !dark) return Style{.role = Style::Role::quaternary}.tonedTo(0.08).asAccentable();
+    return Style::given(colourOf(*light), colourOf(*dark))
+        .tonedTo(static_cast<double>(step) * 0.16 + 0.2)
+        .asAccentable();
+}
+
+Node HeatBoard::drawing(const Rect& room) const {
+    const double unit = std::min(room.width / bounds.w, room.height / bounds.h);
+    std::vector<Node> tiles;
+    tiles.reserve(keys.size());
+    for (const HeatKey& key : keys) {
+        const Tile tile = tileOf(key);
+        tiles.push_back(drawing::group({drawing::filled(tile.outline(unit), heatStyle(key.step, color))},
+                                       tile.placement(unit, {bounds.x, bounds.y})));
+    }
+    const Transform place =
+        Transform::moved(room.centre().x - unit * bounds.w / 2, room.centre().y - unit * bounds.h / 2);
+    return drawing::labelled(drawing::group(std::move(tiles), place), label);
+}
+
+}  // namespace tapwidgets
