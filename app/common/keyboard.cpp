@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "app/common/resources.h"
+#include "app/common/system_layout.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/layout_index.h"
 
@@ -109,6 +110,8 @@ LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
     const auto set = settings_.text("keyboard.layout");
     if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    const auto system = systemLayoutID(environment_);
+    if (system && findLayout(*system)) return layout("layout", *system);
     const auto counted = lastDay().layout;
     return layout("layout", counted && findLayout(*counted) ? *counted : usualLayout);
 }

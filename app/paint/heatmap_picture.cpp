@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/paint/heat_style.h"
 #include "app/paint/sheet.h"
 #include "core/counting/chords.h"
 #include "core/foundation/characters.h"
@@ -30,16 +31,6 @@ namespace HeatRamp = tapcore::HeatRamp;
 
 /// Points to a key unit.
 constexpr double unit = 54;
-constexpr Style unheated{.role = Style::Role::quaternary};
-
-Colour colourOf(const HeatRamp::HSB& hsb) { return Colour::hsb(hsb.h, hsb.s, hsb.b); }
-
-/// What a step is filled with; a step of 0 is not heated.
-Style fill(std::int64_t step, tapcore::MapColor color) {
-    const auto light = HeatRamp::hsb(step, false, false, color);
-    const auto dark = HeatRamp::hsb(step, true, false, color);
-    return light && dark ? Style::given(colourOf(*light), colourOf(*dark)) : unheated;
-}
 
 /// What the text on a step is written in.
 Style ink(std::int64_t step, tapcore::MapColor color) {
@@ -83,7 +74,7 @@ class KeyPainter {
 
     Node cap(const Heatmap::Cell& cell, drawing::Path outline) const {
         if (cell.off) return drawing::stroked(std::move(outline), {.role = Style::Role::tertiary}, 1);
-        return drawing::filled(std::move(outline), fill(cell.step, view_.color));
+        return drawing::filled(std::move(outline), heatStyle(cell.step, view_.color));
     }
 
     /// The lines of the face with the amount below, all together in the middle of the key's first rectangle;
@@ -186,7 +177,7 @@ class Legend {
         swatch(unheated);
         x_ += 18;
         word("less", 32);
-        for (std::int64_t step = 1; step <= Heatmap::steps; ++step) swatch(fill(step, color_));
+        for (std::int64_t step = 1; step <= Heatmap::steps; ++step) swatch(heatStyle(step, color_));
         x_ += 2;
         word("more", 0);
         Node legend = drawing::group(std::move(parts_));
@@ -235,7 +226,7 @@ drawing::Picture heatmapPicture(const HeatmapView& view) {
     const drawing::Size board{unit * bounds.width, unit * bounds.height};
     Node legend = drawing::group({Legend(view.color).node()}, Transform::moved(0, board.height + legendGap));
     return pictureOf({.title = title(view.board),
-                      .subtitle = subtitle(view),
+                      .subtitle = subtitle(view, view.total),
                       .content = drawing::group({boardNode(view, {bounds.x, bounds.y}), std::move(legend)}),
                       .size = {board.width, board.height + legendGap + Legend::height},
                       .notes = notes(view)});
