@@ -7,6 +7,7 @@
 
 #include "app/common/resources.h"
 #include "app/common/system_layout.h"
+#include "app/common/terminal.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/layout_index.h"
 
@@ -28,6 +29,19 @@ bool isPath(std::string_view name) {
 bool isFile(const fs::path& path) {
     std::error_code error;
     return fs::is_regular_file(path, error);
+}
+
+/// What files of others say goes to the terminal: never what would steer it.
+Board harmlessBoard(Board board) {
+    for (std::string* text : {&board.id, &board.name, &board.maker}) *text = harmlessLine(*text);
+    for (Board::Key& key : board.keys) key.id = harmlessLine(key.id);
+    return board;
+}
+
+tapcore::Legends harmlessLegends(tapcore::Legends legends) {
+    for (auto& [code, legend] : legends)
+        for (std::string& text : legend) text = harmlessLine(text);
+    return legends;
 }
 
 /// An id that a file's name can hold; "" and "../x" are none.
@@ -57,7 +71,7 @@ Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store
       settings_(Settings::read(environment)) {}
 
 Board Keyboards::board(std::string_view what, const std::string& name) const {
-    if (isPath(name)) return Catalog::readBoard(name);
+    if (isPath(name)) return harmlessBoard(Catalog::readBoard(name));
     const fs::path file = bundled(resources_, "Boards", name);
     if (!isSafe(name) || !isFile(file))
         throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
@@ -90,7 +104,8 @@ LegendSet Keyboards::withBases(Layout layout) const {
         if (!base) break;
         chain.push_back(std::move(*base));
     }
-    return {chain.front().id, chain.front().name, tapcore::LayoutIndex(chain).legends(chain.front().id)};
+    return {harmlessLine(chain.front().id), harmlessLine(chain.front().name),
+            harmlessLegends(tapcore::LayoutIndex(chain).legends(chain.front().id))};
 }
 
 tapcore::DayFile Keyboards::lastDay() const {

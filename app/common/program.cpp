@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/common/terminal.h"
+
 namespace tappora {
 namespace {
 
@@ -69,7 +71,7 @@ void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), std
 
 void complain(std::string_view text) {
     std::fflush(stdout);
-    std::fprintf(stderr, "tappora: %.*s\n", static_cast<int>(text.size()), text.data());
+    std::fprintf(stderr, "tappora: %s\n", harmless(text).c_str());
 }
 
 int guarded(const CLI::App& program, const std::function<void()>& work) {

@@ -47,7 +47,7 @@ class UsageError : public std::runtime_error {
 /// Prints a text as it stands on standard output.
 void print(std::string_view text);
 
-/// Prints "tappora: TEXT" on standard error.
+/// Prints "tappora: TEXT" on standard error, without what would steer the terminal.
 void complain(std::string_view text);
 
 /// Runs what parses `program` and does its work, prints what goes wrong, and returns the exit status: 0, 1
