@@ -77,11 +77,11 @@ std::string sampleOfEntities(const std::string& core) {
 TEST(KeylayoutImport, ReadsEverySampleAsItsExpectedFileSays) {
     std::size_t samples = 0;
     for (const std::string& name : namesIn(TEST_DATA "/layouts")) {
-        const fs::path sample = fs::path(TEST_DATA "/layouts") / name;
-        if (sample.extension() != ".keylayout") continue;
-        fs::path expected = sample;
+        const fs::path file = fs::path(TEST_DATA "/layouts") / name;
+        if (file.extension() != ".keylayout") continue;
+        fs::path expected = file;
         expected.replace_extension(".expected");
-        const std::string found = outcome(readFile(sample).text);
+        const std::string found = outcome(readFile(file).text);
         if (std::getenv("TAPPORA_REWRITE")) writeFile(expected, found);
         EXPECT_EQ(found, readFile(expected).text) << name;
         ++samples;
@@ -96,36 +96,51 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
         std::string outcome;
     } cases[] = {
         {"\"a\"", "\"lj\"", "sample (Sample) on qwerty\n0: lj A\n"},  // longer than maxout
-        {"mapSet=\"s\"", "mapSet=\"t\"", "error: "},
-        {"modifiers=\"m\"", "modifiers=\"t\"", "error: "},
-        {"code=\"0\"", "code=\"0x1F\"", "error: "},
-        {"index=\"1\"", "index=\"one\"", "error: "},
+        {"mapSet=\"s\"", "mapSet=\"t\"",
+         "error: line 3, column 10: no <keyMapSet> with a key map has the id t\n"},
+        {"modifiers=\"m\"", "modifiers=\"t\"", "error: line 3, column 10: no <modifierMap> has the id t\n"},
+        {"code=\"0\"", "code=\"0x1F\"", "error: line 9, column 19: code: not a key code\n"},
+        {"index=\"1\"", "index=\"one\"", "error: line 10, column 1: index: not an integer\n"},
         {"anyShift caps?", "rightShift  shift?", legend},
-        {"anyShift caps?", "anyShift hyper", "sample"},
+        {"anyShift caps?", "anyShift hyper",
+         "sample (Sample) on qwerty\n0: a\ndropped: key maps for other modifiers, and bases: 1; keys show "
+         "what they type alone and with shift\n"},
         {" defaultIndex=\"0\">\n<keyMapSelect mapIndex=\"0\"><modifier keys=\"\"/></keyMapSelect>", ">",
-         legend},
+         legend + "dropped: line 3: no key map is chosen without modifiers; taken for it is 0\n"},
         {" defaultIndex=\"0\">\n<keyMapSelect mapIndex=\"0\"><modifier "
          "keys=\"\"/></keyMapSelect>\n<keyMapSelect mapIndex=\"1\"><modifier keys=\"anyShift "
          "caps?\"/></keyMapSelect>",
-         " defaultIndex=\"12\">", legend},
+         " defaultIndex=\"12\">",
+         "sample (Sample) on qwerty\n0: a\ndropped: line 3: no key map is chosen with shift\ndropped: line "
+         "3: no key map is chosen without modifiers; taken for it is 0\ndropped: key maps for other "
+         "modifiers, and bases: 1; keys show what they type alone and with shift\n"},
         {"<keyMap index=\"1\">",
-         "<keyMap index=\"1\"><note>hello</note>&common;<note/><key code=\"200\" output=\"x\"/>", legend},
-        {"keyboard>", "keyboard [<!ENTITY a >]>", "error: "},
+         "<keyMap index=\"1\"><note>hello</note>&common;<note/><key code=\"200\" output=\"x\"/>",
+         legend + "dropped: line 10: <note> within <keyMap> means nothing\ndropped: line 10: text within "
+                  "<keyMap> means nothing\ndropped: key codes [200]: keys that type only with shift\n"},
+        {"keyboard>", "keyboard [<!ENTITY a >]>",
+         "error: line 1, column 1: the entity a is declared without a text\n"},
         {"keyboard>\n<keyboard name=\"Sample\"",
-         "keyboard [<!ENTITY a \"&b;\"><!ENTITY b \"&a;\">]>\n<keyboard name=\"&a;\"", "error: "},
+         "keyboard [<!ENTITY a \"&b;\"><!ENTITY b \"&a;\">]>\n<keyboard name=\"&a;\"",
+         "error: line 2, column 1: name: &a; expands too far\n"},
         {"keyboard>\n<keyboard name=\"Sample\"",
-         "keyboard [<!ENTITY a SYSTEM \"file:///etc/hostname\">]>\n<keyboard name=\"&a;\"", "error: "},
-        {"\"a\"", "\"&nbsp;\"", "error: "},
-        {"\"a\"", "\"fish & chips\"", "error: "},
-        {"\"a\"", "\"&#xD800;\"", "error: "},
-        {"\"a\"", "\"\xE9\"", "error: "},
-        {"\"a\"", std::string_view("\"\0\"", 3), "error: "},
-        {"<!DOCTYPE keyboard>", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>", "error: "},
-        {"</layouts>", "</layout>", "error: "},
-        {"</keyMapSet>\n</keyboard>\n", "", "error: "},
-        {"<layout modifiers=\"m\" mapSet=\"s\"/>", "", "error: "},
-        {sample, "<plist version=\"1.0\"><dict/></plist>", "error: "},
-        {sample, "", "error: "},
+         "keyboard [<!ENTITY a SYSTEM \"file:///etc/hostname\">]>\n<keyboard name=\"&a;\"",
+         "error: line 2, column 1: name: &a; stands for another file, and none is ever loaded\n"},
+        {"\"a\"", "\"&nbsp;\"", "error: line 9, column 19: output: &nbsp; is not declared\n"},
+        {"\"a\"", "\"fish & chips\"", "error: line 9, column 19: output: \"&\" starts no reference\n"},
+        {"\"a\"", "\"&#xD800;\"", "error: line 9, column 19: output: &#xD800; is no character\n"},
+        {"\"a\"", "\"\xE9\"", "error: line 9, column 41: not UTF-8\n"},
+        {"\"a\"", std::string_view("\"\0\"", 3), "error: line 9, column 41: a NUL character\n"},
+        {"<!DOCTYPE keyboard>", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>",
+         "error: line 1, column 1: the encoding iso-8859-1 is not read; save the file as UTF-8\n"},
+        {"</layouts>", "</layout>",
+         "error: line 3, column 46: not well-formed XML: start-end tags mismatch\n"},
+        {"</keyMapSet>\n</keyboard>\n", "",
+         "error: line 10, column 54: not well-formed XML: start-end tags mismatch\n"},
+        {"<layout modifiers=\"m\" mapSet=\"s\"/>", "", "error: line 2, column 1: no <layout>\n"},
+        {sample, "<plist version=\"1.0\"><dict/></plist>",
+         "error: line 1, column 1: <plist> is no keyboard layout\n"},
+        {sample, "", "error: line 1, column 1: not well-formed XML: no document element found\n"},
     };
     for (const auto& [piece, replacement, wanted] : cases)
         EXPECT_EQ(outcome(sampleWith(piece, replacement)), wanted) << replacement;
