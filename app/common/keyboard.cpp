@@ -86,10 +86,10 @@ LegendSet Keyboards::layout(std::string_view what, const std::string& name) cons
 }
 
 std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
-    std::vector<Layout> own = store_.ownLayouts();
+    if (!own_) own_ = store_.ownLayouts();
     const auto at =
-        std::find_if(own.begin(), own.end(), [&](const Layout& layout) { return layout.id == id; });
-    if (at != own.end()) return std::move(*at);
+        std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
+    if (at != own_->end()) return *at;
     const fs::path file = bundled(resources_, "Layouts", id);
     return isSafe(id) && isFile(file) ? std::optional(Catalog::readLayout(file)) : std::nullopt;
 }
