@@ -94,22 +94,15 @@ TEST(BundledBoards, LetEveryFingerRestOnOneKeyOfItsOwn) {
 }
 
 TEST(BundledBoards, TypeTheWholeAlphabetByTheFingersThatAreTaught) {
-    constexpr std::array<std::array<KeyCode, 3>, 10> columns = {{{12, 0, 6},
-                                                                 {13, 1, 7},
-                                                                 {14, 2, 8},
-                                                                 {15, 3, 9},
-                                                                 {17, 5, 11},
-                                                                 {16, 4, 45},
-                                                                 {32, 38, 46},
-                                                                 {34, 40, 43},
-                                                                 {31, 37, 47},
-                                                                 {35, 41, 44}}};
+    // Column by column from the left, each from the upper row down.
+    constexpr std::array<KeyCode, 30> codes = {12, 0, 6,  13, 1,  7,  14, 2,  8,  15, 3,  9,  17, 5,  11,
+                                               16, 4, 45, 32, 38, 46, 34, 40, 43, 31, 37, 47, 35, 41, 44};
     constexpr std::array<int, 10> fingers = {0, 1, 2, 3, 3, 3, 3, 2, 1, 0};
     for (const Board& board : bundled().boards)
         for (std::size_t column = 0; column < 10; ++column)
             for (std::size_t row = 0; row < 3; ++row) {
-                const Board::Key* key = board.key(columns[column][row]);
-                ASSERT_NE(key, nullptr) << board.id << " " << columns[column][row];
+                const Board::Key* key = board.key(codes[3 * column + row]);
+                ASSERT_NE(key, nullptr) << board.id << " " << codes[3 * column + row];
                 EXPECT_EQ(key->hand, column < 5 ? Board::Hand::left : Board::Hand::right)
                     << board.id << key->id;
                 EXPECT_EQ(static_cast<int>(key->finger), fingers[column]) << board.id << " " << key->id;

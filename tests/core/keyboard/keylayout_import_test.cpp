@@ -105,12 +105,13 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
         {"anyShift caps?", "anyShift hyper",
          "sample (Sample) on qwerty\n0: a\ndropped: key maps for other modifiers, and bases: 1; keys show "
          "what they type alone and with shift\n"},
-        {" defaultIndex=\"0\">\n<keyMapSelect mapIndex=\"0\"><modifier keys=\"\"/></keyMapSelect>", ">",
-         legend + "dropped: line 3: no key map is chosen without modifiers; taken for it is 0\n"},
-        {" defaultIndex=\"0\">\n<keyMapSelect mapIndex=\"0\"><modifier "
-         "keys=\"\"/></keyMapSelect>\n<keyMapSelect mapIndex=\"1\"><modifier keys=\"anyShift "
-         "caps?\"/></keyMapSelect>",
-         " defaultIndex=\"12\">",
+        {R"( defaultIndex="0">
+<keyMapSelect mapIndex="0"><modifier keys=""/></keyMapSelect>)",
+         ">", legend + "dropped: line 3: no key map is chosen without modifiers; taken for it is 0\n"},
+        {R"(0">
+<keyMapSelect mapIndex="0"><modifier keys=""/></keyMapSelect>
+<keyMapSelect mapIndex="1"><modifier keys="anyShift caps?)",
+         R"(12"><keyMapSelect mapIndex="1"><modifier keys="command)",
          "sample (Sample) on qwerty\n0: a\ndropped: line 3: no key map is chosen with shift\ndropped: line "
          "3: no key map is chosen without modifiers; taken for it is 0\ndropped: key maps for other "
          "modifiers, and bases: 1; keys show what they type alone and with shift\n"},
@@ -135,8 +136,6 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
          "error: line 1, column 1: the encoding iso-8859-1 is not read; save the file as UTF-8\n"},
         {"</layouts>", "</layout>",
          "error: line 3, column 46: not well-formed XML: start-end tags mismatch\n"},
-        {"</keyMapSet>\n</keyboard>\n", "",
-         "error: line 10, column 54: not well-formed XML: start-end tags mismatch\n"},
         {"<layout modifiers=\"m\" mapSet=\"s\"/>", "", "error: line 2, column 1: no <layout>\n"},
         {sample, "<plist version=\"1.0\"><dict/></plist>",
          "error: line 1, column 1: <plist> is no keyboard layout\n"},
