@@ -6,9 +6,9 @@
 #include <iterator>
 
 #include "app/common/command_line.h"
+#include "app/common/companion.h"
 #include "app/common/program.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/companion.h"
 
 namespace tappora {
 namespace {

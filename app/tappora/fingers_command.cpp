@@ -5,12 +5,12 @@
 
 #include "app/common/bar_chart.h"
 #include "app/common/command_line.h"
+#include "app/common/companion.h"
 #include "app/common/fingers_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/common/terminal.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/companion.h"
 
 namespace tappora {
 namespace {

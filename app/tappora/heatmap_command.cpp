@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line.h"
+#include "app/common/companion.h"
 #include "app/common/heatmap_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/common/terminal.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/companion.h"
 #include "app/tappora/heat_board.h"
 
 namespace tappora {

@@ -1,9 +1,9 @@
 #include "app/common/command_line.h"
+#include "app/common/companion.h"
 #include "app/common/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/widget_file.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/companion.h"
 #include "app/tappora/widget_timeline.h"
 #include "app/tappora/widget_watch.h"
 

@@ -1,4 +1,4 @@
-#include "app/tappora/companion.h"
+#include "app/common/companion.h"
 
 #include <fmt/format.h>
 #include <unistd.h>
