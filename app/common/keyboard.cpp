@@ -57,6 +57,10 @@ fs::path bundled(const fs::path& resources, const char* folder, const std::strin
 void addKeyboardOptions(CLI::App& command, KeyboardOptions& options) {
     command.add_option("--board", options.board, "The keyboard: an id or a board's file; see tappora boards")
         ->type_name("BOARD");
+    addLayoutOption(command, options);
+}
+
+void addLayoutOption(CLI::App& command, KeyboardOptions& options) {
     command
         .add_option(
             "--layout", options.layout,

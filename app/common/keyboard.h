@@ -23,6 +23,8 @@ struct KeyboardOptions {
 };
 
 void addKeyboardOptions(CLI::App& command, KeyboardOptions& options);
+/// --layout alone, for a command that names keys but draws none.
+void addLayoutOption(CLI::App& command, KeyboardOptions& options);
 
 /// A layout with all it prints.
 struct LegendSet {

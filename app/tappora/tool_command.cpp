@@ -72,7 +72,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     line.add_option("ARGUMENTS", values,
                     "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
     line.add_flag("--json", asJSON, "Print the result as JSON, with the files read");
-    addKeyboardOptions(line, keyboard);
+    addLayoutOption(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();
 
