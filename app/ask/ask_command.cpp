@@ -1,15 +1,14 @@
 #include "app/ask/ask_command.h"
 
 #include <fmt/format.h>
-#include <sys/ioctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <cmath>
 #include <iostream>
 #include <optional>
 
 #include "app/ask/assistant_session.h"
 #include "app/ask/interruption.h"
+#include "app/ask/lesson_offer.h"
 #include "app/ask/terminal_text.h"
 #include "app/common/command_line.h"
 #include "app/common/language.h"
@@ -17,7 +16,6 @@
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
 #include "core/foundation/language_rules.h"
-#include "core/practice/practice_request.h"
 
 namespace tappora {
 namespace {
@@ -53,15 +51,18 @@ void declare(CommandLine& line, AskOptions& options) {
             fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
 }
 
-std::size_t columns() {
-    winsize size{};
-    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col >= 20 ? size.ws_col : 80;
+HttpLimits limitsOf(const AskOptions& options) {
+    HttpLimits limits;
+    if (options.timeout)
+        limits.total =
+            std::chrono::milliseconds(static_cast<std::int64_t>(std::ceil(*options.timeout * 1000)));
+    return limits;
 }
 
 /// Prints an answer: for a person as text, for a program as it was written.
 void printAnswer(const Answer& answer, const Environment& environment) {
     if (answer.text.empty()) return;
-    print(environment.onTerminal ? terminalText(answer.text, Terminal::of(environment), columns())
+    print(environment.onTerminal ? terminalText(answer.text, Terminal::of(environment))
                                  : harmless(answer.text) + "\n");
 }
 
@@ -73,36 +74,6 @@ void printUsage(const Answer& answer) {
     std::fflush(stdout);
     fmt::print(stderr, "{} tokens read, {} written; {}\n", grouped(budget.input), grouped(budget.output),
                limits);
-}
-
-/// Runs the trainer on some letters, and comes back.
-void practise(const std::string& letters, const Environment& environment) {
-    const auto program = environment.program.parent_path() / "tappora-practice";
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::execl(program.c_str(), program.c_str(), "--letters", letters.c_str(), nullptr);
-        ::_exit(127);
-    }
-    int status = 0;
-    if (child > 0) ::waitpid(child, &status, 0);
-    if (child < 0 || (WIFEXITED(status) && WEXITSTATUS(status) == 127))
-        complain("practice: cannot be started");
-}
-
-/// Offers the lesson that an answer ends with.
-void offerLesson(const Answer& answer, const Environment& environment) {
-    std::string letters;
-    for (const std::string& letter : tapcore::PracticeRequest::letters(answer.text))
-        letters += (letters.empty() ? "" : ", ") + letter;
-    if (letters.empty()) return;
-    if (!environment.onTerminal || ::isatty(STDIN_FILENO) != 1) {
-        fmt::print(stderr, "To practise: tappora practice --letters \"{}\"\n", letters);
-        return;
-    }
-    print(fmt::format("Practise {} now? [y/N] ", letters));
-    std::fflush(stdout);
-    std::string reply;
-    if (std::getline(std::cin, reply) && (reply == "y" || reply == "yes")) practise(letters, environment);
 }
 
 /// The model to ask, when the options name none.
@@ -135,18 +106,26 @@ std::optional<std::string> attempt(const std::function<void()>& question) {
     }
 }
 
+/// Where questions go, and with what choices.
+struct Conversation {
+    const AssistantSession& session;
+    const ProviderLine& line;
+    const std::string& model;
+    const AskOptions& options;
+    const Environment& environment;
+};
+
 /// One question and all that follows from it. Throws Failure when no whole answer came.
-void answer(const AssistantSession& session, const ProviderLine& line, const std::string& model, Turns turns,
-            const std::string& question, bool isKept, const Environment& environment) {
+void answer(const Conversation& with, Turns turns, const std::string& question, bool isKept) {
     turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     Answer got;
-    if (const auto problem = attempt([&] { got = session.ask(line, model, turns); }))
+    if (const auto problem = attempt([&] { got = with.session.ask(with.line, with.model, turns); }))
         throw Failure("ask", harmless(*problem));
-    printAnswer(got, environment);
-    if (isKept && !got.text.empty()) session.keep(question, got);
+    printAnswer(got, with.environment);
+    if (isKept && !got.text.empty()) with.session.keep(question, got);
     printUsage(got);
     if (!got.problem.empty()) throw Failure("ask", harmless(got.problem));
-    offerLesson(got, environment);
+    offerLesson(got.text, with.options.folder, with.environment);
 }
 
 void printStarters(const tapcore::Words& words) {
@@ -176,34 +155,37 @@ std::optional<std::string> nextLine(const Environment& environment) {
     return std::string(tapcore::trimmedWhiteSpace(line));
 }
 
-void converse(const AssistantSession& session, const ProviderLine& line, const std::string& model,
-              const tapcore::Words& words, const Environment& environment) {
-    announce(line.access(), model);
-    if (const auto turns = session.conversation().turns.size(); turns > 0)
+void converse(const Conversation& with, const tapcore::Words& words) {
+    announce(with.line.access(), with.model);
+    if (const auto turns = with.session.conversation().turns.size(); turns > 0)
         fmt::print(stderr, "Going on with a conversation of {} turns; /new begins another, /quit ends\n",
                    turns);
     printStarters(words);
-    while (const auto text = nextLine(environment)) {
+    while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;
         if (*text == "/new") {
-            session.shelve();
+            with.session.shelve();
             continue;
         }
         const Interruption interruption;
         try {
-            answer(session, line, model, session.conversation().turns, questionOf(*text, words), true,
-                   environment);
+            answer(with, with.session.conversation().turns, questionOf(*text, words), true);
         } catch (const Failure& failure) {
             complain(failure.what());
         }
     }
 }
 
-void listModels(const ProviderLine& line) {
-    std::vector<std::string> models;
-    if (const auto problem = attempt([&] { models = line.models(); }))
-        throw Failure("ask", harmless(*problem));
-    for (const std::string& model : models) print(harmless(model) + "\n");
+/// The ids on standard output; on standard error, before them, which server lists them.
+void listModels(const std::vector<ProviderLine>& lines) {
+    for (const ProviderLine& line : lines) {
+        std::vector<std::string> models;
+        if (const auto problem = attempt([&] { models = line.models(); }))
+            throw Failure("ask", harmless(*problem));
+        if (lines.size() > 1) fmt::print(stderr, "{}\n", line.access().base);
+        for (const std::string& model : models) print(harmless(model) + "\n");
+        std::fflush(stdout);
+    }
 }
 
 }  // namespace
@@ -216,12 +198,11 @@ void askCommand(CommandLine& line, const Environment& environment) {
     if (!options.language) options.language = tapcore::englishName(words.language());
     std::optional<Interruption> interruption(std::in_place);
     const auto isStopped = [&] { return Interruption::isRequested(); };
-    HttpLimits limits;
-    if (options.timeout)
-        limits.total = std::chrono::milliseconds(static_cast<std::int64_t>(*options.timeout * 1000));
-    const ProviderLine provider(chooseProvider(options, environment, !options.shows, isStopped), limits,
-                                words, isStopped);
-    if (options.listsModels) return listModels(provider);
+    std::vector<ProviderLine> lines;
+    for (ProviderAccess& access : chooseProviders(options, environment, !options.shows, isStopped))
+        lines.emplace_back(std::move(access), limitsOf(options), words, isStopped);
+    if (options.listsModels) return listModels(lines);
+    const ProviderLine& provider = lines.front();
 
     const AssistantSession session(options, environment);
     std::string model;
@@ -238,10 +219,11 @@ void askCommand(CommandLine& line, const Environment& environment) {
     }
     if (!options.question) {
         interruption.reset();
-        return converse(session, provider, model, words, environment);
+        return converse({session, provider, model, options, environment}, words);
     }
     announce(provider.access(), model);
-    answer(session, provider, model, turns, tapcore::repairedUtf8(*options.question), isKept, environment);
+    answer({session, provider, model, options, environment}, turns, tapcore::repairedUtf8(*options.question),
+           isKept);
 }
 
 }  // namespace tappora

@@ -39,11 +39,22 @@ ProviderAccess withKey(Provider provider, const AskOptions& options, const Envir
     return {provider, withoutSlash(options.url.value_or(std::string(usual))), key.value_or("none")};
 }
 
-ProviderAccess local(const AskOptions& options, bool looksAround, const std::function<bool()>& isStopped) {
-    if (options.url) return {Provider::local, withoutSlash(*options.url), ""};
-    const auto found = looksAround ? findLocalServer(isStopped) : std::string(wire::localAddresses[0]);
-    if (!found) throw Failure("local", "no server answers on port 11434, 1234 or 8080; name one with --url");
-    return {Provider::local, *found, ""};
+std::vector<ProviderAccess> foundHere(const AskOptions& options, const std::function<bool()>& isStopped) {
+    std::vector<ProviderAccess> found;
+    for (std::string& address : findLocalServers(options.model, isStopped))
+        found.push_back({Provider::local, std::move(address), ""});
+    return found;
+}
+
+std::vector<ProviderAccess> local(const AskOptions& options, bool looksAround,
+                                  const std::function<bool()>& isStopped) {
+    if (options.url || !looksAround)
+        return {
+            {Provider::local, withoutSlash(options.url.value_or(std::string(wire::localAddresses[0]))), ""}};
+    auto found = foundHere(options, isStopped);
+    if (found.empty())
+        throw Failure("local", "no server answers on port 11434, 1234 or 8080; name one with --url");
+    return found;
 }
 
 void printCall(const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
@@ -55,18 +66,18 @@ void printCall(const tapcore::ToolCall& call, const tapcore::AssistantTools::Out
 
 }  // namespace
 
-ProviderAccess chooseProvider(const AskOptions& options, const Environment& environment, bool looksAround,
-                              const std::function<bool()>& isStopped) {
+std::vector<ProviderAccess> chooseProviders(const AskOptions& options, const Environment& environment,
+                                            bool looksAround, const std::function<bool()>& isStopped) {
     if (options.provider) {
         const Provider provider = parseProvider(*options.provider);
-        return provider == Provider::local ? local(options, looksAround, isStopped)
-                                           : withKey(provider, options, environment);
+        if (provider == Provider::local) return local(options, looksAround, isStopped);
+        return {withKey(provider, options, environment)};
     }
     if (options.url) throw UsageError("--url: needs --provider, since addresses do not say whose they are");
     for (const Provider provider : {Provider::claude, Provider::openai})
-        if (findKey(provider, environment)) return withKey(provider, options, environment);
-    const auto found = looksAround ? findLocalServer(isStopped) : std::nullopt;
-    if (found) return {Provider::local, *found, ""};
+        if (findKey(provider, environment)) return {withKey(provider, options, environment)};
+    if (looksAround)
+        if (auto found = foundHere(options, isStopped); !found.empty()) return found;
     throw Failure("ask",
                   "no provider: set ANTHROPIC_API_KEY or OPENAI_API_KEY, or start a server on port 11434, "
                   "1234 or 8080");

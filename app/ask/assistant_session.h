@@ -29,11 +29,11 @@ struct AskOptions {
     FolderOptions folder;
 };
 
-/// The provider that the options choose: the one named, else the first that a key is there for, else a server
-/// on this machine. Without `looksAround` no server is looked for. UsageError and Failure say what is
-/// missing.
-ProviderAccess chooseProvider(const AskOptions& options, const Environment& environment, bool looksAround,
-                              const std::function<bool()>& isStopped);
+/// The providers that the options may mean, the one to ask first: the one named, else the first that a key is
+/// there for, else the servers on this machine, of which there may be several. Without `looksAround` no
+/// server is looked for. UsageError and Failure say what is missing.
+std::vector<ProviderAccess> chooseProviders(const AskOptions& options, const Environment& environment,
+                                            bool looksAround, const std::function<bool()>& isStopped);
 
 /// Questions about one data folder to one model.
 class AssistantSession {

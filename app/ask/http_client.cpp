@@ -1,7 +1,9 @@
 #include "app/ask/http_client.h"
 
 #include <curl/curl.h>
+#include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "core/foundation/characters.h"
@@ -94,6 +96,18 @@ void setBody(CURL* curl, const std::string& body) {
     curl_easy_setopt(curl, CURLOPT_POSTFIELDS, body.c_str());
 }
 
+/// Why no reply came: which of the two limits was reached, else as the library says it.
+std::string problemOf(CURLcode result, CURL* curl, const HttpLimits& limits) {
+    if (result != CURLE_OPERATION_TIMEDOUT) return curl_easy_strerror(result);
+    curl_off_t handshake = 0;  // microseconds until it was over; 0 when it never was
+    curl_easy_getinfo(curl, CURLINFO_PRETRANSFER_TIME_T, &handshake);
+    const bool isConnected = handshake > 0;
+    const std::chrono::duration<double> limit =
+        isConnected ? limits.total : std::min(limits.connect, limits.total);
+    return fmt::format("{} within {} seconds{}", isConnected ? "no reply" : "no connection", limit.count(),
+                       isConnected ? "; --timeout gives it longer" : "");
+}
+
 }  // namespace
 
 HttpReply send(const HttpRequest& request, const HttpLimits& limits, const std::function<bool()>& isStopped) {
@@ -111,7 +125,7 @@ HttpReply send(const HttpRequest& request, const HttpLimits& limits, const std::
     if (isStopped()) throw Stopped();
     const std::string host = partOf(request.url, CURLUPART_HOST);
     if (transfer.isTooLarge) throw HttpError(host + ": the reply is too large");
-    if (result != CURLE_OK) throw HttpError(host + ": " + curl_easy_strerror(result));
+    if (result != CURLE_OK) throw HttpError(host + ": " + problemOf(result, curl.get(), limits));
     long status = 0;
     curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &status);
     transfer.reply.status = static_cast<int>(status);

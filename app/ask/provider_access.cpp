@@ -134,18 +134,26 @@ std::optional<std::string> findKey(Provider provider, const Environment& environ
     return soundKey(file.string(), read.text);
 }
 
-std::optional<std::string> findLocalServer(const std::function<bool()>& isStopped) {
+std::vector<std::string> findLocalServers(const std::optional<std::string>& model,
+                                          const std::function<bool()>& isStopped) {
     const HttpLimits quick = {.connect = std::chrono::milliseconds(500), .total = std::chrono::seconds(3)};
+    std::vector<std::string> fitting;
+    std::vector<std::string> others;
     for (const std::string_view address : wire::localAddresses) {
         const ProviderAccess access{Provider::local, std::string(address), ""};
         try {
-            if (parsed(send(access.modelListing(), quick, isStopped).body).contains("data"))
-                return access.base;
+            const json listing = parsed(send(access.modelListing(), quick, isStopped).body);
+            if (!listing.contains("data")) continue;  // something else answers there
+            const auto models = wire::modelIDs(listing);
+            const bool fits =
+                model ? std::find(models.begin(), models.end(), *model) != models.end() : !models.empty();
+            (fits ? fitting : others).push_back(access.base);
         } catch (const HttpError&) {
             continue;  // nobody there
         }
     }
-    return std::nullopt;
+    fitting.insert(fitting.end(), others.begin(), others.end());
+    return fitting;
 }
 
 }  // namespace tappora

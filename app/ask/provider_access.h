@@ -78,7 +78,9 @@ class ProviderLine {
 /// can.
 std::optional<std::string> findKey(Provider provider, const Environment& environment);
 
-/// The address of the first server found on this machine; nothing when there is none.
-std::optional<std::string> findLocalServer(const std::function<bool()>& isStopped);
+/// The addresses of the servers found on this machine: first those that list `model`, or any model when none
+/// is named, each kind in the order of `AssistantWire::localAddresses`.
+std::vector<std::string> findLocalServers(const std::optional<std::string>& model,
+                                          const std::function<bool()>& isStopped);
 
 }  // namespace tappora

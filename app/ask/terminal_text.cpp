@@ -1,20 +1,14 @@
 #include "app/ask/terminal_text.h"
 
 #include <algorithm>
-#include <optional>
-#include <utility>
 #include <vector>
 
+#include "app/ask/inline_text.h"
+#include "app/ask/terminal_table.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
 namespace {
-
-/// A run of text between blanks, and how many columns it takes without its styles.
-struct Word {
-    std::string text;
-    std::size_t width = 0;
-};
 
 std::vector<std::string_view> split(std::string_view text, char at) {
     std::vector<std::string_view> pieces;
@@ -25,69 +19,6 @@ std::vector<std::string_view> split(std::string_view text, char at) {
     }
     return pieces;
 }
-
-/// "[text](address)" at the start of `rest`, as its two parts; nothing when it is none.
-std::optional<std::pair<std::string_view, std::string_view>> linkAt(std::string_view rest) {
-    const std::size_t middle = rest.find("](");
-    const std::size_t end = rest.find(')', middle == std::string_view::npos ? 0 : middle);
-    if (!rest.starts_with('[') || middle == std::string_view::npos || end == std::string_view::npos)
-        return std::nullopt;
-    return std::pair(rest.substr(1, middle - 1), rest.substr(middle + 2, end - middle - 2));
-}
-
-/// The words of a line with its marks for bold, code and links taken out; a style holds over blanks.
-class WordReader {
-  public:
-    WordReader(const Terminal& terminal, bool isBold) : terminal_(terminal), bold_(isBold) {}
-
-    std::vector<Word> read(std::string_view line) {
-        while (!line.empty()) line.remove_prefix(take(line));
-        endWord();
-        return std::move(words_);
-    }
-
-  private:
-    /// Takes the start of a line; gives how many bytes.
-    std::size_t take(std::string_view rest) {
-        if (rest.starts_with("**") && (bold_ || rest.find("**", 2) != std::string_view::npos)) {
-            flush();
-            bold_ = !bold_;
-            return 2;
-        }
-        if (const auto link = linkAt(rest)) {
-            for (const char c : std::string(link->first) + " (" + std::string(link->second) + ")") put(c);
-            return link->first.size() + link->second.size() + 4;
-        }
-        if (rest[0] == '`' && (code_ || rest.find('`', 1) != std::string_view::npos)) code_ = !code_;
-        else put(rest[0]);
-        return 1;
-    }
-
-    void put(char c) {
-        if (c == ' ') endWord();
-        else run_ += c;
-    }
-
-    /// Ends a run of one style.
-    void flush() {
-        word_.width += tapcore::characterCount(run_);
-        word_.text += bold_ ? terminal_.bold(run_) : run_;
-        run_.clear();
-    }
-
-    void endWord() {
-        flush();
-        if (!word_.text.empty()) words_.push_back(std::move(word_));
-        word_ = {};
-    }
-
-    const Terminal& terminal_;
-    bool bold_;
-    bool code_ = false;
-    std::string run_;
-    Word word_;
-    std::vector<Word> words_;
-};
 
 /// A line's start that is no text: its indentation, and its bullet or number.
 struct Start {
@@ -108,7 +39,7 @@ Start startOf(std::string_view line, const Terminal& terminal) {
 
 std::string wrapped(const Start& start, const std::vector<Word>& words, std::size_t columns) {
     std::string text = start.shown;
-    const std::size_t hang = tapcore::characterCount(start.shown);
+    const std::size_t hang = tapcore::columnCount(start.shown);
     std::size_t column = hang;
     for (const Word& word : words) {
         const bool isFirst = column == hang;
@@ -125,25 +56,36 @@ std::string wrapped(const Start& start, const std::vector<Word>& words, std::siz
     return text;
 }
 
-std::string shownLine(std::string_view line, const Terminal& terminal, std::size_t columns) {
-    if (line.starts_with('|')) return std::string(line);
+std::string shownLine(std::string_view line, const Terminal& terminal) {
     const std::size_t level = std::min(line.find_first_not_of('#'), line.size());
     const bool isHeading = level > 0 && level < line.size() && line[level] == ' ';
-    if (isHeading) return wrapped({"", ""}, WordReader(terminal, true).read(line.substr(level + 1)), columns);
+    if (isHeading)
+        return wrapped({"", ""}, inlineWords(line.substr(level + 1), terminal, true), terminal.width);
     const Start start = startOf(line, terminal);
-    return wrapped(start, WordReader(terminal, false).read(line.substr(start.mark.size())), columns);
+    return wrapped(start, inlineWords(line.substr(start.mark.size()), terminal, false), terminal.width);
 }
+
+bool isRow(std::string_view line) { return tapcore::trimmedWhiteSpace(line).starts_with('|'); }
+
+bool isFence(std::string_view line) { return tapcore::trimmedWhiteSpace(line).starts_with("```"); }
 
 }  // namespace
 
-std::string terminalText(std::string_view markdown, const Terminal& terminal, std::size_t columns) {
+std::string terminalText(std::string_view markdown, const Terminal& terminal) {
+    const std::string clean = harmless(markdown);
+    const auto lines = split(clean, '\n');
     std::string text;
     bool inCode = false;
-    const std::string clean = harmless(markdown);
-    for (const std::string_view line : split(clean, '\n')) {
-        const bool isFence = line.starts_with("```");
-        if (isFence) inCode = !inCode;
-        else text += (inCode ? std::string(line) : shownLine(line, terminal, columns)) + "\n";
+    for (auto line = lines.begin(); line != lines.end();) {
+        if (!inCode && isRow(*line)) {
+            const auto end = std::find_if_not(line, lines.end(), isRow);
+            text += terminalTable({line, end}, terminal);
+            line = end;
+            continue;
+        }
+        if (isFence(*line)) inCode = !inCode;
+        else text += (inCode ? std::string(*line) : shownLine(*line, terminal)) + "\n";
+        ++line;
     }
     return text;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,7 +8,8 @@
 namespace tappora {
 
 /// Markdown as a terminal shows it: bold text and headings bold, list marks as bullets, links followed by
-/// their address, lines broken between words at `columns`. Tables and code stay as they are.
-std::string terminalText(std::string_view markdown, const Terminal& terminal, std::size_t columns);
+/// their address, lines broken between words at its width, tables with their columns aligned. Code stays as
+/// it is.
+std::string terminalText(std::string_view markdown, const Terminal& terminal);
 
 }  // namespace tappora

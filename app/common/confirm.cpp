@@ -12,17 +12,21 @@
 
 namespace tappora {
 
+bool agrees(std::string_view question) {
+    print(fmt::format("{} [y/N] ", question));
+    std::fflush(stdout);
+    std::string answer;
+    std::getline(std::cin, answer);
+    const std::string word = tapcore::lowercased(tapcore::trimmedWhiteSpace(answer));
+    return word == "y" || word == "yes";
+}
+
 void confirm(std::string_view what, bool yes) {
     if (yes) return;
     print(fmt::format("{}\n", what));
     if (::isatty(STDIN_FILENO) == 0)
         throw Failure("nothing done", "there is nobody to ask; say --yes to go ahead");
-    print("Go ahead? [y/N] ");
-    std::fflush(stdout);
-    std::string answer;
-    std::getline(std::cin, answer);
-    const std::string word = tapcore::lowercased(tapcore::trimmedWhiteSpace(answer));
-    if (word != "y" && word != "yes") throw Failure("nothing done", "as answered");
+    if (!agrees("Go ahead?")) throw Failure("nothing done", "as answered");
 }
 
 }  // namespace tappora

@@ -134,6 +134,22 @@ TEST_F(Ask, AsksALocalServerWithoutAKeyAndEndsWithItsLastStep) {
     EXPECT_EQ(sent(8)["messages"].back()["content"], tapcore::AssistantBudget::finalWord);
 }
 
+TEST_F(Ask, FindsTheServersOfThisMachineAndTheirModels) {
+    environment.erase("ANTHROPIC_API_KEY");
+    environment.erase("OPENAI_API_KEY");
+    const LoopbackServer::Reply listing = {R"({"data":[{"id":"qwen"},{"id":"llama"}]})"};
+    LoopbackServer other({{"<html>"}, {"<html>"}, {"<html>"}}, 11434);
+    LoopbackServer empty({{R"({"data":null})"}, {R"({"data":null})"}, {R"({"data":null})"}}, 1234);
+    LoopbackServer full({listing, listing, {chat({{"content", "Hi."}}).dump()}, listing, listing}, 8080);
+    if (!other.hasPort() || !empty.hasPort() || !full.hasPort()) GTEST_SKIP() << "a port is in use";
+    EXPECT_EQ(ask({"Hello?"}), 0);
+    EXPECT_EQ(program->output(), "Hi.\n");
+    EXPECT_THAT(program->errors(), HasSubstr("Asking qwen (http://localhost:8080/v1)\n"));
+    EXPECT_EQ(ask({"--models", "--provider", "local"}), 0);
+    EXPECT_EQ(program->output(), "qwen\nllama\n");
+    EXPECT_EQ(program->errors(), "http://localhost:8080/v1\nhttp://localhost:1234/v1\n");
+}
+
 TEST_F(Ask, HasTheLastWordOnceTheBudgetIsSpent) {
     EXPECT_EQ(askClaude({{claude(listDays, "tool_use", 150000).dump()},
                          {claude(R"([{"type":"text","text":"So far."}])").dump()}}),
@@ -180,7 +196,8 @@ TEST_F(Ask, TriesOnceMoreWhenTheServerIsBusy) {
 
 TEST_F(Ask, GivesUpOnAServerThatDoesNotAnswer) {
     EXPECT_EQ(askClaude({{"{}", 200, "", milliseconds(20000)}}, {"--timeout", "0.2"}), 1);
-    EXPECT_THAT(program->errors(), HasSubstr("127.0.0.1: Timeout was reached"));
+    EXPECT_THAT(program->errors(),
+                HasSubstr("ask: 127.0.0.1: no reply within 0.2 seconds; --timeout gives it longer\n"));
     EXPECT_EQ(ask({"Hello?", "--provider", "claude", "--url", "http://192.0.2.1/v1"}), 1);
     EXPECT_THAT(program->errors(),
                 HasSubstr("http://192.0.2.1/v1/messages: only https is spoken to other machines"));

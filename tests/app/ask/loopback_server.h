@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -32,13 +33,18 @@ class LoopbackServer {
         std::string body;
     };
 
-    explicit LoopbackServer(std::vector<Reply> replies) : replies_(std::move(replies)) {
+    /// Port 0 stands for any that is free.
+    explicit LoopbackServer(std::vector<Reply> replies, std::uint16_t port = 0)
+        : replies_(std::move(replies)) {
         listening_ = ::socket(AF_INET, SOCK_STREAM, 0);
+        const int yes = 1;
+        ::setsockopt(listening_, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
         sockaddr_in address{};
         address.sin_family = AF_INET;
+        address.sin_port = htons(port);
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        ::bind(listening_, reinterpret_cast<sockaddr*>(&address), sizeof address);
-        ::listen(listening_, 8);
+        hasPort_ = ::bind(listening_, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+                   ::listen(listening_, 8) == 0;
         socklen_t size = sizeof address;
         ::getsockname(listening_, reinterpret_cast<sockaddr*>(&address), &size);
         url_ = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/v1";
@@ -53,6 +59,8 @@ class LoopbackServer {
     }
 
     const std::string& url() const { return url_; }
+    /// False when another program has the port that was asked for.
+    bool hasPort() const { return hasPort_; }
 
     std::vector<Request> requests() {
         const std::lock_guard lock(mutex_);
@@ -100,6 +108,7 @@ class LoopbackServer {
 
     std::vector<Reply> replies_;
     int listening_ = -1;
+    bool hasPort_ = false;
     std::string url_;
     std::mutex mutex_;
     std::vector<Request> requests_;

@@ -49,13 +49,17 @@ TEST(Http, KnowsThisMachineByItsNames) {
 TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
     const std::string markdown =
         "## Your week\n\nYou typed **much more than** usual, see [the day](days/a.md).\n"
-        "- one `key`\n  - two words that wrap\n12. three\n| a **b** |\n```\n**code**\n```\n2 * 3 ** 4";
-    EXPECT_EQ(terminalText(markdown, {.colours = true, .unicode = true}, 31),
+        "- one `key`\n  - two words that wrap\n12. three\n| a **b** |\n  ```c\n**code**\n  ```\n2 * 3 ** 4";
+    EXPECT_EQ(terminalText(markdown, {.colours = true, .unicode = true, .width = 31}),
               "\033[1mYour\033[0m \033[1mweek\033[0m\n\nYou typed \033[1mmuch\033[0m \033[1mmore\033[0m "
               "\033[1mthan\033[0m usual,\n"
               "see the day (days/a.md).\n• one key\n  • two words that wrap\n12. three\n| a **b** "
               "|\n**code**\n2 * 3 ** 4\n");
-    EXPECT_EQ(terminalText("- **a** [b\n", {}, 80), "- a [b\n\n");
+    EXPECT_EQ(terminalText("- **a** [b\n", {}), "- a [b\n\n");
+    EXPECT_EQ(terminalText("| Day | Keys |\n|---|--:|\n| **Mon** | 1,204 |\n| 日 | 7 | more\nend",
+                           {.colours = true, .unicode = true}),
+              "\033[1mDay\033[0m   \033[1mKeys\033[0m\n\033[2m───  ─────  ────\033[0m\n"
+              "\033[1mMon\033[0m  1,204\n日       7  more\nend\n");
 }
 
 }  // namespace
