@@ -100,10 +100,10 @@ AssistantTools::Output AssistantTools::run(std::string_view name, const nlohmann
     return repaired(toolError("Unknown tool: " + shortened(name)));
 }
 
-std::vector<std::string> AssistantTools::names(std::string_view folder) const {
+std::vector<std::string> AssistantTools::names(std::string_view folder, std::string_view contains) const {
     std::vector<std::string> names;
     for (const std::string& place : places(folder))
-        for (DataFile& file : filesIn(place)) names.push_back(std::move(file.name));
+        for (DataFile& file : filesIn(place, contains)) names.push_back(std::move(file.name));
     const auto fileName = [](std::string_view name) { return name.substr(name.rfind('/') + 1); };
     std::stable_sort(names.begin(), names.end(),
                      [&](const auto& a, const auto& b) { return fileName(a) > fileName(b); });
@@ -113,8 +113,7 @@ std::vector<std::string> AssistantTools::names(std::string_view folder) const {
 AssistantTools::Output AssistantTools::listFiles(std::string_view folder, std::string_view contains) const {
     if (std::find(folders.begin(), folders.end(), folder) == folders.end())
         return toolError("No such folder: " + shortened(folder) + ". Use days, months, reports or practice.");
-    std::vector<std::string> wanted = names(folder);
-    std::erase_if(wanted, [&](const auto& name) { return name.find(contains) == std::string::npos; });
+    const std::vector<std::string> wanted = names(folder, contains);
     if (wanted.empty()) return toolText("No files.");
     const std::size_t shown = std::min(wanted.size(), listLimit);
     std::string text = joined({wanted.data(), shown}, "\n");

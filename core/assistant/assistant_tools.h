@@ -84,8 +84,9 @@ struct AssistantTools {
     /// The same as text.
     std::string text(const Period& period) const;
 
-    /// The data files of a folder in all places, relative to `base`, the newest first.
-    std::vector<std::string> names(std::string_view folder) const;
+    /// The data files of a folder in all places, relative to `base`, the newest first: those whose name so
+    /// written contains a text.
+    std::vector<std::string> names(std::string_view folder, std::string_view contains = "") const;
 
     /// Where the files of a folder lie, relative to `base`: at the top, then with each machine.
     std::vector<std::string> places(std::string_view folder) const;
@@ -102,7 +103,7 @@ struct AssistantTools {
     };
     struct Copy;
 
-    std::vector<DataFile> filesIn(const std::string& place) const;
+    std::vector<DataFile> filesIn(const std::string& place, std::string_view contains = "") const;
     std::vector<Copy> copies(std::string_view path) const;
 
     Output listFiles(std::string_view folder, std::string_view contains) const;

@@ -75,23 +75,19 @@ std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
     return inside(base, path);
 }
 
-std::vector<AssistantTools::DataFile> AssistantTools::filesIn(const std::string& place) const {
+std::vector<AssistantTools::DataFile> AssistantTools::filesIn(const std::string& place,
+                                                              std::string_view contains) const {
     std::vector<DataFile> files;
     const auto folder = inside(base, place);
     if (!folder) return files;
-    std::error_code error;
-    for (fs::directory_iterator entry(*folder, error); !error && entry != fs::directory_iterator();
-         entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (!isDataFileName(name)) continue;
+    for (const std::string& fileName : namesIn(*folder)) {
+        std::string name = place + "/" + fileName;
+        if (!isDataFileName(fileName) || name.find(contains) == std::string::npos) continue;
+        std::optional<fs::path> path = *folder / fileName;
         std::error_code gone;
-        const bool isLink = entry->is_symlink(gone);
-        const auto path = isLink ? inside(base, fs::path(place) / name) : entry->path();
-        if (path && (isLink ? isFile(*path) : entry->is_regular_file(gone)))
-            files.push_back({place + "/" + name, *path});
+        if (fs::is_symlink(fs::symlink_status(*path, gone))) path = inside(base, name);
+        if (path && isFile(*path)) files.push_back({std::move(name), std::move(*path)});
     }
-    std::sort(files.begin(), files.end(),
-              [](const DataFile& a, const DataFile& b) { return a.name < b.name; });
     return files;
 }
 

@@ -159,19 +159,24 @@ void Store::removeOthers(std::string_view folder, std::string_view name, const f
 
 Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                        FileProblems* problems) const {
+    constexpr std::int64_t worthListing = 40;  // for fewer days, asking for each is faster in a full folder
     struct DaysFolder {
         fs::path path;
-        DataListing listing;
+        std::optional<DataListing> listing;
     };
     std::vector<DaysFolder> folders;
-    for (const Store& part : readParts())
-        folders.push_back({part.root / daysFolder, DataListing(part.root / daysFolder)});
+    for (const Store& part : readParts()) {
+        folders.push_back({part.root / daysFolder, {}});
+        if (days >= worthListing) folders.back().listing.emplace(folders.back().path);
+    }
     Summary sum;
     for (std::int64_t before = days - 1; before >= 0; --before) {
         const Day day = endingOn.adding(-before, calendar);
         DayFile file;
         for (const DaysFolder& folder : folders)
-            addFiles(file, readCopies(folder.path, day.description(), format, fetch_, &folder.listing),
+            addFiles(file,
+                     readCopies(folder.path, day.description(), format, fetch_,
+                                folder.listing ? &*folder.listing : nullptr),
                      problems);
         sum.add(day, file);
     }
