@@ -6,6 +6,7 @@
 #include "app/common/assistant.h"
 #include "app/common/command_line.h"
 #include "app/common/records_json.h"
+#include "app/common/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/foundation/characters.h"
 
@@ -85,7 +86,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     const auto output = tools.run(name, arguments);
     if (asJSON) return print(jsonText(toJson(output)));
     if (output.isError) throw Failure(name, output.text);
-    print(output.text + "\n");
+    print((environment.onTerminal ? harmless(output.text) : output.text) + "\n");
 }
 
 }  // namespace tappora

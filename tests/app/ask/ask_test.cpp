@@ -257,19 +257,14 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
 TEST_F(Ask, SpeaksTheUsersLanguage) {
     environment["LC_ALL"] = "ru_RU.UTF-8";
     environment["LANGUAGE"] = "nl:de_AT";
-    server.emplace(std::vector<LoopbackServer::Reply>{{"{}", 401}, {"{}", 401}});
-    const std::vector<std::string> arguments = {"--provider", "claude", "--url", server->url()};
-    ask(arguments, "4\n");
+    server.emplace(std::vector<LoopbackServer::Reply>{{"{}", 401}});
+    ask({"--provider", "claude", "--url", server->url()}, "4\n");
     EXPECT_THAT(program->output(), HasSubstr("  4  Wie war meine Woche?\n"));
     EXPECT_THAT(program->errors(), HasSubstr("Der Anbieter hat den Schlüssel abgelehnt."));
     EXPECT_EQ(sent(0)["messages"][0]["content"], "Wie war meine Woche?");
     EXPECT_THAT(sent(0)["system"][0]["text"].get<std::string>(), HasSubstr("Always answer in German, even"));
-
-    home.put("config/tappora/settings.json", R"({"language": "uk"})");
-    ask(arguments, "4\n");
-    EXPECT_THAT(program->output(), HasSubstr("  4  Як минув мій тиждень?\n"));
     home.put("config/tappora/settings.json", R"({"language": "xx"})");
-    EXPECT_EQ(ask(arguments), 1);
+    EXPECT_EQ(ask({"Hello?"}), 1);
     EXPECT_THAT(program->errors(),
                 HasSubstr("language: no texts in \"xx\"; there are system, de, en, es, fr, ru, uk"));
 }

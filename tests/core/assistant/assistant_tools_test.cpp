@@ -89,28 +89,12 @@ TEST_F(Tools, RefuseEveryPathThatIsNoDataFile) {
     folder.put("days/.hidden.md", "secret");
     folder.put("days/notes.txt", "secret");
     folder.put("Studio/days/2026-09-17.md", "not a known Mac");
-    const std::string nul("days/2026-09-17.md\0.org", 23);
-    for (const std::string& path : {std::string("days/../.keys/config.json"),
-                                    std::string(".keys/config.json"),
-                                    std::string(".keys/notes.md"),
-                                    std::string("days/.hidden.md"),
-                                    std::string("days/notes.txt"),
-                                    std::string("days//x.org"),
-                                    std::string("/days/x.org"),
-                                    std::string("/etc/days/x.md"),
-                                    std::string("../days/x.md"),
-                                    std::string("days/.."),
-                                    std::string("days%2F2026-09-17.md"),
-                                    std::string("days/..%2Fx/a.md"),
-                                    std::string("Studio/days/2026-09-17.md"),
-                                    std::string("Days/2026-09-17.md"),
-                                    std::string("days/md"),
-                                    std::string("assistant/chat.md"),
-                                    std::string("days/a/b/c.md"),
-                                    std::string("days/a\nb.md"),
-                                    nul,
-                                    std::string()})
-        EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path)) << path;
+    for (const json& path :
+         json::parse(R"(["days/../.keys/config.json", ".keys/config.json", ".keys/notes.md",
+            "days/.hidden.md", "days/notes.txt", "days//x.org", "/days/x.org", "/etc/days/x.md", "../days/x.md",
+            "days/..", "days%2F2026-09-17.md", "days/..%2Fx/a.md", "Studio/days/2026-09-17.md", "Days/2026-09-17.md",
+            "days/md", "assistant/chat.md", "days/a/b/c.md", "days/a\nb.md", "days/2026-09-17.md\u0000.org", ""])"))
+        EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path));
 }
 
 TEST_F(Tools, FollowNoLinkOutOfTheFolderNorToTheSettings) {

@@ -86,22 +86,15 @@ class Chats : public testing::Test {
         berlin.moment({.year = 2026, .month = 9, .day = 20, .hour = 8, .minute = 5, .second = 59});
 };
 
-TEST_F(Chats, AreKeptInTheOwnSubFolder) {
+TEST_F(Chats, AreKeptInTheOwnSubFolderAndFollowItsFormat) {
     EXPECT_EQ(store.readChat(), ChatFile());
     EXPECT_EQ(store.shelveChat(morning, berlin), std::nullopt);
-    EXPECT_THAT(store.chatHistory(), ElementsAre());
-    store.writeChat(week);
-    EXPECT_EQ(store.chatURL(), folder / "Studio/assistant/chat.md");
-    EXPECT_EQ(folder.text("Studio/assistant/chat.md"), week.text(FileFormat::markdown));
-    EXPECT_EQ(store.readChat(), week);
-}
-
-TEST_F(Chats, FollowTheFormatAtTheNextWrite) {
     folder.put("Studio/assistant/chat.org", week.text(FileFormat::org));
     EXPECT_EQ(store.readChat(), week);
     store.writeChat(week);
+    EXPECT_EQ(store.chatURL(), folder / "Studio/assistant/chat.md");
+    EXPECT_EQ(folder.text("Studio/assistant/chat.md"), week.text(FileFormat::markdown));
     EXPECT_EQ(folder.files().size(), 1u);
-    EXPECT_EQ(store.readChat(), week);
 }
 
 TEST_F(Chats, AreShelvedUnderTheirMomentNewestFirst) {

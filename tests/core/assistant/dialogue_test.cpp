@@ -156,8 +156,9 @@ TEST(Dialogue, RefusesRepliesOfUnknownShape) {
                             R"({"choices":[{"message":{"function_call":{"name":"search"}}}]})",
                             R"({"choices":[{"message":{"tool_calls":[{"function":{}}]}}]})"})
         EXPECT_THROW(Dialogue::chat(start("m", {}))->take(json::parse(bad), budget), JsonError) << bad;
-    for (const char* bad :
-         {"null", R"({"content":[{"type":"tool_use","name":"x"}],"stop_reason":"tool_use"})"})
+    for (const char* bad : {"null", "{}", R"({"content":"text"})", R"({"content":[{"type":"text"}]})",
+                            R"({"content":[],"stop_reason":3})",
+                            R"({"content":[{"type":"tool_use","name":"x"}],"stop_reason":"tool_use"})"})
         EXPECT_THROW(Dialogue::claude(start("m", {}))->take(json::parse(bad), budget), JsonError) << bad;
 }
 
