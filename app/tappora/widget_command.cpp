@@ -32,14 +32,16 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     CLI::App& write =
         line.addSubcommand("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
-    line.addSubcommand("render", "Every widget as a picture, in all sizes and appearances",
-                       "tappora widget render -o pictures");
+    const CLI::App& render =
+        line.addSubcommand("render", "Every widget as a picture, in all sizes and appearances",
+                           "tappora widget render -o pictures");
     const CLI::App& timeline = line.addSubcommand(
         "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
     line.require_subcommand(0, 1);
     line.parse();
     if (watch && !line.get_subcommands().empty())
         throw UsageError("--watch: not together with " + line.get_subcommands().front()->get_name());
+    if (render.parsed()) throw UsageError("render: stands first, before its options");
 
     if (timeline.parsed()) return printTimelines(environment);
     if (watch) return watchSnapshot(folder, environment);

@@ -63,6 +63,7 @@ class Words {
         std::map<std::string, Forms, std::less<>> texts;
     };
 
+    Words() = default;
     static Table read(const std::filesystem::path& folder, std::string_view language);
     std::string form(std::string_view key, std::optional<std::int64_t> count) const;
 
