@@ -1,11 +1,13 @@
 #include <gtkmm/main.h>
 
+#include <csignal>
 #include <string>
 #include <vector>
 
 #include "app/common/command_line.h"
 #include "app/common/program.h"
 #include "app/common/settings.h"
+#include "app/common/wake_ups.h"
 #include "app/desktop/widget_choice.h"
 #include "app/desktop/widget_host.h"
 
@@ -40,8 +42,10 @@ void widgets(CommandLine& line, const Environment& environment) {
         settings.setText(widgetsKey, names);
         settings.write();
     }
+    // Before GTK: threads that it starts hold back the same signals.
+    const SignalQueue signals{SIGINT, SIGTERM, SIGHUP};
     startGtk();
-    WidgetHost(choices, environment).run();
+    WidgetHost(choices, environment).run(signals);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
-#include <csignal>
 
 #include "app/common/language.h"
 #include "app/common/widget_file.h"
@@ -44,8 +43,7 @@ WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environme
     }
 }
 
-void WidgetHost::run() {
-    const SignalQueue signals{SIGINT, SIGTERM, SIGHUP};
+void WidgetHost::run(const SignalQueue& signals) {
     const auto loop = Glib::MainLoop::create();
     const auto context = Glib::MainContext::get_default();
     const auto onReadable = [&](int descriptor, const std::function<void()>& act) {

@@ -25,8 +25,8 @@ class WidgetHost {
     /// GTK must have been started. Throws Failure, or std::system_error.
     WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment);
 
-    /// Runs until the process is asked to end.
-    void run();
+    /// Runs until one of the signals comes.
+    void run(const SignalQueue& signals);
 
   private:
     struct Shown {
