@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/made_up_days.h"
 #include "core/files/day_file.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
@@ -26,17 +27,6 @@ using tapcore::Day;
 const tapcore::Calendar utc("UTC");
 const Day lastDay(2026, 9, 20);
 
-/// A day of 17 kB: 40 keys in each of 13 hours, and some shortcuts.
-tapcore::DayFile busyDay() {
-    tapcore::DayFile file;
-    for (std::int64_t hour = 8; hour < 21; ++hour) {
-        for (tapcore::KeyCode key = 0; key < 40; ++key) file.tally.add(key, hour, 10 + key * hour);
-        for (tapcore::KeyCode key = 0; key < 4; ++key)
-            file.tally.add({tapcore::Modifiers::command, key}, hour, 3);
-    }
-    return file;
-}
-
 /// A data folder of so many days, up to the last one, of three machines; gone at the program's end.
 class MadeUpFolder {
   public:
@@ -44,7 +34,7 @@ class MadeUpFolder {
         std::string name = (fs::temp_directory_path() / "tappora-bench-XXXXXX").string();
         if (!mkdtemp(name.data())) tapcore::fatal("no folder for the benchmark");
         path = name;
-        const tapcore::DayFile file = busyDay();
+        const tapcore::DayFile file = tappora::bench::busyDay();
         for (const char* machine : {"desk", "laptop", "studio"}) {
             tapcore::writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})");
             for (std::int64_t before = 0; before < days; ++before)

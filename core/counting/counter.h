@@ -26,15 +26,11 @@ class Counter {
     /// Counts a key, and the chord too when the modifiers make one. Nothing for a code of 128 or above.
     void press(KeyCode keyCode, Modifiers modifiers) {
         if (keyCode >= keyCodes) return;
-        bump(keys_[keyCode]);
-        bump(thisMinute_);
-        // Typing without ctrl, opt or cmd bumps its cell too: `drain` leaves those rows out, and no branch is
-        // taken.
-        bump(chords_[(modifiers.rawValue & (Modifiers::count - 1)) * keyCodes + keyCode]);
+        ++presses_[(modifiers.rawValue & (Modifiers::count - 1)) * keyCodes + keyCode];
     }
 
-    void click(Button button) { bump(clicks_[static_cast<std::size_t>(button)]); }
-    void scroll() { bump(scrolls_); }
+    void click(Button button) { ++clicks_[static_cast<std::size_t>(button)]; }
+    void scroll() { ++scrolls_; }
     /// Adds a distance in screen points, when it is above 0 and below 4000: larger ones are jumps of the
     /// pointer.
     void moved(double by) {
@@ -55,18 +51,20 @@ class Counter {
     std::int64_t pending() const;
     std::int64_t pendingClicks() const;
 
-    std::int32_t thisMinute() const { return static_cast<std::int32_t>(thisMinute_); }
+    /// Presses since the last closed minute.
+    std::int32_t thisMinute() const { return static_cast<std::int32_t>(undrained() - minuteStart_); }
     std::int32_t peak() const { return peak_; }
 
   private:
     // Unsigned, so that a count too far wraps; 32 bits are drained long before.
     using Count = std::uint32_t;
-    static void bump(Count& count) { ++count; }
+    Count undrained() const;
     void clearCounts();
 
-    std::array<Count, keyCodes> keys_{};
-    std::array<Count, Modifiers::count * keyCodes> chords_{};
-    Count thisMinute_ = 0;
+    // The one number that a press bumps: by modifiers, then key code. What a key counts with all modifiers,
+    // and the presses of the minute, are sums over these, taken once a minute.
+    std::array<Count, Modifiers::count * keyCodes> presses_{};
+    Count minuteStart_ = 0;  ///< what was undrained when the minute began, less what it drained itself
     std::int32_t peak_ = 0;
     std::array<Count, 3> clicks_{};
     Count scrolls_ = 0;

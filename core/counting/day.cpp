@@ -4,7 +4,6 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "core/foundation/characters.h"
 #include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
 
@@ -12,8 +11,7 @@ namespace tapcore {
 namespace {
 
 std::optional<std::int64_t> integerOfWidth(std::string_view text, std::size_t width) {
-    if (characterCount(text) != width) return std::nullopt;
-    return parseInteger(text);
+    return text.size() == width ? parseInteger(text) : std::nullopt;
 }
 
 /// The pieces between "-", empty ones dropped; nothing unless there are three.

@@ -41,9 +41,18 @@ std::vector<ListedFile> dataFiles(const std::filesystem::path& folder) {
     return files;
 }
 
+DataListing::DataListing(const std::filesystem::path& folder) {
+    for (const ListedFile& file : allDataFiles(folder)) fileNames_.push_back(file.fileName());
+    std::sort(fileNames_.begin(), fileNames_.end());
+}
+
+bool DataListing::has(std::string_view fileName) const {
+    return std::binary_search(fileNames_.begin(), fileNames_.end(), fileName);
+}
+
 bool isDayName(std::string_view name) {
-    const auto day = Day::parse(name);
-    return day && day->description() == name;
+    // Ten bytes with a year of four digits, a month and a day of two leave room for two dashes alone.
+    return name.size() == 10 && name.find('+') == std::string_view::npos && Day::parse(name).has_value();
 }
 
 bool isMonthName(std::string_view name) {

@@ -13,7 +13,7 @@ struct ListedFile {
     std::string extension;  ///< "org", "md" or "tsv"
     bool isHere = true;     ///< false for one that iCloud Drive keeps as a placeholder
 
-    std::filesystem::path fileName() const { return name + "." + extension; }
+    std::string fileName() const { return name + "." + extension; }
 };
 
 /// The data files of a folder, in all formats read, by name; none when it cannot be listed. A placeholder of
@@ -22,6 +22,18 @@ std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
 
 /// Those in the two formats written: the files that count as being there when a folder is listed.
 std::vector<ListedFile> dataFiles(const std::filesystem::path& folder);
+
+/// The names of a folder's data files, of all formats and placeholders included, listed once: for reading
+/// many of them without asking for each one that is not there.
+class DataListing {
+  public:
+    explicit DataListing(const std::filesystem::path& folder);
+
+    bool has(std::string_view fileName) const;
+
+  private:
+    std::vector<std::string> fileNames_;
+};
 
 /// Whether a name is exactly how a day is written ("2026-09-20"; "+026-09-20" parses as a day, and is no file
 /// of it).

@@ -23,43 +23,40 @@ Outcome countedIn(std::int64_t hour, std::int64_t count) {
 
 Outcome readKeyRow(DayFile& file, const Cells& cells) {
     if (cells.size() != 3) return "a row of Keys has 3 cells";
-    const auto hour = parseInteger(cells[0]);
-    const auto keyCode = parseKeyCode(cells[1]);
-    const auto count = parseInteger(cells[2]);
-    if (!hour || !keyCode || !count) return notNumbers;
-    file.tally.add(*keyCode, *hour, *count);
-    return countedIn(*hour, *count);
+    std::int64_t hour = 0;
+    KeyCode keyCode = 0;
+    std::int64_t count = 0;
+    if (!parse(cells[0], hour) || !parse(cells[1], keyCode) || !parse(cells[2], count)) return notNumbers;
+    file.tally.add(keyCode, hour, count);
+    return countedIn(hour, count);
 }
 
 Outcome readChordRow(DayFile& file, const Cells& cells) {
     if (cells.size() != 4) return "a row of Chords has 4 cells";
-    const auto hour = parseInteger(cells[0]);
+    std::int64_t hour = 0;
+    KeyCode keyCode = 0;
+    std::int64_t count = 0;
     const auto modifiers = Modifiers::parse(cells[1]);
-    const auto keyCode = parseKeyCode(cells[2]);
-    const auto count = parseInteger(cells[3]);
     if (!modifiers) return notModifiers;
-    if (!hour || !keyCode || !count) return notNumbers;
-    file.tally.add(Tally::Chord{*modifiers, *keyCode}, *hour, *count);
-    return modifiers->isChord() ? countedIn(*hour, *count) : "a chord has ctrl, opt or cmd";
+    if (!parse(cells[0], hour) || !parse(cells[2], keyCode) || !parse(cells[3], count)) return notNumbers;
+    file.tally.add(Tally::Chord{*modifiers, keyCode}, hour, count);
+    return modifiers->isChord() ? countedIn(hour, count) : "a chord has ctrl, opt or cmd";
 }
 
 Outcome readHourRow(DayFile& file, const Cells& cells) {
     if (cells.size() != 2) return "a row of Hours has 2 cells";
-    const auto hour = parseInteger(cells[0]);
-    const auto count = parseInteger(cells[1]);
-    if (!hour || !count) return notNumbers;
-    file.tally.addUnkeyed(*count, *hour);
-    return countedIn(*hour, *count);
+    std::int64_t hour = 0;
+    std::int64_t count = 0;
+    if (!parse(cells[0], hour) || !parse(cells[1], count)) return notNumbers;
+    file.tally.addUnkeyed(count, hour);
+    return countedIn(hour, count);
 }
 
 Outcome readMouseRow(DayFile& file, const Cells& cells) {
     std::array<std::int64_t, 6> numbers{};
     if (cells.size() != numbers.size()) return "a row of Mouse has 6 cells";
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const auto number = parseInteger(cells[i]);
-        if (!number) return notNumbers;
-        numbers[i] = *number;
-    }
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        if (!parse(cells[i], numbers[i])) return notNumbers;
     const auto [hour, clicks, right, middle, scrolls, moved] = numbers;
     file.tally.add(Tally::MouseHour{clicks, right, middle, scrolls, moved}, hour);
     return isHour(hour) ? used : noSuchHour;

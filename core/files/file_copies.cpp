@@ -88,10 +88,12 @@ std::string copyName(std::string_view name, std::string_view extension) {
 }
 
 std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, FileFormat format,
-                                 const CloudFetch& fetch) {
+                                 const CloudFetch& fetch, const DataListing* listing) {
     std::vector<FileCopy> copies;
     for (const std::string_view extension : format.readOrder()) {
-        fs::path path = folder / copyName(name, extension);
+        const std::string fileName = copyName(name, extension);
+        if (listing && !listing->has(fileName)) continue;
+        fs::path path = folder / fileName;
         FileRead file = readFile(path);
         if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
         else copies.push_back({std::move(path), std::move(file), false});

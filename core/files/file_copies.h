@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/files/cloud.h"
+#include "core/files/data_listing.h"
 #include "core/files/file_format.h"
 #include "core/files/file_problem.h"
 #include "core/foundation/file_io.h"
@@ -26,9 +27,11 @@ struct FileCopy {
 std::string copyName(std::string_view name, std::string_view extension);
 
 /// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included. Of
-/// one that is only there as a placeholder of iCloud Drive, `fetch` is told, when it is given.
+/// one that is only there as a placeholder of iCloud Drive, `fetch` is told, when it is given. With a listing
+/// of the folder, only what that lists is looked for.
 std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name,
-                                 FileFormat format, const CloudFetch& fetch = {});
+                                 FileFormat format, const CloudFetch& fetch = {},
+                                 const DataListing* listing = nullptr);
 
 /// The same, for replacing them: throws filesystem_error with the path when one cannot be read, is not UTF-8,
 /// or is not here yet, since what it holds would be lost.

@@ -159,10 +159,21 @@ void Store::removeOthers(std::string_view folder, std::string_view name, const f
 
 Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                        FileProblems* problems) const {
+    struct DaysFolder {
+        fs::path path;
+        DataListing listing;
+    };
+    std::vector<DaysFolder> folders;
+    for (const Store& part : readParts())
+        folders.push_back({part.root / daysFolder, DataListing(part.root / daysFolder)});
     Summary sum;
     for (std::int64_t before = days - 1; before >= 0; --before) {
         const Day day = endingOn.adding(-before, calendar);
-        sum.add(day, read(day, problems));
+        DayFile file;
+        for (const DaysFolder& folder : folders)
+            addFiles(file, readCopies(folder.path, day.description(), format, fetch_, &folder.listing),
+                     problems);
+        sum.add(day, file);
     }
     return sum;
 }

@@ -197,7 +197,8 @@ class Store {
     /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
     /// digit; and not "auto", which stands for the system's layout.
     static bool isSafeLayoutID(std::string_view id);
-    /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not safe.
+    /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not
+    /// safe.
     std::filesystem::path saveOwnLayout(const Layout& layout) const;
 
   private:

@@ -39,12 +39,14 @@ std::optional<StoredRollup> readStored(const Store& part, std::string_view month
 using FilesByDay = std::map<Day, std::vector<ListedFile>>;
 using FilesByMonth = std::map<std::string, FilesByDay, std::less<>>;
 
+constexpr std::size_t monthLength = std::string_view("2026-09").size();
+
 FilesByMonth filesBefore(const Day& today, const fs::path& folder) {
     FilesByMonth months;
     for (ListedFile& file : dataFiles(folder)) {
-        const auto day = Day::parse(file.name);
-        if (day && isDayName(file.name) && *day < today)
-            months[day->monthName()][*day].push_back(std::move(file));
+        if (!isDayName(file.name)) continue;
+        if (const auto day = Day::parse(file.name); *day < today)
+            months[file.name.substr(0, monthLength)][*day].push_back(std::move(file));
     }
     return months;
 }
@@ -55,19 +57,32 @@ bool lists(const MonthRollup& rollup, const FilesByDay& files) {
         [](const MonthRollup::DayLine& line, const auto& item) { return line.day == item.first; });
 }
 
-bool hasNewer(const FilesByDay& files, const fs::path& folder, const fs::path& rollup) {
-    std::error_code error;
-    const auto written = fs::last_write_time(rollup, error);
+bool hasNewer(const FilesByDay& files, const FolderTimes& days, std::chrono::nanoseconds rollup) {
     for (const auto& [day, copies] : files)
         for (const ListedFile& file : copies)
-            if (file.isHere && fs::last_write_time(folder / file.fileName(), error) > written) return true;
+            if (const auto written = days.lastWritten(file.fileName()); written && *written > rollup)
+                return true;
     return false;
 }
 
-bool isCurrent(const Store& own, std::string_view month, const FilesByDay& files) {
-    const auto stored = readStored(own, month, nullptr);
-    return stored && lists(stored->rollup, files) && !hasNewer(files, own.base() / daysFolder, stored->path);
-}
+/// Which of this machine's rollups stand as their days do.
+class CurrentRollups {
+  public:
+    explicit CurrentRollups(const Store& own)
+        : own_(own), days_(own.base() / daysFolder), months_(own.base() / monthsFolder) {}
+
+    bool have(std::string_view month, const FilesByDay& files) const {
+        const auto stored = readStored(own_, month, nullptr);
+        if (!stored || !lists(stored->rollup, files)) return false;
+        const auto written = months_.lastWritten(stored->path.filename().string());
+        return written && !hasNewer(files, days_, *written);
+    }
+
+  private:
+    const Store& own_;
+    FolderTimes days_;
+    FolderTimes months_;
+};
 
 bool allHere(const FilesByDay& files) {
     return std::all_of(files.begin(), files.end(), [](const auto& item) {
@@ -122,16 +137,18 @@ bool Store::rebuildRollup(std::string_view month, const Day& today) const {
 bool Store::isOutOfDate(std::string_view month, const Day& today) const {
     const Store own = single(base());
     const FilesByDay files = filesOf(month, filesBefore(today, own.root / daysFolder));
-    return files.empty() ? readStored(own, month, nullptr).has_value() : !isCurrent(own, month, files);
+    return files.empty() ? readStored(own, month, nullptr).has_value()
+                         : !CurrentRollups(own).have(month, files);
 }
 
 bool Store::refreshRollups(const Day& today, const Progress& progress) const {
     const Store own = single(base());
     const FilesByMonth months = filesBefore(today, own.root / daysFolder);
+    const CurrentRollups current(own);
     std::size_t done = 0;
     for (const auto& [month, files] : months) {
         if (!goesOn(progress, done++, months.size())) return false;
-        if (!isCurrent(own, month, files)) rebuild(own, month, files);
+        if (!current.have(month, files)) rebuild(own, month, files);
     }
     for (const std::string& name : own.names(monthsFolder))
         if (isMonthName(name) && !months.contains(name)) removeRollup(own, name);

@@ -8,13 +8,21 @@
 namespace tapcore {
 namespace {
 
+constexpr std::array otherLineEndStarts = {'\v', '\f', '\r', '\xC2', '\xE2'};
+
 /// What may start a line end: a byte below space that is one, or the first byte of a longer one.
 constexpr auto mayEndLine = [] {
     std::array<bool, 256> table{};
-    for (const char byte : {'\n', '\v', '\f', '\r', '\xC2', '\xE2'})
-        table[static_cast<unsigned char>(byte)] = true;
+    table['\n'] = true;
+    for (const char byte : otherLineEndStarts) table[static_cast<unsigned char>(byte)] = true;
     return table;
 }();
+
+/// Whether every line ends with LF alone, as in the files that this program writes.
+bool endsLinesPlainly(std::string_view text) {
+    return std::all_of(otherLineEndStarts.begin(), otherLineEndStarts.end(),
+                       [&](char start) { return text.find(start) == std::string_view::npos; });
+}
 
 /// How many bytes the line end at `at` takes: LF, VT, FF, CR, CR LF, NEL, LS or PS; 0 when there is none.
 std::size_t lineEndSize(std::string_view text, std::size_t at) {
@@ -29,6 +37,22 @@ std::size_t lineEndSize(std::string_view text, std::size_t at) {
         default:
             return 1;
     }
+}
+
+struct LineEnd {
+    std::size_t at, size;  ///< of size 0 at the end of the text
+};
+
+LineEnd lineEnd(std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at)
+        if (mayEndLine[static_cast<unsigned char>(text[at])])
+            if (const std::size_t size = lineEndSize(text, at); size > 0) return {at, size};
+    return {text.size(), 0};
+}
+
+LineEnd plainLineEnd(std::string_view text) {
+    const std::size_t at = text.find('\n');
+    return at == std::string_view::npos ? LineEnd{text.size(), 0} : LineEnd{at, 1};
 }
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
@@ -47,20 +71,19 @@ bool isSectionName(std::string_view word) {
 }
 
 bool isRuleCell(std::string_view cell) {
-    return !cell.empty() && cell.find_first_not_of("-:+") == std::string_view::npos;
+    return !cell.empty() &&
+           std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
 }
 
 }  // namespace
 
+TableReader::TableReader(std::string_view text) : rest_(text), isPlain_(endsLinesPlainly(text)) {}
+
 bool TableReader::takeLine(std::string_view& line) {
     if (rest_.empty()) return false;
-    std::size_t end = 0;
-    std::size_t endSize = 0;
-    for (; end < rest_.size(); ++end)
-        if (mayEndLine[static_cast<unsigned char>(rest_[end])] && (endSize = lineEndSize(rest_, end)) > 0)
-            break;
+    const auto [end, size] = isPlain_ ? plainLineEnd(rest_) : lineEnd(rest_);
     line = rest_.substr(0, end);
-    rest_.remove_prefix(end + endSize);
+    rest_.remove_prefix(end + size);
     ++line_;
     return true;
 }
@@ -101,10 +124,9 @@ bool TableReader::readRow(std::string_view line) {
 bool TableReader::readBarredRow(std::string_view line) {
     if (line.size() < 2 || line.back() != '|') return false;
     cells_.clear();
-    const char* const end = line.data() + line.size();
-    for (const char* start = line.data() + 1; start < end;) {
-        const char* const bar = std::find(start, end, '|');
-        cells_.push_back(trimmedBlanks({start, bar}));
+    for (std::size_t start = 1; start < line.size();) {
+        const std::size_t bar = line.find('|', start);
+        cells_.push_back(trimmedBlanks(line.substr(start, bar - start)));
         start = bar + 1;
     }
     return !std::all_of(cells_.begin(), cells_.end(), isRuleCell);

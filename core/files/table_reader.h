@@ -18,7 +18,7 @@ namespace tapcore {
 class TableReader {
   public:
     /// `text` must outlive the reader.
-    explicit TableReader(std::string_view text) : rest_(text) {}
+    explicit TableReader(std::string_view text);
 
     /// Goes to the next heading or row; false at the end.
     bool next();
@@ -39,6 +39,7 @@ class TableReader {
     bool readBarredRow(std::string_view line);
 
     std::string_view rest_;
+    bool isPlain_;
     std::size_t line_ = 0;
     bool isHeading_ = false;
     bool inSection_ = false;

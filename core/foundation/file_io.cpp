@@ -1,23 +1,22 @@
 #include "core/foundation/file_io.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-
-#include "core/foundation/descriptor.h"
+#include <memory>
 
 namespace tapcore {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view temporaryPrefix = ".tappora-";
-constexpr std::string_view temporarySuffix = ".tmp";
+/// Each folder's one temporary file. Writers take turns at it, and remove the one that a crash left.
+constexpr std::string_view temporaryName = ".tappora.tmp";
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
@@ -61,31 +60,20 @@ void writeAll(const Descriptor& file, std::string_view text, const fs::path& pat
     }
 }
 
-bool isTemporary(std::string_view name) {
-    return name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix);
-}
-
-/// Removes what writers that are gone left in a folder. A living writer holds a lock on its file.
-void sweep(const fs::path& folder) {
-    for (const std::string& name : namesIn(folder)) {
-        if (!isTemporary(name)) continue;
-        const Descriptor left(::open((folder / name).c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
-        if (left.isOpen() && ::flock(left.get(), LOCK_EX | LOCK_NB) == 0) ::unlink((folder / name).c_str());
-    }
-}
-
 /// The hidden file that a text is written to before it takes its place; removed again unless it does.
 class Temporary {
   public:
     /// `target` only names what an error is about.
-    Temporary(const fs::path& folder, const fs::path& target) : target_(target) {
-        do open(folder);
-        while (wasSwept());
+    Temporary(const fs::path& folder, const fs::path& target)
+        : target_(target), path_(folder / temporaryName) {
+        while (!make())
+            if (errno == EEXIST) removeAbandoned();
+            else fail("cannot write", target_);
     }
     Temporary(const Temporary&) = delete;
     Temporary& operator=(const Temporary&) = delete;
     ~Temporary() {
-        if (!path_.empty()) ::unlink(path_.c_str());
+        if (!isInPlace_) ::unlink(path_.c_str());
     }
 
     void fill(std::string_view text) const {
@@ -95,27 +83,41 @@ class Temporary {
 
     void moveInPlace() {
         if (::rename(path_.c_str(), target_.c_str()) < 0) fail("cannot write", target_);
-        path_.clear();
+        isInPlace_ = true;
     }
 
   private:
-    void open(const fs::path& folder) {
-        std::string name = (folder / temporaryPrefix).string() + "XXXXXX" + std::string(temporarySuffix);
-        file_ = Descriptor(::mkostemps(name.data(), static_cast<int>(temporarySuffix.size()), O_CLOEXEC));
-        if (!file_.isOpen()) fail("cannot write", target_);
-        path_ = name;
+    /// False with errno when the file could not be made; EEXIST says that there is one.
+    bool make() {
+        constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
+        file_ = Descriptor(::open(path_.c_str(), flags, S_IRUSR | S_IWUSR));
+        if (!file_.isOpen()) return false;
         retrying([&] { return ::flock(file_.get(), LOCK_EX); });
+        errno = EEXIST;  // another writer took it for an abandoned one before it was locked, if it is gone
+        return isNamed(file_);
     }
 
-    /// Whether another writer took the file for an abandoned one before it was locked.
-    bool wasSwept() const {
-        struct stat status {};
-        return ::fstat(file_.get(), &status) == 0 && status.st_nlink == 0;
+    /// Waits for the living writer that holds the file, if one does, and removes what a dead one left.
+    void removeAbandoned() const {
+        const Descriptor left(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+        if (!left.isOpen() && errno == ENOENT) return;
+        if (!left.isOpen() || retrying([&] { return ::flock(left.get(), LOCK_EX); }) < 0)
+            fail("cannot open what a crash left", path_);
+        if (isNamed(left) && ::unlink(path_.c_str()) < 0) fail("cannot remove what a crash left", path_);
+    }
+
+    /// Whether the opened file still has the temporary name: its former writer may have moved or removed it.
+    bool isNamed(const Descriptor& file) const {
+        struct stat opened {};
+        struct stat named {};
+        return ::fstat(file.get(), &opened) == 0 && ::lstat(path_.c_str(), &named) == 0 &&
+               opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
     }
 
     fs::path target_;
     fs::path path_;
     Descriptor file_{-1};
+    bool isInPlace_ = false;
 };
 
 void flushFolder(const fs::path& folder) {
@@ -160,7 +162,6 @@ FileRead readBytes(const fs::path& path) {
 void writeFile(const fs::path& path, std::string_view text) {
     const fs::path folder = folderOf(path);
     makeFolders(folder);
-    sweep(folder);
     Temporary temporary(folder, path);
     temporary.fill(text);
     temporary.moveInPlace();
@@ -192,12 +193,27 @@ bool removeFile(const fs::path& path) {
 
 std::vector<std::string> namesIn(const fs::path& folder) {
     std::vector<std::string> names;
-    std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
-        names.push_back(entry->path().filename().string());
+    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
+    if (!opened) return names;
+    while (const dirent* entry = ::readdir(opened.get()))
+        if (const std::string_view name = entry->d_name; name != "." && name != "..")
+            names.emplace_back(name);
     std::sort(names.begin(), names.end());
     return names;
+}
+
+FolderTimes::FolderTimes(const fs::path& folder)
+    : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+
+std::optional<std::chrono::nanoseconds> FolderTimes::lastWritten(const std::string& name) const {
+    struct stat status {};
+    if (!folder_.isOpen() || ::fstatat(folder_.get(), name.c_str(), &status, 0) < 0) return std::nullopt;
+#ifdef __APPLE__
+    const timespec time = status.st_mtimespec;
+#else
+    const timespec time = status.st_mtim;
+#endif
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
 }  // namespace tapcore

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
+
+#include "core/foundation/descriptor.h"
 
 namespace tapcore {
 
@@ -49,5 +53,17 @@ bool removeFile(const std::filesystem::path& path);
 
 /// The names in a folder, sorted; none when it cannot be listed.
 std::vector<std::string> namesIn(const std::filesystem::path& folder);
+
+/// When the files of one folder were written: for asking about many of them.
+class FolderTimes {
+  public:
+    explicit FolderTimes(const std::filesystem::path& folder);
+
+    /// Since 1970; nothing when there is no such file.
+    std::optional<std::chrono::nanoseconds> lastWritten(const std::string& name) const;
+
+  private:
+    Descriptor folder_;
+};
 
 }  // namespace tapcore

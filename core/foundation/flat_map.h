@@ -34,6 +34,7 @@ class FlatMap {
 
     /// The value of `key`, made first when there is none. Constant time for a key above all others.
     Value& operator[](const Key& key) {
+        if (items_.capacity() == 0) items_.reserve(fewItems);
         if (items_.empty() || items_.back().first < key) return items_.emplace_back(key, Value{}).second;
         auto at = lowerBound(key);
         if (at->first != key) at = items_.emplace(at, key, Value{});
@@ -57,7 +58,35 @@ class FlatMap {
     /// Merges two maps in one walk; `join(value, otherValue)` says what two values of one key become.
     template <class Join>
     void merge(const FlatMap& other, Join join) {
-        if (other.empty()) return;
+        if (empty()) items_ = other.items_;
+        else if (hasKeysOf(other)) joinPresent(other, join);
+        else joinAndInsert(other, join);
+    }
+
+    bool operator==(const FlatMap&) const = default;
+
+  private:
+    static constexpr std::size_t fewItems = 16;  ///< to start with: an hour's keys are dozens
+
+    static bool before(const value_type& item, const Key& key) { return item.first < key; }
+    auto lowerBound(const Key& key) { return std::lower_bound(items_.begin(), items_.end(), key, before); }
+
+    bool hasKeysOf(const FlatMap& other) const {
+        return std::includes(begin(), end(), other.begin(), other.end(),
+                             [](const value_type& a, const value_type& b) { return a.first < b.first; });
+    }
+
+    template <class Join>
+    void joinPresent(const FlatMap& other, Join join) {
+        auto mine = items_.begin();
+        for (const auto& [key, value] : other) {
+            while (mine->first < key) ++mine;
+            join(mine->second, value);
+        }
+    }
+
+    template <class Join>
+    void joinAndInsert(const FlatMap& other, Join join) {
         std::vector<value_type> merged;
         merged.reserve(items_.size() + other.items_.size());
         auto left = items_.begin();
@@ -73,12 +102,6 @@ class FlatMap {
         std::move(left, items_.end(), std::back_inserter(merged));
         items_ = std::move(merged);
     }
-
-    bool operator==(const FlatMap&) const = default;
-
-  private:
-    static bool before(const value_type& item, const Key& key) { return item.first < key; }
-    auto lowerBound(const Key& key) { return std::lower_bound(items_.begin(), items_.end(), key, before); }
 
     std::vector<value_type> items_;
 };

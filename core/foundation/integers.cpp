@@ -1,7 +1,6 @@
 #include "core/foundation/integers.h"
 
 #include <charconv>
-#include <limits>
 
 namespace tapcore {
 
@@ -17,9 +16,8 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
 }
 
 std::optional<std::uint16_t> parseKeyCode(std::string_view text) {
-    const auto value = parseInteger(text);
-    if (!value || *value < 0 || *value > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
-    return static_cast<std::uint16_t>(*value);
+    std::uint16_t keyCode = 0;
+    return parse(text, keyCode) ? std::optional(keyCode) : std::nullopt;
 }
 
 }  // namespace tapcore

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -13,5 +15,26 @@ std::optional<std::int64_t> parseInteger(std::string_view text);
 
 /// The same, for a macOS virtual key code: 0 to 65535.
 std::optional<std::uint16_t> parseKeyCode(std::string_view text);
+
+// The same for the rows of long tables: what was parsed goes into `value`, and false says that it was none.
+
+inline bool parse(std::string_view text, std::int64_t& value) {
+    constexpr std::size_t digitsThatFit = 18;
+    std::int64_t digits = text.empty() || text.size() > digitsThatFit ? -1 : 0;
+    for (std::size_t at = 0; digits >= 0 && at < text.size(); ++at)
+        digits = text[at] >= '0' && text[at] <= '9' ? digits * 10 + (text[at] - '0') : -1;
+    value = digits;
+    if (digits >= 0) return true;
+    const auto any = parseInteger(text);
+    if (any) value = *any;
+    return any.has_value();
+}
+
+inline bool parse(std::string_view text, std::uint16_t& keyCode) {
+    std::int64_t value = 0;
+    if (!parse(text, value) || value < 0 || value > std::numeric_limits<std::uint16_t>::max()) return false;
+    keyCode = static_cast<std::uint16_t>(value);
+    return true;
+}
 
 }  // namespace tapcore

@@ -7,8 +7,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <thread>
 
 #include "tests/support/temporary_folder.h"
 
@@ -59,17 +61,24 @@ TEST(WriteFileDeathTest, AFolderThatRefusesIsNamed) {
     EXPECT_EQ(folder.files().size(), 1U);
 }
 
-TEST(WriteFile, SweepsWhatACrashLeftAndNotWhatIsBeingWritten) {
+TEST(WriteFile, RemovesWhatACrashLeftAndWaitsForALivingWriter) {
     const TemporaryFolder folder;
-    const auto left = folder / ".tappora-dead00.tmp";
-    const auto held = folder / ".tappora-alive0.tmp";
-    for (const auto& path : {left, held}) std::fclose(std::fopen(path.c_str(), "w"));
-    const int writer = ::open(held.c_str(), O_RDWR);
-    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    const auto temporary = folder / ".tappora.tmp";
+    folder.put(".tappora.tmp", "half of a text");
     writeFile(folder / "day.md", "new");
-    EXPECT_FALSE(isThere(left));
-    EXPECT_TRUE(isThere(held));
-    ::close(writer);
+    EXPECT_EQ(folder.files().size(), 1U);
+
+    folder.put(".tappora.tmp", "first");
+    const int living = ::open(temporary.c_str(), O_RDWR);
+    ASSERT_EQ(::flock(living, LOCK_EX), 0);
+    std::thread second([&] { writeFile(folder / "day.md", "second"); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(folder.text(".tappora.tmp"), "first");
+    std::filesystem::rename(temporary, folder / "day.md");
+    ::close(living);
+    second.join();
+    EXPECT_EQ(folder.text("day.md"), "second");
+    EXPECT_EQ(folder.files().size(), 1U);
 }
 
 TEST(WriteFile, ReplacesALinkAndNotWhatItLeadsTo) {
