@@ -19,11 +19,9 @@ using drawing::Point;
 
 /// The user's scale of text, by which widgets grow too: the part of the scale that is no whole number comes
 /// this way on X11.
-double textScale(const Gtk::Widget& widget) {
-    gint resolution = -1;
-    g_object_get(gtk_widget_get_settings(const_cast<GtkWidget*>(widget.gobj())), "gtk-xft-dpi", &resolution,
-                 nullptr);
-    constexpr double usual = 96.0 * 1024;
+double textScale(const Glib::RefPtr<const Gdk::Screen>& screen) {
+    constexpr double usual = 96;
+    const double resolution = screen->get_resolution();
     return resolution > 0 ? std::clamp(resolution / usual, 0.5, 4.0) : 1;
 }
 
@@ -59,7 +57,7 @@ WidgetWindow::WidgetWindow(const drawing::Size& points, const DesktopSurface& su
 }
 
 drawing::Size WidgetWindow::desktopSize() const {
-    const double scale = textScale(*this);
+    const double scale = textScale(get_screen());
     return {points_.width * scale, points_.height * scale};
 }
 
