@@ -136,19 +136,6 @@ std::string shownLine(std::string_view line, const Terminal& terminal, std::size
 
 }  // namespace
 
-std::string harmless(std::string_view text) {
-    std::string result;
-    for (const std::string_view character : tapcore::characters(text)) {
-        const auto first = static_cast<unsigned char>(character[0]);
-        const bool isControl =
-            (first < ' ' && first != '\n' && first != '\t') || first == 0x7F ||
-            (first == 0xC2 && character.size() > 1 && static_cast<unsigned char>(character[1]) < 0xA0);
-        if (character == "\r\n") result += '\n';
-        else if (!isControl) result += character;
-    }
-    return result;
-}
-
 std::string terminalText(std::string_view markdown, const Terminal& terminal, std::size_t columns) {
     std::string text;
     bool inCode = false;

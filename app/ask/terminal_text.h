@@ -8,9 +8,6 @@
 
 namespace tappora {
 
-/// Text of others without the control characters by which it could steer the terminal.
-std::string harmless(std::string_view text);
-
 /// Markdown as a terminal shows it: bold text and headings bold, list marks as bullets, links followed by
 /// their address, lines broken between words at `columns`. Tables and code stay as they are.
 std::string terminalText(std::string_view markdown, const Terminal& terminal, std::size_t columns);

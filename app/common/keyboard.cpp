@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "app/common/resources.h"
+#include "app/common/system_layout.h"
+#include "app/common/terminal.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/layout_index.h"
 
@@ -27,6 +29,19 @@ bool isPath(std::string_view name) {
 bool isFile(const fs::path& path) {
     std::error_code error;
     return fs::is_regular_file(path, error);
+}
+
+/// What files of others say goes to the terminal: never what would steer it.
+Board harmlessBoard(Board board) {
+    for (std::string* text : {&board.id, &board.name, &board.maker}) *text = harmlessLine(*text);
+    for (Board::Key& key : board.keys) key.id = harmlessLine(key.id);
+    return board;
+}
+
+tapcore::Legends harmlessLegends(tapcore::Legends legends) {
+    for (auto& [code, legend] : legends)
+        for (std::string& text : legend) text = harmlessLine(text);
+    return legends;
 }
 
 /// An id that a file's name can hold; "" and "../x" are none.
@@ -56,7 +71,7 @@ Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store
       settings_(Settings::read(environment)) {}
 
 Board Keyboards::board(std::string_view what, const std::string& name) const {
-    if (isPath(name)) return Catalog::readBoard(name);
+    if (isPath(name)) return harmlessBoard(Catalog::readBoard(name));
     const fs::path file = bundled(resources_, "Boards", name);
     if (!isSafe(name) || !isFile(file))
         throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
@@ -71,10 +86,10 @@ LegendSet Keyboards::layout(std::string_view what, const std::string& name) cons
 }
 
 std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
-    std::vector<Layout> own = store_.ownLayouts();
+    if (!own_) own_ = store_.ownLayouts();
     const auto at =
-        std::find_if(own.begin(), own.end(), [&](const Layout& layout) { return layout.id == id; });
-    if (at != own.end()) return std::move(*at);
+        std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
+    if (at != own_->end()) return *at;
     const fs::path file = bundled(resources_, "Layouts", id);
     return isSafe(id) && isFile(file) ? std::optional(Catalog::readLayout(file)) : std::nullopt;
 }
@@ -89,7 +104,8 @@ LegendSet Keyboards::withBases(Layout layout) const {
         if (!base) break;
         chain.push_back(std::move(*base));
     }
-    return {chain.front().id, chain.front().name, tapcore::LayoutIndex(chain).legends(chain.front().id)};
+    return {harmlessLine(chain.front().id), harmlessLine(chain.front().name),
+            harmlessLegends(tapcore::LayoutIndex(chain).legends(chain.front().id))};
 }
 
 tapcore::DayFile Keyboards::lastDay() const {
@@ -109,6 +125,8 @@ LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
     const auto set = settings_.text("keyboard.layout");
     if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    const auto system = systemLayoutID(environment_);
+    if (system && findLayout(*system)) return layout("layout", *system);
     const auto counted = lastDay().layout;
     return layout("layout", counted && findLayout(*counted) ? *counted : usualLayout);
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/common/program.h"
 #include "app/common/settings.h"
@@ -61,6 +62,7 @@ class Keyboards {
     const tapcore::Store& store_;
     std::filesystem::path resources_;
     Settings settings_;
+    mutable std::optional<std::vector<tapcore::Layout>> own_;  ///< read when first looked for
 };
 
 }  // namespace tappora

@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/common/terminal.h"
+
 namespace tappora {
 namespace {
 
@@ -75,7 +77,7 @@ void forgetOutput() {
 
 void complain(std::string_view text) {
     std::fflush(stdout);
-    std::fprintf(stderr, "tappora: %.*s\n", static_cast<int>(text.size()), text.data());
+    std::fprintf(stderr, "tappora: %s\n", harmless(text).c_str());
 }
 
 int guarded(const CLI::App& program, const std::function<void()>& work) {

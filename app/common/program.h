@@ -50,7 +50,7 @@ void print(std::string_view text);
 /// Drops what was printed and not yet written: it has no reader any more, which is no failure.
 void forgetOutput();
 
-/// Prints "tappora: TEXT" on standard error.
+/// Prints "tappora: TEXT" on standard error, without what would steer the terminal.
 void complain(std::string_view text);
 
 /// Runs what parses `program` and does its work, prints what goes wrong, and returns the exit status: 0, 1

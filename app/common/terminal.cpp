@@ -51,6 +51,26 @@ std::string Terminal::styled(std::string_view text, std::string_view code) const
     return colours && !text.empty() ? fmt::format("\033[{}m{}\033[0m", code, text) : std::string(text);
 }
 
+std::string harmless(std::string_view text) {
+    std::string result;
+    for (const std::string_view character : tapcore::characters(text)) {
+        const auto first = static_cast<unsigned char>(character[0]);
+        const bool isControl =
+            (first < ' ' && first != '\n' && first != '\t') || first == 0x7F ||
+            (first == 0xC2 && character.size() > 1 && static_cast<unsigned char>(character[1]) < 0xA0);
+        if (character == "\r\n") result += '\n';
+        else if (!isControl) result += character;
+    }
+    return result;
+}
+
+std::string harmlessLine(std::string_view text) {
+    std::string line = harmless(text);
+    for (char& byte : line)
+        if (byte == '\n' || byte == '\t') byte = ' ';
+    return line;
+}
+
 std::string grouped(std::int64_t number) {
     std::string digits = std::to_string(number);
     const std::size_t first = number < 0 ? 1 : 0;

@@ -36,6 +36,12 @@ struct Terminal {
     std::string styled(std::string_view text, std::string_view code) const;
 };
 
+/// Text of others without the control characters by which it could steer the terminal.
+std::string harmless(std::string_view text);
+
+/// The same on one line: line ends and tabs become spaces.
+std::string harmlessLine(std::string_view text);
+
 /// 1234567 as "1,234,567".
 std::string grouped(std::int64_t number);
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "app/common/heatmap_view.h"
+#include "app/common/board_counts.h"
 #include "app/common/keyboard.h"
 #include "app/common/language.h"
 #include "core/files/comparison.h"
@@ -45,7 +45,7 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar);
     const auto comparison =
         tapcore::Comparison::percent(counted.byHour(), usual, hourReached(day, environment, calendar));
-    const tapcore::Summary month = store.summary(HeatmapView::usualDays, day, calendar, problems);
+    const tapcore::Summary month = store.summary(BoardCounts::usualDays, day, calendar, problems);
     const tapcore::Board board = Keyboards(environment, store).chosenBoard({});
     // Keys of a widget bear no legends, so that any layout gives the same.
     const tapcore::Heatmap heatmap(board, {}, month.byKey, {});

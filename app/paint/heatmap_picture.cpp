@@ -227,7 +227,7 @@ drawing::Picture heatmapPicture(const HeatmapView& view) {
     const drawing::Size board{unit * bounds.width, unit * bounds.height};
     Node legend = drawing::group({Legend(view.color).node()}, Transform::moved(0, board.height + legendGap));
     return pictureOf({.title = title(view.board),
-                      .subtitle = subtitle(view),
+                      .subtitle = subtitle(view, view.total),
                       .content = drawing::group({boardNode(view, {bounds.x, bounds.y}), std::move(legend)}),
                       .size = {board.width, board.height + legendGap + Legend::height},
                       .notes = notes(view)});

@@ -1,8 +1,10 @@
 #include <cstdio>
 
 #include "app/common/command_line.h"
+#include "app/common/fingers_view.h"
 #include "app/common/heatmap_view.h"
 #include "app/common/program.h"
+#include "app/paint/fingers_picture.h"
 #include "app/paint/heatmap_picture.h"
 #include "app/paint/picture_file.h"
 #include "app/paint/widget_pictures.h"
@@ -14,14 +16,16 @@ drawing::Appearance appearance(bool dark) {
     return {.theme = dark ? drawing::Theme::dark : drawing::Theme::light};
 }
 
-void paintHeatmap(CommandLine& line, const Environment& environment) {
-    HeatmapOptions options;
-    addHeatmapOptions(line, options);
+/// What the commands that write a picture do alike, with their options, view and picture.
+template <class Options, auto addOptions, auto viewOf, auto pictureFrom>
+void paint(CommandLine& line, const Environment& environment) {
+    Options options;
+    addOptions(line, options);
     line.get_option("--output")->required();
     line.parse();
     pictureKind(*options.output);
-    const HeatmapView view = heatmapView(options, environment);
-    writePicture(*options.output, heatmapPicture(view), appearance(view.dark));
+    const auto view = viewOf(options, environment);
+    writePicture(*options.output, pictureFrom(view), appearance(view.dark));
 }
 
 /// The pictures by the command that `tappora` is given.
@@ -29,8 +33,11 @@ constexpr struct {
     std::string_view name;
     std::string_view command;
     void (*paint)(CommandLine&, const Environment&);
-} pictures[] = {{"heatmap", "tappora heatmap", paintHeatmap},
-                {"widget", "tappora widget render", renderWidgets}};
+} pictures[] = {
+    {"heatmap", "tappora heatmap", paint<HeatmapOptions, addHeatmapOptions, heatmapView, heatmapPicture>},
+    {"fingers", "tappora fingers", paint<FingersOptions, addFingersOptions, fingersView, fingersPicture>},
+    {"widget", "tappora widget render", renderWidgets},
+};
 
 int run(std::vector<std::string> arguments) {
     const std::string name = arguments.empty() ? "" : arguments.front();

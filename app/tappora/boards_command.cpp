@@ -7,6 +7,7 @@
 #include "app/common/command_line.h"
 #include "app/common/program.h"
 #include "app/common/resources.h"
+#include "app/common/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
@@ -100,7 +101,7 @@ void check(const Asked& asked, const Environment& environment) {
     const auto problems = asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog);
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
-        if (!asked.json) print(problem + "\n");
+        if (!asked.json) print(harmlessLine(problem) + "\n");
     if (problems.size() == 1) throw Failure("boards", "1 problem");
     if (!problems.empty()) throw Failure("boards", fmt::format("{} problems", problems.size()));
     if (!asked.json) print("No problems.\n");
@@ -120,7 +121,7 @@ tapcore::BoardImport imported(const Asked& asked, const Catalog& catalog) {
 
 void printList(std::string_view title, const std::vector<std::string>& sentences) {
     if (!sentences.empty()) print(fmt::format("\n{}:\n", title));
-    for (const std::string& sentence : sentences) print("  " + sentence + "\n");
+    for (const std::string& sentence : sentences) print("  " + harmlessLine(sentence) + "\n");
 }
 
 void import(const Asked& asked, const Environment& environment) {

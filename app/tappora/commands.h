@@ -18,6 +18,7 @@ void folderCommand (CommandLine&, const Environment&);
 void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
 void boardsCommand (CommandLine&, const Environment&);
 void dayCommand    (CommandLine&, const Environment&);
+void fingersCommand(CommandLine&, const Environment&);
 void heatmapCommand(CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
@@ -36,10 +37,8 @@ struct Companion {
 
 template <auto command>
 inline constexpr Run run = [](CommandLine& line, const Environment& environment) {
-    if constexpr (std::is_invocable_v<decltype(command), CommandLine&>)
-        command(line);
-    else
-        command(line, environment);
+    if constexpr (std::is_invocable_v<decltype(command), CommandLine&>) command(line);
+    else command(line, environment);
 };
 
 struct Command {
@@ -54,7 +53,8 @@ inline constexpr Command commands[] = {
     {"summary", "The figures of a period",                                        run<summaryCommand>},
     {"day",     "One day as its table file",                                      run<dayCommand>},
     {"heatmap", "How often each key was pressed, on the keyboard",                run<heatmapCommand>},
-    {"widget",  "What the desktop widgets show: their file, timeline and pictures", run<widgetCommand>},
+    {"fingers", "What each finger, hand and row carries, and travels",            run<fingersCommand>},
+    {"widget",  "What the desktop widgets show: their file, timeline, pictures",  run<widgetCommand>},
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},

@@ -60,13 +60,22 @@ std::string shortCount(std::int64_t count) {
     return count < 999500 ? scaled(1e3, 'k') : scaled(1e6, 'M');
 }
 
-/// What is written on a key that has so many columns: its face, and the amount where it fits whole. A face
-/// may take the free column too rather than be cut.
+/// A name that is too long for its key: of two words the first cut short, and the initial of the last
+/// ("paU").
+std::string shortened(const std::string& name, std::size_t columns) {
+    const auto blank = name.rfind(' ');
+    if (blank == std::string::npos || columns < 2) return cut(name, columns);
+    return cut(name, columns - 1) + tapcore::uppercased(cut(name.substr(blank + 1), 1));
+}
+
+/// What is written on a key that has so many columns: its face, and the amount where it fits whole. A short
+/// face may take the free column too rather than be cut.
 std::vector<std::string> linesOn(const HeatmapView& view, const Heatmap::Cell& cell, std::size_t columns) {
     std::string face;
     for (const std::string& line : view.face(cell)) face += line;
-    const bool isCut = tapcore::columnCount(face) > columns + 1;
-    std::vector<std::string> lines = {isCut ? cut(face, columns) : face};
+    const std::size_t room = std::max<std::size_t>(columns, std::min<std::size_t>(columns + 1, 3));
+    const bool isCut = tapcore::columnCount(face) > room;
+    std::vector<std::string> lines = {isCut ? shortened(face, columns) : face};
     std::string amount = view.amountText(cell);
     if (amount.ends_with(" %")) amount.resize(amount.size() - 2);
     if (amount.size() > columns && view.amount == KeyAmount::count) amount = shortCount(cell.count);

@@ -48,8 +48,8 @@ std::string topLine(const Heatmap& heatmap) {
 }
 
 std::string heatmapText(const HeatmapView& view, const Terminal& terminal) {
-    std::string text =
-        terminal.bold(title(view.board)) + "\n" + terminal.faint(subtitle(view, terminal.unicode)) + "\n\n";
+    std::string text = terminal.bold(title(view.board)) + "\n" +
+                       terminal.faint(subtitle(view, view.total, terminal.unicode)) + "\n\n";
     const std::string board = heatBoard(view, terminal);
     text += board.empty() ? "This board has no place here; -o FILE.svg draws it.\n" : board;
     text += "\n" + heatLegend(view, terminal);

@@ -8,6 +8,7 @@
 #include "app/common/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/resources.h"
+#include "app/common/terminal.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/layout_face.h"
 #include "core/foundation/file_io.h"
@@ -60,8 +61,8 @@ void list(const Asked& asked, const Environment& environment) {
     json records = json::array();
     for (const Layout& layout : known.catalog.layouts) {
         if (!asked.json)
-            print(fmt::format("{:<18} {}{}\n", layout.id, layout.name,
-                              known.own.contains(layout.id) ? " (your own)" : ""));
+            print(harmless(fmt::format("{:<18} {}{}\n", layout.id, layout.name,
+                                       known.own.contains(layout.id) ? " (your own)" : "")));
         json record = layout.encoded();
         record.erase("legends");
         records.push_back(std::move(record));
@@ -74,11 +75,12 @@ void show(const Asked& asked, const Environment& environment) {
     const Layout& layout = requireLayout(known, "ID", asked.id);
     if (asked.json) return print(layout.text());
     const std::string base = layout.base ? fmt::format(", on {}", *layout.base) : "";
-    print(fmt::format("{} ({}{})\n", layout.name, layout.id, base));
-    if (layout.notes) print(*layout.notes + "\n");
-    print("\n" + typingRows(known.catalog.legends(layout.id)));
+    std::string text = fmt::format("{} ({}{})\n", layout.name, layout.id, base);
+    if (layout.notes) text += *layout.notes + "\n";
+    text += "\n" + typingRows(known.catalog.legends(layout.id));
     const std::string others = otherKeys(layout.legends);
-    if (!others.empty()) print("\nOther keys it names:\n" + others);
+    if (!others.empty()) text += "\nOther keys it names:\n" + others;
+    print(harmless(text));
 }
 
 /// What the catalog says with these layouts and does not say without them.
@@ -116,7 +118,7 @@ void check(const Asked& asked, const Environment& environment) {
         asked.files.empty() ? known.catalog.problems() : problemsOf(asked.files, known.catalog);
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
-        if (!asked.json) print(problem + "\n");
+        if (!asked.json) print(harmless(problem) + "\n");
     if (!problems.empty())
         throw Failure("layouts",
                       problems.size() == 1 ? "1 problem" : fmt::format("{} problems", problems.size()));
@@ -156,7 +158,7 @@ void import(const Asked& asked, const Environment& environment) {
     print(fmt::format("{}: the legends of {} keys, as layout {}\n", asked.output, layout.legends.size(),
                       layout.id));
     if (!dropped.empty()) print("\nLeft out of it:\n");
-    for (const std::string& sentence : dropped) print("  " + sentence + "\n");
+    for (const std::string& sentence : dropped) print("  " + harmless(sentence) + "\n");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "core/keyboard/load.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -76,6 +77,10 @@ Load::Load(const Board& board, const Legends& legends, const Tally::KeyCounts& c
 
 double Load::share(const Part& part) const {
     return all.presses == 0 ? 0 : static_cast<double>(part.presses) / static_cast<double>(all.presses);
+}
+
+bool Load::hasHome(const Striker& striker) const {
+    return std::find(homeless.begin(), homeless.end(), striker) == homeless.end();
 }
 
 }  // namespace tapcore

@@ -60,6 +60,9 @@ struct Load {
     /// What part of all presses this one is, 0 to 1; 0 when there are none.
     double share(const Part& part) const;
 
+    /// Whether the finger has a home key, and so a way that can be told.
+    bool hasHome(const Striker& striker) const;
+
     bool operator==(const Load&) const = default;
 };
 

@@ -58,11 +58,5 @@ TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
     EXPECT_EQ(terminalText("- **a** [b\n", {}, 80), "- a [b\n\n");
 }
 
-TEST(TerminalText, LetsNobodySteerTheTerminal) {
-    EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
-                       "d\rü"),
-              "a[2J\nb\tcdü");
-}
-
 }  // namespace
 }  // namespace tappora

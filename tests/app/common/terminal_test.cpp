@@ -60,5 +60,12 @@ TEST(Terminal, GroupsThousands) {
     for (const auto& [number, text] : cases) EXPECT_EQ(grouped(number), text);
 }
 
+TEST(Terminal, LetsNobodySteerTheTerminal) {
+    EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
+                       "d\rü"),
+              "a[2J\nb\tcdü");
+    EXPECT_EQ(harmlessLine("a\nb\tc\033"), "a b c");
+}
+
 }  // namespace
 }  // namespace tappora

@@ -8,6 +8,7 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
+#include "tests/support/message_of.h"
 
 namespace tapcore {
 namespace {
@@ -49,12 +50,7 @@ std::vector<std::string> places(const Board& board) {
 std::vector<std::string> places(std::string_view rows) { return places(importBoard(rows, {}).board); }
 
 std::string whyRefused(std::string_view text, std::optional<std::string> layout = {}) {
-    try {
-        importBoard(text, {}, {.layout = std::move(layout)});
-    } catch (const JsonError& error) {
-        return error.what();
-    }
-    return "";
+    return messageOf<JsonError>([&] { importBoard(text, {}, {.layout = std::move(layout)}); });
 }
 
 /// Every key of a board is in the other one at the same place, with the same code and fingers.

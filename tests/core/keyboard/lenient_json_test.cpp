@@ -5,17 +5,13 @@
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/json_fields.h"
+#include "tests/support/message_of.h"
 
 namespace tapcore {
 namespace {
 
 std::string whyRefused(std::string_view text) {
-    try {
-        parseLenientJson(text);
-    } catch (const JsonError& error) {
-        return error.what();
-    }
-    return "";
+    return messageOf<JsonError>([&] { parseLenientJson(text); });
 }
 
 TEST(LenientJson, ReadsWhatPeopleAndEditorsWrite) {
