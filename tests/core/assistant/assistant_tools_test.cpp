@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <nlohmann/json.hpp>
@@ -232,6 +233,7 @@ TEST_F(Tools, SumAPeriodUpInSevenLines) {
         "* Mouse\n| 9 | 40 | 2 | 1 | 9 | 46780 |\n* Day\n| peak | 88 |\n");
     folder.put("days/2026-09-14.md", "## Keys\n| 8 | 0 | 1 |\n");
     folder.put("days/2026-09-13.md", "## Keys\n| 8 | 0 | 1000 |\n");
+    ::mkfifo((folder / "days/2026-09-15.org").c_str(), 0600);  // would be waited for
     store = Store(folder.path(), FileFormat::org);
     EXPECT_EQ(run("summary", json::object()), fine(expected("summary.txt")));
     EXPECT_TRUE(run("summary", {{"to", "2026-09-14"}})
