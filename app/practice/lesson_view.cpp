@@ -122,8 +122,10 @@ FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
     std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed,
                                    rules.samples, speed, rules.targetWPM(), accuracy, wanted, days);
     if (columnsOf(letter) + text.size() > columns)
-        text = fmt::format(" {}/{} {}/{} {}/{}", stats.timed, rules.samples, speed, rules.targetWPM(),
-                           accuracy, wanted);
+        text = fmt::format(" {}/{} timed  {}/{} wpm  {}/{} right", stats.timed, rules.samples, speed,
+                           rules.targetWPM(), accuracy.substr(0, accuracy.size() - 2), wanted);
+    if (columnsOf(letter) + text.size() > columns)
+        text = fmt::format(" {}/{} {}/{} {}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy);
     return {{letter, Style::strong}, {text}};
 }
 
@@ -218,8 +220,7 @@ std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
     return {starLine(result.stars[0], percent(result.accuracy) + " right",
                      fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
             starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
-                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed to go by",
-                     unicode),
+                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode),
             starLine(result.stars[2], minutes(result.todaySeconds) + " today",
                      fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
 }
