@@ -184,7 +184,7 @@ class Screen::Implementation {
     std::vector<ScreenEvent> events(std::int64_t milliseconds);
 
   private:
-    static void keepKeysBeforeSignals();
+    static void takeInterruptAsKey();
     void startColours(const Environment& environment);
     void appendSignals(std::vector<ScreenEvent>& events) const;
     std::vector<ScreenEvent> readKeys();
@@ -211,15 +211,15 @@ Screen::Implementation::Implementation(const Environment& environment) {
     cbreak();
     noecho();
     nonl();
-    keepKeysBeforeSignals();
+    takeInterruptAsKey();
     startColours(environment);
 }
 
-/// A terminal throws away what was typed before Ctrl-C and not read yet, unless it is told otherwise.
-void Screen::Implementation::keepKeysBeforeSignals() {
+/// As a signal, Ctrl-C would overtake the keys typed before it, and have the terminal throw them away.
+void Screen::Implementation::takeInterruptAsKey() {
     termios settings{};
     if (tcgetattr(STDIN_FILENO, &settings) != 0) return;
-    settings.c_lflag |= NOFLSH;
+    settings.c_cc[VINTR] = _POSIX_VDISABLE;
     tcsetattr(STDIN_FILENO, TCSANOW, &settings);
     def_prog_mode();
 }

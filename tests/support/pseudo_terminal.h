@@ -88,11 +88,12 @@ class PseudoTerminal {
     }
     const std::string& seen() const { return seen_; }
 
-    /// Whether the terminal echoes and hands over whole lines, as a shell finds it.
-    bool isAsShellsWantIt() const {
+    /// Whether the terminal echoes, hands over whole lines and knows Ctrl-C, as a shell wants it.
+    bool isOrdinary() const {
         termios settings{};
         tcgetattr(terminal_, &settings);
-        return (settings.c_lflag & ECHO) != 0 && (settings.c_lflag & ICANON) != 0;
+        return (settings.c_lflag & ECHO) != 0 && (settings.c_lflag & ICANON) != 0 &&
+               settings.c_cc[VINTR] == '\x03';
     }
 
     /// The exit status, once the program has ended; -1 when a signal ended it.

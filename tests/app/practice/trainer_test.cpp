@@ -106,6 +106,7 @@ class TrainerOnATerminal : public testing::Test {
 
 TEST_F(TrainerOnATerminal, KeepsEachPressOfLessonsWithErrorsAResizeAndAnInterruption) {
     start();
+    EXPECT_FALSE(terminal->isOrdinary());
     const std::string first = nextText({});
     typeWithErrors(first.substr(0, 8));
     terminal->resize(12, 40);
@@ -121,6 +122,7 @@ TEST_F(TrainerOnATerminal, KeepsEachPressOfLessonsWithErrorsAResizeAndAnInterrup
     typeWithErrors(second.substr(0, 9));
     terminal->type("\x03");
     EXPECT_EQ(terminal->wait(), 0);
+    EXPECT_TRUE(terminal->isOrdinary());
     const PracticeDay atTheEnd = savedDay();
     expectRight(atTheEnd);
     EXPECT_EQ(atTheEnd.lessons, 1);
