@@ -57,6 +57,22 @@ bool isAmong(const std::vector<std::string>& all, const std::string& one) {
     return std::find(all.begin(), all.end(), one) != all.end();
 }
 
+bool sumFits(const LetterModel::Counts& counts) {
+    // The sum of any part of them lies between those of all below and all above 0.
+    std::int64_t below = 0, above = 0;
+    return std::none_of(counts.begin(), counts.end(), [&](const auto& count) {
+        std::int64_t& sum = count.second < 0 ? below : above;
+        return __builtin_add_overflow(sum, count.second, &sum);
+    });
+}
+
+/// A model whose counts cannot be summed up would end the program in the midst of a lesson.
+void checkSums(const LetterModel& model, const fs::path& path) {
+    for (const auto& [context, counts] : model.transitions)
+        if (!sumFits(counts))
+            throw Failure(path.string(), "transitions." + context + ": the sum does not fit into 64 bits");
+}
+
 PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store) {
     const auto catalog =
         tapcore::Catalog::read({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
@@ -132,8 +148,12 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
     const std::vector<std::string> available = LetterModel::available(folder);
     const auto named = options.language ? options.language : settings.text(lessonsKey);
     const std::string language = named ? *named : systemLanguage(environment, available);
-    if (auto model = LetterModel::load(language, folder)) return model;
-    if (isAmong(available, language)) failWithReason(language, folder / (language + ".json"));
+    const fs::path path = folder / (language + ".json");
+    if (auto model = LetterModel::load(language, folder)) {
+        checkSums(*model, path);
+        return model;
+    }
+    if (isAmong(available, language)) failWithReason(language, path);
     const std::string what = options.language ? "--language" : lessonsKey;
     throw UsageError(
         fmt::format("{}: no words for \"{}\"; there are {}", what, language, fmt::join(available, ", ")));
