@@ -14,11 +14,20 @@ std::string shown(const std::vector<ScreenEvent>& events) {
     std::string text;
     for (const ScreenEvent& event : events) {
         switch (event.kind) {
-            case Kind::character: text += "(" + event.text + ")"; break;
-            case Kind::erase: text += "[erase]"; break;
-            case Kind::enter: text += "[enter]"; break;
-            case Kind::leave: text += "[leave]"; break;
-            default: text += "[?]";
+            case Kind::character:
+                text += "(" + event.text + ")";
+                break;
+            case Kind::erase:
+                text += "[erase]";
+                break;
+            case Kind::enter:
+                text += "[enter]";
+                break;
+            case Kind::leave:
+                text += "[leave]";
+                break;
+            default:
+                text += "[?]";
         }
     }
     return text;
@@ -38,9 +47,15 @@ TEST_F(Decoding, GivesTheSameWhateverPiecesBytesComeIn) {
         {"ab c", "(a)(b)( )(c)"},
         {"é€😀", "(é)(€)(😀)"},
         {"\x7F\b\r\n\t\x01", "[erase][erase][enter][enter]"},
-        {"\x03" "a\x04", "[leave](a)[leave]"},
-        {"a\xFF" "b", "(a)(\uFFFD)(b)"},
-        {"\xC3" "a\xE2\x82z", "(\uFFFD)(a)(\uFFFD)(z)"},
+        {"\x03"
+         "a\x04",
+         "[leave](a)[leave]"},
+        {"a\xFF"
+         "b",
+         "(a)(\uFFFD)(b)"},
+        {"\xC3"
+         "a\xE2\x82z",
+         "(\uFFFD)(a)(\uFFFD)(z)"},
         {"\033[A\033OB\033[1;5Cx", "(x)"},
         {"\033xy\033éz", "(y)(z)"},
         {"\033\033[Ax", "[leave](x)"},

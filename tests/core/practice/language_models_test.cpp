@@ -72,10 +72,10 @@ TEST(LanguageModels, GiveTheSameLessonFromASeed) {
     ASSERT_TRUE(english);
     SeededRandom first(1), second(2026);
     EXPECT_EQ(english->lesson(firstLetters(*english, 7), "n", 12, first),
-              (Letters{"lent", "ane", "ant", "anesta", "enter", "stras", "neste", "ent", "ate", "trantare",
+              (Letters{"lent", "anna", "reater", "annes", "enter", "stras", "neste", "ent", "ate", "trantare",
                        "sna", "terates"}));
     EXPECT_EQ(english->lesson(firstLetters(*english, 7), "n", 6, second),
-              (Letters{"sleen", "nestrear", "reasser", "san", "tanter", "ste"}));
+              (Letters{"snell", "nestrear", "reasser", "san", "tanter", "ste"}));
 }
 
 TEST(LanguageModels, AreThoseOfSixLanguagesWithoutForeignLetters) {
