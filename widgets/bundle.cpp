@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "drawing/outline.h"
 #include "widgets/heatmap_widget.h"
@@ -49,8 +50,12 @@ drawing::Picture picture(const Widget& widget, const Entry& entry, Family family
     const drawing::Size room{size.width - 2 * margin, size.height - 2 * margin};
     auto content = entry.snapshot ? widget.content(*entry.snapshot, {room, texts.snapshot}) : std::nullopt;
     if (!content) content = waiting({room, texts.system});
-    Node inner = drawing::group({*std::move(content)}, drawing::Transform::moved(margin, margin));
-    Node whole = drawing::group({container(size), std::move(inner)});
+    std::vector<Node> inner;  // lists in braces would copy all of the content
+    inner.push_back(*std::move(content));
+    std::vector<Node> parts;
+    parts.push_back(container(size));
+    parts.push_back(drawing::group(std::move(inner), drawing::Transform::moved(margin, margin)));
+    Node whole = drawing::group(std::move(parts));
     whole.accessibility.label = texts.system.text(widget.nameKey());
     return {size, std::move(whole)};
 }

@@ -45,8 +45,9 @@ Node HeatBoard::drawing(const Rect& room) const {
     tiles.reserve(keys.size());
     for (const HeatKey& key : keys) {
         const Tile tile = tileOf(key);
-        tiles.push_back(drawing::group({drawing::filled(tile.outline(unit), heatStyle(key.step, color))},
-                                       tile.placement(unit, {bounds.x, bounds.y})));
+        std::vector<Node> parts;  // a list in braces would copy the outline
+        parts.push_back(drawing::filled(tile.outline(unit), heatStyle(key.step, color)));
+        tiles.push_back(drawing::group(std::move(parts), tile.placement(unit, {bounds.x, bounds.y})));
     }
     const Transform place =
         Transform::moved(room.centre().x - unit * bounds.w / 2, room.centre().y - unit * bounds.h / 2);

@@ -58,6 +58,7 @@ inline constexpr Command commands[] = {
     {"folder",  "The data folder: where it is, and its care",                     run<folderCommand>},
     {"layouts", "The layouts that put legends on keys, and their import",         run<layoutsCommand>},
     {"boards",  "The keyboards that heat maps are drawn on, and their import",    run<boardsCommand>},
+    {"widgets", "The widgets on the desktop",                                         Companion{"tappora-widgets"}},
     {"practice", "The typing trainer",                                            Companion{"tappora-practice"}},
     {"ask",     "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
     {"tool",    "One of the assistant's tools by hand",                           run<toolCommand>},

@@ -17,6 +17,7 @@
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
+#include "core/practice/practice_day.h"
 
 namespace tappora {
 namespace {
@@ -113,6 +114,12 @@ void clearOneDay(const Day& day, const Store& store, bool yes) {
     print("Done.\n");
 }
 
+std::vector<tapcore::SkippedRow> skippedPracticeRows(std::string_view text) {
+    std::vector<tapcore::SkippedRow> skipped;
+    (void)tapcore::PracticeDay(text, &skipped);
+    return skipped;
+}
+
 }  // namespace
 
 void convertFolder(const std::optional<std::string>& format, const FolderOptions& options,
@@ -141,7 +148,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
     const Store store = openStore(options, environment);
     const Day now = today(options, environment, tapcore::Calendar(environment.zone));
-    const tapcore::FileProblems problems = tapcore::checkFolder(store, now);
+    const tapcore::FileProblems problems = tapcore::checkFolder(store, now, skippedPracticeRows);
     if (json) {
         nlohmann::json findings = nlohmann::json::array();
         for (const auto& problem : problems)

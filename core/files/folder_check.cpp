@@ -29,17 +29,10 @@ std::string nameProblem(std::string_view name, bool isMonth) {
     return isMonth ? "the name is no month; it is not counted" : "the name is no date; it is not counted";
 }
 
-/// The rows of a file that are skipped, read as the record that the folder holds.
-std::vector<SkippedRow> skippedRows(std::string_view folder, std::string_view text) {
-    std::vector<SkippedRow> skipped;
-    if (folder == daysFolder) (void)DayFile(text, &skipped);
-    if (folder == monthsFolder) (void)MonthRollup(text, &skipped);
-    return skipped;
-}
-
 class FolderCheck {
   public:
-    explicit FolderCheck(const Day& today) : today_(today) {}
+    FolderCheck(const Day& today, const SkippedRowsOf& practiceRows)
+        : today_(today), practiceRows_(practiceRows) {}
 
     void checkSettings(const fs::path& root) {
         std::string why;
@@ -96,20 +89,30 @@ class FolderCheck {
             report(path, "out of date; tappora folder rollups makes it anew");
     }
 
+    /// Those of a file, read as the record that its folder holds.
+    std::vector<SkippedRow> skippedRows(std::string_view folder, std::string_view text) const {
+        if (folder == practiceFolder) return practiceRows_(text);
+        std::vector<SkippedRow> skipped;
+        if (folder == daysFolder) (void)DayFile(text, &skipped);
+        else (void)MonthRollup(text, &skipped);
+        return skipped;
+    }
+
     static std::size_t lineOf(std::string_view text, std::size_t at) {
         return 1 + static_cast<std::size_t>(
                        std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
     }
 
     Day today_;
+    const SkippedRowsOf& practiceRows_;
     FileProblems problems_;
     std::map<std::string, fs::path> machines_;  ///< by id
 };
 
 }  // namespace
 
-FileProblems checkFolder(const Store& store, const Day& today) {
-    FolderCheck check(today);
+FileProblems checkFolder(const Store& store, const Day& today, const SkippedRowsOf& practiceRows) {
+    FolderCheck check(today, practiceRows);
     check.checkSettings(store.root);
     for (const std::string& mac : store.macs()) check.checkMarker(store.root / mac);
     for (const Store& part : store.readParts()) check.checkPart(part);

@@ -1,17 +1,26 @@
 #pragma once
 
+#include <functional>
+#include <string_view>
+#include <vector>
+
 #include "core/counting/day.h"
 #include "core/files/file_problem.h"
+#include "core/files/row_reader.h"
 #include "core/files/store.h"
 
 namespace tapcore {
+
+/// The rows that are skipped when a file's text is read.
+using SkippedRowsOf = std::function<std::vector<SkippedRow>(std::string_view text)>;
 
 /// What in a data folder does not count, would surprise its owner, or is not as it should be: rows that are
 /// skipped and why, files whose names are no dates, copies that sync tools left, a day in both formats,
 /// rollups out of date, markers and settings that do not decode, two machines with one id. By folder, then by
 /// file name. Changes nothing.
 ///
-/// `today` decides which days a rollup should hold. Rows of practice files are not looked at here.
-FileProblems checkFolder(const Store& store, const Day& today);
+/// `today` decides which days a rollup should hold. `practiceRows` tells the rows that a day of practice,
+/// whose record lies above this folder, skips.
+FileProblems checkFolder(const Store& store, const Day& today, const SkippedRowsOf& practiceRows);
 
 }  // namespace tapcore

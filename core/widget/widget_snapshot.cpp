@@ -46,7 +46,12 @@ json finite(double value) {
 }
 
 json encoded(const Board::Rect& rect) {
-    return {{"x", finite(rect.x)}, {"y", finite(rect.y)}, {"w", finite(rect.w)}, {"h", finite(rect.h)}};
+    json object;
+    object["h"] = finite(rect.h);
+    object["w"] = finite(rect.w);
+    object["x"] = finite(rect.x);
+    object["y"] = finite(rect.y);
+    return object;
 }
 
 json encoded(const DayBar& bar) {

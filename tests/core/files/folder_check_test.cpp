@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "core/practice/practice_day.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tapcore {
@@ -11,8 +12,13 @@ const Day today(2026, 9, 30);
 
 /// The findings as "FILE:LINE: WHY", paths relative to the folder.
 std::vector<std::string> findings(const TemporaryFolder& folder, const Store& store) {
+    const auto practiceRows = [](std::string_view text) {
+        std::vector<SkippedRow> skipped;
+        (void)PracticeDay(text, &skipped);
+        return skipped;
+    };
     std::vector<std::string> lines;
-    for (const FileProblem& problem : checkFolder(store, today))
+    for (const FileProblem& problem : checkFolder(store, today, practiceRows))
         lines.push_back(problem.path.lexically_relative(folder.path()).string() +
                         (problem.line > 0 ? ":" + std::to_string(problem.line) : "") + ": " + problem.why);
     return lines;
@@ -45,6 +51,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
     folder.put("A/months/2026-09.org", "* Days\n| 2026-09-19 | 1 | 1 | 1 |\n");
     folder.put("A/months/September.org", "");
     folder.put("practice/today.md", "");
+    folder.put("practice/2026-09-20.md", "# Letters\n\n| ab | us | 5 | 0 | 5 | 900 |\n");
     std::filesystem::create_directories(folder / "B/days/2026-09-20.md");
     const auto parseError = findings(folder, Store(folder.path(), FileFormat::org, "A")).front();
     EXPECT_EQ(parseError.substr(0, 51), ".keys/config.json: parse error at line 1, column 2:");
@@ -67,6 +74,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "A/months/2026-09.org: out of date; tappora folder rollups makes it anew",
                   "A/months/September.org: the name is no month; it is not counted",
                   "B/days/2026-09-20.md: Is a directory",
+                  "practice/2026-09-20.md:3: row skipped: the letter is not one character",
                   "practice/today.md: the name is no date; it is not counted"));
 }
 

@@ -1,0 +1,57 @@
+#include <gtkmm/main.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "app/common/command_line.h"
+#include "app/common/program.h"
+#include "app/common/settings.h"
+#include "app/common/wake_ups.h"
+#include "app/desktop/widget_choice.h"
+#include "app/desktop/widget_host.h"
+
+namespace tappora {
+namespace {
+
+/// GTK reads the locale; its own arguments are none of ours.
+void startGtk() {
+    int count = 0;
+    char** none = nullptr;
+    if (gtk_init_check(&count, &none) == FALSE)
+        throw Failure("display", "cannot be opened; widgets need a desktop, by WAYLAND_DISPLAY or DISPLAY");
+    Gtk::Main::init_gtkmm_internals();
+}
+
+void widgets(CommandLine& line, const Environment& environment) {
+    std::vector<std::string> named;
+    bool remember = false;
+    line.describe(
+        "Shows the widgets on the desktop, below other windows, until it is stopped with Ctrl+C. A widget "
+        "is\n"
+        "today, hours, heatmap or week; a size of it, where it has several, is added like week:medium.",
+        "tappora widgets today hours heatmap:large");
+    line.add_option("WIDGET", named, "Which to show; else those remembered, else every one");
+    line.add_flag("--remember", remember, "From now on show these when none are named");
+    line.parse();
+    Settings settings = Settings::read(environment);
+    const std::vector<WidgetChoice> choices = chosenWidgets(named, settings);
+    if (remember) {
+        std::string names;
+        for (const WidgetChoice& choice : choices) names += (names.empty() ? "" : " ") + choice.name();
+        settings.setText(widgetsKey, names);
+        settings.write();
+    }
+    // Before GTK: threads that it starts hold back the same signals.
+    const SignalQueue signals{SIGINT, SIGTERM, SIGHUP};
+    startGtk();
+    WidgetHost(choices, environment).run(signals);
+}
+
+}  // namespace
+}  // namespace tappora
+
+int main(int argc, char** argv) {
+    tappora::CommandLine line("tappora widgets", {argv + 1, argv + argc});
+    return tappora::guarded(line, [&] { tappora::widgets(line, tappora::hostEnvironment()); });
+}

@@ -1,0 +1,37 @@
+#include "app/desktop/monitors.h"
+
+#include <gdkmm/display.h>
+#include <gdkmm/screen.h>
+
+#include <algorithm>
+
+namespace tappora {
+namespace {
+
+/// The only question of GTK 3 that is answered by the connector's name.
+std::string connector(int index) {
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    char* const name = gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), index);
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    std::string text = name ? name : std::to_string(index);
+    g_free(name);
+    return text;
+}
+
+}  // namespace
+
+std::vector<Monitor> monitors() {
+    const auto display = Gdk::Display::get_default();
+    std::vector<Monitor> found;
+    for (int i = 0; i < display->get_n_monitors(); ++i) {
+        const auto handle = display->get_monitor(i);
+        Gdk::Rectangle area;
+        handle->get_geometry(area);
+        found.push_back({handle, {connector(i), area.get_width(), area.get_height()}});
+    }
+    std::stable_partition(found.begin(), found.end(),
+                          [](const Monitor& monitor) { return monitor.handle->is_primary(); });
+    return found;
+}
+
+}  // namespace tappora

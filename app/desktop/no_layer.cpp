@@ -1,0 +1,9 @@
+// In place of layer.cpp where gtk-layer-shell is missing.
+
+#include "app/desktop/desktop_surface.h"
+
+namespace tappora {
+
+std::unique_ptr<DesktopSurface> layerSurface() { return nullptr; }
+
+}  // namespace tappora

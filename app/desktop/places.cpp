@@ -1,0 +1,75 @@
+#include "app/desktop/places.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "app/common/settings.h"
+
+namespace tappora {
+namespace {
+
+std::string key(const std::string& widget, const std::string& connector) {
+    return "widgets.place." + widget + "@" + connector;
+}
+
+/// The setting that says which connector a widget was moved on last.
+std::string lastKey(const std::string& widget) { return "widgets.place." + widget; }
+
+std::optional<WidgetPlace> parse(const std::string& connector, const std::optional<std::string>& text) {
+    int x = 0;
+    int y = 0;
+    if (!text || std::sscanf(text->c_str(), "%9d %9d", &x, &y) != 2) return std::nullopt;
+    return WidgetPlace{connector, x, y};
+}
+
+int within(int at, double size, int room) {
+    return std::clamp(at, 0, std::max(room - static_cast<int>(std::ceil(size)), 0));
+}
+
+}  // namespace
+
+std::optional<WidgetPlace> WidgetPlaces::find(const std::string& widget,
+                                              const std::vector<MonitorArea>& monitors,
+                                              const drawing::Size& size) const {
+    const Settings settings = Settings::read(environment_);
+    const std::string last = settings.text(lastKey(widget)).value_or("");
+    std::optional<WidgetPlace> found;
+    for (const MonitorArea& monitor : monitors) {
+        auto place = parse(monitor.connector, settings.text(key(widget, monitor.connector)));
+        if (!place || (found && monitor.connector != last)) continue;
+        place->x = within(place->x, size.width, monitor.width);
+        place->y = within(place->y, size.height, monitor.height);
+        found = place;
+    }
+    return found;
+}
+
+void WidgetPlaces::keep(const std::string& widget, const WidgetPlace& place) const {
+    Settings settings = Settings::read(environment_);
+    settings.setText(key(widget, place.connector), std::to_string(place.x) + ' ' + std::to_string(place.y));
+    settings.setText(lastKey(widget), place.connector);
+    settings.write();
+}
+
+std::vector<WidgetPlace> rowsOn(const MonitorArea& monitor, const std::vector<drawing::Size>& sizes) {
+    constexpr double margin = 40;
+    constexpr double gap = 16;
+    std::vector<WidgetPlace> places;
+    double x = margin;
+    double y = margin;
+    double below = margin;
+    for (const drawing::Size& size : sizes) {
+        if (x > margin && x + size.width + margin > monitor.width) {
+            x = margin;
+            y = below;
+        }
+        places.push_back({monitor.connector, within(static_cast<int>(x), size.width, monitor.width),
+                          within(static_cast<int>(y), size.height, monitor.height)});
+        x += size.width + gap;
+        below = std::max(below, y + size.height + gap);
+    }
+    return places;
+}
+
+}  // namespace tappora

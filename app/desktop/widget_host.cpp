@@ -1,0 +1,125 @@
+#include "app/desktop/widget_host.h"
+
+#include <gdkmm/display.h>
+#include <glibmm/main.h>
+
+#include <algorithm>
+
+#include "app/common/language.h"
+#include "app/common/widget_file.h"
+#include "core/counting/day.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Instant;
+using tapcore::Words;
+using tapwidgets::Entry;
+
+Instant now() { return hostEnvironment().now; }
+
+}  // namespace
+
+WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment)
+    : environment_(environment),
+      calendar_(environment.zone),
+      places_(environment_),
+      provider_({}, widgetPlaces(environment), now, calendar_),
+      systemWords_(systemWords(environment)),
+      words_(wordsIn(Words::source, environment)),
+      language_(Words::source),
+      surface_(desktopSurface()),
+      scheme_([this] { draw(); }) {
+    for (const WidgetChoice& choice : choices) {
+        const auto keep = [this, name = choice.name()](const WidgetPlace& place) {
+            try {
+                places_.keep(name, place);
+            } catch (const std::exception& error) {
+                complain(error.what());  // the widget stays where it is until the next start
+            }
+        };
+        shown_.push_back({choice, std::make_unique<WidgetWindow>(sizeOf(choice.family), *surface_, keep)});
+    }
+}
+
+void WidgetHost::run(const SignalQueue& signals) {
+    const auto loop = Glib::MainLoop::create();
+    const auto context = Glib::MainContext::get_default();
+    const auto onReadable = [&](int descriptor, const std::function<void()>& act) {
+        context->signal_io().connect(
+            [act](Glib::IOCondition) {
+                act();
+                return true;
+            },
+            descriptor, Glib::IO_IN);
+    };
+    onReadable(signals.descriptor(), [&] { loop->quit(); });
+    onReadable(alarm_.descriptor(), [this] { reload(); });
+    onReadable(folder_.descriptor(), [this] {
+        if (folder_.takeNote()) reload();
+    });
+    const auto display = Gdk::Display::get_default();
+    display->signal_monitor_added().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
+    display->signal_monitor_removed().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
+
+    placeAll();
+    show(provider_.placeholder());
+    show(provider_.snapshot());
+    reload();
+    loop->run();
+}
+
+/// To where the user last moved each, and the others in rows.
+void WidgetHost::placeAll() {
+    const std::vector<Monitor> there = monitors();
+    if (there.empty()) return;
+    std::vector<MonitorArea> areas;
+    for (const Monitor& monitor : there) areas.push_back(monitor.area);
+    std::vector<drawing::Size> sizes;
+    for (const Shown& shown : shown_) sizes.push_back(shown.window->desktopSize());
+    const std::vector<WidgetPlace> rows = rowsOn(areas.front(), sizes);
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+        const WidgetPlace place = places_.find(shown_[i].choice.name(), areas, sizes[i]).value_or(rows[i]);
+        const auto monitor = std::find_if(there.begin(), there.end(), [&](const Monitor& candidate) {
+            return candidate.area.connector == place.connector;
+        });
+        shown_[i].window->moveTo(*monitor, place.x, place.y);
+    }
+}
+
+void WidgetHost::reload() {
+    // A folder that has been made in the meantime is watched from now on, so before the file is read.
+    if (provider_.url()) folder_.add(provider_.url()->parent_path());
+    timeline_ = provider_.timeline();
+    show(timeline_.entries.back());
+    schedule();
+}
+
+void WidgetHost::schedule() {
+    while (!alarm_.set(std::min(timeline_.policy.after, nextDay(now())))) {
+    }
+}
+
+void WidgetHost::show(const Entry& entry) {
+    timeline_.entries = {entry};
+    if (entry.snapshot && entry.snapshot->language != language_) {
+        words_ = wordsIn(entry.snapshot->language, environment_);
+        language_ = entry.snapshot->language;
+    }
+    draw();
+}
+
+void WidgetHost::draw() {
+    if (timeline_.entries.empty()) return;
+    for (const Shown& shown : shown_)
+        shown.window->show(tapwidgets::picture(*shown.choice.widget, timeline_.entries.back(),
+                                               shown.choice.family, {words_, systemWords_}),
+                           {.theme = scheme_.theme()});
+}
+
+Instant WidgetHost::nextDay(Instant moment) const {
+    return tapcore::Day(moment, calendar_).adding(1, calendar_).date(calendar_);
+}
+
+}  // namespace tappora
