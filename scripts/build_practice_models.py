@@ -40,8 +40,26 @@ LANGUAGES = {
 }
 CAPITALISED_NOUNS = {"de"}
 
+# Words that nobody wants to be given: they do not count, and no walk through the model makes the short ones. Longer ones
+# hardly come up by chance.
+UNWANTED = {
+    "de": "arsch fick ficke ficken fickt fotze hure huren nazi nazis nutte nutten pisse piss scheiss scheiß scheiße sex "
+          "titten wichser",
+    "en": "anal anus arse arses ass asses bitch bitches cock cocks cum cunt cunts dick dicks fag fags fuck fucked fucker "
+          "fucks nazi nazis nigger penis piss pissed porn prick pussy rape raped rapes sex sexy shit shits shitty slut "
+          "sluts tit tits vagina whore whores",
+    "es": "coño culo culos joder mierda mierdas nazi nazis pene pito polla pollas puta putas puto putos sexo teta tetas "
+          "violar",
+    "fr": "anal anus bite bites chatte chier chiotte connard couille cul culs enculé foutre merde merdes "
+          "nazi nazis nichon pisse pute putes salope sexe viol violer",
+    "ru": "блядь бляди говна говно говном дерьма дерьмо дерьмом ебать жопа жопе жопу мудак пизда секс секса суки сука "
+          "сукин суку хер хрен хуй шлюх шлюха шлюху",
+    "uk": "блядь гівна гівно гівном дупа дупи дупу лайна лайно курва секс сексу сука суки сучка хвойда хуй шльондра",
+}
+
 LONGEST_LIST = 20_000    # words; what is rarer is mostly names
 SHORTEST, LONGEST = 3, 8  # letters of a practice word
+SHORT = 4                 # letters of a word that chance makes often
 OPEN_FIRST = 6            # letters open at the beginning
 CANDIDATES = 10           # the most frequent letters, from which those are chosen
 FEWEST_WORDS = 2          # a transition that fewer words show is left out
@@ -89,6 +107,8 @@ def weighted_words(language, lists):
     for rank, word in enumerate(listed, start=1):
         if len(word) >= SHORTEST and set(word.lower()) <= set(letters):
             weights[word.lower()] += SCALE / (rank + LEVELLED_RANKS)
+    for word in UNWANTED[language].split():
+        del weights[word]
     known = known_words(sorted(weights), dictionary)
     if language in CAPITALISED_NOUNS:
         known |= {word.lower() for word in known_words(sorted(word.capitalize() for word in weights), dictionary)}
@@ -147,6 +167,16 @@ def without_dead_ends(transitions):
         transitions = kept
 
 
+def without_short_words(transitions, words):
+    """Leaves out, of each short word that can still be made, the step that weighs least."""
+    for word in (word for word in words if len(word) <= SHORT):
+        path = list(steps(word))
+        if all(c in transitions.get(context, {}) for context, c in path):
+            context, c = min(path, key=lambda step: (transitions[step[0]][step[1]], step))
+            del transitions[context][c]
+    return without_dead_ends(transitions)
+
+
 def first_letters(by_frequency, words):
     """The six of the most frequent letters that spell the most of the language, the most frequent first."""
     def spelled(letters):
@@ -178,7 +208,8 @@ def model_text(order, transitions):
 def build(language, lists):
     words = without_rare_letters(weighted_words(language, lists))
     path = OUTPUT / f"{language}.json"
-    path.write_text(model_text(teaching_order(words), transitions_of(with_rare_letters_lifted(words))), encoding="utf-8")
+    transitions = without_short_words(transitions_of(with_rare_letters_lifted(words)), UNWANTED[language].split())
+    path.write_text(model_text(teaching_order(words), transitions), encoding="utf-8")
     print(f"{language}: {len(words)} words, {path.stat().st_size // 1024} kB")
 
 

@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "app/ask/terminal_text.h"
-#include "app/common/folder_lock.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -114,8 +113,8 @@ Answer AssistantSession::ask(const ProviderLine& line, const std::string& model,
 }
 
 void AssistantSession::keep(const std::string& question, const Answer& answer) const {
-    const tapcore::Store own = openStoreForWriting(options_.folder, environment_);
-    const auto lock = lockForWriting(environment_, own.root);
+    const LockedStore locked(options_.folder, environment_);
+    const tapcore::Store& own = locked.store;
     tapcore::ChatFile chat = own.readChat();
     chat.turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     chat.turns.push_back({tapcore::ChatFile::Role::assistant, answer.text, answer.read});
@@ -123,13 +122,12 @@ void AssistantSession::keep(const std::string& question, const Answer& answer) c
 }
 
 tapcore::ChatFile AssistantSession::conversation() const {
-    return openStoreForWriting(options_.folder, environment_).readChat();
+    return LockedStore(options_.folder, environment_).store.readChat();
 }
 
 void AssistantSession::shelve() const {
-    const tapcore::Store own = openStoreForWriting(options_.folder, environment_);
-    const auto lock = lockForWriting(environment_, own.root);
-    own.shelveChat(environment_.now, tapcore::Calendar(environment_.zone));
+    const LockedStore own(options_.folder, environment_);
+    own.store.shelveChat(environment_.now, tapcore::Calendar(environment_.zone));
 }
 
 }  // namespace tappora

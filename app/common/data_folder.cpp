@@ -4,8 +4,10 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 
+#include "app/common/folder_lock.h"
 #include "app/common/machine.h"
 #include "app/common/settings.h"
+#include "app/common/terminal.h"
 #include "core/files/folder_config.h"
 #include "core/files/mac_folder.h"
 
@@ -97,14 +99,14 @@ Store openStore(const FolderOptions& options, const Environment& environment) {
             ownSubfolder(choice.root, environment)};
 }
 
-Store openStoreForWriting(const FolderOptions& options, const Environment& environment, bool share) {
-    Store store = openStore(options, environment);
-    if (store.mac || (!share && !Store::isShared(store.root))) return store;
+LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share)
+    : lock(lockForWriting(environment, chooseFolder(options, environment).root)),
+      store(openStore(options, environment)) {
+    if (store.mac || (!share && !Store::isShared(store.root))) return;
     Settings settings = Settings::read(environment);
     const Machine machine = Machine::of(settings);
     settings.write();
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name);
-    return store;
 }
 
 tapcore::Day today(const FolderOptions& options, const Environment& environment,
@@ -132,7 +134,7 @@ tapcore::FileFormat parseFormat(std::string_view what, std::string_view text) {
 
 std::string described(const tapcore::FileProblem& problem) {
     const std::string line = problem.line == 0 ? "" : fmt::format(":{}", problem.line);
-    return fmt::format("{}{}: {}", problem.path.string(), line, problem.why);
+    return harmlessLine(fmt::format("{}{}: {}", problem.path.string(), line, problem.why));
 }
 
 void complainOf(const tapcore::FileProblems& problems) {

@@ -9,6 +9,7 @@
 #include "app/common/program.h"
 #include "core/counting/day.h"
 #include "core/files/store.h"
+#include "core/foundation/file_lock.h"
 
 namespace CLI {
 class App;
@@ -50,10 +51,15 @@ FolderChoice chooseFolder(const FolderOptions& options, const Environment& envir
 /// Makes nothing. A folder that was named must exist. Failure says why a folder cannot be read.
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment);
 
-/// Opens it for writing. In a folder that is shared, or made so by `share`, this machine's sub-folder is
-/// found by its marker or made; the machine's id is kept in the settings.
-tapcore::Store openStoreForWriting(const FolderOptions& options, const Environment& environment,
-                                   bool share = false);
+/// The data folder opened for writing, and its writing lock, which is waited for and held. In a folder that
+/// is shared, or made so by `share`, this machine's sub-folder is found by its marker or made; the machine's
+/// id is kept in the settings.
+struct LockedStore {
+    LockedStore(const FolderOptions& options, const Environment& environment, bool share = false);
+
+    tapcore::FileLock lock;
+    tapcore::Store store;
+};
 
 /// The day given with --today, else the environment's. UsageError for a text that is no day.
 tapcore::Day today(const FolderOptions& options, const Environment& environment,

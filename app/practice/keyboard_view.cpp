@@ -67,7 +67,7 @@ bool isAscii(const std::string& text) {
 KeyboardView::KeyboardView(const Board& board, Legends legends) : legends_(std::move(legends)) {
     for (const Board::Key& key : board.keys) {
         const auto line = lineOf(key);
-        if (!line || !key.keyCode) continue;
+        if (!line || !key.keyCode || !tapcore::isTaught(*key.keyCode)) continue;
         const std::string legend = legendOf(*key.keyCode, legends_);
         const bool isKnown =
             std::any_of(keys_.begin(), keys_.end(), [&](const Key& k) { return k.code == key.keyCode; });

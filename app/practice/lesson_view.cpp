@@ -29,7 +29,8 @@ struct Block {
 
 // The text.
 
-constexpr std::size_t fewRows = 3;  // so many show the row before, too
+constexpr std::size_t fewRows = 3;      // so many show the row before, too
+constexpr std::size_t widestText = 80;  // columns; the eye loses its way back in longer rows
 
 std::size_t rowsOfText(std::size_t linesOfScreen) {
     if (linesOfScreen < 6) return 1;
@@ -122,8 +123,10 @@ FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
     std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed,
                                    rules.samples, speed, rules.targetWPM(), accuracy, wanted, days);
     if (columnsOf(letter) + text.size() > columns)
-        text = fmt::format(" {}/{} {}/{} {}/{}", stats.timed, rules.samples, speed, rules.targetWPM(),
-                           accuracy, wanted);
+        text = fmt::format(" {}/{} timed  {}/{} wpm  {}/{} right", stats.timed, rules.samples, speed,
+                           rules.targetWPM(), accuracy.substr(0, accuracy.size() - 2), wanted);
+    if (columnsOf(letter) + text.size() > columns)
+        text = fmt::format(" {}/{} {}/{} {}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy);
     return {{letter, Style::strong}, {text}};
 }
 
@@ -218,8 +221,7 @@ std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
     return {starLine(result.stars[0], percent(result.accuracy) + " right",
                      fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
             starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
-                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed to go by",
-                     unicode),
+                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode),
             starLine(result.stars[2], minutes(result.todaySeconds) + " today",
                      fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
 }
@@ -250,16 +252,17 @@ std::vector<FrameLine> remarkLines(const Trainer& trainer) {
 Frame lessonFrame(const Trainer& trainer, const KeyboardView& keyboard, const std::string& notice,
                   const ScreenShape& shape) {
     const std::string* next = trainer.session().expected();
-    return stacked({{7, {titleLine(trainer, shape)}},
-                    {1, textLines(trainer.session(), rowsOfText(shape.lines), shape.columns)},
-                    {2, {statusLine(trainer)}},
-                    {4, {focusLine(trainer, shape.columns)}},
-                    {5, letterLines(trainer, shape)},
-                    {6, keyboard.lines(next ? *next : "", shape)},
-                    {3, {nextKeyLine(trainer, keyboard)}},
-                    {0, noticeLines(notice)},
-                    {8, {{{"Esc leaves; what you typed is kept", Style::faint}}}}},
-                   shape);
+    return stacked(
+        {{7, {titleLine(trainer, shape)}},
+         {1, textLines(trainer.session(), rowsOfText(shape.lines), std::min(shape.columns, widestText))},
+         {2, {statusLine(trainer)}},
+         {4, {focusLine(trainer, shape.columns)}},
+         {5, letterLines(trainer, shape)},
+         {6, keyboard.lines(next ? *next : "", shape)},
+         {3, {nextKeyLine(trainer, keyboard)}},
+         {0, noticeLines(notice)},
+         {8, {{{"Esc leaves; what you typed is kept", Style::faint}}}}},
+        shape);
 }
 
 Frame reviewFrame(const Trainer& trainer, const std::string& notice, const ScreenShape& shape) {

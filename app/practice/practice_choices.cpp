@@ -57,6 +57,22 @@ bool isAmong(const std::vector<std::string>& all, const std::string& one) {
     return std::find(all.begin(), all.end(), one) != all.end();
 }
 
+bool sumFits(const LetterModel::Counts& counts) {
+    // The sum of any part of them lies between those of all below and all above 0.
+    std::int64_t below = 0, above = 0;
+    return std::none_of(counts.begin(), counts.end(), [&](const auto& count) {
+        std::int64_t& sum = count.second < 0 ? below : above;
+        return __builtin_add_overflow(sum, count.second, &sum);
+    });
+}
+
+/// A model whose counts cannot be summed up would end the program in the midst of a lesson.
+void checkSums(const LetterModel& model, const fs::path& path) {
+    for (const auto& [context, counts] : model.transitions)
+        if (!sumFits(counts))
+            throw Failure(path.string(), "transitions." + context + ": the sum does not fit into 64 bits");
+}
+
 PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store) {
     const auto catalog =
         tapcore::Catalog::read({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
@@ -79,17 +95,19 @@ LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
     return picked == own.id ? own : keyboards.layout(layoutKey(model.language), picked);
 }
 
+bool isOn(std::optional<bool> option, const char* key, const Settings& settings) {
+    return option ? *option : settings.flag(key).value_or(false);
+}
+
 tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& settings, const LetterModel& model,
                            const std::string& layout) {
-    const auto isOn = [&](bool option, const char* key) {
-        return option || settings.flag(key).value_or(false);
-    };
     const auto opened = [&](const std::string& key) { return settings.integer(key).value_or(0); };
     tapcore::LessonWish wish;
     wish.words = tapcore::LessonLength::words(options.words ? options.words : settings.integer(wordsKey));
     if (options.letters) wish.letters = parseLetters("--letters", *options.letters, model);
-    wish.extras = {isOn(options.capitals, capitalsKey), isOn(options.punctuation, punctuationKey),
-                   isOn(options.digits, digitsKey)};
+    wish.extras = {isOn(options.capitals, capitalsKey, settings),
+                   isOn(options.punctuation, punctuationKey, settings),
+                   isOn(options.digits, digitsKey, settings)};
     wish.lettersOpened = opened(lettersOpenedKey(model.language, layout));
     wish.digitsOpened = opened(PracticeCourse(PracticeCourse::digits).openedKey(layout));
     wish.marksOpened = opened(PracticeCourse(PracticeCourse::marks).openedKey(layout));
@@ -115,10 +133,11 @@ void addPracticeOptions(CLI::App& command, PracticeOptions& options) {
         ->type_name("MINUTES")
         ->check(CLI::Range(std::int64_t{1}, longestGoal));
     command.add_option("--seed", options.seed, "Makes the same words for the same number")->type_name("N");
-    command.add_flag("--capitals", options.capitals, "Mix in capital letters");
-    command.add_flag("--punctuation", options.punctuation, "Mix in punctuation marks");
-    command.add_flag("--digits", options.digits, "Mix in numbers");
-    command.add_flag("--let-errors-stand", options.letErrorsStand, "Let wrong keys pass");
+    command.add_flag("--capitals,!--no-capitals", options.capitals, "Mix in capital letters");
+    command.add_flag("--punctuation,!--no-punctuation", options.punctuation, "Mix in punctuation marks");
+    command.add_flag("--digits,!--no-digits", options.digits, "Mix in numbers");
+    command.add_flag("--let-errors-stand,!--no-let-errors-stand", options.letErrorsStand,
+                     "Let wrong keys pass; otherwise each is put right");
     command.add_flag("--keep", options.keep, "Keep what is chosen here as settings");
     command.add_flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
 }
@@ -129,8 +148,12 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
     const std::vector<std::string> available = LetterModel::available(folder);
     const auto named = options.language ? options.language : settings.text(lessonsKey);
     const std::string language = named ? *named : systemLanguage(environment, available);
-    if (auto model = LetterModel::load(language, folder)) return model;
-    if (isAmong(available, language)) failWithReason(language, folder / (language + ".json"));
+    const fs::path path = folder / (language + ".json");
+    if (auto model = LetterModel::load(language, folder)) {
+        checkSums(*model, path);
+        return model;
+    }
+    if (isAmong(available, language)) failWithReason(language, path);
     const std::string what = options.language ? "--language" : lessonsKey;
     throw UsageError(
         fmt::format("{}: no words for \"{}\"; there are {}", what, language, fmt::join(available, ", ")));
@@ -147,7 +170,7 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
                        .wish = wishOf(options, settings, *model, layout.id),
                        .layout = layout.id,
                        .goalSeconds = std::clamp<std::int64_t>(goal, 1, longestGoal) * 60,
-                       .letErrorsStand = options.letErrorsStand || settings.flag(errorsKey).value_or(false)};
+                       .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
     return {std::move(setup), std::move(layout.legends)};
 }
 
@@ -162,12 +185,16 @@ void keepOptions(const PracticeOptions& options, const std::string& language, Se
     if (options.words) settings.setInteger(wordsKey, *options.words);
     if (options.speed) settings.setInteger(speedKey, *options.speed);
     if (options.goal) settings.setInteger(goalKey, *options.goal);
-    if (options.capitals) settings.setFlag(capitalsKey, true);
-    if (options.punctuation) settings.setFlag(punctuationKey, true);
-    if (options.digits) settings.setFlag(digitsKey, true);
-    if (options.letErrorsStand) settings.setFlag(errorsKey, true);
+    const std::pair<std::optional<bool>, const char*> flags[] = {{options.capitals, capitalsKey},
+                                                                 {options.punctuation, punctuationKey},
+                                                                 {options.digits, digitsKey},
+                                                                 {options.letErrorsStand, errorsKey}};
+    for (const auto& [flag, key] : flags)
+        if (flag) settings.setFlag(key, *flag);
     if (!options.keyboard.layout) return;
-    const auto layouts = PracticeLayout::setting(*options.keyboard.layout, language, {});
+    const std::string chosen = *options.keyboard.layout;
+    const auto layouts =
+        PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
     if (layouts.empty()) settings.remove(layoutKey(language));
     else settings.setText(layoutKey(language), layouts.at(language));
 }

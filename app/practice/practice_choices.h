@@ -30,10 +30,10 @@ struct PracticeOptions {
     std::optional<std::int64_t> speed;
     std::optional<std::int64_t> goal;  ///< minutes of a day
     std::optional<std::uint64_t> seed;
-    bool capitals = false;
-    bool punctuation = false;
-    bool digits = false;
-    bool letErrorsStand = false;
+    std::optional<bool> capitals;
+    std::optional<bool> punctuation;
+    std::optional<bool> digits;
+    std::optional<bool> letErrorsStand;
     bool keep = false;  ///< what is said here is to be kept as settings
     bool json = false;
 };

@@ -7,6 +7,7 @@
 #include <sys/ioctl.h>
 #include <sys/signalfd.h>
 #include <term.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -183,6 +184,7 @@ class Screen::Implementation {
     std::vector<ScreenEvent> events(std::int64_t milliseconds);
 
   private:
+    static void takeInterruptAsKey();
     void startColours(const Environment& environment);
     void appendSignals(std::vector<ScreenEvent>& events) const;
     std::vector<ScreenEvent> readKeys();
@@ -209,7 +211,17 @@ Screen::Implementation::Implementation(const Environment& environment) {
     cbreak();
     noecho();
     nonl();
+    takeInterruptAsKey();
     startColours(environment);
+}
+
+/// As a signal, Ctrl-C would overtake the keys typed before it, and have the terminal throw them away.
+void Screen::Implementation::takeInterruptAsKey() {
+    termios settings{};
+    if (tcgetattr(STDIN_FILENO, &settings) != 0) return;
+    settings.c_cc[VINTR] = _POSIX_VDISABLE;
+    tcsetattr(STDIN_FILENO, TCSANOW, &settings);
+    def_prog_mode();
 }
 
 void Screen::Implementation::startColours(const Environment& environment) {

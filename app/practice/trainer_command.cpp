@@ -4,7 +4,6 @@
 #include <exception>
 #include <filesystem>
 
-#include "app/common/folder_lock.h"
 #include "app/practice/commands.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
@@ -37,9 +36,7 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
                 },
             .save =
                 [&](const tapcore::PracticeDay& practised, const Day& day) {
-                    const tapcore::Store store = openStoreForWriting(options.folder, environment);
-                    const auto lock = lockForWriting(environment, store.root);
-                    store.addPractice(practised, day);
+                    LockedStore(options.folder, environment).store.addPractice(practised, day);
                 },
             .remember =
                 [&](const std::string& key, std::int64_t opened) {

@@ -32,7 +32,7 @@ namespace fs = std::filesystem;
 enum class Wait { yes, no };
 
 tapcore::Store storeFor(const RecordOptions& options, const Environment& environment) {
-    tapcore::Store store = openStoreForWriting(options.folder, environment, options.shared);
+    tapcore::Store store = LockedStore(options.folder, environment, options.shared).store;
     if (options.format) store.format = parseFormat("--format", *options.format);
     return store;
 }
@@ -60,19 +60,46 @@ tapcore::FileLock writingLock(const fs::path& folder, const Environment& environ
     return std::move(*lock);
 }
 
+/// The same environment at this moment.
+Environment atThisMoment(Environment environment) {
+    environment.now = hostEnvironment().now;
+    return environment;
+}
+
+/// On each new day, takes the finished ones into their months. What fails there is told, and stops nothing.
+class MonthKeeper {
+  public:
+    MonthKeeper(const FolderOptions& options, const Environment& environment)
+        : options_(options), environment_(environment), calendar_(environment.zone) {}
+
+    void refresh(const tapcore::Store& store) {
+        const tapcore::Day now = today(options_, atThisMoment(environment_), calendar_);
+        if (std::exchange(refreshed_, now) == now) return;
+        try {
+            store.refreshRollups(now);
+        } catch (const fs::filesystem_error& error) {
+            complain(fmt::format("the months are not summed: {}: {}", error.path1().string(),
+                                 error.code().message()));
+        }
+    }
+
+  private:
+    FolderOptions options_;
+    Environment environment_;
+    tapcore::Calendar calendar_;
+    std::optional<tapcore::Day> refreshed_;
+};
+
 /// Adds counts to the day's file.
 DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& options,
                         const Environment& environment, Wait wait) {
-    return [=, summed = std::optional<tapcore::Day>()](const tapcore::Day& day,
-                                                       const DayCounts& counts) mutable {
+    return [=, months = MonthKeeper(options.folder, environment)](const tapcore::Day& day,
+                                                                  const DayCounts& counts) mutable {
         try {
             const auto lock = writingLock(store.root, environment, wait);
-            if (summed != day) {  // a new day: the months can take in the days before it
-                store.refreshRollups(day);
-                summed = day;
-            }
             store.add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options.board, options.layout,
                       day);
+            months.refresh(store);
         } catch (const fs::filesystem_error& error) {
             throw Failure(error.path1().string(), error.code().message());
         }
@@ -82,8 +109,7 @@ DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& option
 /// Brings the widgets' file up to date. What fails is told once, and stops nothing.
 std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment) {
     return [=, wasTold = false]() mutable {
-        Environment current = environment;
-        current.now = hostEnvironment().now;
+        const Environment current = atThisMoment(environment);
         try {
             writeWidgetFile(widgetSnapshot(folder, current, nullptr), current);
         } catch (const std::exception& error) {

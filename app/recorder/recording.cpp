@@ -50,7 +50,7 @@ bool isEarlier(const RecordedEvent& one, const RecordedEvent& other) { return on
 
 std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t microseconds) {
     constexpr std::uint64_t perSecond = 1'000'000;
-    constexpr std::int64_t most = 100'000'000'000'000'000;
+    constexpr std::int64_t most = 10'000'000'000'000'000;
     if (microseconds >= perSecond || seconds > std::numeric_limits<std::uint64_t>::max() / perSecond)
         return std::nullopt;
     const auto time = static_cast<std::int64_t>(seconds * perSecond + microseconds);

@@ -45,7 +45,7 @@ class RecordingError : public std::runtime_error {
 };
 
 /// A time of so many seconds and microseconds, before 0 as numbers that wrapped around 64 bits; nothing for
-/// one more than three thousand years from 0, or no time at all.
+/// one more than three hundred years from 0, or no time at all.
 std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t microseconds);
 
 /// Reads a file that evemu-record or libinput record wrote. Failure names the file, and the line, of what

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <span>
 
@@ -13,6 +15,7 @@
 #include "app/common/records_json.h"
 #include "app/common/terminal.h"
 #include "app/tappora/folder_tasks.h"
+#include "core/files/data_listing.h"
 #include "core/files/folder_check.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
@@ -24,16 +27,6 @@ namespace {
 
 using tapcore::Day;
 using tapcore::Store;
-
-/// The data folder, and its lock held.
-struct LockedStore {
-    LockedStore(const FolderOptions& options, const Environment& environment)
-        : lock(lockForWriting(environment, chooseFolder(options, environment).root)),
-          store(openStoreForWriting(options, environment)) {}
-
-    tapcore::FileLock lock;
-    Store store;
-};
 
 /// This machine's own files alone.
 Store own(const Store& store) { return {store.base(), store.format}; }
@@ -60,8 +53,20 @@ std::string practiceOf(const Store& store) {
 
 /// "WHAT will be gone from FOLDER", and what stays.
 std::string warning(const Store& store, std::string_view what) {
-    const std::string others = store.macs().empty() ? "" : " What other machines wrote stays.";
-    return fmt::format("{} will be gone from {}, for good.{}", what, store.base().string(), others);
+    std::string stays;
+    if (!store.macs().empty()) stays += " What other machines wrote stays.";
+    if (store.mac && !tapcore::dataFiles(store.root / tapcore::daysFolder).empty())
+        stays += " So do the files at the top of the folder, from before it was shared.";
+    return fmt::format("{} will be gone from {}, for good.{}", what, store.base().string(), stays);
+}
+
+/// Says what will be gone, asks, and does it, with the folder locked only then: counting goes on meanwhile.
+void confirmed(const Store& store, std::string_view loss, bool yes, const Environment& environment,
+               const std::function<void()>& destroy) {
+    confirm(warning(store, loss), yes);
+    const auto lock = lockForWriting(environment, store.root);
+    destroy();
+    print("Done.\n");
 }
 
 struct Reset {
@@ -101,17 +106,19 @@ const Reset* named(std::span<const Reset> all, std::string_view name) {
     return nullptr;
 }
 
-void perform(const Reset& reset, const Store& store, bool yes) {
-    confirm(warning(store, reset.loss(own(store))), yes);
-    (store.*reset.run)();
-    print("Done.\n");
+void perform(const Reset& reset, const Store& store, bool yes, const Environment& environment) {
+    confirmed(store, reset.loss(own(store)), yes, environment, [&] { (store.*reset.run)(); });
 }
 
-void clearOneDay(const Day& day, const Store& store, bool yes) {
-    const std::string count = grouped(own(store).read(day).tally.total());
-    confirm(warning(store, fmt::format("{} with {} keystrokes", day.description(), count)), yes);
-    store.clearDay(day);
-    print("Done.\n");
+void clearOneDay(const Day& day, const Store& store, bool yes, const Environment& environment) {
+    const auto files = tapcore::dataFiles(store.base() / tapcore::daysFolder);
+    const bool isAway = std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
+        return file.name == day.description() && !file.isHere;
+    });
+    const std::string loss = isAway ? day.description() + ", of which iCloud Drive has still to bring a file,"
+                                    : fmt::format("{} with {} keystrokes", day.description(),
+                                                  grouped(keystrokes(own(store), {day})));
+    confirmed(store, loss, yes, environment, [&] { store.clearDay(day); });
 }
 
 std::vector<tapcore::SkippedRow> skippedPracticeRows(std::string_view text) {
@@ -166,7 +173,8 @@ void resetFolder(const std::string& what, bool yes, const FolderOptions& options
                  const Environment& environment) {
     const Reset* reset = named(resets, what);
     if (!reset) throw UsageError("folder reset: not heatmap, shortcuts or practice: " + what);
-    perform(*reset, LockedStore(options, environment).store, yes);
+    const Store store = LockedStore(options, environment).store;
+    perform(*reset, store, yes, environment);
 }
 
 void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
@@ -174,9 +182,9 @@ void clearFolder(const std::string& what, bool yes, const FolderOptions& options
     const Reset* clearing = named(clearings, what);
     const auto day = Day::parse(what);
     if (!clearing && !day) throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
-    const LockedStore locked(options, environment);
-    if (clearing) perform(*clearing, locked.store, yes);
-    else clearOneDay(*day, locked.store, yes);
+    const Store store = LockedStore(options, environment).store;
+    if (clearing) perform(*clearing, store, yes, environment);
+    else clearOneDay(*day, store, yes, environment);
 }
 
 }  // namespace tappora

@@ -31,8 +31,8 @@ void declarePlaces(CommandLine& line, Wish& wish) {
     task(line, "show", "Where the folder is and why, and what is in it (the default)")
         ->add_flag("--json", wish.json, "Print it as JSON");
     CLI::App* set = task(line, "set", "Choose the folder for good; it is made when missing");
-    set->add_option("DIR", wish.directory, "The folder")->type_name("DIR");
-    set->add_flag("--usual", wish.usual, "Go back to the usual place");
+    auto* named = set->add_option("DIR", wish.directory, "The folder")->type_name("DIR");
+    set->add_flag("--usual", wish.usual, "Go back to the usual place")->excludes(named);
     task(line, "share", "Let several machines write it, each into a sub-folder of its own");
     task(line, "adopt", "Take over the files of another data folder, when this one has no days yet")
         ->add_option("DIR", wish.directory, "The other folder")
@@ -60,6 +60,8 @@ void declareCare(CommandLine& line, Wish& wish) {
 
 void perform(const std::string& name, const Wish& wish, const Environment& environment) {
     if (name == "show") showFolder(wish.folder, environment, wish.json);
+    if (name == "set" && wish.folder.folder)
+        throw UsageError("folder set: name the folder as DIR, without --folder");
     if (name == "set") setFolder(wish.usual ? std::nullopt : std::optional(wish.directory), environment);
     if (name == "share") shareFolder(wish.folder, environment);
     if (name == "adopt") adoptFolder(wish.directory, wish.folder, environment);

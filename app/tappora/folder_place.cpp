@@ -8,7 +8,6 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/data_folder.h"
-#include "app/common/folder_lock.h"
 #include "app/common/long_work.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
@@ -66,8 +65,8 @@ void printText(const FolderChoice& choice, const Store& store, const Contents& c
     row("Chosen", choice.why());
     row("Format", store.format.title());
     if (const auto macs = store.macs(); !macs.empty())
-        row("Machines", fmt::format("{}", fmt::join(macs, ", ")));
-    if (store.mac) row("This one", *store.mac);
+        row("Machines", harmlessLine(fmt::format("{}", fmt::join(macs, ", "))));
+    if (store.mac) row("This one", harmlessLine(*store.mac));
     row("Counts", span(store.days()));
     row("Months", std::to_string(store.names(tapcore::monthsFolder).size()));
     row("Practice", counted(store.names(tapcore::practiceFolder).size(), "day", "days"));
@@ -125,17 +124,18 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
 }
 
 void shareFolder(const FolderOptions& options, const Environment& environment) {
-    const fs::path root = chooseFolder(options, environment).root;
-    const auto lock = lockForWriting(environment, root);
-    const Store store = openStoreForWriting(options, environment, true);
-    print(fmt::format("{}: this machine writes into \"{}\"\n", root.string(), store.mac.value_or("")));
+    const LockedStore locked(options, environment, true);
+    const Store& store = locked.store;
+    print(fmt::format("{}: this machine writes into \"{}\"\n", store.root.string(), store.mac.value_or("")));
+    if (!tapcore::dataFiles(store.root / tapcore::daysFolder).empty())
+        print("The files that are there already stay at the top of the folder, and count as before.\n");
 }
 
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
     using tapcore::MacFolder::Adoption;
     if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
-    const auto lock = lockForWriting(environment, chooseFolder(options, environment).root);
-    const Store store = openStoreForWriting(options, environment);
+    const LockedStore locked(options, environment);
+    const Store& store = locked.store;
     LongWork work("taking over");
     const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress());
     if (outcome == Adoption::sameFolder) throw Failure(directory, "is the data folder itself");

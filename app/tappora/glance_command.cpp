@@ -30,6 +30,8 @@ Glance read(const tapcore::Store& store, const tapcore::Day& day, std::int64_t h
             const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
     Glance glance{.day = day, .today = {}, .week = store.summary(7, day, calendar), .comparison = {}};
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar, &problems);
+    const std::string place = store.url(day).string();
+    const tapcore::FatalContext context("summing up", place);
     glance.today.add(day, store.read(day, &problems));
     glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hour);
     return glance;

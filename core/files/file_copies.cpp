@@ -62,6 +62,7 @@ void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std
     if (stale == copies.end()) return;
     std::for_each(stale, copies.end(), [](const FileCopy& copy) { removeFile(copy.path); });
     copies.erase(stale, copies.end());
+    flushFolder(folder);
     removeFile(notePath(folder, name));
 }
 
@@ -71,6 +72,7 @@ void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::pat
     writeFile(target, text);
     for (const FileCopy& copy : copies)
         if (copy.path != target) removeFile(copy.path);
+    flushFolder(folder);  // the note must not go to disk as removed before the copies do
     removeFile(notePath(folder, name));
 }
 

@@ -53,7 +53,7 @@ std::vector<fs::path> filesIn(const fs::path& folder) {
     std::error_code error;
     fs::recursive_directory_iterator entry(folder, error);
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        if (entry->symlink_status(error).type() == fs::file_type::regular)
+        if (entry->symlink_status(error).type() == fs::file_type::regular && !isTemporary(entry->path()))
             files.push_back(entry->path().lexically_relative(folder));
     std::sort(files.begin(), files.end());
     return files;
@@ -121,7 +121,11 @@ std::optional<std::string> find(const fs::path& root, std::string_view id) {
 }
 
 std::string resolve(const fs::path& root, std::string_view id, std::string_view name) {
-    if (auto known = find(root, id)) return *known;
+    if (auto known = find(root, id)) {
+        if (readMark(root / *known)->name != name)
+            writeMark(root / *known, {std::string(id), std::string(name)});
+        return *known;
+    }
     std::string own = freeName(root, cut(sanitized(name), longestName));
     writeMark(root / own, {std::string(id), std::string(name)});
     return own;

@@ -6,6 +6,7 @@
 #include "core/files/file_copies.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
+#include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -172,6 +173,8 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
     Summary sum;
     for (std::int64_t before = days - 1; before >= 0; --before) {
         const Day day = endingOn.adding(-before, calendar);
+        const std::string place = (root / daysFolder / day.description()).string();
+        const FatalContext context("summing up", place);
         DayFile file;
         for (const DaysFolder& folder : folders)
             addFiles(file,

@@ -46,11 +46,13 @@ void clearFolder(const fs::path& folder, IsData isData) {
     for (const std::string& name : namesOf(folder, isData)) removeCopies(folder, name);
 }
 
-/// The names in a folder of files that are here in the format not written.
-std::set<std::string> namesToConvert(const fs::path& folder, FileFormat format) {
+/// The names in a folder of data files that are here in the format not written.
+std::set<std::string> namesToConvert(const fs::path& base, std::string_view folder, FileFormat format) {
+    const IsData isData = folder == monthsFolder ? isMonthName : isDayName;
     std::set<std::string> names;
-    for (const ListedFile& file : dataFiles(folder))
-        if (file.isHere && file.extension != format.fileExtension()) names.insert(file.name);
+    for (const ListedFile& file : dataFiles(base / folder))
+        if (file.isHere && file.extension != format.fileExtension() && isData(file.name))
+            names.insert(file.name);
     return names;
 }
 
@@ -58,14 +60,14 @@ std::set<std::string> namesToConvert(const fs::path& folder, FileFormat format) 
 
 bool Store::needsConversion() const {
     return std::any_of(dataFolders.begin(), dataFolders.end(), [&](std::string_view folder) {
-        return !namesToConvert(base() / folder, format).empty();
+        return !namesToConvert(base(), folder, format).empty();
     });
 }
 
 bool Store::convert(const Progress& progress) const {
     std::vector<std::pair<std::string_view, std::string>> files;
     for (const std::string_view folder : dataFolders)
-        for (const std::string& name : namesToConvert(base() / folder, format))
+        for (const std::string& name : namesToConvert(base(), folder, format))
             files.emplace_back(folder, name);
     for (std::size_t done = 0; done < files.size(); ++done) {
         if (!goesOn(progress, done, files.size())) return false;
@@ -75,9 +77,9 @@ bool Store::convert(const Progress& progress) const {
 }
 
 void Store::convertFile(std::string_view folder, const std::string& name) const {
-    if (folder == daysFolder && isDayName(name)) change(*Day::parse(name), [](DayFile&) {});
-    if (folder == monthsFolder && isMonthName(name)) changeRollup(name, [](MonthRollup&) {});
-    if (folder == practiceFolder && isDayName(name)) convertPractice(name);
+    if (folder == daysFolder) change(*Day::parse(name), [](DayFile&) {});
+    if (folder == monthsFolder) changeRollup(name, [](MonthRollup&) {});
+    if (folder == practiceFolder) convertPractice(name);
 }
 
 void Store::clearDay(const Day& day) const {
@@ -109,7 +111,10 @@ void Store::forget(const std::function<void(DayFile&)>& inDay,
     const fs::path months = base() / monthsFolder;
     requireAllHere(days);
     requireAllHere(months);
-    for (const std::string& name : namesOf(days, isDayName)) change(*Day::parse(name), inDay);
+    const auto dayNames = namesOf(days, isDayName);
+    for (const std::string& name : dayNames)
+        readWholeCopies(days, name, format, fetch_);  // or none is changed
+    for (const std::string& name : dayNames) change(*Day::parse(name), inDay);
     for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
 }
 

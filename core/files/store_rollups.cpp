@@ -6,6 +6,7 @@
 
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
+#include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
 #include "core/foundation/characters.h"
@@ -49,6 +50,12 @@ FilesByMonth filesBefore(const Day& today, const fs::path& folder) {
             months[file.name.substr(0, monthLength)][*day].push_back(std::move(file));
     }
     return months;
+}
+
+std::vector<Day> daysListedIn(const MonthRollup& rollup) {
+    std::vector<Day> days;
+    for (const MonthRollup::DayLine& line : rollup.days) days.push_back(line.day);
+    return days;
 }
 
 bool lists(const MonthRollup& rollup, const FilesByDay& files) {
@@ -102,12 +109,31 @@ void writeRollup(const Store& own, std::string_view month, const MonthRollup& ro
     own.removeOthers(monthsFolder, month, path);
 }
 
+bool isReadable(const Store& own, const Day& day) {
+    const auto copies = readCopies(own.base() / daysFolder, day.description(), own.format);
+    return !copies.empty() && std::all_of(copies.begin(), copies.end(), [](const FileCopy& copy) {
+        return copy.file.status == FileRead::Status::read;
+    });
+}
+
+/// The sum of days; nothing when one of them has no file that can be read.
+std::optional<MonthRollup> sumOf(const Store& own, const std::vector<Day>& days) {
+    std::map<Day, DayFile> files;
+    for (const Day& day : days) {
+        if (!isReadable(own, day)) return std::nullopt;
+        files.emplace(day, own.readOwn(day));
+    }
+    const FatalContext context("adding up the days in", own.base().native());
+    return MonthRollup(files);
+}
+
 bool rebuild(const Store& own, std::string_view month, const FilesByDay& files) {
     if (!allHere(files)) return false;
-    std::map<Day, DayFile> days;
-    for (const auto& item : files) days.emplace(item.first, own.readOwn(item.first));
-    writeRollup(own, month, MonthRollup(days));
-    return true;
+    std::vector<Day> days;
+    for (const auto& item : files) days.push_back(item.first);
+    const auto rollup = sumOf(own, days);
+    if (rollup) writeRollup(own, month, *rollup);
+    return rollup.has_value();
 }
 
 FilesByDay filesOf(std::string_view month, FilesByMonth&& months) {
@@ -156,11 +182,17 @@ bool Store::refreshRollups(const Day& today, const Progress& progress) const {
 }
 
 void Store::changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const {
+    if (!isMonthName(month)) return;
     const Store own = single(base());
-    auto stored = isMonthName(month) ? readStored(own, month, nullptr) : std::nullopt;
+    for (const FileCopy& copy : readCopies(own.root / monthsFolder, month, format))
+        if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
+    auto stored = readStored(own, month, nullptr);
     if (!stored) return;
+    // What is written now is newer than the days, and would hide that one of them has changed.
+    if (auto anew = sumOf(own, daysListedIn(stored->rollup))) stored->rollup = std::move(*anew);
     change(stored->rollup);
-    writeRollup(own, month, stored->rollup);
+    if (stored->rollup.days.empty()) removeRollup(own, month);
+    else writeRollup(own, month, stored->rollup);
     removeFile(own.root / monthsFolder / copyName(month, "tsv"));
 }
 

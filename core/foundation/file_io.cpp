@@ -36,16 +36,16 @@ int retrying(auto call) {
 bool readAll(const Descriptor& file, std::string& text) {
     struct stat status {};
     if (::fstat(file.get(), &status) < 0) return false;
-    constexpr std::size_t reserve = 1;  // so that one read of a file that does not grow finds its end
+    constexpr std::size_t reserve = 1;  // so that a file that does not grow is read in one piece
     text.resize(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + reserve);
     std::size_t size = 0;
     while (true) {
         const auto got = ::read(file.get(), text.data() + size, text.size() - size);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return false;
+        if (got == 0) break;  // less than asked for is no end: a pipe gives what it has
         size += static_cast<std::size_t>(got);
-        if (got == 0 || size < text.size()) break;
-        text.resize(text.size() * 2);
+        if (size == text.size()) text.resize(text.size() * 2);
     }
     text.resize(size);
     return true;
@@ -120,14 +120,6 @@ class Temporary {
     bool isInPlace_ = false;
 };
 
-void flushFolder(const fs::path& folder) {
-    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened.isOpen() || retrying([&] { return ::fsync(opened.get()); }) < 0) {
-        // Some network file systems cannot flush folders; what was renamed there is in place all the same.
-        if (errno != EINVAL && errno != ENOTSUP) fail("cannot flush the folder", folder);
-    }
-}
-
 fs::path folderOf(const fs::path& path) {
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
@@ -166,6 +158,16 @@ void writeFile(const fs::path& path, std::string_view text) {
     temporary.fill(text);
     temporary.moveInPlace();
     flushFolder(folder);
+}
+
+bool isTemporary(const fs::path& path) { return path.filename() == temporaryName; }
+
+void flushFolder(const fs::path& folder) {
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.isOpen() || retrying([&] { return ::fsync(opened.get()); }) < 0) {
+        // Some network file systems cannot flush folders; what was renamed there is in place all the same.
+        if (errno != EINVAL && errno != ENOTSUP) fail("cannot flush the folder", folder);
+    }
 }
 
 void makeFolders(const fs::path& folder) {

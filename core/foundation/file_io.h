@@ -41,8 +41,15 @@ bool isThere(const std::filesystem::path& path);
 /// was, and no other file is left behind.
 void writeFile(const std::filesystem::path& path, std::string_view text);
 
+/// Whether a file is one that `writeFile` writes on its way: of no meaning to anybody else.
+bool isTemporary(const std::filesystem::path& path);
+
 /// Makes a folder and those above it, for the user alone (mode 0700). Throws filesystem_error with the path.
 void makeFolders(const std::filesystem::path& folder);
+
+/// Sees that what was made, renamed or removed in a folder is so on disk. Throws filesystem_error with the
+/// path.
+void flushFolder(const std::filesystem::path& folder);
 
 /// Moves a file to another name in the same folder, in one step, flushed to disk. Throws filesystem_error
 /// with the path.

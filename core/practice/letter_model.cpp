@@ -3,6 +3,7 @@
 #include <map>
 #include <mutex>
 #include <nlohmann/json.hpp>
+#include <unordered_set>
 
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
@@ -15,15 +16,25 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view ending = ".json";
 
-std::string singleCharacter(const std::string& text, const JsonValue& place) {
-    if (!isSingleCharacter(text)) place.fail("not one character: \"" + text + "\"");
-    return text;
-}
+/// Sees that texts are single characters. Finding where a character ends takes long, and a model has the same
+/// few in thousands of places: each is looked at once.
+class SingleCharacters {
+  public:
+    const std::string& checked(const std::string& text, const JsonValue& place) {
+        if (known_.contains(text)) return text;
+        if (!isSingleCharacter(text)) place.fail("not one character: \"" + text + "\"");
+        known_.insert(text);
+        return text;
+    }
 
-LetterModel::Counts readCounts(const JsonValue& object) {
+  private:
+    std::unordered_set<std::string> known_;
+};
+
+LetterModel::Counts readCounts(const JsonValue& object, SingleCharacters& characters) {
     LetterModel::Counts counts;
     object.forEachMember([&](const std::string& next, const JsonValue& count) {
-        counts[singleCharacter(next, object)] = count.integer();
+        counts[characters.checked(next, object)] = count.integer();
     });
     return counts;
 }
@@ -55,11 +66,12 @@ LetterModel LetterModel::parse(std::string_view language, std::string_view text)
     const JsonValue root(document);
     LetterModel model;
     model.language = language;
+    SingleCharacters characters;
     const JsonValue order = root.member("order");
     for (std::size_t i = 0; i < order.size(); ++i)
-        model.order.push_back(singleCharacter(order.element(i).string(), order.element(i)));
+        model.order.push_back(characters.checked(order.element(i).string(), order.element(i)));
     root.member("transitions").forEachMember([&](const std::string& context, const JsonValue& counts) {
-        model.transitions[context] = readCounts(counts);
+        model.transitions[context] = readCounts(counts, characters);
     });
     return model;
 }

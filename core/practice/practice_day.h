@@ -15,7 +15,7 @@
 namespace tapcore {
 
 /// One day of practice: counters for each letter, kept apart by layout, since the same letter on two layouts
-/// is two skills, and a few values of the day. docs/file-formats.md shows the text.
+/// is two skills, and a few values of the day. docs/practice.md shows the text.
 struct PracticeDay {
     LetterCounts letters;                          ///< over all layouts
     std::map<std::string, LetterCounts> byLayout;  ///< by layout id; the empty id stands for no layout

@@ -8,6 +8,15 @@ namespace {
 
 constexpr KeyCode spaceBar = 49;
 
+/// On how many keys two layouts have the same character, without shift.
+std::ptrdiff_t keysInCommon(const Legends& one, const Legends& other) {
+    return std::count_if(one.begin(), one.end(), [&](const auto& key) {
+        const auto found = other.find(key.first);
+        return isTaught(key.first) && found != other.end() && !key.second.empty() && !found->second.empty() &&
+               key.second.front() == found->second.front();
+    });
+}
+
 }  // namespace
 
 PracticeLayout::Settings PracticeLayout::setting(const std::string& layout, const std::string& language,
@@ -32,7 +41,11 @@ std::string PracticeLayout::pick(const std::string& language, const std::vector<
     const auto keyboard = legends.find(chosen);
     if (keyboard != legends.end() && types(letters, keyboard->second)) return chosen;
     const std::vector<std::string> fit = fitting(letters, legends);
-    return fit.empty() ? chosen : fit.front();
+    if (fit.empty()) return chosen;
+    if (keyboard == legends.end()) return fit.front();
+    return *std::max_element(fit.begin(), fit.end(), [&](const std::string& a, const std::string& b) {
+        return keysInCommon(legends.at(a), keyboard->second) < keysInCommon(legends.at(b), keyboard->second);
+    });
 }
 
 std::vector<std::string> PracticeLayout::fitting(const std::vector<std::string>& letters,
@@ -52,7 +65,8 @@ std::optional<KeyStroke> KeyStroke::of(std::string_view character, const Legends
     if (character == " ") return KeyStroke{spaceBar, false};
     for (const std::size_t level : {0U, 1U})
         for (const auto& [code, faces] : legends)
-            if (faces.size() > level && faces[level] == character) return KeyStroke{code, level == 1};
+            if (isTaught(code) && faces.size() > level && faces[level] == character)
+                return KeyStroke{code, level == 1};
     return std::nullopt;
 }
 

@@ -28,7 +28,8 @@ struct PracticeLayout {
                                             const LegendsByLayout& legends);
 
     /// The layout to type a language on: the one set for it, as long as it is known; else the keyboard's own
-    /// (`chosen`) when it types the language or nothing does; else the first that does.
+    /// (`chosen`) when it types the language or nothing does; else, of those that do, the one with most keys
+    /// in common with the keyboard's own, and the first of equals.
     static std::string pick(const std::string& language, const std::vector<std::string>& letters,
                             const std::string& chosen, const Settings& settings,
                             const LegendsByLayout& legends);
@@ -39,12 +40,15 @@ struct PracticeLayout {
     static bool types(const std::vector<std::string>& letters, const Legends& legends);
 };
 
+/// Whether a key stands where text is typed: the number pad and the keys beside it are not taught.
+constexpr bool isTaught(KeyCode code) { return code < 64 || code == 93 || code == 94; }
+
 /// How a character is typed: a key, and whether with shift.
 struct KeyStroke {
     KeyCode keyCode = 0;
     bool shift = false;
 
-    /// The stroke of a character on a layout, without shift where both do; nothing when no key has it.
+    /// The stroke of a character on a layout, without shift where both do; nothing when no key taught has it.
     static std::optional<KeyStroke> of(std::string_view character, const Legends& legends);
 
     bool operator==(const KeyStroke&) const = default;

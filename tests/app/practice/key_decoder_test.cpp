@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <map>
 
 namespace tappora {
 namespace {
@@ -11,16 +12,11 @@ using Kind = ScreenEvent::Kind;
 
 /// Events as one text: characters as they are, the others in brackets.
 std::string shown(const std::vector<ScreenEvent>& events) {
+    const std::map<Kind, std::string> names = {
+        {Kind::erase, "[erase]"}, {Kind::enter, "[enter]"}, {Kind::leave, "[leave]"}};
     std::string text;
-    for (const ScreenEvent& event : events) {
-        switch (event.kind) {
-            case Kind::character: text += "(" + event.text + ")"; break;
-            case Kind::erase: text += "[erase]"; break;
-            case Kind::enter: text += "[enter]"; break;
-            case Kind::leave: text += "[leave]"; break;
-            default: text += "[?]";
-        }
-    }
+    for (const ScreenEvent& event : events)
+        text += event.kind == Kind::character ? "(" + event.text + ")" : names.at(event.kind);
     return text;
 }
 
@@ -38,9 +34,15 @@ TEST_F(Decoding, GivesTheSameWhateverPiecesBytesComeIn) {
         {"ab c", "(a)(b)( )(c)"},
         {"é€😀", "(é)(€)(😀)"},
         {"\x7F\b\r\n\t\x01", "[erase][erase][enter][enter]"},
-        {"\x03" "a\x04", "[leave](a)[leave]"},
-        {"a\xFF" "b", "(a)(\uFFFD)(b)"},
-        {"\xC3" "a\xE2\x82z", "(\uFFFD)(a)(\uFFFD)(z)"},
+        {"\x03"
+         "a\x04",
+         "[leave](a)[leave]"},
+        {"a\xFF"
+         "b",
+         "(a)(\uFFFD)(b)"},
+        {"\xC3"
+         "a\xE2\x82z",
+         "(\uFFFD)(a)(\uFFFD)(z)"},
         {"\033[A\033OB\033[1;5Cx", "(x)"},
         {"\033xy\033éz", "(y)(z)"},
         {"\033\033[Ax", "[leave](x)"},

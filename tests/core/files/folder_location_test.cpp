@@ -64,6 +64,7 @@ TEST(MacFolder, IsFoundByItsIdAndElseTakesAFreeName) {
     std::filesystem::create_directory(root / "Studio 3");
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-3", "Studio"), "Studio 4");
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-1", "Renamed"), "Studio");
+    EXPECT_EQ(MacFolder::readMark(root / "Studio")->name, "Renamed");
     std::filesystem::rename(root / "Studio 2", root / "Keller");
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-2", "Studio"), "Keller");
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <functional>
 
 #include "core/files/store.h"
 #include "tests/support/temporary_folder.h"
@@ -92,6 +93,35 @@ TEST_F(RollupTest, WaitsForADayThatTheCloudStillHolds) {
     EXPECT_THROW(store.clearDay({2026, 9, 20}), std::filesystem::filesystem_error)
         << "the month cannot be summed";
     EXPECT_EQ(store.read({2026, 9, 20}).tally.total(), 10);
+}
+
+TEST_F(RollupTest, IsNotSummedWhileADayCannotBeRead) {
+    store.refreshRollups(today);
+    std::filesystem::remove(folder / "days/2026-09-21.org");
+    std::filesystem::create_directory(folder / "days/2026-09-21.org");
+    EXPECT_FALSE(store.rebuildRollup("2026-09", today));
+    EXPECT_EQ(rollup("2026-09"), (Lines{{20, 10}, {21, 20}}));
+}
+
+TEST_F(RollupTest, WrittenForAnotherReasonTakesInWhatChangedBefore) {
+    const std::function<void()> changes[] = {
+        [&] { store.resetHeatmap(); },
+        [&] { Store(folder.path(), FileFormat::markdown).convert(); },
+    };
+    for (const auto& change : changes) {
+        store.refreshRollups(today);
+        type({2026, 9, 20}, 5);
+        change();
+        EXPECT_EQ(rollup("2026-09")[20], store.read({2026, 9, 20}).tally.total());
+    }
+}
+
+TEST_F(RollupTest, GoesWithTheLastDayThatIsCleared) {
+    store.refreshRollups(today);
+    store.clearDay({2026, 9, 20});
+    EXPECT_EQ(rollup("2026-09"), (Lines{{21, 20}}));
+    store.clearDay({2026, 9, 21});
+    EXPECT_EQ(folder.files().count("months/2026-09.org"), 0U);
 }
 
 TEST_F(RollupTest, OfTwoFormatsIsOneAndOfTwoMachinesBoth) {

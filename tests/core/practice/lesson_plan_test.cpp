@@ -52,7 +52,8 @@ TEST_F(LessonPlanTest, GivesLettersAskedForEqualShares) {
 }
 
 TEST_F(LessonPlanTest, MixesInOpenDigitsAndMarksAlone) {
-    const LessonPlan mixed = plan({.words = 200, .extras = {.capitals = true, .punctuation = true, .digits = true}});
+    const LessonPlan mixed =
+        plan({.words = 200, .extras = {.capitals = true, .punctuation = true, .digits = true}});
     EXPECT_EQ(mixed.words.size(), 200U);
     for (const std::string& word : mixed.words)
         EXPECT_EQ(word.find_first_not_of("eatsrlEATSRL123,.'"), std::string::npos) << word;

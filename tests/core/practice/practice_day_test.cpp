@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/foundation/file_io.h"
 #include "core/practice/seeded_random.h"
 
 namespace tapcore {
@@ -62,6 +63,14 @@ TEST(PracticeDay, IsWrittenAsTwoTables) {
               "|---------+-------|\n"
               "| seconds | 0     |\n"
               "| lessons | 0     |\n");
+}
+
+TEST(PracticeDay, IsWrittenAsItsPageShows) {
+    const std::string page = readFile(DOCS "/practice.md").text;
+    const std::size_t start = page.find("```org\n") + 7;
+    const std::string example = page.substr(start, page.find("```", start) - start);
+    EXPECT_EQ(PracticeDay(example).text(today, FileFormat::org), example);
+    EXPECT_EQ(PracticeDay(example).letters.at(" "), (LetterStats{4, 0, 4, 848, 1}));
 }
 
 TEST(PracticeDay, ReadsBackWhatItWrites) {

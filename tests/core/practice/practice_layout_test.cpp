@@ -7,6 +7,7 @@ namespace {
 
 const PracticeLayout::LegendsByLayout legends = {
     {"dvorak", {{0, {"a", "A"}}, {1, {"o", "O"}}, {2, {"e", "E"}}}},
+    {"neo2", {{0, {"u", "U"}}, {2, {"a", "A"}}, {3, {"e", "E"}}, {8, {"ä", "Ä"}}}},
     {"qwerty", {{0, {"a", "A"}}, {1, {"s", "S"}}, {14, {"e", "E"}}, {50, {"`", "~"}}, {7, {}}}},
     {"qwertz", {{0, {"a", "A"}}, {14, {"e", "E"}}, {39, {"ä", "Ä"}}}},
 };
@@ -23,7 +24,7 @@ TEST(PracticeLayout, TakesTheLayoutSetElseTheKeyboardsElseOneThatFits) {
         {"the one set, though it does not fit", {"ä"}, "qwerty", {{"de", "dvorak"}}, "dvorak"},
         {"one set for another language", {"a", "e"}, "qwerty", {{"fr", "dvorak"}}, "qwerty"},
         {"one set that is gone", {"a", "e"}, "qwerty", {{"de", "bepo"}}, "qwerty"},
-        {"the first that types the language", {"a", "ä"}, "qwerty", {}, "qwertz"},
+        {"the one most like the keyboard's own", {"a", "ä"}, "qwerty", {}, "qwertz"},
         {"the keyboard's own when none does", {"ж"}, "qwerty", {}, "qwerty"},
         {"one that fits for a keyboard not known", {"a", "e"}, "", {}, "dvorak"},
     };
@@ -38,9 +39,11 @@ TEST(PracticeLayout, KeepsOneChoiceForALanguage) {
     EXPECT_EQ(PracticeLayout::setting("own", "de", one), (PracticeLayout::Settings{{"fr", "azerty"}}));
 }
 
-TEST(KeyStroke, PrefersTheKeyWithoutShift) {
-    const Legends french = {{18, {"&", "1"}}, {83, {"1"}}, {41, {"m", "M"}}};
-    EXPECT_EQ(KeyStroke::of("1", french), (KeyStroke{83, false}));
+TEST(KeyStroke, PrefersTheKeyWithoutShiftAndNeverTheNumberPad) {
+    const Legends french = {
+        {18, {"&", "1"}}, {83, {"1"}}, {41, {"m", "M"}}, {46, {",", "?"}}, {47, {";", ","}}};
+    EXPECT_EQ(KeyStroke::of("1", french), (KeyStroke{18, true}));
+    EXPECT_EQ(KeyStroke::of(",", french), (KeyStroke{46, false}));
     EXPECT_EQ(KeyStroke::of("M", french), (KeyStroke{41, true}));
     EXPECT_EQ(KeyStroke::of(" ", french), (KeyStroke{49, false}));
     EXPECT_EQ(KeyStroke::of("ê", french), std::nullopt);

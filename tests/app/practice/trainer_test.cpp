@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <thread>
+
+#include "core/practice/lesson_plan.h"
+#include "core/practice/practice_day.h"
+#include "tests/support/pseudo_terminal.h"
+#include "tests/support/temporary_folder.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::LetterCounts;
+using tapcore::PracticeDay;
+
+/// What typing comes to, counted apart from the program: each character typed right, some after misses. The
+/// first press of a lesson has no time, nor has one after a miss.
+struct Expected {
+    LetterCounts counts;
+
+    void startLesson() { isTimed_ = false; }
+    void press(const std::string& character, std::int64_t misses) {
+        const std::int64_t timed = isTimed_ && misses == 0 ? 1 : 0;
+        counts[character].addSameDay({1, misses, timed, 0, 1});
+        isTimed_ = true;
+    }
+
+  private:
+    bool isTimed_ = false;
+};
+
+/// The trainer itself on a terminal of its own, from the keys that are struck to the file that they leave.
+class TrainerOnATerminal : public testing::Test {
+  protected:
+    void start() {
+        terminal.emplace(
+            std::vector<std::string>{PROGRAMS "/tappora-practice", "--folder", data.path().string(),
+                                     "--today", "2026-09-20", "--language", "en", "--layout", "qwerty",
+                                     "--words", "5", "--seed", std::to_string(seed)},
+            PseudoTerminal::Variables{{"HOME", home.path().string()},
+                                      {"XDG_CONFIG_HOME", (home / "config").string()},
+                                      {"XDG_RUNTIME_DIR", home.path().string()},
+                                      {"TAPPORA_RESOURCES", RESOURCES},
+                                      {"TERM", "xterm-256color"},
+                                      {"LC_ALL", "C.UTF-8"},
+                                      {"TZ", "UTC"}},
+            24, 80);
+        ASSERT_TRUE(terminal->shows("Esc leaves")) << terminal->seen();
+    }
+
+    /// The text of the next lesson after some practice, made from the seed as the trainer makes it.
+    std::string nextText(const LetterCounts& practised) {
+        const auto model = tapcore::LetterModel::load("en", RESOURCES "/Practice");
+        const auto plan = planLesson(*model, tapcore::PracticeRules(40), practised, {.words = 5}, rng);
+        std::string text;
+        for (const std::string& word : plan.words) text += text.empty() ? word : " " + word;
+        return text;
+    }
+
+    /// Strikes keys for a text: every fifth character only after two wrong ones.
+    void typeWithErrors(std::string_view text) {
+        std::size_t at = 0;
+        for (const char character : text) {
+            const bool isMissed = at++ % 5 == 3;
+            terminal->type((isMissed ? "#É" : "") + std::string(1, character));
+            expected.press(std::string(1, character), isMissed ? 2 : 0);
+        }
+    }
+
+    /// The day in the file, as soon as it is as wished.
+    PracticeDay savedDay(const std::function<bool(const PracticeDay&)>& isWished = [](const PracticeDay&) {
+        return true;
+    }) const {
+        PracticeDay day;
+        for (int i = 0; i < 500; ++i) {
+            day = PracticeDay(tapcore::readFile(data / "practice/2026-09-20.org").text);
+            if (isWished(day)) return day;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        ADD_FAILURE() << "not saved in five seconds: " << terminal->seen();
+        return day;
+    }
+
+    /// Compares a day with what was typed, to the press. Times are the machine's: only their bounds hold.
+    void expectRight(const PracticeDay& day) const {
+        EXPECT_EQ(day.letters.size(), expected.counts.size());
+        for (const auto& [letter, wanted] : expected.counts) {
+            tapcore::LetterStats kept = statsOf(letter, day.lettersOn("qwerty"));
+            EXPECT_LE(std::exchange(kept.milliseconds, 0), 3000 * kept.timed) << letter;
+            EXPECT_EQ(kept, wanted) << letter;
+        }
+        EXPECT_EQ(day.layout, "qwerty");
+    }
+
+    const tapcore::TemporaryFolder data, home;
+    std::optional<PseudoTerminal> terminal;
+    Expected expected;
+
+    static constexpr std::uint64_t seed = 7;
+    tapcore::SeededRandom rng{seed};
+};
+
+TEST_F(TrainerOnATerminal, KeepsEachPressOfLessonsWithErrorsAResizeAndAnInterruption) {
+    start();
+    EXPECT_FALSE(terminal->isOrdinary());
+    const std::string first = nextText({});
+    typeWithErrors(first.substr(0, 8));
+    terminal->resize(12, 40);
+    ASSERT_TRUE(terminal->shows("\033[2J")) << "drawn anew";
+    typeWithErrors(first.substr(8));
+    ASSERT_TRUE(terminal->shows("the next lesson")) << terminal->seen();
+    const PracticeDay afterFirst = savedDay([](const PracticeDay& day) { return day.lessons == 1; });
+    expectRight(afterFirst);
+
+    const std::string second = nextText(afterFirst.letters);
+    expected.startLesson();
+    terminal->type("\r");
+    typeWithErrors(second.substr(0, 9));
+    terminal->type("\x03");
+    EXPECT_EQ(terminal->wait(), 0);
+    EXPECT_TRUE(terminal->isOrdinary());
+    const PracticeDay atTheEnd = savedDay();
+    expectRight(atTheEnd);
+    EXPECT_EQ(atTheEnd.lessons, 1);
+    EXPECT_EQ(tapcore::namesIn(data / "practice"), std::vector<std::string>{"2026-09-20.org"});
+    EXPECT_EQ(tapcore::namesIn(data.path()), std::vector<std::string>{"practice"}) << "nothing in a day file";
+}
+
+TEST_F(TrainerOnATerminal, KeepsWhatWasTypedHoweverItIsEnded) {
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"Escape", [&] { terminal->type("\033"); }},
+        {"SIGTERM", [&] { terminal->signal(SIGTERM); }},
+        {"SIGHUP", [&] { terminal->signal(SIGHUP); }},
+        {"no terminal any more", [&] { terminal->hangUp(); }},
+    };
+    for (const auto& [what, end] : endings) {
+        SCOPED_TRACE(what);
+        fs::remove_all(data / "practice");
+        rng = tapcore::SeededRandom(seed);
+        expected = {};
+        start();
+        typeWithErrors(nextText({}).substr(0, 6));
+        terminal->type("\x7F");
+        while (terminal->readSome(300)) continue;  // signals overtake keys that were not delivered yet
+        end();
+        EXPECT_EQ(terminal->wait(), 0);
+        expectRight(savedDay());
+    }
+}
+
+TEST_F(TrainerOnATerminal, HoldsOnToWhatCannotBeSavedYet) {
+    data.put("practice", "in the way");
+    start();
+    typeWithErrors(nextText({}).substr(0, 6));
+    terminal->type("\033");
+    ASSERT_TRUE(terminal->shows("Not saved yet")) << terminal->seen();
+    fs::remove(data / "practice");
+    terminal->type("\033");
+    EXPECT_EQ(terminal->wait(), 0);
+    expectRight(savedDay());
+}
+
+}  // namespace
+}  // namespace tappora
