@@ -29,21 +29,20 @@ void declare(CommandLine& line, AskOptions& options) {
         "Answers a question about your typing with a language model, which reads your data folder through a "
         "few tools. Without a question it is a conversation, which is kept in the data folder.",
         "tappora ask \"Which hours are my busiest?\" --provider local");
-    line.add_option("QUESTION", options.question, "The question");
-    line.add_option("--provider", options.provider, "claude, openai or local; the first that can be used")
-        ->type_name("NAME");
-    line.add_option("--model", options.model, "The model's id")->type_name("ID");
-    line.add_option("--url", options.url, "The address of the provider's interface, instead of the usual one")
-        ->type_name("URL");
-    line.add_option("--language", options.language,
-                    "The language to answer in, in words; yours when not given");
-    line.add_option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
-        ->type_name("SECONDS");
-    line.add_flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
-    line.add_flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
-    line.add_flag("--models", options.listsModels, "List the models to choose from");
-    line.add_flag("--continue", options.goesOn, "Put the question within the conversation under way");
-    line.add_flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
+    line.option("QUESTION", options.question, "The question");
+    line.option("--provider", options.provider, "claude, openai or local; the first that can be used")
+        .type("NAME");
+    line.option("--model", options.model, "The model's id").type("ID");
+    line.option("--url", options.url, "The address of the provider's interface, instead of the usual one")
+        .type("URL");
+    line.option("--language", options.language, "The language to answer in, in words; yours when not given");
+    line.option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
+        .type("SECONDS");
+    line.flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
+    line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
+    line.flag("--models", options.listsModels, "List the models to choose from");
+    line.flag("--continue", options.goesOn, "Put the question within the conversation under way");
+    line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
     addFolderOptions(line, options.folder);
     line.parse();
     if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))

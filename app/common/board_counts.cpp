@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <utility>
 
+#include "app/common/command_line.h"
 #include "app/common/left_out.h"
 #include "app/common/terminal.h"
 
@@ -34,15 +34,15 @@ tapcore::MapColor chosenColor(const std::optional<std::string>& option, const En
     return set ? colorOf(setting, *set) : tapcore::MapColor(tapcore::MapColor::usual);
 }
 
-void addBoardCountsOptions(CLI::App& command, BoardCountsOptions& options, const std::string& printed) {
+void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed) {
     addPeriodOptions(command, options.dates, BoardCounts::usualDays);
     addKeyboardOptions(command, options.keyboard);
     addLeaveOutOption(command, options.leaveOut);
-    command.add_option("--color", options.color, "The colour family: " + colorNames())->type_name("COLOR");
-    command.add_flag("--dark", options.dark, "On a dark ground");
-    command.add_option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
-        ->type_name("FILE");
-    command.add_flag("--json", options.json, "Print " + printed + " as JSON")->excludes("--output");
+    command.option("--color", options.color, "The colour family: " + colorNames()).type("COLOR");
+    command.flag("--dark", options.dark, "On a dark ground");
+    command.option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
+        .type("FILE");
+    command.flag("--json", options.json, "Print " + printed + " as JSON").excludes("--output");
     addFolderOptions(command, options.folder);
 }
 

@@ -25,7 +25,7 @@ struct BoardCountsOptions {
 };
 
 /// `printed` is what --json prints.
-void addBoardCountsOptions(CLI::App& command, BoardCountsOptions& options, const std::string& printed);
+void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed);
 
 /// A period's counts, the board and layout that they are laid over, and how that is to be shown.
 struct BoardCounts {

@@ -1,31 +1,208 @@
 #include "app/common/command_line.h"
 
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <filesystem>
 #include <utility>
+
+#include "app/common/program.h"
 
 namespace tappora {
 namespace {
 
 std::string exampleText(std::string_view example) { return "Example:\n  " + std::string(example); }
 
-}  // namespace
-
-CommandLine::CommandLine(const std::string& command, std::vector<std::string> arguments)
-    : CLI::App("", command), arguments_(std::move(arguments)) {}
-
-void CommandLine::describe(std::string_view does, std::string_view example) {
-    description(std::string(does));
-    footer(exampleText(example));
+bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
+    return error.get_exit_code() == static_cast<int>(kind);
 }
 
-CLI::App& CommandLine::addSubcommand(const std::string& name, std::string_view does,
-                                     std::string_view example) {
-    CLI::App* subcommand = add_subcommand(name, std::string(does));
-    return *subcommand->footer(exampleText(example));
+/// A wrong command line as "WHAT: WHY".
+std::string explained(const CLI::ParseError& error, const CLI::App& program) {
+    using CLI::ExitCodes;
+    std::string text = error.what();
+    if (isOf(error, ExitCodes::ExtrasError)) return program.remaining(true).front() + ": not expected here";
+    if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
+    if (text.find(": ") != std::string::npos) return text;
+    if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
+    return program.get_name() + ": " + text;
+}
+
+/// "PATH: WHY" of a failed operation on a file.
+std::string explained(const std::filesystem::filesystem_error& error) {
+    return error.path1().string() + ": " + error.code().message();
+}
+
+int failed(std::string_view text, int status) {
+    complain(text);
+    return status;
+}
+
+}  // namespace
+
+Option& Option::type(const std::string& name) {
+    declared_->type_name(name);
+    return *this;
+}
+
+Option& Option::required() {
+    declared_->required();
+    return *this;
+}
+
+Option& Option::excludes(const Option& other) {
+    declared_->excludes(other.declared_);
+    return *this;
+}
+
+Option& Option::excludes(const std::string& other) {
+    declared_->excludes(other);
+    return *this;
+}
+
+Option& Option::needs(const Option& other) {
+    declared_->needs(other.declared_);
+    return *this;
+}
+
+Option& Option::between(std::int64_t least, std::int64_t most) {
+    declared_->check(CLI::Range(least, most));
+    return *this;
+}
+
+Option& Option::within(double least, double most) {
+    declared_->check(CLI::Range(least, most));
+    return *this;
+}
+
+Option& Option::oneOf(const std::vector<std::string>& words) {
+    declared_->check(CLI::IsMember(words));
+    return *this;
+}
+
+Option& Option::showsDefault() {
+    declared_->capture_default_str();
+    return *this;
+}
+
+Option& Option::takesOneEachTime() {
+    declared_->allow_extra_args(false);
+    return *this;
+}
+
+Option CommandSyntax::option(const std::string& name, std::string& value, const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::optional<std::string>& value,
+                             const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::filesystem::path& value, const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::vector<std::string>& values,
+                             const std::string& help) {
+    return Option(app_->add_option(name, values, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::int64_t& value, const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::optional<std::int64_t>& value,
+                             const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::optional<std::uint64_t>& value,
+                             const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, double& value, const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::option(const std::string& name, std::optional<double>& value, const std::string& help) {
+    return Option(app_->add_option(name, value, help));
+}
+
+Option CommandSyntax::flag(const std::string& name, bool& value, const std::string& help) {
+    return Option(app_->add_flag(name, value, help));
+}
+
+Option CommandSyntax::flag(const std::string& name, std::optional<bool>& value, const std::string& help) {
+    return Option(app_->add_flag(name, value, help));
+}
+
+Option CommandSyntax::flag(const std::string& name, std::function<void()> said, const std::string& help) {
+    return Option(app_->add_flag_callback(name, std::move(said), help));
+}
+
+Option CommandSyntax::declared(const std::string& name) { return Option(app_->get_option(name)); }
+
+void CommandSyntax::describe(std::string_view does, std::string_view example) {
+    app_->description(std::string(does));
+    app_->footer(exampleText(example));
+}
+
+void CommandSyntax::takesOptionsOfTheCommand() { app_->fallthrough(); }
+
+bool CommandSyntax::isChosen() const { return app_->parsed(); }
+
+CommandLine::CommandLine(const std::string& command, std::vector<std::string> arguments)
+    : CommandSyntax(nullptr),
+      owned_(std::make_unique<CLI::App>("", command)),
+      arguments_(std::move(arguments)) {
+    app_ = owned_.get();
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::introduce(const std::string& above, const std::string& below) {
+    app_->description(above);
+    app_->footer(below);
+}
+
+void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag("--version", text); }
+
+CommandSyntax CommandLine::task(const std::string& name, std::string_view does, std::string_view example) {
+    app_->require_subcommand(0, 1);
+    CommandSyntax task(app_->add_subcommand(name));
+    task.describe(does, example);
+    return task;
 }
 
 void CommandLine::parse() {
     // CLI11 takes them from the end.
-    CLI::App::parse(std::vector<std::string>(arguments_.rbegin(), arguments_.rend()));
+    app_->parse(std::vector<std::string>(arguments_.rbegin(), arguments_.rend()));
+}
+
+std::string CommandLine::chosenTask() const {
+    const auto chosen = app_->get_subcommands();
+    return chosen.empty() ? "" : chosen.front()->get_name();
+}
+
+int guarded(const CommandLine& line, const std::function<void()>& work) {
+    const CLI::App& program = *line.owned_;
+    try {
+        work();
+    } catch (const CLI::Success& wish) {  // --help, --version
+        program.exit(wish);
+    } catch (const CLI::ParseError& error) {
+        return failed(explained(error, program) + "; see " + program.get_name() + " --help", 2);
+    } catch (const UsageError& error) {
+        return failed(error.what(), 2);
+    } catch (const std::filesystem::filesystem_error& error) {
+        return failed(explained(error), 1);
+    } catch (const std::exception& error) {
+        return failed(error.what(), 1);
+    }
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        return failed("standard output: cannot write", 1);
+    return 0;
 }
 
 }  // namespace tappora

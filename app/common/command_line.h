@@ -1,34 +1,122 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
 namespace tappora {
 
-/// The arguments of one command and the options it takes. A command declares its options on it (see
-/// CLI::App), calls `parse`, and has its values.
-class CommandLine : public CLI::App {
+// Command lines, by CLI11, which stays behind this file: its header is so large that it would take longer to
+// compile than the commands themselves.
+
+/// An option as it was declared, for saying more about it.
+class Option {
+  public:
+    explicit Option(CLI::Option* declared) : declared_(declared) {}
+
+    /// What --help calls its value; "" for nothing.
+    Option& type(const std::string& name);
+    Option& required();
+    Option& excludes(const Option& other);
+    Option& excludes(const std::string& other);
+    Option& needs(const Option& other);
+    Option& between(std::int64_t least, std::int64_t most);
+    Option& within(double least, double most);
+    Option& oneOf(const std::vector<std::string>& words);
+    /// Has --help print the value that is taken when none is given.
+    Option& showsDefault();
+    /// Of one that may be repeated: each time takes one value.
+    Option& takesOneEachTime();
+
+  private:
+    CLI::Option* declared_;
+};
+
+/// What may be said to a command, or to one of its tasks ("list" in `tappora boards list`). Names are as
+/// CLI11 takes them: "-o,--output" for an option, "FILE" for an argument without a name, "!--no-x" for a
+/// flag's opposite. What was said stands in the variables once the command line has been parsed; they must
+/// live until then.
+class CommandSyntax {
+  public:
+    explicit CommandSyntax(CLI::App* app) : app_(app) {}
+
+    Option option(const std::string& name, std::string& value, const std::string& help);
+    Option option(const std::string& name, std::optional<std::string>& value, const std::string& help);
+    Option option(const std::string& name, std::filesystem::path& value, const std::string& help);
+    Option option(const std::string& name, std::vector<std::string>& values, const std::string& help);
+    Option option(const std::string& name, std::int64_t& value, const std::string& help);
+    Option option(const std::string& name, std::optional<std::int64_t>& value, const std::string& help);
+    Option option(const std::string& name, std::optional<std::uint64_t>& value, const std::string& help);
+    Option option(const std::string& name, double& value, const std::string& help);
+    Option option(const std::string& name, std::optional<double>& value, const std::string& help);
+
+    Option flag(const std::string& name, bool& value, const std::string& help);
+    Option flag(const std::string& name, std::optional<bool>& value, const std::string& help);
+    Option flag(const std::string& name, std::function<void()> said, const std::string& help);
+
+    /// One that was declared before, by its name.
+    Option declared(const std::string& name);
+
+    /// What it does, for --help, and one command line that shows it.
+    void describe(std::string_view does, std::string_view example);
+
+    /// Has options that only the command declares be understood after the task too.
+    void takesOptionsOfTheCommand();
+
+    /// Of a task: whether it was the one named.
+    bool isChosen() const;
+
+  protected:
+    CLI::App* app_;
+};
+
+/// The arguments of one command and what may be said to it. A command declares its options and tasks, calls
+/// `parse`, and has its values.
+class CommandLine : public CommandSyntax {
   public:
     /// `command` is how the user calls it: "tappora summary".
     CommandLine(const std::string& command, std::vector<std::string> arguments);
+    ~CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
 
-    /// What the command does, for --help, and one command line that shows it.
-    void describe(std::string_view does, std::string_view example);
+    /// What stands above and below the options in --help.
+    void introduce(const std::string& above, const std::string& below);
 
-    /// Adds a subcommand, with what `describe` says of a command.
-    CLI::App& addSubcommand(const std::string& name, std::string_view does, std::string_view example);
+    /// Has --version print this.
+    void offerVersion(const std::string& text);
 
-    /// Throws what `runProgram` and `guarded` turn into an exit status: for --help as for a wrong command
-    /// line.
+    /// Adds a task, with what `describe` says of a command. At most one is to be named.
+    CommandSyntax task(const std::string& name, std::string_view does, std::string_view example);
+
+    /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line.
     void parse();
+
+    /// The name of the task that was named; "" for none.
+    std::string chosenTask() const;
 
     /// The arguments as they were given.
     const std::vector<std::string>& arguments() const { return arguments_; }
 
   private:
+    friend int guarded(const CommandLine& line, const std::function<void()>& work);
+
+    std::unique_ptr<CLI::App> owned_;
     std::vector<std::string> arguments_;
 };
+
+/// Runs what parses `line` and does its work, prints what goes wrong, and returns the exit status: 0, 1 for a
+/// failure, 2 for wrong usage. Prints the help when that was asked for.
+int guarded(const CommandLine& line, const std::function<void()>& work);
 
 }  // namespace tappora

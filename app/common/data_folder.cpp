@@ -1,9 +1,9 @@
 #include "app/common/data_folder.h"
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 #include <filesystem>
 
+#include "app/common/command_line.h"
 #include "app/common/folder_lock.h"
 #include "app/common/machine.h"
 #include "app/common/settings.h"
@@ -56,11 +56,10 @@ std::optional<std::string> ownSubfolder(const fs::path& root, const Environment&
 
 }  // namespace
 
-void addFolderOptions(CLI::App& command, FolderOptions& options) {
-    command
-        .add_option("--folder", options.folder, "The data folder, instead of the usual one [TAPPORA_FOLDER]")
-        ->type_name("DIR");
-    command.add_option("--today", options.today, "The day to take for today")->type_name("YYYY-MM-DD");
+void addFolderOptions(CommandSyntax& command, FolderOptions& options) {
+    command.option("--folder", options.folder, "The data folder, instead of the usual one [TAPPORA_FOLDER]")
+        .type("DIR");
+    command.option("--today", options.today, "The day to take for today").type("YYYY-MM-DD");
 }
 
 std::string_view FolderChoice::why() const {

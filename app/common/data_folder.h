@@ -11,11 +11,9 @@
 #include "core/files/store.h"
 #include "core/foundation/file_lock.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
+
+class CommandSyntax;
 
 /// The options that every command takes which reads the data folder.
 struct FolderOptions {
@@ -23,7 +21,7 @@ struct FolderOptions {
     std::optional<std::string> today;   ///< --today
 };
 
-void addFolderOptions(CLI::App& command, FolderOptions& options);
+void addFolderOptions(CommandSyntax& command, FolderOptions& options);
 
 /// The setting that chooses the data folder.
 inline constexpr std::string_view folderKey = "folder.path";

@@ -2,12 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <utility>
 
+#include "app/common/command_line.h"
 #include "app/common/terminal.h"
 #include "core/counting/chords.h"
 
@@ -64,12 +64,12 @@ std::optional<WhatIf> whatIf(const LegendSet& other, const BoardCounts& on) {
 
 }  // namespace
 
-void addFingersOptions(CLI::App& command, FingersOptions& options) {
+void addFingersOptions(CommandSyntax& command, FingersOptions& options) {
     addBoardCountsOptions(command, options, "the load by finger, hand and row");
     command
-        .add_option("--as", options.as,
-                    "What if the same had been typed on this layout: an id or a layout's file")
-        ->type_name("LAYOUT");
+        .option("--as", options.as,
+                "What if the same had been typed on this layout: an id or a layout's file")
+        .type("LAYOUT");
 }
 
 FingersView fingersView(const FingersOptions& options, const Environment& environment) {

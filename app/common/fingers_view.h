@@ -15,7 +15,7 @@ struct FingersOptions : BoardCountsOptions {
     std::optional<std::string> as;  ///< the layout to ask "what if" about
 };
 
-void addFingersOptions(CLI::App& command, FingersOptions& options);
+void addFingersOptions(CommandSyntax& command, FingersOptions& options);
 
 /// The load of the same typing on another layout.
 struct WhatIf {

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <utility>
 
+#include "app/common/command_line.h"
 #include "app/common/terminal.h"
 #include "core/counting/chords.h"
 #include "core/counting/key_face.h"
@@ -18,11 +18,11 @@ KeyAmount amountOf(const HeatmapOptions& options) {
 
 }  // namespace
 
-void addHeatmapOptions(CLI::App& command, HeatmapOptions& options) {
+void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options) {
     addBoardCountsOptions(command, options, "the cells and the most pressed keys");
-    auto* counts = command.add_flag("--counts", options.counts, "Write its presses on each key");
-    command.add_flag("--percent", options.percent, "Write its share on each key")->excludes(counts);
-    command.add_flag_callback(
+    const Option counts = command.flag("--counts", options.counts, "Write its presses on each key");
+    command.flag("--percent", options.percent, "Write its share on each key").excludes(counts);
+    command.flag(
         "--no-names", [&options] { options.names = false; },
         "Leave keys blank that print no letter and no number");
 }

@@ -15,7 +15,7 @@ struct HeatmapOptions : BoardCountsOptions {
     bool names = true;
 };
 
-void addHeatmapOptions(CLI::App& command, HeatmapOptions& options);
+void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options);
 
 /// The amount written on each key.
 enum class KeyAmount { none, count, percent };

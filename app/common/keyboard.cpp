@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "app/common/command_line.h"
 #include "app/common/resources.h"
 #include "app/common/system_layout.h"
 #include "app/common/terminal.h"
@@ -54,18 +54,17 @@ fs::path bundled(const fs::path& resources, const char* folder, const std::strin
 
 }  // namespace
 
-void addKeyboardOptions(CLI::App& command, KeyboardOptions& options) {
-    command.add_option("--board", options.board, "The keyboard: an id or a board's file; see tappora boards")
-        ->type_name("BOARD");
+void addKeyboardOptions(CommandSyntax& command, KeyboardOptions& options) {
+    command.option("--board", options.board, "The keyboard: an id or a board's file; see tappora boards")
+        .type("BOARD");
     addLayoutOption(command, options);
 }
 
-void addLayoutOption(CLI::App& command, KeyboardOptions& options) {
+void addLayoutOption(CommandSyntax& command, KeyboardOptions& options) {
     command
-        .add_option(
-            "--layout", options.layout,
-            "What its keys print: an id, a layout's file, or auto for the system's; see tappora layouts")
-        ->type_name("LAYOUT");
+        .option("--layout", options.layout,
+                "What its keys print: an id, a layout's file, or auto for the system's; see tappora layouts")
+        .type("LAYOUT");
 }
 
 Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store)

@@ -10,11 +10,9 @@
 #include "core/keyboard/board.h"
 #include "core/keyboard/layout.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
+
+class CommandSyntax;
 
 /// The options of the commands that are about a keyboard.
 struct KeyboardOptions {
@@ -22,9 +20,9 @@ struct KeyboardOptions {
     std::optional<std::string> layout;  ///< --layout
 };
 
-void addKeyboardOptions(CLI::App& command, KeyboardOptions& options);
+void addKeyboardOptions(CommandSyntax& command, KeyboardOptions& options);
 /// --layout alone, for a command that names keys but draws none.
-void addLayoutOption(CLI::App& command, KeyboardOptions& options);
+void addLayoutOption(CommandSyntax& command, KeyboardOptions& options);
 
 /// A layout with all it prints.
 struct LegendSet {

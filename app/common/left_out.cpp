@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <string_view>
 
+#include "app/common/command_line.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"
@@ -38,12 +38,12 @@ std::set<tapcore::KeyCode> codesNamed(const std::string& name, const tapcore::Le
 
 }  // namespace
 
-void addLeaveOutOption(CLI::App& command, std::vector<std::string>& keys) {
+void addLeaveOutOption(CommandSyntax& command, std::vector<std::string>& keys) {
     command
-        .add_option("--leave-out", keys,
-                    "Keys to leave out of it, by name: space,delete or \"key 49\"; may be repeated")
-        ->type_name("KEYS")
-        ->allow_extra_args(false);
+        .option("--leave-out", keys,
+                "Keys to leave out of it, by name: space,delete or \"key 49\"; may be repeated")
+        .type("KEYS")
+        .takesOneEachTime();
 }
 
 std::set<tapcore::KeyCode> leftOutCodes(const std::vector<std::string>& keys,

@@ -7,13 +7,11 @@
 #include "core/counting/legends.h"
 #include "core/counting/tally.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
 
-void addLeaveOutOption(CLI::App& command, std::vector<std::string>& keys);
+class CommandSyntax;
+
+void addLeaveOutOption(CommandSyntax& command, std::vector<std::string>& keys);
 
 /// The codes of keys named by what they print unshifted ("space", "a"), whatever its case, or as "key 49";
 /// several in one text are parted by ",". UsageError for a name that no key has.

@@ -1,9 +1,9 @@
 #include "app/common/period.h"
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 #include <chrono>
 
+#include "app/common/command_line.h"
 #include "app/common/data_folder.h"
 #include "app/common/terminal.h"
 
@@ -17,13 +17,11 @@ std::int64_t daysBetween(const tapcore::Day& first, const tapcore::Day& last,
 
 }  // namespace
 
-void addPeriodOptions(CLI::App& command, PeriodOptions& options, std::int64_t usualDays) {
+void addPeriodOptions(CommandSyntax& command, PeriodOptions& options, std::int64_t usualDays) {
     const std::string usual = usualDays == 7 ? "six" : std::to_string(usualDays - 1);
-    command
-        .add_option("--from", options.from,
-                    "The first day; " + usual + " days before the last when not given")
-        ->type_name("YYYY-MM-DD");
-    command.add_option("--to", options.to, "The last day; today when not given")->type_name("YYYY-MM-DD");
+    command.option("--from", options.from, "The first day; " + usual + " days before the last when not given")
+        .type("YYYY-MM-DD");
+    command.option("--to", options.to, "The last day; today when not given").type("YYYY-MM-DD");
 }
 
 Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const tapcore::Calendar& calendar,

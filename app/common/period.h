@@ -6,11 +6,9 @@
 
 #include "core/counting/day.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
+
+class CommandSyntax;
 
 /// The options of the commands that are about a period.
 struct PeriodOptions {
@@ -26,7 +24,7 @@ struct Period {
 };
 
 /// `usualDays` is how long the period is that nobody says the first day of.
-void addPeriodOptions(CLI::App& command, PeriodOptions& options, std::int64_t usualDays = 7);
+void addPeriodOptions(CommandSyntax& command, PeriodOptions& options, std::int64_t usualDays = 7);
 
 /// The period from --from to --to: up to today when only the first is given, and the usual one that ends with
 /// the last when that alone is given, or with today when none is. UsageError for what is no day, or a first

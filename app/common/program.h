@@ -9,10 +9,6 @@
 
 #include "core/foundation/calendar.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
 
 /// What a program takes from the world around it, handed in so that tests can hand in another.
@@ -52,13 +48,5 @@ void forgetOutput();
 
 /// Prints "tappora: TEXT" on standard error, without what would steer the terminal.
 void complain(std::string_view text);
-
-/// Runs what parses `program` and does its work, prints what goes wrong, and returns the exit status: 0, 1
-/// for a failure, 2 for wrong usage. Prints the help when that was asked for.
-int guarded(const CLI::App& program, const std::function<void()>& work);
-
-/// Runs a program whose work is in its options' callbacks: parses its command line, to which --version is
-/// added.
-int runProgram(CLI::App& program, int argc, const char* const* argv);
 
 }  // namespace tappora

@@ -31,8 +31,8 @@ void widgets(CommandLine& line, const Environment& environment) {
         "is\n"
         "today, hours, heatmap or week; a size of it, where it has several, is added like week:medium.",
         "tappora widgets today hours heatmap:large");
-    line.add_option("WIDGET", named, "Which to show; else those remembered, else every one");
-    line.add_flag("--remember", remember, "From now on show these when none are named");
+    line.option("WIDGET", named, "Which to show; else those remembered, else every one");
+    line.flag("--remember", remember, "From now on show these when none are named");
     line.parse();
     Settings settings = Settings::read(environment);
     const std::vector<WidgetChoice> choices = chosenWidgets(named, settings);

@@ -21,7 +21,7 @@ template <class Options, auto addOptions, auto viewOf, auto pictureFrom>
 void paint(CommandLine& line, const Environment& environment) {
     Options options;
     addOptions(line, options);
-    line.get_option("--output")->required();
+    line.declared("--output").required();
     line.parse();
     pictureKind(*options.output);
     const auto view = viewOf(options, environment);

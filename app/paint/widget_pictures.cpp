@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "app/common/command_line.h"
 #include "app/common/language.h"
 #include "app/common/widget_file.h"
 #include "app/paint/picture_file.h"
@@ -47,17 +48,15 @@ void declare(CommandLine& line, Options& options) {
     line.describe(
         "Every widget as a picture: in all its sizes, light and dark, full colour, accented and vibrant.",
         "tappora widget render -o pictures --scale 3");
-    line.add_option("-o,--output", options.folder, "The folder to write them to")
-        ->required()
-        ->type_name("DIR");
-    line.add_option("--scale", options.scale, "Pixels to the point of a PNG")
-        ->check(CLI::Range(0.25, 16.0))
-        ->capture_default_str()
-        ->type_name("N");
-    line.add_flag("--svg", options.svg, "Write SVG instead of PNG");
-    line.add_option("--snapshot", options.snapshot,
-                    "Show this file, whatever its day, instead of what the widgets show now")
-        ->type_name("FILE");
+    line.option("-o,--output", options.folder, "The folder to write them to").required().type("DIR");
+    line.option("--scale", options.scale, "Pixels to the point of a PNG")
+        .within(0.25, 16.0)
+        .showsDefault()
+        .type("N");
+    line.flag("--svg", options.svg, "Write SVG instead of PNG");
+    line.option("--snapshot", options.snapshot,
+                "Show this file, whatever its day, instead of what the widgets show now")
+        .type("FILE");
 }
 
 /// The snapshot of a file that the user named.

@@ -4,24 +4,23 @@
 namespace tappora {
 namespace {
 
-CLI::App* task(CommandLine& line, const std::string& name, const std::string& does,
-               const std::string& example) {
-    CLI::App* task = line.add_subcommand(name, does);
-    task->fallthrough();
-    task->footer("Example:\n  " + example);
+CommandSyntax task(CommandLine& line, const std::string& name, std::string_view does,
+                   std::string_view example) {
+    CommandSyntax task = line.task(name, does, example);
+    task.takesOptionsOfTheCommand();
     return task;
 }
 
 void declareLesson(CommandLine& line, LessonOptions& lesson) {
-    CLI::App* command = task(line, "lesson", "Print the words that a seed gives",
-                             "tappora practice lesson --seed 7 --open \"e, a, t, s\" --focus s --count 12");
-    command->add_option("--open", lesson.open, "The letters to use, the first six taught when not given")
-        ->type_name("LETTERS");
-    command->add_option("--focus", lesson.focus, "The letter that two of three words hold")
-        ->type_name("LETTER");
-    command->add_option("--count", lesson.count, "How many words (1 to 10000)")
-        ->type_name("N")
-        ->check(CLI::Range(1, 10000));
+    CommandSyntax command =
+        task(line, "lesson", "Print the words that a seed gives",
+             "tappora practice lesson --seed 7 --open \"e, a, t, s\" --focus s --count 12");
+    command.option("--open", lesson.open, "The letters to use, the first six taught when not given")
+        .type("LETTERS");
+    command.option("--focus", lesson.focus, "The letter that two of three words hold").type("LETTER");
+    command.option("--count", lesson.count, "How many words (1 to 10000)")
+        .type("N")
+        .between(1, 10000);
 }
 
 void practise(CommandLine& line, const Environment& environment) {
@@ -33,10 +32,8 @@ void practise(CommandLine& line, const Environment& environment) {
     declareLesson(line, lesson);
     task(line, "letters", "Print how far each letter is", "tappora practice letters --json");
     task(line, "record", "Print what practising came to, of late and at its best", "tappora practice record");
-    line.require_subcommand(0, 1);
     line.parse();
-    const auto chosen = line.get_subcommands();
-    const std::string name = chosen.empty() ? "" : chosen.front()->get_name();
+    const std::string name = line.chosenTask();
     if (name == "lesson") printLesson(options, lesson, environment);
     else if (name == "letters") printLetters(options, environment);
     else if (name == "record") printRecord(options, environment);

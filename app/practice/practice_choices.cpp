@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <random>
 
+#include "app/common/command_line.h"
 #include "app/common/language.h"
 #include "app/common/resources.h"
 #include "core/foundation/file_io.h"
@@ -116,30 +116,29 @@ tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& setti
 
 }  // namespace
 
-void addPracticeOptions(CLI::App& command, PracticeOptions& options) {
+void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     addFolderOptions(command, options.folder);
     addKeyboardOptions(command, options.keyboard);
-    command
-        .add_option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
-        ->type_name("CODE");
-    command.add_option("--letters", options.letters, "Practise these: \"e, t, n\"")->type_name("LETTERS");
-    command.add_option("--words", options.words, "How many words a lesson has (5 to 200)")
-        ->type_name("N")
-        ->check(CLI::Range(5, 200));
-    command.add_option("--speed", options.speed, "The words per minute to reach (10 to 150)")
-        ->type_name("WPM")
-        ->check(CLI::Range(10, 150));
-    command.add_option("--goal", options.goal, "The minutes to practise a day")
-        ->type_name("MINUTES")
-        ->check(CLI::Range(std::int64_t{1}, longestGoal));
-    command.add_option("--seed", options.seed, "Makes the same words for the same number")->type_name("N");
-    command.add_flag("--capitals,!--no-capitals", options.capitals, "Mix in capital letters");
-    command.add_flag("--punctuation,!--no-punctuation", options.punctuation, "Mix in punctuation marks");
-    command.add_flag("--digits,!--no-digits", options.digits, "Mix in numbers");
-    command.add_flag("--let-errors-stand,!--no-let-errors-stand", options.letErrorsStand,
-                     "Let wrong keys pass; otherwise each is put right");
-    command.add_flag("--keep", options.keep, "Keep what is chosen here as settings");
-    command.add_flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
+    command.option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
+        .type("CODE");
+    command.option("--letters", options.letters, "Practise these: \"e, t, n\"").type("LETTERS");
+    command.option("--words", options.words, "How many words a lesson has (5 to 200)")
+        .type("N")
+        .between(5, 200);
+    command.option("--speed", options.speed, "The words per minute to reach (10 to 150)")
+        .type("WPM")
+        .between(10, 150);
+    command.option("--goal", options.goal, "The minutes to practise a day")
+        .type("MINUTES")
+        .between(std::int64_t{1}, longestGoal);
+    command.option("--seed", options.seed, "Makes the same words for the same number").type("N");
+    command.flag("--capitals,!--no-capitals", options.capitals, "Mix in capital letters");
+    command.flag("--punctuation,!--no-punctuation", options.punctuation, "Mix in punctuation marks");
+    command.flag("--digits,!--no-digits", options.digits, "Mix in numbers");
+    command.flag("--let-errors-stand,!--no-let-errors-stand", options.letErrorsStand,
+                 "Let wrong keys pass; otherwise each is put right");
+    command.flag("--keep", options.keep, "Keep what is chosen here as settings");
+    command.flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
 }
 
 std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, const Environment& environment,

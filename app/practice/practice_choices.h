@@ -14,11 +14,9 @@
 #include "core/files/store.h"
 #include "core/practice/letter_model.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
+
+class CommandSyntax;
 
 /// What the command line says about practising. What it leaves open, the settings say.
 struct PracticeOptions {
@@ -38,7 +36,7 @@ struct PracticeOptions {
     bool json = false;
 };
 
-void addPracticeOptions(CLI::App& command, PracticeOptions& options);
+void addPracticeOptions(CommandSyntax& command, PracticeOptions& options);
 
 /// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
 /// the locale's when there is a model of it, else English. Failure or UsageError when there is none that can

@@ -1,14 +1,13 @@
-#include <CLI/CLI.hpp>
-
+#include "app/common/command_line.h"
 #include "app/common/program.h"
 #include "app/recorder/record_command.h"
 
 int main(int argc, char** argv) {
-    CLI::App program(
-        "Counts what is typed and clicked, hour by hour: live, until a signal ends it, or from a recording.",
-        "tappora record");
-    tappora::RecordOptions options;
-    tappora::addRecordOptions(program, options);
-    program.callback([&] { tappora::record(options, tappora::hostEnvironment()); });
-    return tappora::runProgram(program, argc, argv);
+    tappora::CommandLine line("tappora record", {argv + 1, argv + argc});
+    return tappora::guarded(line, [&] {
+        tappora::RecordOptions options;
+        tappora::addRecordOptions(line, options);
+        line.parse();
+        tappora::record(options, tappora::hostEnvironment());
+    });
 }

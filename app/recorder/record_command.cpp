@@ -4,7 +4,6 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -14,6 +13,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/common/command_line.h"
 #include "app/common/folder_lock.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
@@ -200,41 +200,38 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
 
 }  // namespace
 
-void addRecordOptions(CLI::App& command, RecordOptions& options) {
+void addRecordOptions(CommandSyntax& command, RecordOptions& options) {
+    command.describe(
+        "Counts what is typed and clicked, hour by hour: live, until a signal ends it, or from a recording.",
+        "tappora record --replay typing.evemu --starting 2026-09-20T09:00:00");
     addFolderOptions(command, options.folder);
-    command.add_flag(
-        "--shared", options.shared,
-        "Write into a sub-folder of this machine's own, for a folder that several machines write");
+    command.flag("--shared", options.shared,
+                 "Write into a sub-folder of this machine's own, for a folder that several machines write");
     command
-        .add_option("--format", options.format,
-                    "The format of the day files, org or markdown; the folder's own when not given")
-        ->type_name("WORD")
-        ->check(CLI::IsMember({"org", "markdown"}));
-    command.add_option("--board", options.board, "The keyboard, as the day files are to name it")
-        ->type_name("NAME");
-    command.add_option("--layout", options.layout, "Its layout, as the day files are to name it")
-        ->type_name("NAME");
-    command.add_flag(
-        "--iso", options.isIso,
-        "The board is an ISO one, with a key between left shift and Z, as one named \"…-iso\" is");
-    command.add_flag("--no-mouse", options.noMouse, "Count keys alone");
-    command.add_flag("--taps", options.taps, "Count taps on a touchpad as clicks, as your desktop may do");
-    command.add_flag("--watch", options.watch, "Say of each press and click whether it counts, and why not");
-    command.add_option("--ignore", options.ignored, "Leave the device of this name alone")->type_name("NAME");
+        .option("--format", options.format,
+                "The format of the day files, org or markdown; the folder's own when not given")
+        .type("WORD")
+        .oneOf({"org", "markdown"});
+    command.option("--board", options.board, "The keyboard, as the day files are to name it").type("NAME");
+    command.option("--layout", options.layout, "Its layout, as the day files are to name it").type("NAME");
+    command.flag("--iso", options.isIso,
+                 "The board is an ISO one, with a key between left shift and Z, as one named \"…-iso\" is");
+    command.flag("--no-mouse", options.noMouse, "Count keys alone");
+    command.flag("--taps", options.taps, "Count taps on a touchpad as clicks, as your desktop may do");
+    command.flag("--watch", options.watch, "Say of each press and click whether it counts, and why not");
+    command.option("--ignore", options.ignored, "Leave the device of this name alone").type("NAME");
     command
-        .add_option("--remapper", options.remappers,
-                    "Count a virtual device with this in its name as a keyboard: it is a key remapper's")
-        ->type_name("NAME");
-    auto* replay =
-        command
-            .add_option("--replay", options.replay, "Count a recording of evemu-record or libinput record")
-            ->type_name("FILE");
-    auto* starting =
-        command.add_option("--starting", options.starting, "The local time of the recording's first event")
-            ->type_name("YYYY-MM-DDTHH:MM:SS");
-    replay->needs(starting);
-    starting->needs(replay);
-    command.footer("Example: tappora record --replay typing.evemu --starting 2026-09-20T09:00:00");
+        .option("--remapper", options.remappers,
+                "Count a virtual device with this in its name as a keyboard: it is a key remapper's")
+        .type("NAME");
+    Option replay =
+        command.option("--replay", options.replay, "Count a recording of evemu-record or libinput record")
+            .type("FILE");
+    Option starting =
+        command.option("--starting", options.starting, "The local time of the recording's first event")
+            .type("YYYY-MM-DDTHH:MM:SS");
+    replay.needs(starting);
+    starting.needs(replay);
 }
 
 void record(const RecordOptions& options, const Environment& environment) {

@@ -8,11 +8,9 @@
 #include "app/common/program.h"
 #include "core/files/file_format.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tappora {
+
+class CommandSyntax;
 
 /// What `tappora record` is asked for.
 struct RecordOptions {
@@ -31,7 +29,7 @@ struct RecordOptions {
     std::optional<std::string> starting;  ///< --starting
 };
 
-void addRecordOptions(CLI::App& command, RecordOptions& options);
+void addRecordOptions(CommandSyntax& command, RecordOptions& options);
 
 /// Counts live until a signal ends it, or a recording with --replay.
 void record(const RecordOptions& options, const Environment& environment);

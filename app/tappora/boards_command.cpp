@@ -136,55 +136,48 @@ void import(const Asked& asked, const Environment& environment) {
     printList("Keys without a key code", withoutCode);
 }
 
-void addImportOptions(CLI::App& importing, Asked& asked) {
+void addImportOptions(CommandSyntax importing, Asked& asked) {
     importing
-        .add_option("FILE", asked.file,
-                    "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
-        ->required()
-        ->type_name("");
-    importing.add_option("-o,--output", asked.output, "Where the board is written")
-        ->required()
-        ->type_name("FILE");
-    importing.add_option("--layout", asked.import.layout, "Which layout of a QMK file that has several")
-        ->type_name("NAME");
-    importing.add_option("--id", asked.import.id, "The board's id; made of its name when not given")
-        ->type_name("ID");
-    importing.add_option("--name", asked.import.name, "Its name; the file's own when not given")
-        ->type_name("NAME");
-    importing.add_option("--maker", asked.import.maker, "Its maker; the file's own when not given")
-        ->type_name("NAME");
+        .option("FILE", asked.file, "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
+        .required()
+        .type("");
+    importing.option("-o,--output", asked.output, "Where the board is written").required().type("FILE");
+    importing.option("--layout", asked.import.layout, "Which layout of a QMK file that has several")
+        .type("NAME");
+    importing.option("--id", asked.import.id, "The board's id; made of its name when not given").type("ID");
+    importing.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
+    importing.option("--maker", asked.import.maker, "Its maker; the file's own when not given").type("NAME");
 }
 
 }  // namespace
 
 void boardsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
-    const auto withJson = [&](CLI::App& command, const char* does) {
-        command.add_flag("--json", asked.json, does);
+    const auto withJson = [&](CommandSyntax& command, const char* does) {
+        command.flag("--json", asked.json, does);
     };
     line.describe("The keyboards that heat maps are drawn on: those that come with the program, and imports.",
                   "tappora boards import keymap.json -o mine.json");
-    line.require_subcommand(0, 1);
     withJson(line, "Print the list as JSON");
 
-    CLI::App& listing = line.addSubcommand("list", "Lists them by name; the default", "tappora boards list");
+    CommandSyntax listing = line.task("list", "Lists them by name; the default", "tappora boards list");
     withJson(listing, "Print the records as JSON, with the number of their keys");
 
-    CLI::App& showing =
-        line.addSubcommand("show", "Shows a board's keys: what they send, where they lie, what strikes them",
-                           "tappora boards show planck");
-    showing.add_option("ID", asked.id, "The board")->required()->type_name("");
+    CommandSyntax showing =
+        line.task("show", "Shows a board's keys: what they send, where they lie, what strikes them",
+                  "tappora boards show planck");
+    showing.option("ID", asked.id, "The board").required().type("");
     withJson(showing, "Print the board's file");
 
-    CLI::App& checking =
-        line.addSubcommand("check", "Says what is wrong with boards: with those of files, or with all",
-                           "tappora boards check mine.json");
-    checking.add_option("FILE", asked.files, "A board's file")->type_name("");
+    CommandSyntax checking =
+        line.task("check", "Says what is wrong with boards: with those of files, or with all",
+                  "tappora boards check mine.json");
+    checking.option("FILE", asked.files, "A board's file").type("");
     withJson(checking, "Print the problems as JSON");
 
-    CLI::App& importing =
-        line.addSubcommand("import", "Makes a board of a keyboard file, and lists what it leaves out",
-                           "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi");
+    CommandSyntax importing =
+        line.task("import", "Makes a board of a keyboard file, and lists what it leaves out",
+                  "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi");
     addImportOptions(importing, asked);
     withJson(importing, "Print the board and what it lacks as JSON");
     line.parse();
@@ -192,9 +185,9 @@ void boardsCommand(CommandLine& line, const Environment& environment) {
     if (asked.import.id && !tapcore::Store::isSafeLayoutID(*asked.import.id))
         throw UsageError(
             fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"", *asked.import.id));
-    if (showing) return show(asked, environment);
-    if (checking) return check(asked, environment);
-    if (importing) return import(asked, environment);
+    if (showing.isChosen()) return show(asked, environment);
+    if (checking.isChosen()) return check(asked, environment);
+    if (importing.isChosen()) return import(asked, environment);
     list(asked, environment);
 }
 

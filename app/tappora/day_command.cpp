@@ -14,10 +14,9 @@ void dayCommand(CommandLine& line, const Environment& environment) {
     bool json = false;
     line.describe("Prints one day as its table file, the files of all machines and both formats added.",
                   "tappora day 2026-09-20 --format markdown");
-    line.add_option("DATE", date, "The day; today when none is given")->type_name("YYYY-MM-DD");
-    line.add_option("--format", format, "org or markdown; the data folder's own when not given")
-        ->type_name("FORMAT");
-    line.add_flag("--json", json, "Print the record as JSON");
+    line.option("DATE", date, "The day; today when none is given").type("YYYY-MM-DD");
+    line.option("--format", format, "org or markdown; the data folder's own when not given").type("FORMAT");
+    line.flag("--json", json, "Print the record as JSON");
     addFolderOptions(line, folder);
     line.parse();
 

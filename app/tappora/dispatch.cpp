@@ -33,11 +33,11 @@ std::string listOfCommands() {
 
 /// `tappora` with nothing but options.
 void runWithoutCommand(CommandLine& line, const Environment& environment) {
-    line.description(
+    line.introduce(
         "Counts keys, shortcuts and mouse buttons hour by hour: never the text, never the order.\n"
-        "Without a command it shows today at a glance.");
-    line.footer(listOfCommands());
-    line.set_version_flag("--version", version());
+        "Without a command it shows today at a glance.",
+        listOfCommands());
+    line.offerVersion(version());
     glanceCommand(line, environment);
 }
 

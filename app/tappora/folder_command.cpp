@@ -21,41 +21,43 @@ struct Wish {
     bool yes = false;
 };
 
-CLI::App* task(CommandLine& line, const std::string& name, const std::string& does) {
-    CLI::App* task = line.add_subcommand(name, does);
-    task->fallthrough();
+CommandSyntax task(CommandLine& line, const std::string& name, std::string_view does,
+                   const std::string& example) {
+    CommandSyntax task = line.task(name, does, "tappora folder " + example);
+    task.takesOptionsOfTheCommand();
     return task;
 }
 
 void declarePlaces(CommandLine& line, Wish& wish) {
-    task(line, "show", "Where the folder is and why, and what is in it (the default)")
-        ->add_flag("--json", wish.json, "Print it as JSON");
-    CLI::App* set = task(line, "set", "Choose the folder for good; it is made when missing");
-    auto* named = set->add_option("DIR", wish.directory, "The folder")->type_name("DIR");
-    set->add_flag("--usual", wish.usual, "Go back to the usual place")->excludes(named);
-    task(line, "share", "Let several machines write it, each into a sub-folder of its own");
-    task(line, "adopt", "Take over the files of another data folder, when this one has no days yet")
-        ->add_option("DIR", wish.directory, "The other folder")
-        ->type_name("DIR")
-        ->required();
+    task(line, "show", "Where the folder is and why, and what is in it (the default)", "show --json")
+        .flag("--json", wish.json, "Print it as JSON");
+    CommandSyntax set =
+        task(line, "set", "Choose the folder for good; it is made when missing", "set ~/Sync/Tappora");
+    const Option named = set.option("DIR", wish.directory, "The folder").type("DIR");
+    set.flag("--usual", wish.usual, "Go back to the usual place").excludes(named);
+    task(line, "share", "Let several machines write it, each into a sub-folder of its own", "share");
+    task(line, "adopt", "Take over the files of another data folder, when this one has no days yet",
+         "adopt ~/Documents/Tappora")
+        .option("DIR", wish.directory, "The other folder")
+        .type("DIR")
+        .required();
 }
 
 void declareCare(CommandLine& line, Wish& wish) {
-    task(line, "convert", "Write every file in one format")
-        ->add_option("--to", wish.format, "org or markdown, for good; the folder's own when not given")
-        ->type_name("FORMAT");
-    task(line, "rollups", "Bring the months' files up to date");
-    task(line, "check", "Name what does not count or would surprise you; silent when all is well")
-        ->add_flag("--json", wish.json, "Print it as JSON");
-    CLI::App* reset = task(line, "reset", "Forget which keys or shortcuts were pressed, or all practice");
-    reset->add_option("WHAT", wish.what, "heatmap, shortcuts or practice")
-        ->type_name("heatmap|shortcuts|practice")
-        ->required();
-    CLI::App* clear = task(line, "clear", "Remove a day, all counts, or everything");
-    clear->add_option("WHAT", wish.what, "A day (YYYY-MM-DD), counts or all")
-        ->type_name("DATE|counts|all")
-        ->required();
-    for (CLI::App* asking : {reset, clear}) asking->add_flag("--yes", wish.yes, "Do not ask first");
+    task(line, "convert", "Write every file in one format", "convert --to markdown")
+        .option("--to", wish.format, "org or markdown, for good; the folder's own when not given")
+        .type("FORMAT");
+    task(line, "rollups", "Bring the months' files up to date", "rollups");
+    task(line, "check", "Name what does not count or would surprise you; silent when all is well", "check")
+        .flag("--json", wish.json, "Print it as JSON");
+    CommandSyntax reset =
+        task(line, "reset", "Forget which keys or shortcuts were pressed, or all practice", "reset heatmap");
+    reset.option("WHAT", wish.what, "heatmap, shortcuts or practice")
+        .type("heatmap|shortcuts|practice")
+        .required();
+    CommandSyntax clear = task(line, "clear", "Remove a day, all counts, or everything", "clear 2026-09-20");
+    clear.option("WHAT", wish.what, "A day (YYYY-MM-DD), counts or all").type("DATE|counts|all").required();
+    for (CommandSyntax* asking : {&reset, &clear}) asking->flag("--yes", wish.yes, "Do not ask first");
 }
 
 void perform(const std::string& name, const Wish& wish, const Environment& environment) {
@@ -80,10 +82,9 @@ void folderCommand(CommandLine& line, const Environment& environment) {
     addFolderOptions(line, wish.folder);
     declarePlaces(line, wish);
     declareCare(line, wish);
-    line.require_subcommand(0, 1);
     line.parse();
-    const auto chosen = line.get_subcommands();
-    perform(chosen.empty() ? "show" : chosen.front()->get_name(), wish, environment);
+    const std::string chosen = line.chosenTask();
+    perform(chosen.empty() ? "show" : chosen, wish, environment);
 }
 
 }  // namespace tappora

@@ -76,7 +76,7 @@ std::string welcome(const tapcore::Store& store) {
 void glanceCommand(CommandLine& line, const Environment& environment) {
     FolderOptions folder;
     bool json = false;
-    line.add_flag("--json", json, "Print today's figures as JSON");
+    line.flag("--json", json, "Print today's figures as JSON");
     addFolderOptions(line, folder);
     line.parse();
 

@@ -165,51 +165,46 @@ void import(const Asked& asked, const Environment& environment) {
 
 void layoutsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
-    const auto withCommon = [&](CLI::App& command, const char* json) {
-        command.add_flag("--json", asked.json, json);
+    const auto withCommon = [&](CommandSyntax& command, const char* json) {
+        command.flag("--json", asked.json, json);
         addFolderOptions(command, asked.folder);
     };
     line.describe("The layouts that put legends on keys: those that come with the program, and your own.",
                   "tappora layouts show qwertz");
-    line.require_subcommand(0, 1);
     withCommon(line, "Print the records as JSON, without their legends");
 
-    CLI::App& listing = line.addSubcommand("list", "Lists them by name; the default", "tappora layouts list");
+    CommandSyntax listing = line.task("list", "Lists them by name; the default", "tappora layouts list");
     withCommon(listing, "Print the records as JSON, without their legends");
 
-    CLI::App& showing =
-        line.addSubcommand("show", "Shows what a layout prints on the keys", "tappora layouts show bepo");
-    showing.add_option("ID", asked.id, "The layout")->required()->type_name("");
+    CommandSyntax showing =
+        line.task("show", "Shows what a layout prints on the keys", "tappora layouts show bepo");
+    showing.option("ID", asked.id, "The layout").required().type("");
     withCommon(showing, "Print the layout's file");
 
-    CLI::App& checking =
-        line.addSubcommand("check", "Says what is wrong with layouts: with those of files, or with all",
-                           "tappora layouts check my-layout.json");
-    checking.add_option("FILE", asked.files, "A layout's file")->type_name("");
+    CommandSyntax checking =
+        line.task("check", "Says what is wrong with layouts: with those of files, or with all",
+                  "tappora layouts check my-layout.json");
+    checking.option("FILE", asked.files, "A layout's file").type("");
     withCommon(checking, "Print the problems as JSON");
 
-    CLI::App& importing = line.addSubcommand(
-        "import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
-        "tappora layouts import Mine.keylayout -o mine.json --id mine");
-    importing.add_option("FILE", asked.file, "The .keylayout file")->required()->type_name("");
-    importing.add_option("-o,--output", asked.output, "Where the layout is written")
-        ->required()
-        ->type_name("FILE");
-    importing.add_option("--id", asked.import.id, "The layout's id; made of its name when not given")
-        ->type_name("ID");
-    importing.add_option("--name", asked.import.name, "Its name; the file's own when not given")
-        ->type_name("NAME");
+    CommandSyntax importing =
+        line.task("import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
+                  "tappora layouts import Mine.keylayout -o mine.json --id mine");
+    importing.option("FILE", asked.file, "The .keylayout file").required().type("");
+    importing.option("-o,--output", asked.output, "Where the layout is written").required().type("FILE");
+    importing.option("--id", asked.import.id, "The layout's id; made of its name when not given").type("ID");
+    importing.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
     importing
-        .add_option("--base", asked.import.base,
-                    "The layout whose legends stay on keys that the file does not name")
-        ->type_name("ID")
-        ->capture_default_str();
+        .option("--base", asked.import.base,
+                "The layout whose legends stay on keys that the file does not name")
+        .type("ID")
+        .showsDefault();
     withCommon(importing, "Print the layout and what it leaves out as JSON");
     line.parse();
 
-    if (showing) return show(asked, environment);
-    if (checking) return check(asked, environment);
-    if (importing) return import(asked, environment);
+    if (showing.isChosen()) return show(asked, environment);
+    if (checking.isChosen()) return check(asked, environment);
+    if (importing.isChosen()) return import(asked, environment);
     list(asked, environment);
 }
 

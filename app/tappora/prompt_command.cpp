@@ -16,10 +16,9 @@ void promptCommand(CommandLine& line, const Environment& environment) {
     line.describe(
         "Prints what to tell a language model of your own choice that may look at your data folder.",
         "tappora prompt --language French");
-    line.add_flag("--in-app", inApp,
-                  "The form for a model that has the assistant's tools instead of the folder");
-    line.add_flag("--introduced", introduced, "Begin with what this is about and how a file is written");
-    line.add_option("--language", language, "The language to answer in; English when not given");
+    line.flag("--in-app", inApp, "The form for a model that has the assistant's tools instead of the folder");
+    line.flag("--introduced", introduced, "Begin with what this is about and how a file is written");
+    line.option("--language", language, "The language to answer in; English when not given");
     addKeyboardOptions(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();

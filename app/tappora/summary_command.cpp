@@ -32,7 +32,7 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
         "is named.",
         "tappora summary --from 2026-09-01 --to 2026-09-30");
     addPeriodOptions(line, dates);
-    line.add_flag("--json", json, "Print the record as JSON");
+    line.flag("--json", json, "Print the record as JSON");
     addFolderOptions(line, folder);
     line.parse();
 

@@ -69,10 +69,9 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     line.describe(
         "Runs one of the assistant's tools and prints what a model would be told; lists them without a name.",
         "tappora tool summary from=2026-09-01 to=2026-09-30");
-    line.add_option("NAME", name, "The tool");
-    line.add_option("ARGUMENTS", values,
-                    "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
-    line.add_flag("--json", asJSON, "Print the result as JSON, with the files read");
+    line.option("NAME", name, "The tool");
+    line.option("ARGUMENTS", values, "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
+    line.flag("--json", asJSON, "Print the result as JSON, with the files read");
     addLayoutOption(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();

@@ -27,26 +27,25 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     line.describe(
         "What the desktop widgets show, as one line of JSON, for a bar or a widget host of your own.",
         "tappora widget --watch");
-    line.add_flag("--watch", watch, "Go on, with a new line whenever it has changed");
+    line.flag("--watch", watch, "Go on, with a new line whenever it has changed");
     addFolderOptions(line, folder);
-    CLI::App& write =
-        line.addSubcommand("write", "Write it to the file that the widgets read", "tappora widget write");
+    CommandSyntax write =
+        line.task("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
-    const CLI::App& render =
-        line.addSubcommand("render", "Every widget as a picture, in all sizes and appearances",
-                           "tappora widget render -o pictures");
-    const CLI::App& timeline = line.addSubcommand(
+    const CommandSyntax render =
+        line.task("render", "Every widget as a picture, in all sizes and appearances",
+                  "tappora widget render -o pictures");
+    const CommandSyntax timeline = line.task(
         "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
-    line.require_subcommand(0, 1);
     line.parse();
-    if (watch && !line.get_subcommands().empty())
-        throw UsageError("--watch: not together with " + line.get_subcommands().front()->get_name());
-    if (render.parsed()) throw UsageError("render: stands first, before its options");
+    if (watch && !line.chosenTask().empty())
+        throw UsageError("--watch: not together with " + line.chosenTask());
+    if (render.isChosen()) throw UsageError("render: stands first, before its options");
 
-    if (timeline.parsed()) return printTimelines(environment);
+    if (timeline.isChosen()) return printTimelines(environment);
     if (watch) return watchSnapshot(folder, environment);
     const tapcore::WidgetSnapshot snapshot = snapshotNow(folder, environment);
-    if (!write.parsed()) return print(snapshot.data() + "\n");
+    if (!write.isChosen()) return print(snapshot.data() + "\n");
     writeWidgetFile(snapshot, environment);
 }
 
