@@ -10,10 +10,10 @@ namespace {
 
 /// "[text](address)" at the start of `rest`, as its two parts; nothing when it is none.
 std::optional<std::pair<std::string_view, std::string_view>> linkAt(std::string_view rest) {
+    if (!rest.starts_with('[')) return std::nullopt;
     const std::size_t middle = rest.find("](");
     const std::size_t end = rest.find(')', middle == std::string_view::npos ? 0 : middle);
-    if (!rest.starts_with('[') || middle == std::string_view::npos || end == std::string_view::npos)
-        return std::nullopt;
+    if (middle == std::string_view::npos || end == std::string_view::npos) return std::nullopt;
     return std::pair(rest.substr(1, middle - 1), rest.substr(middle + 2, end - middle - 2));
 }
 

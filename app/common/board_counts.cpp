@@ -64,6 +64,7 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
             .layout = std::move(layout),
             .counts = std::move(summary.byKey),
             .leftOutCodes = std::move(leftOut),
+            .config = tapcore::FolderConfig::read(store.root),
             .color = color,
             .dark = options.dark};
 }

@@ -8,6 +8,7 @@
 #include "app/common/data_folder.h"
 #include "app/common/keyboard.h"
 #include "app/common/period.h"
+#include "core/files/folder_config.h"
 #include "core/keyboard/map_color.h"
 
 namespace tappora {
@@ -36,6 +37,7 @@ struct BoardCounts {
     LegendSet layout;
     tapcore::Tally::KeyCounts counts;         ///< those of left-out keys too
     std::set<tapcore::KeyCode> leftOutCodes;  ///< keys that the user wants left out
+    tapcore::FolderConfig config;             ///< the folder's own, with the user's labels of keys
     tapcore::MapColor color;
     bool dark = false;
 };

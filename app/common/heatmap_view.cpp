@@ -28,7 +28,10 @@ void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options) {
 }
 
 std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) const {
-    return tapcore::KeyFace::shown(cell.legend, std::nullopt, names);
+    std::optional<std::string> label;
+    if (cell.key.keyCode) label = config.label(*cell.key.keyCode, board.id);
+    if (label) label = harmlessLine(*label);
+    return tapcore::KeyFace::shown(cell.legend, label, names);
 }
 
 std::string HeatmapView::amountText(const tapcore::Heatmap::Cell& cell) const {

@@ -71,7 +71,8 @@ Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store
     : environment_(environment),
       store_(store),
       resources_(resourceFolder(environment)),
-      settings_(Settings::read(environment)) {}
+      settings_(Settings::read(environment)),
+      config_(tapcore::FolderConfig::read(store.root)) {}
 
 Board Keyboards::board(std::string_view what, const std::string& name) const {
     if (isPath(name)) return harmlessBoard(Catalog::readBoard(name));
@@ -119,15 +120,20 @@ tapcore::DayFile Keyboards::lastDay() const {
 Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
     if (options.board) return board("--board", *options.board);
     if (const auto set = settings_.text("keyboard.board")) return board("keyboard.board", *set);
+    const auto isOurs = [&](const std::string& id) {
+        return isSafe(id) && isFile(bundled(resources_, "Boards", id));
+    };
+    if (isOurs(config_.board)) return board("board", config_.board);
     const auto counted = lastDay().board;
-    const bool isOurs = counted && isSafe(*counted) && isFile(bundled(resources_, "Boards", *counted));
-    return board("board", isOurs ? *counted : usualBoard);
+    return board("board", counted && isOurs(*counted) ? *counted : usualBoard);
 }
 
 LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
     const auto set = settings_.text("keyboard.layout");
     if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    if (!options.layout && !set && config_.layout != "auto" && findLayout(config_.layout))
+        return layout("layout", config_.layout);
     const auto system = systemLayoutID(environment_);
     if (system && findLayout(*system)) return layout("layout", *system);
     const auto counted = lastDay().layout;

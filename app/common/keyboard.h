@@ -6,6 +6,7 @@
 
 #include "app/common/program.h"
 #include "app/common/settings.h"
+#include "core/files/folder_config.h"
 #include "core/files/store.h"
 #include "core/keyboard/board.h"
 #include "core/keyboard/layout.h"
@@ -45,12 +46,13 @@ class Keyboards {
     /// The same for a layout.
     LegendSet layout(std::string_view what, const std::string& name) const;
 
-    /// The board that the options name, else the settings ("keyboard.board"), else the last day counted, else
-    /// the one that has every key.
+    /// The board that the options name, else the settings ("keyboard.board"), else those of the data folder,
+    /// else the last day counted, else the one that has every key.
     tapcore::Board chosenBoard(const KeyboardOptions& options) const;
 
-    /// The layout that the options name, else the settings ("keyboard.layout"). "auto", and nothing, stand
-    /// for the system's own, else that of the last day counted, else QWERTY.
+    /// The layout that the options name, else the settings ("keyboard.layout"), else those of the data
+    /// folder. "auto", and nothing, stand for the system's own, else that of the last day counted, else
+    /// QWERTY.
     LegendSet chosenLayout(const KeyboardOptions& options) const;
 
   private:
@@ -62,6 +64,7 @@ class Keyboards {
     const tapcore::Store& store_;
     std::filesystem::path resources_;
     Settings settings_;
+    tapcore::FolderConfig config_;
     mutable std::optional<std::vector<tapcore::Layout>> own_;  ///< read when first looked for
 };
 

@@ -86,7 +86,10 @@ std::optional<XkbLayout> desktopKeyboard(const SystemSources& sources) {
     if (desktop.find("KDE") == std::string::npos) return std::nullopt;
     const std::string settings = valueOr(sources.variable("XDG_CONFIG_HOME"));
     const std::string folder = settings.empty() ? valueOr(sources.variable("HOME")) + "/.config" : settings;
-    return xkbFromAssignments(sources.file(folder + "/kxkbrc"), "LayoutList", "VariantList");
+    const auto chosen = sources.file(folder + "/kxkbrc");
+    // Plasma leaves the machine's own setting alone unless told to use its list.
+    if (valueOr(chosen).find("\nUse=true") == std::string::npos) return std::nullopt;
+    return xkbFromAssignments(chosen, "LayoutList", "VariantList");
 }
 
 std::optional<XkbLayout> machineKeyboard(const SystemSources& sources) {

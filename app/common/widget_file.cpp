@@ -59,9 +59,10 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
 void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environment) try {
     const fs::path file = widgetFile(environment);
     const std::string data = snapshot.data();
-    const tapcore::FileRead before = tapcore::readBytes(file);
-    if (before.status != tapcore::FileRead::Status::read || before.text != data)
-        tapcore::writeFile(file, data);
+    std::error_code none;
+    const bool isSame = fs::is_regular_file(file, none) && fs::file_size(file, none) == data.size() &&
+                        tapcore::readBytes(file).text == data;
+    if (!isSame) tapcore::writeFile(file, data);
 } catch (const fs::filesystem_error& error) {
     throw Failure(error.path1().string(), error.code().message());
 }

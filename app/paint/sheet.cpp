@@ -1,6 +1,7 @@
 #include "app/paint/sheet.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "drawing/outline.h"
@@ -65,7 +66,7 @@ drawing::Picture pictureOf(Sheet sheet) {
     column.content(std::move(sheet.content), sheet.size);
     if (!sheet.notes.empty()) column.space(gap / 2);
     for (std::string& note : sheet.notes) column.text(std::move(note), Font{.size = 11}, secondary);
-    const drawing::Size page{width + 2 * margin, column.bottom() + margin};
+    const drawing::Size page{std::ceil(width + 2 * margin), std::ceil(column.bottom() + margin)};
     std::vector<Node> nodes = {drawing::filled(drawing::roundedRectangle({0, 0, page.width, page.height}, 0),
                                                {.role = Style::Role::background})};
     for (Node& node : std::move(column).nodes()) nodes.push_back(std::move(node));

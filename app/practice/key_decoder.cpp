@@ -35,12 +35,20 @@ void KeyDecoder::take(unsigned char byte, std::int64_t now) {
         case State::escape:
             return takeAfterEscape(byte, now);
         case State::sequence:
-            if (byte >= 0x40 && byte <= 0x7E) state_ = State::text;
-            return;
         case State::single:
-            state_ = State::text;
-            return;
+            return takeInSequence(byte, now);
     }
+}
+
+/// A control character ends a sequence that is none: Alt+[ begins one too.
+void KeyDecoder::takeInSequence(unsigned char byte, std::int64_t now) {
+    if (byte < 0x20) {
+        state_ = State::text;
+        return takeText(byte, now);
+    }
+    if (state_ == State::single) state_ = State::text;
+    else if (byte == '[') state_ = State::single;  // F1 of the Linux console: ESC [ [ A
+    else if (byte >= 0x40 && byte <= 0x7E) state_ = State::text;
 }
 
 void KeyDecoder::takeAfterEscape(unsigned char byte, std::int64_t now) {

@@ -51,6 +51,7 @@ class KeyDecoder {
     };
 
     void take(unsigned char byte, std::int64_t now);
+    void takeInSequence(unsigned char byte, std::int64_t now);
     void takeAfterEscape(unsigned char byte, std::int64_t now);
     void takeText(unsigned char byte, std::int64_t now);
     void takeControl(char32_t control, std::int64_t now);

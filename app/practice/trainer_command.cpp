@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <filesystem>
@@ -125,6 +126,16 @@ class TrainerLoop {
     bool isOver_ = false;
 };
 
+/// Counts that nobody can have typed would end the program once they leave 64 bits, within a lesson perhaps.
+void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Store& store) {
+    constexpr std::int64_t most = 1'000'000'000'000;
+    for (const auto& [day, practised] : history.days)
+        for (const auto& [letter, counts] : practised.letters)
+            if (std::max({counts.presses, counts.misses, counts.timed, counts.milliseconds}) > most ||
+                practised.seconds > most)
+                throw Failure(store.practiceURL(day).string(), "its counts are larger than anybody's can be");
+}
+
 }  // namespace
 
 void runTrainer(const PracticeOptions& options, const Environment& environment) {
@@ -138,7 +149,9 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
         settings.write();
     }
     const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
-    Trainer trainer(std::move(choice.setup), store.practiceHistory(), chosenSeed(options), calendar,
+    tapcore::PracticeHistory history = store.practiceHistory();
+    requireAddable(history, store);
+    Trainer trainer(std::move(choice.setup), std::move(history), chosenSeed(options), calendar,
                     worldOf(options, environment, calendar));
     {
         Screen screen(environment);

@@ -3,6 +3,7 @@
 
 #include "app/common/assistant.h"
 #include "app/common/command_line.h"
+#include "app/common/terminal.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {
@@ -26,12 +27,14 @@ void promptCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Store store = openStore(folder, environment);
     const auto prompt = assistantPrompt(store, AssistantKeyboard::of(keyboard, environment, store), language);
     const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
+    std::string text;
     if (introduced)
-        print(std::string(tapcore::AgentPrompt::opening()) + "\n" +
-              tapcore::AgentPrompt::formatSection(store.format) + "\n");
-    print((inApp ? prompt.inApp(day)
-                 : prompt.text(std::filesystem::absolute(store.root).lexically_normal().string())) +
-          "\n");
+        text = std::string(tapcore::AgentPrompt::opening()) + "\n" +
+               tapcore::AgentPrompt::formatSection(store.format) + "\n";
+    text += (inApp ? prompt.inApp(day)
+                   : prompt.text(std::filesystem::absolute(store.root).lexically_normal().string())) +
+            "\n";
+    print(environment.onTerminal ? harmless(text) : text);
 }
 
 }  // namespace tappora

@@ -76,6 +76,8 @@ AssistantTools::Output repaired(AssistantTools::Output output) {
 AssistantTools AssistantTools::over(const Store& store, const Day& today, Legends legends) {
     std::vector<std::string> macs = store.macs();
     if (macs.empty() && store.mac) macs.push_back(*store.mac);
+    // The prompt and the listings name them a line each: one that holds a line end could forge another line.
+    std::erase_if(macs, hasControlCharacter);
     return {store.root, std::move(macs), store, today, std::move(legends)};
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/assistant/assistant_tools.h"
+#include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -28,10 +29,6 @@ std::vector<std::string_view> piecesOf(std::string_view path) {
 }
 
 /// A control character in a name could forge a line of a listing, or end the name early.
-bool hasControlCharacter(std::string_view name) {
-    return std::any_of(name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
-}
-
 bool isDataFileName(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     return !name.starts_with('.') && dot != std::string_view::npos &&

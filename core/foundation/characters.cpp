@@ -270,6 +270,10 @@ std::string composed(std::string_view text) { return normalized(text, icu::Norma
 
 std::string decomposed(std::string_view text) { return normalized(text, icu::Normalizer2::getNFDInstance); }
 
+bool hasControlCharacter(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+}
+
 std::size_t firstInvalidUtf8(std::string_view text) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const auto size = static_cast<std::int64_t>(text.size());

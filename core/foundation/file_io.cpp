@@ -33,11 +33,11 @@ int retrying(auto call) {
 }
 
 /// Reads to the end of the file; false with errno when that fails.
-bool readAll(const Descriptor& file, std::string& text) {
+bool readAll(const Descriptor& file, std::string& text, std::size_t most) {
     struct stat status {};
     if (::fstat(file.get(), &status) < 0) return false;
     constexpr std::size_t reserve = 1;  // so that a file that does not grow is read in one piece
-    text.resize(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + reserve);
+    text.resize(std::min(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)), most) + reserve);
     std::size_t size = 0;
     while (true) {
         const auto got = ::read(file.get(), text.data() + size, text.size() - size);
@@ -45,6 +45,10 @@ bool readAll(const Descriptor& file, std::string& text) {
         if (got < 0) return false;
         if (got == 0) break;  // less than asked for is no end: a pipe gives what it has
         size += static_cast<std::size_t>(got);
+        if (size > most) {
+            errno = EFBIG;
+            return false;
+        }
         if (size == text.size()) text.resize(text.size() * 2);
     }
     text.resize(size);
@@ -126,8 +130,8 @@ fs::path folderOf(const fs::path& path) {
 
 }  // namespace
 
-FileRead readFile(const fs::path& path) {
-    FileRead file = readBytes(path);
+FileRead readFile(const fs::path& path, std::size_t most) {
+    FileRead file = readBytes(path, most);
     if (file.text.starts_with("\xEF\xBB\xBF")) file.text.erase(0, 3);
     return file;
 }
@@ -137,11 +141,11 @@ bool isThere(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, error));
 }
 
-FileRead readBytes(const fs::path& path) {
+FileRead readBytes(const fs::path& path, std::size_t most) {
     FileRead result;
     const Descriptor file(retrying([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
-    if (!file.isOpen() || !readAll(file, result.text)) {
+    if (!file.isOpen() || !readAll(file, result.text, most)) {
         result.error = lastError();
         result.status = FileRead::Status::unreadable;
         result.text.clear();

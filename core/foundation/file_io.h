@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,11 +27,14 @@ struct FileRead {
     std::error_code error;
 };
 
-/// A text file, without a byte-order mark at its start. Never throws.
-FileRead readFile(const std::filesystem::path& path);
+inline constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 
-/// All bytes of a file. Never throws.
-FileRead readBytes(const std::filesystem::path& path);
+/// A text file, without a byte-order mark at its start; unreadable when it is larger than `most` bytes. Never
+/// throws.
+FileRead readFile(const std::filesystem::path& path, std::size_t most = anySize);
+
+/// All bytes of a file, in the same way. Never throws.
+FileRead readBytes(const std::filesystem::path& path, std::size_t most = anySize);
 
 /// Whether anything has that name, be it a link that leads nowhere.
 bool isThere(const std::filesystem::path& path);

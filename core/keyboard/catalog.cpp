@@ -66,10 +66,7 @@ std::string Catalog::readText(const fs::path& path) {
     const auto refuse = [&](std::errc why) {
         throw FileError(path.filename().string(), std::make_error_code(why).message());
     };
-    std::error_code none;
-    const auto size = fs::file_size(path, none);
-    if (!none && size > largestFile) refuse(std::errc::file_too_large);
-    FileRead file = readFile(path);
+    FileRead file = readFile(path, largestFile);
     if (file.status == FileRead::Status::missing) refuse(std::errc::no_such_file_or_directory);
     if (file.status == FileRead::Status::unreadable)
         throw FileError(path.filename().string(), file.error.message());

@@ -76,6 +76,7 @@ class LetterRows {
         const auto timed = readNumber(cells, places_[timedColumn], columns_);
         const auto milliseconds = readNumber(cells, places_[msColumn], columns_);
         if (!presses || !misses || !timed || !milliseconds) return notNumbers;
+        if (std::min({*presses, *misses, *timed, *milliseconds}) < 0) return "a count is below 0";
         day.add(layoutIn(cells), *letter, {*presses, *misses, *timed, *milliseconds, 1});
         return used;
     }

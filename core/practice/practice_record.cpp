@@ -37,13 +37,14 @@ std::int64_t longestStreak(const PracticeHistory& history, std::int64_t goalSeco
 
 PracticeRecord::PracticeRecord(const PracticeHistory& history, const Day& today, std::int64_t goalSeconds,
                                const Calendar& calendar) {
+    const PracticeHistory past{{history.days.begin(), history.days.upper_bound(today)}};
     const Day weekStart = today.adding(1 - daysOfWeek, calendar);
-    bestWPM = history.best(std::nullopt);
-    longestStreak = tapcore::longestStreak(history, goalSeconds, calendar);
-    for (auto day = history.days.lower_bound(weekStart); day != history.days.end(); ++day)
-        if (day->first <= today && history.reached(day->first, 0)) ++daysThisWeek;
-    weekWPM = speed(history, weekStart, today.adding(1, calendar));
-    const auto before = speed(history, weekStart.adding(-daysOfWeek, calendar), weekStart);
+    bestWPM = past.best(std::nullopt);
+    longestStreak = tapcore::longestStreak(past, goalSeconds, calendar);
+    for (auto day = past.days.lower_bound(weekStart); day != past.days.end(); ++day)
+        if (past.reached(day->first, 0)) ++daysThisWeek;
+    weekWPM = speed(past, weekStart, today.adding(1, calendar));
+    const auto before = speed(past, weekStart.adding(-daysOfWeek, calendar), weekStart);
     if (weekWPM && before) weekChange = *weekWPM - *before;
 }
 

@@ -93,8 +93,8 @@ TEST(Widgets, ShowTodayInOneElement) {
 
 TEST(Widgets, NameAndMeasureWhatTheyDraw) {
     const auto hours = elements("TapHours", sample());
-    EXPECT_THAT(hours.back().children, ElementsAre(Element{"Stunde 0", "Anschläge: 0", {}},
-                                                   Element{"Stunde 1", "Anschläge: 1.500", {}}));
+    EXPECT_THAT(hours.back().children, ElementsAre(Element{"Stunde 0", "Tastenanschläge: 0", {}},
+                                                   Element{"Stunde 1", "Tastenanschläge: 1.500", {}}));
     EXPECT_THAT(elements("TapWeek", sample()).back().children,
                 ElementsAre(Element{"Sa", "1.000", {}}, Element{"So", "12.345", {}}));
     EXPECT_THAT(elements("TapHeatmap", sample()),

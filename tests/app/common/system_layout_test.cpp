@@ -40,11 +40,11 @@ TEST(SystemLayout, IsFoundWhereEachSystemKeepsIt) {
         {"fr/",
          {{"$XDG_CURRENT_DESKTOP", "KDE"},
           {"$HOME", "/home/mo"},
-          {"/home/mo/.config/kxkbrc", "[Layout]\nDisplayNames=,\nLayoutList=fr,us\nVariantList=,dvorak\n"}}},
+          {"/home/mo/.config/kxkbrc", "[Layout]\nLayoutList=fr,us\nUse=true\nVariantList=,dvorak\n"}}},
         {"fr/bepo",
          {{"$XDG_CURRENT_DESKTOP", "KDE"},
           {"$XDG_CONFIG_HOME", "/c"},
-          {"/c/kxkbrc", "LayoutList=fr\nVariantList=bepo"}}},
+          {"/c/kxkbrc", "[Layout]\nUse=true\nLayoutList=fr\nVariantList=bepo"}}},
         {"es/cat",
          {{xorg,
            "Section \"InputClass\"\n        Option \"XkbLayout\" \"es,us\"\n        Option \"XkbVariant\" "

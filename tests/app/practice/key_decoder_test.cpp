@@ -32,6 +32,9 @@ TEST_F(Decoding, GivesTheSameWhateverPiecesBytesComeIn) {
         const char* events;
     } cases[] = {
         {"ab c", "(a)(b)( )(c)"},
+        {"\033[[Ax", "(x)"},
+        {"\033[\x03", "[leave]"},
+        {"\033O\x03", "[leave]"},
         {"é€😀", "(é)(€)(😀)"},
         {"\x7F\b\r\n\t\x01", "[erase][erase][enter][enter]"},
         {"\x03"

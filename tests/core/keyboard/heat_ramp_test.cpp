@@ -16,6 +16,8 @@ TEST(HeatRamp, HotterIsDarkerInLightAndBrighterInDarkAppearance) {
     EXPECT_EQ(HeatRamp::hsb(5, true, false, MapColor::green), (HSB{0.36, (0.4 + 0.5) * 0.8, 0.78 + 0.22}));
     EXPECT_EQ(HeatRamp::hsb(9, true, true, MapColor::teal), HeatRamp::hsb(5, true, true, MapColor::teal));
     EXPECT_EQ(HeatRamp::hsb(5, false, true, MapColor::amber)->b, 1.15 * -0.58 + 1.0);
+    EXPECT_EQ(HeatRamp::hsb(5, true, true, MapColor::amber)->b, 1.0);
+    EXPECT_EQ(HeatRamp::hsb(2, true, true, MapColor::amber)->b, 1.15 * (0.4 * 0.78) + 0.22);
     for (std::int64_t step = 1; step <= 5; ++step)
         EXPECT_EQ(HeatRamp::hsb(step, false, false, MapColor::graphite)->s, 0);
 }

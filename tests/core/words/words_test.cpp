@@ -66,7 +66,8 @@ TEST(BundledWords, AreWholeInEveryLanguageAndSorted) {
 TEST(Words, CountInTheirLanguage) {
     const std::pair<const char*, std::vector<std::string>> cases[] = {
         {"en", {"1 keystroke", "2 keystrokes", "12,345 keystrokes", "1,000,000 keystrokes"}},
-        {"de", {"1 Anschlag", "2 Anschläge", "12.345 Anschläge", "1.000.000 Anschläge"}},
+        {"de",
+         {"1 Tastenanschlag", "2 Tastenanschläge", "12.345 Tastenanschläge", "1.000.000 Tastenanschläge"}},
         {"fr", {"1 frappe", "2 frappes", "12\u202f345 frappes", "1\u202f000\u202f000 de frappes"}},
         {"ru", {"1 нажатие", "2 нажатия", "12\u00a0345 нажатий", "1\u00a0000\u00a0000 нажатий"}},
         {"xx", {"1 keystroke", "2 keystrokes", "12,345 keystrokes", "1,000,000 keystrokes"}}};
