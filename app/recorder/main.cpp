@@ -7,6 +7,7 @@ int main(int argc, char** argv) {
     return tappora::guarded(line, [&] {
         tappora::RecordOptions options;
         tappora::addRecordOptions(line, options);
+        line.offerVersion(tappora::version());
         line.parse();
         tappora::record(options, tappora::hostEnvironment());
     });
