@@ -76,14 +76,6 @@ void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::pat
     removeFile(notePath(folder, name));
 }
 
-/// Reads a file. What is no file, such as a pipe, would be waited for, and is unreadable.
-FileRead readNoPipe(const fs::path& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (!fs::is_other(status)) return readFile(path);
-    return {FileRead::Status::unreadable, "", std::make_error_code(std::errc::not_supported)};
-}
-
 }  // namespace
 
 std::string mergingNote(const fs::path& target, std::string_view merged,
@@ -104,7 +96,7 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         const std::string fileName = copyName(name, extension);
         if (listing && !listing->has(fileName)) continue;
         fs::path path = folder / fileName;
-        FileRead file = readNoPipe(path);
+        FileRead file = readStoredFile(path);
         if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
         else copies.push_back({std::move(path), std::move(file), false});
     }

@@ -33,9 +33,13 @@ int retrying(auto call) {
 }
 
 /// Reads to the end of the file; false with errno when that fails.
-bool readAll(const Descriptor& file, std::string& text, std::size_t most) {
+bool readAll(const Descriptor& file, std::string& text, std::size_t most, bool takesStreams) {
     struct stat status {};
     if (::fstat(file.get(), &status) < 0) return false;
+    if (!takesStreams && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+        errno = ENOTSUP;
+        return false;
+    }
     constexpr std::size_t reserve = 1;  // so that a file that does not grow is read in one piece
     text.resize(std::min(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)), most) + reserve);
     std::size_t size = 0;
@@ -128,24 +132,13 @@ fs::path folderOf(const fs::path& path) {
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-}  // namespace
-
-FileRead readFile(const fs::path& path, std::size_t most) {
-    FileRead file = readBytes(path, most);
-    if (file.text.starts_with("\xEF\xBB\xBF")) file.text.erase(0, 3);
-    return file;
-}
-
-bool isThere(const fs::path& path) {
-    std::error_code error;
-    return fs::exists(fs::symlink_status(path, error));
-}
-
-FileRead readBytes(const fs::path& path, std::size_t most) {
+/// The end of a stream (a pipe, a device) is waited for; or streams are not taken at all.
+FileRead readOpened(const fs::path& path, std::size_t most, bool takesStreams) {
+    const int flags = O_RDONLY | O_CLOEXEC | (takesStreams ? 0 : O_NONBLOCK);
     FileRead result;
-    const Descriptor file(retrying([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
+    const Descriptor file(retrying([&] { return ::open(path.c_str(), flags); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
-    if (!file.isOpen() || !readAll(file, result.text, most)) {
+    if (!file.isOpen() || !readAll(file, result.text, most, takesStreams)) {
         result.error = lastError();
         result.status = FileRead::Status::unreadable;
         result.text.clear();
@@ -154,6 +147,24 @@ FileRead readBytes(const fs::path& path, std::size_t most) {
     result.status = FileRead::Status::read;
     return result;
 }
+
+FileRead withoutMark(FileRead file) {
+    if (file.text.starts_with("\xEF\xBB\xBF")) file.text.erase(0, 3);
+    return file;
+}
+
+}  // namespace
+
+FileRead readFile(const fs::path& path, std::size_t most) { return withoutMark(readBytes(path, most)); }
+
+bool isThere(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+FileRead readBytes(const fs::path& path, std::size_t most) { return readOpened(path, most, true); }
+
+FileRead readStoredFile(const fs::path& path) { return withoutMark(readOpened(path, anySize, false)); }
 
 void writeFile(const fs::path& path, std::string_view text) {
     const fs::path folder = folderOf(path);

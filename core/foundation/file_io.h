@@ -33,6 +33,9 @@ inline constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 /// throws.
 FileRead readFile(const std::filesystem::path& path, std::size_t most = anySize);
 
+/// The same of what must be a file: a pipe, whose end would be waited for, is unreadable.
+FileRead readStoredFile(const std::filesystem::path& path);
+
 /// All bytes of a file, in the same way. Never throws.
 FileRead readBytes(const std::filesystem::path& path, std::size_t most = anySize);
 
