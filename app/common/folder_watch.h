@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <vector>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
 
 #include "core/foundation/descriptor.h"
 
@@ -14,16 +18,32 @@ class FolderWatch {
     /// Throws std::system_error when the system has no more of them.
     FolderWatch();
 
-    /// Watches a folder too, but not those in it; while it is missing, the next one above it that is there.
-    void add(const std::filesystem::path& folder) const;
+    /// Watches a folder too, but not those in it. While it is missing, its coming is watched for in the next
+    /// one above it that is there: after each change that counts, add it again.
+    void add(const std::filesystem::path& folder);
 
     /// Readable when something happened.
     int descriptor() const { return file_.get(); }
     /// Takes note of all that happened; true when something of it counts.
-    bool takeNote() const;
+    bool takeNote();
 
   private:
+    /// A missing folder is waited for as a name in another folder.
+    struct Wait {
+        int above = -1;  ///< the watch on that folder
+        std::string name;
+    };
+
+    bool watchFolder(const std::filesystem::path& folder);
+    bool waitFor(const std::filesystem::path& folder);
+    void wait(const std::filesystem::path& folder, std::optional<Wait> next);
+    bool isOfUse(int watch) const;
+    bool countsAsChange(int watch, std::uint32_t what, const std::string& name) const;
+    void forget(int watch);
+
     tapcore::Descriptor file_;
+    std::set<int> folders_;                        ///< the watches on folders that are there
+    std::map<std::filesystem::path, Wait> waits_;  ///< by the folder that is missing
 };
 
 }  // namespace tappora

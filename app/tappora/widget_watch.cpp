@@ -22,7 +22,7 @@ namespace {
 constexpr std::chrono::milliseconds pause{100};
 
 /// Everything that a snapshot is made of lies in these.
-void watchAll(const FolderWatch& folders, const FolderOptions& options, const Environment& environment) {
+void watchAll(FolderWatch& folders, const FolderOptions& options, const Environment& environment) {
     const auto root = chooseFolder(options, environment).root;
     folders.add(root);
     for (const tapcore::Store& part : tapcore::Store(root, {}).readParts()) folders.add(part.base() / "days");
@@ -44,7 +44,7 @@ struct Waits {
     Alarm hour;
 
     /// Waits until there may be something new; false when it is time to end.
-    bool wait() const {
+    bool wait() {
         do {
             pollfd waiting[] = {{folders.descriptor(), POLLIN, 0},
                                 {hour.descriptor(), POLLIN, 0},
@@ -100,7 +100,7 @@ class Printer {
 
 void watchSnapshot(const FolderOptions& options, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
-    const Waits waits;
+    Waits waits;
     Printer printer;
     watchAll(waits.folders, options, environment);
     printer.printNew(options, environment);

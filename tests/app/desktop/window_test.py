@@ -117,6 +117,7 @@ def test(desktop, programs, home):
         until("the hours", lambda: isLine(desktop))
         time.sleep(1)
         before = switches(program)
+        (home / "share/stranger").write_text("of another program", encoding="utf-8")
         time.sleep(3)
         assert switches(program) == before, "it does not sleep"
         replace(file, snapshot(datetime.date.today() - datetime.timedelta(days=1)))
