@@ -31,16 +31,19 @@ Node axisLabel(std::string text, Point at, Alignment alignment, double width = 0
             {}};
 }
 
-double largestOf(const auto& points) {
-    double largest = 0;
-    for (const auto& point : points) largest = std::max(largest, amount(point.value));
-    return largest;
+std::string toldOf(const ChartPoint& point, const NumberText& number) {
+    return point.told.empty() ? number(point.value) : point.told;
+}
+
+/// The place nearest to `middle` for something of that width that is to stay on a canvas.
+double within(double canvas, double middle, double width) {
+    return width < canvas ? std::clamp(middle, width / 2, canvas - width / 2) : canvas / 2;
 }
 
 /// The part of an area chart that the axes leave, and its scales.
 class Plot {
   public:
-    explicit Plot(const AreaChart& chart) : chart_(chart), marks_(roundMarks(largestOf(chart.points), 4)) {
+    explicit Plot(const AreaChart& chart) : chart_(chart), marks_(roundMarks(largest(chart), 4)) {
         double labels = 0;
         for (const double mark : marks_) labels = std::max(labels, labelWidth(chart.number(mark)));
         const double xAxis = axisFont().lineHeight();
@@ -64,9 +67,11 @@ class Plot {
             texts.push_back(
                 axisLabel(chart_.number(mark), {chart_.size.width, y_(mark)}, Alignment::trailing));
         const double middle = (bottom_ + chart_.size.height) / 2;
-        for (const AxisMark& mark : chart_.xMarks)
-            texts.push_back(axisLabel(mark.label, {x_(mark.at), middle},
-                                      mark.at == 0 ? Alignment::leading : Alignment::centre));
+        for (const AxisMark& mark : chart_.xMarks) {
+            const double x = within(chart_.size.width, x_(mark.at), labelWidth(mark.label));
+            texts.push_back(mark.at == 0 ? axisLabel(mark.label, {x_(0), middle}, Alignment::leading)
+                                         : axisLabel(mark.label, {x, middle}, Alignment::centre));
+        }
         return hidden(group(std::move(texts)));
     }
 
@@ -89,12 +94,18 @@ class Plot {
             const Rect column{left, y_.end, std::min(middle + wide / 2, right_) - left, bottom_ - y_.end};
             const std::string unit = chart_.unit.empty() ? "" : chart_.unit + ": ";
             columns.push_back(labelled(filled(roundedRectangle(column, 0), axisStyle.withOpacity(0)),
-                                       chart_.points[i].label, unit + chart_.number(chart_.points[i].value)));
+                                       chart_.points[i].label, unit + toldOf(chart_.points[i], chart_.number)));
         }
         return columns;
     }
 
   private:
+    static double largest(const AreaChart& chart) {
+        double found = 0;
+        for (const ChartPoint& point : chart.points) found = std::max(found, amount(point.value));
+        return found;
+    }
+
     const AreaChart& chart_;
     std::vector<double> marks_;
     double right_ = 0;
@@ -110,21 +121,24 @@ class Bars {
         pitch_ = chart.size.width / static_cast<double>(std::max<std::size_t>(chart.bars.size(), 1));
         const double bottom = std::max(chart.size.height - axisFont().lineHeight() - labelGap / 2, 0.0);
         const double top = chart.showsValues ? std::min(axisFont().lineHeight(), bottom) : 0;
-        const double largest = largestOf(chart.bars);
+        double largest = 0;
+        for (const Bar& bar : chart.bars) {
+            largest = std::max(largest, amount(bar.amount.value));
+            widestLabel_ = std::max(widestLabel_, labelWidth(bar.amount.label));
+        }
         y_ = {.to = largest > 0 ? largest : 1, .start = bottom, .end = top};
-        for (const Bar& bar : chart.bars) widestLabel_ = std::max(widestLabel_, labelWidth(bar.label));
     }
 
     Node bar(std::size_t index) const {
         const Bar& bar = chart_.bars[index];
         const double wide = 0.62 * pitch_;
-        const double top = y_(amount(bar.value));
+        const double top = y_(amount(bar.amount.value));
         const Rect rect{middle(index) - wide / 2, top, wide, y_.start - top};
         std::vector<Node> parts = {filled(roundedRectangle(rect, std::min(4.0, wide / 4)), bar.style)};
         const Point above{middle(index), top - axisFont().lineHeight() / 2};
         if (chart_.showsValues)
-            parts.push_back(axisLabel(chart_.number(bar.value), above, Alignment::centre, pitch_));
-        return labelled(group(std::move(parts)), bar.label, chart_.number(bar.value));
+            parts.push_back(axisLabel(chart_.number(bar.amount.value), above, Alignment::centre, pitch_));
+        return labelled(group(std::move(parts)), bar.amount.label, toldOf(bar.amount, chart_.number));
     }
 
     /// Every label, or every second, third … when they would run into each other even if smaller; all of one
@@ -138,9 +152,12 @@ class Bars {
         const double scale = widestLabel_ > 0.85 * room ? std::max(0.85 * room / widestLabel_, smallest) : 1;
         const double height = chart_.size.height - axisFont().lineHeight() / 2;
         std::vector<Node> texts;
-        for (std::size_t i = 0; i < chart_.bars.size(); i += static_cast<std::size_t>(every))
-            texts.push_back(
-                axisLabel(chart_.bars[i].label, {middle(i), height}, Alignment::centre, room, scale));
+        for (std::size_t i = 0; i < chart_.bars.size(); i += static_cast<std::size_t>(every)) {
+            const std::string& label = chart_.bars[i].amount.label;
+            const double x =
+                within(chart_.size.width, middle(i), std::min(scale * labelWidth(label), room));
+            texts.push_back(axisLabel(label, {x, height}, Alignment::centre, room, scale));
+        }
         return hidden(group(std::move(texts)));
     }
 

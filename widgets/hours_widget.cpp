@@ -49,7 +49,8 @@ std::optional<Node> hoursContent(const tapcore::WidgetSnapshot& snapshot, const 
     const std::string hour = words.text("chart.hour") + ' ';
     const std::size_t hours = std::min(snapshot.byHour.size(), Tally::hours);
     for (std::size_t i = 0; i < hours; ++i)
-        chart.points.push_back({hour + std::to_string(i), static_cast<double>(snapshot.byHour[i])});
+        chart.points.push_back({hour + std::to_string(i), static_cast<double>(snapshot.byHour[i]),
+                                words.number(snapshot.byHour[i])});
     return drawing::group(
         {header(snapshot.today, canvas),
          drawing::group({drawing::areaChart(chart)}, drawing::Transform::moved(0, room.y))});

@@ -20,7 +20,8 @@ std::optional<drawing::Node> weekContent(const tapcore::WidgetSnapshot& snapshot
                             .number = [&](double value) { return wholeNumber(value, words); }};
     for (const auto& bar : snapshot.week)
         chart.bars.push_back(
-            {bar.label, static_cast<double>(bar.keystrokes), bar.today ? style : style.withOpacity(0.55)});
+            {{bar.label, static_cast<double>(bar.keystrokes), words.number(bar.keystrokes)},
+             bar.today ? style : style.withOpacity(0.55)});
     return drawing::group({caption(words.text("widget.week"), canvas.size.width),
                            drawing::group({drawing::barChart(chart)}, drawing::Transform::moved(0, room.y))});
 }

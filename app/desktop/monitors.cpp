@@ -27,11 +27,23 @@ std::vector<Monitor> monitors() {
         const auto handle = display->get_monitor(i);
         Gdk::Rectangle area;
         handle->get_geometry(area);
-        found.push_back({handle, {connector(i), area.get_width(), area.get_height()}});
+        found.push_back(
+            {handle, {connector(i), area.get_width(), area.get_height(), area.get_x(), area.get_y()}});
     }
     std::stable_partition(found.begin(), found.end(),
                           [](const Monitor& monitor) { return monitor.handle->is_primary(); });
     return found;
+}
+
+std::vector<MonitorArea> areasOf(const std::vector<Monitor>& monitors) {
+    std::vector<MonitorArea> areas;
+    for (const Monitor& monitor : monitors) areas.push_back(monitor.area);
+    return areas;
+}
+
+const Monitor& monitorOf(const WidgetPlace& place, const std::vector<Monitor>& monitors) {
+    return *std::find_if(monitors.begin(), monitors.end(),
+                         [&](const Monitor& monitor) { return monitor.area.connector == place.connector; });
 }
 
 }  // namespace tappora

@@ -17,4 +17,9 @@ struct Monitor {
 /// All of them, the primary one first.
 std::vector<Monitor> monitors();
 
+std::vector<MonitorArea> areasOf(const std::vector<Monitor>& monitors);
+
+/// The one that a place lies on, which must be among them.
+const Monitor& monitorOf(const WidgetPlace& place, const std::vector<Monitor>& monitors);
+
 }  // namespace tappora

@@ -27,7 +27,29 @@ int within(int at, double size, int room) {
     return std::clamp(at, 0, std::max(room - static_cast<int>(std::ceil(size)), 0));
 }
 
+/// How far a point is from a stretch of the desktop.
+double outside(double at, int from, int length) {
+    return std::max({from - at, at - (from + length), 0.0});
+}
+
+double distance(const drawing::Point& point, const MonitorArea& monitor) {
+    return std::hypot(outside(point.x, monitor.x, monitor.width),
+                      outside(point.y, monitor.y, monitor.height));
+}
+
 }  // namespace
+
+WidgetPlace placeAt(const drawing::Point& leftTop, const drawing::Size& size,
+                    const std::vector<MonitorArea>& monitors) {
+    const drawing::Point middle{leftTop.x + size.width / 2, leftTop.y + size.height / 2};
+    const MonitorArea& nearest =
+        *std::min_element(monitors.begin(), monitors.end(), [&](const auto& one, const auto& other) {
+            return distance(middle, one) < distance(middle, other);
+        });
+    const auto on = [](double at, int start) { return static_cast<int>(std::lround(at - start)); };
+    return {nearest.connector, within(on(leftTop.x, nearest.x), size.width, nearest.width),
+            within(on(leftTop.y, nearest.y), size.height, nearest.height)};
+}
 
 std::optional<WidgetPlace> WidgetPlaces::find(const std::string& widget,
                                               const std::vector<MonitorArea>& monitors,

@@ -24,7 +24,14 @@ struct MonitorArea {
     std::string connector;
     int width = 0;
     int height = 0;
+    int x = 0;  ///< where its left top lies on the desktop
+    int y = 0;
 };
+
+/// Where a widget comes to lie whose left top the user left at a point of the desktop: on the monitor that has
+/// its middle, or else is the nearest, and wholly on it where it fits. There must be a monitor.
+WidgetPlace placeAt(const drawing::Point& leftTop, const drawing::Size& size,
+                    const std::vector<MonitorArea>& monitors);
 
 /// The places that the user gave widgets, by connector, kept in the settings.
 class WidgetPlaces {

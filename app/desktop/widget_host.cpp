@@ -8,7 +8,6 @@
 #include "app/common/language.h"
 #include "app/common/widget_file.h"
 #include "core/counting/day.h"
-#include "core/foundation/file_io.h"
 
 namespace tappora {
 namespace {
@@ -74,35 +73,37 @@ void WidgetHost::run(const SignalQueue& signals) {
 void WidgetHost::placeAll() {
     const std::vector<Monitor> there = monitors();
     if (there.empty()) return;
-    std::vector<MonitorArea> areas;
-    for (const Monitor& monitor : there) areas.push_back(monitor.area);
+    const std::vector<MonitorArea> areas = areasOf(there);
     std::vector<drawing::Size> sizes;
     for (const Shown& shown : shown_) sizes.push_back(shown.window->desktopSize());
     const std::vector<WidgetPlace> rows = rowsOn(areas.front(), sizes);
     for (std::size_t i = 0; i < shown_.size(); ++i) {
         const WidgetPlace place = places_.find(shown_[i].choice.name(), areas, sizes[i]).value_or(rows[i]);
-        const auto monitor = std::find_if(there.begin(), there.end(), [&](const Monitor& candidate) {
-            return candidate.area.connector == place.connector;
-        });
-        shown_[i].window->moveTo(*monitor, place.x, place.y);
+        shown_[i].window->moveTo(monitorOf(place, there), place.x, place.y);
     }
 }
 
 void WidgetHost::reload() {
-    // A folder that has been made in the meantime is watched from now on, so before the file is read.
-    if (provider_.url()) folder_.add(provider_.url()->parent_path());
-    timeline_ = provider_.timeline();
-    show(timeline_.entries.back());
+    try {
+        // A folder that has been made in the meantime is watched from now on, so before the file is read.
+        if (provider_.url()) folder_.add(provider_.url()->parent_path());
+        const tapwidgets::Timeline timeline = provider_.timeline();
+        next_ = timeline.policy.after;
+        show(timeline.entries.back());
+    } catch (const std::exception& error) {
+        complain(error.what());
+        next_ = now() + tapwidgets::Provider::refresh;
+    }
     schedule();
 }
 
 void WidgetHost::schedule() {
-    while (!alarm_.set(std::min(timeline_.policy.after, nextDay(now())))) {
+    while (!alarm_.set(std::min(next_, nextDay(now())))) {
     }
 }
 
 void WidgetHost::show(const Entry& entry) {
-    timeline_.entries = {entry};
+    shownEntry_ = entry;
     if (entry.snapshot && entry.snapshot->language != language_) {
         words_ = wordsIn(entry.snapshot->language, environment_);
         language_ = entry.snapshot->language;
@@ -111,9 +112,9 @@ void WidgetHost::show(const Entry& entry) {
 }
 
 void WidgetHost::draw() {
-    if (timeline_.entries.empty()) return;
+    if (!shownEntry_) return;
     for (const Shown& shown : shown_)
-        shown.window->show(tapwidgets::picture(*shown.choice.widget, timeline_.entries.back(),
+        shown.window->show(tapwidgets::picture(*shown.choice.widget, *shownEntry_,
                                                shown.choice.family, {words_, systemWords_}),
                            {.theme = scheme_.theme()});
 }

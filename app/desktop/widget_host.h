@@ -48,7 +48,8 @@ class WidgetHost {
     tapcore::Words systemWords_;
     tapcore::Words words_;  ///< in the snapshot's language
     std::string language_;  ///< that of `words_`, as the snapshot has it
-    tapwidgets::Timeline timeline_;
+    std::optional<tapwidgets::Entry> shownEntry_;
+    tapcore::Instant next_{};  ///< when the provider is to be asked again
     FolderWatch folder_;
     Alarm alarm_;
     std::unique_ptr<DesktopSurface> surface_;

@@ -135,11 +135,21 @@ bool WidgetWindow::drag(GdkEventMotion* event) {
     return true;
 }
 
+/// Comes to lie wholly on the monitor to which it was dragged.
+void WidgetWindow::settle() {
+    const std::vector<Monitor> there = monitors();
+    if (there.empty()) return;
+    const Point leftTop{monitor_.area.x + place_.x, monitor_.area.y + place_.y};
+    const WidgetPlace place = placeAt(leftTop, desktopSize(), areasOf(there));
+    moveTo(monitorOf(place, there), place.x, place.y);
+    moved_(place);
+}
+
 bool WidgetWindow::release(GdkEventButton* event) {
     if (event->button != 1 || !drag_) return false;
     const bool hasMoved = drag_->place != place_;
     drag_.reset();
-    if (hasMoved) moved_({monitor_.area.connector, static_cast<int>(place_.x), static_cast<int>(place_.y)});
+    if (hasMoved) settle();
     return true;
 }
 

@@ -101,7 +101,7 @@ TEST(BarChart, DrawsBarsInProportionAndTellsEach) {
     const Style style{.role = Style::Role::accent};
     const BarChart chart{.size = {200, 100},
                          .label = "",
-                         .bars = {{"Mon", 50, style}, {"Tue", 100, style}, {"Wed", 0, style}},
+                         .bars = {{{"Mon", 50}, style}, {{"Tue", 100}, style}, {{"Wed", 0}, style}},
                          .number = whole};
     const Node node = barChart(chart);
     EXPECT_EQ(elementsOf(node),
@@ -119,9 +119,14 @@ TEST(BarChart, DrawsBarsInProportionAndTellsEach) {
 
 TEST(BarChart, LeavesOutLabelsThatWouldMeet) {
     BarChart chart{.size = {200, 100}, .label = "", .bars = {}, .number = whole};
-    for (int day = 1; day <= 30; ++day) chart.bars.push_back({"Sep " + std::to_string(day), 1, {}});
+    for (int day = 1; day <= 30; ++day) chart.bars.push_back({{"Sep " + std::to_string(day), 1}, {}});
     EXPECT_EQ(textsOf(barChart(chart)), (std::vector<std::string>{"Sep 1", "Sep 5", "Sep 9", "Sep 13",
                                                                   "Sep 17", "Sep 21", "Sep 25", "Sep 29"}));
+    // The first stays on the canvas.
+    const Node drawn = barChart(chart);
+    const auto& labels = std::get<Group>(std::get<Group>(drawn.content).children.back().content);
+    const auto& first = std::get<Text>(labels.children.front().content);
+    EXPECT_GE(first.at.x, roughWidth(first.text, first.font) / 2);
     chart.size = {0, 0};
     EXPECT_EQ(textsOf(barChart(chart)), (std::vector<std::string>{"Sep 1"}));
 }

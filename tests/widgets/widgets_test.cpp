@@ -29,7 +29,7 @@ WidgetSnapshot sample() {
     WidgetSnapshot snapshot;
     snapshot.day = "2026-09-20";
     snapshot.today = 12345;
-    snapshot.byHour = {0, 1500};
+    snapshot.byHour = {(1LL << 53) + 1, 1500};
     snapshot.comparison = -7;
     snapshot.week = {{"Sa", 1000, false}, {"So", 12345, true}};
     snapshot.boardName = "Acme Two";
@@ -60,6 +60,19 @@ TEST(Provider, GivesTodaysSnapshotAndNoOther) {
     std::filesystem::remove(folder / "Tappora/widget.json");
     std::filesystem::create_directory(folder / "Tappora/widget.json");
     EXPECT_EQ(provider.snapshot(), (Entry{tenOClock, std::nullopt}));
+}
+
+TEST(Provider, KnowsTheDayByTheZonesMidnight) {
+    const tapcore::TemporaryFolder folder;
+    folder.put("Tappora/widget.json", sample().data());
+    const auto isShown = [&](tapcore::Instant moment) {
+        const WidgetSnapshot::Places places{{}, folder.path()};
+        return Provider({}, places, [=] { return moment; }, tapcore::Calendar("Europe/Berlin")).read().has_value();
+    };
+    EXPECT_FALSE(isShown(tenOClock - 12h - 1s));
+    EXPECT_TRUE(isShown(tenOClock - 12h));
+    EXPECT_TRUE(isShown(tenOClock + 12h - 1s));
+    EXPECT_FALSE(isShown(tenOClock + 12h));
 }
 
 TEST(Provider, TakesTheGroupFromTheInformationWhenItIsAText) {
@@ -93,7 +106,7 @@ TEST(Widgets, ShowTodayInOneElement) {
 
 TEST(Widgets, NameAndMeasureWhatTheyDraw) {
     const auto hours = elements("TapHours", sample());
-    EXPECT_THAT(hours.back().children, ElementsAre(Element{"Stunde 0", "Tastenanschläge: 0", {}},
+    EXPECT_THAT(hours.back().children, ElementsAre(Element{"Stunde 0", "Tastenanschläge: 9.007.199.254.740.993", {}},
                                                    Element{"Stunde 1", "Tastenanschläge: 1.500", {}}));
     EXPECT_THAT(elements("TapWeek", sample()).back().children,
                 ElementsAre(Element{"Sa", "1.000", {}}, Element{"So", "12.345", {}}));

@@ -10,6 +10,7 @@ import os
 import pathlib
 import shutil
 import signal
+import socket
 import struct
 import subprocess
 import sys
@@ -40,12 +41,13 @@ def running(arguments, **options):
 
 
 class X11:
-    needs = ["Xvfb"]
+    needs = ["Xvfb", "xdotool"]
+    last = ("screen", "1100 130")
 
     def __init__(self, folder, stack):
         self.frame = folder / "Xvfb_screen0"
         reading, writing = os.pipe()
-        stack.enter_context(running(["Xvfb", "-displayfd", str(writing), "-fbdir", folder, "-screen", "0", "800x300x24"],
+        stack.enter_context(running(["Xvfb", "-displayfd", str(writing), "-fbdir", folder, "-screen", "0", "1600x300x24"],
                                     pass_fds=[writing], stderr=subprocess.DEVNULL))
         self.variables = {"DISPLAY": ":" + os.read(reading, 20).decode().strip(), "GDK_BACKEND": "x11"}
 
@@ -57,12 +59,20 @@ class X11:
         return [tuple(data[at:at + 3][::-1]) for at in rows]
 
 
+    def drag(self, *points):
+        steps = [word for x, y in points[1:] for word in ("mousemove", str(x), str(y), "sleep", "0.1")]
+        subprocess.run(["xdotool", "mousemove", *map(str, points[0]), "mousedown", "1", *steps, "mouseup", "1"],
+                       env={**os.environ, **self.variables}, check=True)
+
+
 class Wayland:
     needs = ["sway", "grim"]
+    last = ("HEADLESS-2", "300 130")
 
     def __init__(self, folder, stack):
         config = folder / "sway"
-        config.write_text("output HEADLESS-1 resolution 800x300 bg #335577 solid_color\nxwayland disable\n")
+        config.write_text("output * resolution 800x300 bg #335577 solid_color\n"
+                          "output HEADLESS-1 position 0 0\noutput HEADLESS-2 position 800 0\nxwayland disable\n")
         self.variables = {"XDG_RUNTIME_DIR": str(folder), "GDK_BACKEND": "wayland"}
         # sway does not run as root.
         user = ["setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups"] if os.getuid() == 0 else []
@@ -70,16 +80,57 @@ class Wayland:
             for path in (folder, config):
                 os.chown(path, 65534, 65534)
         stack.enter_context(running([*user, "sway", "-c", config], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                    env={**os.environ, **self.variables, "HOME": str(folder), "WLR_BACKENDS": "headless",
+                                    env={**os.environ, **self.variables, "HOME": str(folder), "WLR_BACKENDS": "headless", "WLR_HEADLESS_OUTPUTS": "2",
                                          "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}))
-        socket = until("sway's socket", lambda: next(folder.glob("wayland-?"), None))
-        self.variables["WAYLAND_DISPLAY"] = socket.name
+        self.variables["WAYLAND_DISPLAY"] = until("sway's socket", lambda: next(folder.glob("wayland-?"), None)).name
 
     def column(self, x, y, height):
         picture = subprocess.run(["grim", "-g", f"{x},{y} 1x{height}", "-t", "ppm", "-"], env={**os.environ, **self.variables},
                                  capture_output=True, check=True).stdout
         pixels = picture[-3 * height:]
         return [tuple(pixels[at:at + 3]) for at in range(0, len(pixels), 3)]
+
+
+    def drag(self, *points):
+        pointer = VirtualPointer(f"{self.variables['XDG_RUNTIME_DIR']}/{self.variables['WAYLAND_DISPLAY']}")
+        pointer.move(*points[0])
+        pointer.button(True)
+        for point in points[1:]:
+            pointer.move(*point)
+        pointer.button(False)
+        self.pointer = pointer  # it leaves with its connection
+
+
+class VirtualPointer:
+    """A mouse, by the Wayland protocol wlr-virtual-pointer."""
+
+    def __init__(self, path):
+        self.socket = socket.socket(socket.AF_UNIX)
+        self.socket.connect(path)
+        self.send(1, 1, struct.pack("I", 2))  # the registry is object 2
+        manager = "zwlr_virtual_pointer_manager_v1"
+        text = struct.pack("I", len(manager) + 1) + manager.encode().ljust(-(-(len(manager) + 1) // 4) * 4, b"\0")
+        globals_ = b""
+        while (at := globals_.find(text)) < 0:
+            globals_ += self.socket.recv(4096)
+        name = globals_[at - 4:at]
+        self.send(2, 0, name + text + struct.pack("II", 1, 3))
+        self.send(3, 0, struct.pack("II", 0, 4))
+
+    def send(self, target, request, arguments):
+        self.socket.sendall(struct.pack("II", target, (8 + len(arguments)) << 16 | request) + arguments)
+
+    def move(self, x, y):
+        self.send(4, 1, struct.pack("5I", 0, x, y, 1600, 300))
+        self.frame()
+
+    def button(self, isDown):
+        self.send(4, 2, struct.pack("3I", 0, 0x110, isDown))
+        self.frame()
+
+    def frame(self):
+        self.send(4, 4, b"")
+        time.sleep(0.2)
 
 
 def snapshot(day):
@@ -122,6 +173,13 @@ def test(desktop, programs, home):
         assert switches(program) == before, "it does not sleep"
         replace(file, snapshot(datetime.date.today() - datetime.timedelta(days=1)))
         until("waiting, yesterday's file being none", lambda: not isLine(desktop))
+        desktop.drag((60, 60), (460, 60), (1120, 260))
+        until("the place that it was dragged to", lambda: desktop.column(1200, 150, 1) == [PAPER])
+        assert desktop.column(200, 60, 1) != [PAPER], "it is still where it was"
+        until("it kept", (home / "config/tappora/settings.json").exists)
+        kept = json.loads((home / "config/tappora/settings.json").read_text(encoding="utf-8"))
+        assert kept == {"widgets.place.hours:medium": desktop.last[0],
+                        f"widgets.place.hours:medium@{desktop.last[0]}": desktop.last[1]}, kept
         program.send_signal(signal.SIGTERM)
         assert (status := program.wait(30)) == 0, f"it ends with {status}"
 

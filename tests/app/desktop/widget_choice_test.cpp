@@ -1,0 +1,35 @@
+#include "app/desktop/widget_choice.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/environment.h"
+#include "tests/support/message_of.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::messageOf;
+
+std::string namesOf(const std::vector<std::string>& named, const std::string& remembered) {
+    Settings settings = Settings::read(environmentWith({{"XDG_CONFIG_HOME", "/nowhere"}}));
+    if (!remembered.empty()) settings.setText(widgetsKey, remembered);
+    std::string names;
+    for (const WidgetChoice& choice : chosenWidgets(named, settings)) names += choice.name() + " ";
+    return names;
+}
+
+TEST(WidgetChoice, IsNamedElseRememberedElseAll) {
+    EXPECT_EQ(namesOf({"week:medium", "hours", "hours:medium"}, "today"), "week:medium hours:medium ");
+    EXPECT_EQ(namesOf({}, " heatmap:large  today "), "heatmap:large today:small ");
+    EXPECT_EQ(namesOf({}, ""), "today:small hours:medium heatmap:medium week:small ");
+}
+
+TEST(WidgetChoice, NamesWhatThereIsInsteadOfWhatThereIsNot) {
+    EXPECT_EQ(messageOf<UsageError>([] { parseChoice("clock"); }),
+              "WIDGET: clock: no such widget; there are today, hours, heatmap, week");
+    EXPECT_EQ(messageOf<UsageError>([] { parseChoice("week:large"); }),
+              "WIDGET: week:large: it has no such size; use small, medium");
+}
+
+}  // namespace
+}  // namespace tappora
