@@ -21,7 +21,7 @@ struct AxisMark {
 struct ChartPoint {
     std::string label;
     double value = 0;
-    std::string told = {};  ///< the amount to the last digit, which a double may not hold; else its NumberText
+    std::string told = {};  ///< the amount to its last digit, which `value` may have lost; else its NumberText
 };
 
 /// A smooth line over the area below it: points at 0, 1, 2, … from left to right, amounts upwards from 0.

@@ -72,8 +72,9 @@ void FolderWatch::wait(const fs::path& folder, std::optional<Wait> next) {
 }
 
 bool FolderWatch::isOfUse(int watch) const {
-    return folders_.contains(watch) ||
-           std::any_of(waits_.begin(), waits_.end(), [&](const auto& wait) { return wait.second.above == watch; });
+    return folders_.contains(watch) || std::any_of(waits_.begin(), waits_.end(), [&](const auto& wait) {
+               return wait.second.above == watch;
+           });
 }
 
 /// Of a file in a folder only what is done counts. Events without a name are about the folder itself, or say

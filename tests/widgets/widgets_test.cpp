@@ -67,7 +67,8 @@ TEST(Provider, KnowsTheDayByTheZonesMidnight) {
     folder.put("Tappora/widget.json", sample().data());
     const auto isShown = [&](tapcore::Instant moment) {
         const WidgetSnapshot::Places places{{}, folder.path()};
-        return Provider({}, places, [=] { return moment; }, tapcore::Calendar("Europe/Berlin")).read().has_value();
+        const tapcore::Calendar berlin("Europe/Berlin");
+        return Provider({}, places, [=] { return moment; }, berlin).read().has_value();
     };
     EXPECT_FALSE(isShown(tenOClock - 12h - 1s));
     EXPECT_TRUE(isShown(tenOClock - 12h));
@@ -106,8 +107,9 @@ TEST(Widgets, ShowTodayInOneElement) {
 
 TEST(Widgets, NameAndMeasureWhatTheyDraw) {
     const auto hours = elements("TapHours", sample());
-    EXPECT_THAT(hours.back().children, ElementsAre(Element{"Stunde 0", "Tastenanschläge: 9.007.199.254.740.993", {}},
-                                                   Element{"Stunde 1", "Tastenanschläge: 1.500", {}}));
+    EXPECT_THAT(hours.back().children,
+                ElementsAre(Element{"Stunde 0", "Tastenanschläge: 9.007.199.254.740.993", {}},
+                            Element{"Stunde 1", "Tastenanschläge: 1.500", {}}));
     EXPECT_THAT(elements("TapWeek", sample()).back().children,
                 ElementsAre(Element{"Sa", "1.000", {}}, Element{"So", "12.345", {}}));
     EXPECT_THAT(elements("TapHeatmap", sample()),

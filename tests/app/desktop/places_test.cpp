@@ -59,7 +59,8 @@ TEST(WidgetPlaces, AreKeptForEachMonitorAndTheLastOneThereIsGoes) {
 
 TEST(WidgetPlaces, TheOthersLieInRows) {
     const std::vector<drawing::Size> sizes = {{170, 170}, {364, 170}, {364, 382}, {170, 170}};
-    const std::vector<WidgetPlace> expected = {{"a", 40, 40}, {"a", 226, 40}, {"a", 40, 218}, {"a", 420, 226}};
+    const std::vector<WidgetPlace> expected = {
+        {"a", 40, 40}, {"a", 226, 40}, {"a", 40, 218}, {"a", 420, 226}};
     EXPECT_EQ(rowsOn({"a", 800, 600}, sizes), expected);
     const std::vector<WidgetPlace> narrow = {{"a", 30, 40}, {"a", 0, 130}, {"a", 0, 0}, {"a", 30, 130}};
     EXPECT_EQ(rowsOn({"a", 200, 300}, sizes), narrow);
