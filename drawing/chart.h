@@ -21,7 +21,7 @@ struct AxisMark {
 struct ChartPoint {
     std::string label;
     double value = 0;
-    std::string told = {};  ///< the amount to its last digit, which `value` may have lost; else its NumberText
+    std::string told = {};  ///< the amount to its last digit; where none is given, the text of `value`
 };
 
 /// A smooth line over the area below it: points at 0, 1, 2, … from left to right, amounts upwards from 0.

@@ -126,7 +126,7 @@ TEST(BarChart, LeavesOutLabelsThatWouldMeet) {
     const Node drawn = barChart(chart);
     const auto& labels = std::get<Group>(std::get<Group>(drawn.content).children.back().content);
     const auto& first = std::get<Text>(labels.children.front().content);
-    EXPECT_GE(first.at.x, std::min(first.width, roughWidth(first.text, first.font)) / 2);
+    EXPECT_GE(first.at.x + 1e-9, std::min(first.width, roughWidth(first.text, first.font)) / 2);
     chart.size = {0, 0};
     EXPECT_EQ(textsOf(barChart(chart)), (std::vector<std::string>{"Sep 1"}));
 }
