@@ -146,6 +146,20 @@ void printCounts(const DayBook& book) {
     if (book.days().empty()) fmt::print("nothing in it is counted\n");
 }
 
+/// Stores all days, or says of which it could not: a second replay would count the others again.
+void storeAll(const DayBook& book, const DayBook::Write& write) {
+    DayBook left = book;
+    try {
+        left.store(write);
+    } catch (const std::exception& error) {
+        std::string stored;
+        for (const auto& [day, counts] : book.days())
+            if (!left.days().contains(day)) stored += (stored.empty() ? "" : ", ") + day.description();
+        throw Failure(error.what(), stored.empty() ? "nothing was stored"
+                                                   : "stored are the other days, " + stored);
+    }
+}
+
 void replayFile(const std::string& file, const RecordOptions& options, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
     const tapcore::Instant starting = startOf(options, calendar);
@@ -160,8 +174,7 @@ void replayFile(const std::string& file, const RecordOptions& options, const Env
     replay(recording, starting, clock, rules);
     clock.finish();
     if (recording.keysAreMasked) book.forgetKey(maskedKey);
-    DayBook stored = book;
-    stored.store(writerTo(store, options, environment, Wait::yes));
+    storeAll(book, writerTo(store, options, environment, Wait::yes));
     printCounts(book);
 }
 
