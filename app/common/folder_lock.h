@@ -15,10 +15,7 @@ enum class FolderLock {
 
 /// The file of a data folder's lock: in the user's runtime directory, never in the folder itself. All names
 /// of one folder (relative, through links) give the same file; the folder need not exist yet. The directory
-/// is made.
-///
-/// The runtime directory is $XDG_RUNTIME_DIR, else /run/user/UID, else /tmp/tappora-UID, so that a process
-/// started outside the user's session meets those inside. Failure when it is not the user's own.
+/// is made; Failure when it is not the user's own.
 std::filesystem::path lockFile(const Environment& environment, const std::filesystem::path& folder,
                                FolderLock lock);
 

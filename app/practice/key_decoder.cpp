@@ -34,10 +34,20 @@ void KeyDecoder::take(unsigned char byte, std::int64_t now) {
             return takeText(byte, now);
         case State::escape:
             return takeAfterEscape(byte, now);
+        case State::bracket:
+            return takeAfterBracket(byte, now);
         case State::sequence:
         case State::single:
             return takeInSequence(byte, now);
     }
+}
+
+/// The reports of focus are those of xterm, ESC [ I and ESC [ O.
+void KeyDecoder::takeAfterBracket(unsigned char byte, std::int64_t now) {
+    const bool isFocus = byte == 'I' || byte == 'O';
+    state_ = isFocus ? State::text : State::sequence;
+    if (!isFocus) return takeInSequence(byte, now);
+    emit(byte == 'I' ? ScreenEvent::Kind::focusIn : ScreenEvent::Kind::focusOut);
 }
 
 /// A control character ends a sequence that is none: Alt+[ begins one too.
@@ -56,7 +66,7 @@ void KeyDecoder::takeAfterEscape(unsigned char byte, std::int64_t now) {
         emit(ScreenEvent::Kind::leave);
         escapeAt_ = now;
     } else if (byte == '[') {
-        state_ = State::sequence;
+        state_ = State::bracket;
     } else if (byte == 'O') {
         state_ = State::single;
     } else {
@@ -91,6 +101,8 @@ void KeyDecoder::takeControl(char32_t control, std::int64_t now) {
         case 0x03:
         case 0x04:
             return emit(ScreenEvent::Kind::leave);
+        case 0x1A:
+            return emit(ScreenEvent::Kind::suspend);
         case escape:
             endText();
             state_ = State::escape;

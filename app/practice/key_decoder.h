@@ -14,10 +14,13 @@ struct ScreenEvent {
         character,  ///< `text` is one, as UTF-8
         erase,      ///< the key that takes back
         enter,
-        leave,   ///< Escape, Ctrl-C or Ctrl-D
-        end,     ///< a signal that ends programs
-        resize,  ///< the terminal has another size
-        gone,    ///< there is no terminal any more
+        leave,     ///< Escape, Ctrl-C or Ctrl-D
+        end,       ///< a signal that ends programs
+        suspend,   ///< Ctrl-Z
+        resize,    ///< the terminal has another size
+        focusIn,   ///< the terminal's window has the keyboard again
+        focusOut,  ///< another window has it
+        gone,      ///< there is no terminal any more
     };
     Kind kind = Kind::character;
     std::string text = {};
@@ -46,11 +49,13 @@ class KeyDecoder {
         text,
         escape,    ///< an escape came
         alt,       ///< the rest of a character that came with an escape
+        bracket,   ///< ESC [ came
         sequence,  ///< ESC [ …, up to a byte that ends it
         single,    ///< ESC O and one byte
     };
 
     void take(unsigned char byte, std::int64_t now);
+    void takeAfterBracket(unsigned char byte, std::int64_t now);
     void takeInSequence(unsigned char byte, std::int64_t now);
     void takeAfterEscape(unsigned char byte, std::int64_t now);
     void takeText(unsigned char byte, std::int64_t now);

@@ -115,8 +115,38 @@ bool hasAll(const std::string& text) {
 sigset_t takenSignals() {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGWINCH}) sigaddset(&signals, signal);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH})
+        sigaddset(&signals, signal);
     return signals;
+}
+
+ScreenEvent::Kind kindOf(int signal) {
+    switch (signal) {
+        case SIGWINCH:
+            return ScreenEvent::Kind::resize;
+        case SIGTSTP:
+            return ScreenEvent::Kind::suspend;
+        case SIGINT:
+            return ScreenEvent::Kind::leave;
+        default:
+            return ScreenEvent::Kind::end;
+    }
+}
+
+/// Asks the terminal to tell when its window loses the keyboard and when it has it again. To be asked only of
+/// terminals that know control sequences; those pass over a mode that they have not. Nothing is amiss when one
+/// that is gone is asked.
+void reportFocus(bool isWanted) {
+    const std::string_view mode = isWanted ? "\033[?1004h" : "\033[?1004l";
+    if (!std::string_view(cursor_address).starts_with("\033[")) return;
+    [[maybe_unused]] const ssize_t written = write(STDOUT_FILENO, mode.data(), mode.size());
+}
+
+/// Takes over a size that the terminal has got.
+void fitToTerminal() {
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0)
+        resizeterm(size.ws_row, size.ws_col);
 }
 
 }  // namespace
@@ -175,6 +205,7 @@ class Screen::Implementation {
     Implementation(const Implementation&) = delete;
     Implementation& operator=(const Implementation&) = delete;
     ~Implementation() {
+        reportFocus(false);
         endwin();
         delscreen(terminal_);
     }
@@ -182,9 +213,10 @@ class Screen::Implementation {
     /// Paints a line; the cursor's place, when the character to be typed next is in it.
     std::optional<int> paint(const FrameLine& line, int at) const;
     std::vector<ScreenEvent> events(std::int64_t milliseconds);
+    static void suspend();
 
   private:
-    static void takeInterruptAsKey();
+    static void takeControlKeys();
     void startColours(const Environment& environment);
     void appendSignals(std::vector<ScreenEvent>& events) const;
     std::vector<ScreenEvent> readKeys();
@@ -211,15 +243,18 @@ Screen::Implementation::Implementation(const Environment& environment) {
     cbreak();
     noecho();
     nonl();
-    takeInterruptAsKey();
+    takeControlKeys();
     startColours(environment);
+    reportFocus(true);
 }
 
-/// As a signal, Ctrl-C would overtake the keys typed before it, and have the terminal throw them away.
-void Screen::Implementation::takeInterruptAsKey() {
+/// As signals, Ctrl-C and Ctrl-Z would overtake the keys typed before them, and have the terminal throw those
+/// away.
+void Screen::Implementation::takeControlKeys() {
     termios settings{};
     if (tcgetattr(STDIN_FILENO, &settings) != 0) return;
     settings.c_cc[VINTR] = _POSIX_VDISABLE;
+    settings.c_cc[VSUSP] = _POSIX_VDISABLE;
     tcsetattr(STDIN_FILENO, TCSANOW, &settings);
     def_prog_mode();
 }
@@ -271,14 +306,22 @@ std::vector<ScreenEvent> Screen::Implementation::readKeys() {
 
 void Screen::Implementation::appendSignals(std::vector<ScreenEvent>& events) const {
     for (int signal = signals_.next(); signal != 0; signal = signals_.next()) {
-        winsize size{};
-        const bool isResize = signal == SIGWINCH;
-        if (isResize && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0)
-            resizeterm(size.ws_row, size.ws_col);
-        events.push_back({isResize           ? ScreenEvent::Kind::resize
-                          : signal == SIGINT ? ScreenEvent::Kind::leave
-                                             : ScreenEvent::Kind::end});
+        if (signal == SIGWINCH) fitToTerminal();
+        events.push_back({kindOf(signal)});
     }
+}
+
+/// Curses' own handler of the signal does the work: it hands the terminal over, stops, and paints anew.
+void Screen::Implementation::suspend() {
+    reportFocus(false);
+    sigset_t stop;
+    sigemptyset(&stop);
+    sigaddset(&stop, SIGTSTP);
+    raise(SIGTSTP);
+    sigprocmask(SIG_UNBLOCK, &stop, nullptr);
+    sigprocmask(SIG_BLOCK, &stop, nullptr);
+    fitToTerminal();
+    reportFocus(true);
 }
 
 Screen::Screen(const Environment& environment)
@@ -304,6 +347,8 @@ void Screen::show(const Frame& frame) {
     if (cursor) move(cursor->first, cursor->second);
     refresh();
 }
+
+void Screen::suspend() { Implementation::suspend(); }
 
 std::vector<ScreenEvent> Screen::events(std::int64_t milliseconds) {
     return implementation_->events(milliseconds);

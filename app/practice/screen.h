@@ -19,7 +19,7 @@ std::int64_t steadyMilliseconds();
 void useLocale(const Environment& environment, const std::vector<std::string>& letters);
 
 /// The whole terminal, for as long as this lives; afterwards it is as it was. One at a time. The signals that
-/// end programs come as events.
+/// end or stop programs come as events, and so does what the terminal tells of its window's focus.
 class Screen {
   public:
     /// Failure when standard input and output are no terminal, or one that cannot be written all over.
@@ -30,6 +30,9 @@ class Screen {
 
     ScreenShape shape() const;
     void show(const Frame& frame);
+
+    /// Stops the program, as Ctrl-Z does, until it is continued. The terminal is the shell's meanwhile.
+    void suspend();
 
     /// What has come; waits at most so many milliseconds for something. A paste may come as one.
     std::vector<ScreenEvent> events(std::int64_t milliseconds);

@@ -5,6 +5,7 @@
 #include <exception>
 #include <filesystem>
 
+#include "app/common/practice_lock.h"
 #include "app/practice/commands.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
@@ -48,11 +49,11 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
 }
 
 /// The trainer on a screen: hands it the keys, shows what becomes of them, and sees that practice is saved,
-/// in a pause, at a lesson's end and on leaving.
+/// in a pause, at a lesson's end and on leaving. While keys go into a lesson, it holds the lock that says so.
 class TrainerLoop {
   public:
-    TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, Screen& screen)
-        : trainer_(trainer), keyboard_(keyboard), screen_(screen) {}
+    TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, Screen& screen, PracticeLock& lock)
+        : trainer_(trainer), keyboard_(keyboard), screen_(screen), lock_(lock) {}
 
     /// Until the typist leaves.
     void run() {
@@ -93,6 +94,12 @@ class TrainerLoop {
             case Kind::gone:
                 isOver_ = true;
                 return;
+            case Kind::suspend:
+                return suspend();
+            case Kind::focusIn:
+            case Kind::focusOut:
+                hasFocus_ = event.kind == Kind::focusIn;
+                return;
             case Kind::resize:
                 return;
         }
@@ -100,6 +107,13 @@ class TrainerLoop {
 
     /// Leaves once everything is saved. When it cannot be, the typist is told, and leaves by asking again.
     void leave() { isOver_ = !notice_.empty() || trySaving(); }
+
+    void suspend() {
+        trySaving();
+        lock_.release();
+        screen_.suspend();
+        hasFocus_ = true;
+    }
 
     bool trySaving() {
         const std::string before = notice_;
@@ -114,6 +128,8 @@ class TrainerLoop {
     }
 
     void show() {
+        const bool isTyping = !trainer_.result() && hasFocus_ && !isOver_;
+        isTyping ? lock_.hold() : lock_.release();
         const auto frame = trainer_.result() ? reviewFrame(trainer_, notice_, screen_.shape())
                                              : lessonFrame(trainer_, keyboard_, notice_, screen_.shape());
         screen_.show(frame);
@@ -122,7 +138,9 @@ class TrainerLoop {
     Trainer& trainer_;
     const KeyboardView& keyboard_;
     Screen& screen_;
+    PracticeLock& lock_;
     std::string notice_;
+    bool hasFocus_ = true;  ///< also where the terminal tells nothing of it
     bool isOver_ = false;
 };
 
@@ -154,8 +172,9 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
     Trainer trainer(std::move(choice.setup), std::move(history), chosenSeed(options), calendar,
                     worldOf(options, environment, calendar));
     {
+        PracticeLock lock(environment);
         Screen screen(environment);
-        TrainerLoop(trainer, keyboard, screen).run();
+        TrainerLoop(trainer, keyboard, screen, lock).run();
     }
     if (trainer.hasUnsaved()) trainer.save();
 }

@@ -67,6 +67,7 @@ void EventRules::press(const Source& source, const KeyEvent& event) {
     const bool isModifier = isModifierKey(event.code);
     const Kind kind = isModifier ? Kind::modifier : Kind::key;
     if (const auto why = objection(source, event)) return tell(kind, *why);
+    if (options_.isPractising && options_.isPractising()) return tellPractice(kind);
     if (const auto code = macKeyCode(event.code, options_.board)) {
         counter_.press(*code, isModifier ? Modifiers{} : held());
         return tell(kind, EventWatch::Counted{});
@@ -92,6 +93,10 @@ std::optional<EventWatch::Verdict> EventRules::objection(const Source& source, c
 
 void EventRules::tell(Kind kind, const EventWatch::Verdict& verdict) const {
     if (watch_) watch_(EventWatch::line(kind, verdict));
+}
+
+void EventRules::tellPractice(Kind kind) const {
+    if (watch_) watch_(std::string(kind == Kind::key ? "key" : "modifier") + " — practice — not counted");
 }
 
 bool EventRules::countsPointer(const Source& source) const {

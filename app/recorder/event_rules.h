@@ -23,6 +23,8 @@ class EventRules {
         bool countsMouse = true;
         BoardShape board = BoardShape::ansi;
         std::vector<std::string> remappers{};  ///< parts of device names, besides the known ones
+        /// Whether the keys struck now are practice, which is not counted; asked at each press.
+        std::function<bool()> isPractising{};
     };
 
     /// Called with each line of the event watch.
@@ -59,6 +61,7 @@ class EventRules {
     /// Why a press or click does not count, whatever key it is of.
     std::optional<tapcore::EventWatch::Verdict> objection(const Source& source, const KeyEvent& event) const;
     void tell(tapcore::EventWatch::Kind kind, const tapcore::EventWatch::Verdict& verdict) const;
+    void tellPractice(tapcore::EventWatch::Kind kind) const;
     bool countsPointer(const Source& source) const;
     tapcore::Modifiers held() const;
     bool isPosting(const InputDevice& device) const;

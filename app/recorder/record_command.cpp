@@ -15,6 +15,7 @@
 
 #include "app/common/command_line.h"
 #include "app/common/folder_lock.h"
+#include "app/common/practice_lock.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/live_recorder.h"
@@ -58,6 +59,13 @@ tapcore::FileLock writingLock(const fs::path& folder, const Environment& environ
     auto lock = tapcore::FileLock::tryAcquire(lockFile(environment, folder, FolderLock::writing));
     if (!lock) throw Failure(folder.string(), "another program is writing in it");
     return std::move(*lock);
+}
+
+/// The rules for what is typed now: what is typed in a trainer does not count.
+EventRules::Options liveRulesFor(const RecordOptions& options, const Environment& environment) {
+    EventRules::Options rules = rulesFor(options);
+    rules.isPractising = [environment] { return isPractising(environment); };
+    return rules;
 }
 
 /// The same environment at this moment.
@@ -201,7 +209,8 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
     ::prctl(PR_SET_DUMPABLE, 0);
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder recorder(tapcore::Calendar(environment.zone), rulesFor(options), watchFor(options),
+    LiveRecorder recorder(tapcore::Calendar(environment.zone), liveRulesFor(options, environment),
+                          watchFor(options),
                           {.now = [] { return hostEnvironment().now; },
                            .tryWrite = writerTo(store, options, environment, Wait::no),
                            .write = writerTo(store, options, environment, Wait::yes),

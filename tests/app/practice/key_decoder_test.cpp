@@ -13,7 +13,9 @@ using Kind = ScreenEvent::Kind;
 /// Events as one text: characters as they are, the others in brackets.
 std::string shown(const std::vector<ScreenEvent>& events) {
     const std::map<Kind, std::string> names = {
-        {Kind::erase, "[erase]"}, {Kind::enter, "[enter]"}, {Kind::leave, "[leave]"}};
+        {Kind::erase, "[erase]"}, {Kind::enter, "[enter]"},  {Kind::leave, "[leave]"},
+        {Kind::focusIn, "[in]"},  {Kind::focusOut, "[out]"}, {Kind::suspend, "[suspend]"},
+    };
     std::string text;
     for (const ScreenEvent& event : events)
         text += event.kind == Kind::character ? "(" + event.text + ")" : names.at(event.kind);
@@ -36,7 +38,7 @@ TEST_F(Decoding, GivesTheSameWhateverPiecesBytesComeIn) {
         {"\033[\x03", "[leave]"},
         {"\033O\x03", "[leave]"},
         {"é€😀", "(é)(€)(😀)"},
-        {"\x7F\b\r\n\t\x01", "[erase][erase][enter][enter]"},
+        {"\x7F\b\r\n\t\x01\x1A", "[erase][erase][enter][enter][suspend]"},
         {"\x03"
          "a\x04",
          "[leave](a)[leave]"},
@@ -49,6 +51,7 @@ TEST_F(Decoding, GivesTheSameWhateverPiecesBytesComeIn) {
         {"\033[A\033OB\033[1;5Cx", "(x)"},
         {"\033xy\033éz", "(y)(z)"},
         {"\033\033[Ax", "[leave](x)"},
+        {"\033[Oa\033[I\033[1Ob", "[out](a)[in](b)"},
     };
     for (const auto& [bytes, events] : cases) {
         EXPECT_EQ(shown(KeyDecoder().decode(bytes, 0)), events);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <thread>
 
+#include "app/common/practice_lock.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_day.h"
 #include "tests/support/pseudo_terminal.h"
@@ -36,11 +37,14 @@ struct Expected {
 /// The trainer itself on a terminal of its own, from the keys that are struck to the file that they leave.
 class TrainerOnATerminal : public testing::Test {
   protected:
-    void start() {
+    /// `starter` is a command that starts the one that follows it.
+    void start(std::vector<std::string> starter = {}) {
+        const std::string trainer[] = {PROGRAMS "/tappora-practice", "--folder", data.path().string(),
+                                       "--today", "2026-09-20", "--language", "en", "--layout", "qwerty",
+                                       "--words", "5", "--seed", std::to_string(seed)};
+        starter.insert(starter.end(), std::begin(trainer), std::end(trainer));
         terminal.emplace(
-            std::vector<std::string>{PROGRAMS "/tappora-practice", "--folder", data.path().string(),
-                                     "--today", "2026-09-20", "--language", "en", "--layout", "qwerty",
-                                     "--words", "5", "--seed", std::to_string(seed)},
+            std::move(starter),
             PseudoTerminal::Variables{{"HOME", home.path().string()},
                                       {"XDG_CONFIG_HOME", (home / "config").string()},
                                       {"XDG_RUNTIME_DIR", home.path().string()},
@@ -94,6 +98,16 @@ class TrainerOnATerminal : public testing::Test {
             EXPECT_EQ(kept, wanted) << letter;
         }
         EXPECT_EQ(day.layout, "qwerty");
+    }
+
+    /// Whether recorders are told, within ten seconds, that keys are practice, or that they are not.
+    bool saysPractice(bool wanted) {
+        const Environment environment{
+            .variable = [&](const std::string&) { return home.path().string(); }, .now = {}, .zone = "UTC"};
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (isPractising(environment) != wanted && std::chrono::steady_clock::now() < deadline)
+            terminal->readSome(10);
+        return isPractising(environment) == wanted;
     }
 
     const tapcore::TemporaryFolder data, home;
@@ -150,6 +164,37 @@ TEST_F(TrainerOnATerminal, KeepsWhatWasTypedHoweverItIsEnded) {
         EXPECT_EQ(terminal->wait(), 0);
         expectRight(savedDay());
     }
+}
+
+TEST_F(TrainerOnATerminal, SaysThatKeysArePracticeWhileTheyGoIntoALesson) {
+    start();
+    EXPECT_TRUE(saysPractice(true));
+    terminal->signal(SIGKILL);
+    EXPECT_TRUE(saysPractice(false)) << "killed";
+
+    start({"/bin/sh", "-mc", "\"$@\"; read -r line && fg", "sh"});
+    EXPECT_NE(terminal->seen().find("\033[?1004h"), std::string::npos) << "asks for reports of focus";
+    EXPECT_TRUE(saysPractice(true)) << "in a lesson";
+    const std::string text = nextText({});
+    typeWithErrors(text.substr(0, 4));
+    terminal->type("\033[O");
+    EXPECT_TRUE(saysPractice(false)) << "another window has the keyboard";
+    terminal->type("\033[I");
+    EXPECT_TRUE(saysPractice(true)) << "it is back";
+    terminal->type("\x1A");
+    EXPECT_TRUE(saysPractice(false)) << "stopped";
+    ASSERT_TRUE(terminal->shows("\033[?1004l"));
+    terminal->type("\r");
+    EXPECT_TRUE(saysPractice(true)) << "continued";
+    typeWithErrors(text.substr(4));
+    ASSERT_TRUE(terminal->shows("the next lesson")) << terminal->seen();
+    EXPECT_TRUE(saysPractice(false)) << "at the review";
+    terminal->type("\r");
+    EXPECT_TRUE(saysPractice(true)) << "in the next lesson";
+    terminal->type("\033");
+    EXPECT_EQ(terminal->wait(), 0);
+    EXPECT_TRUE(saysPractice(false)) << "left";
+    expectRight(savedDay());
 }
 
 TEST_F(TrainerOnATerminal, HoldsOnToWhatCannotBeSavedYet) {

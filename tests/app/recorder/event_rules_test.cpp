@@ -144,5 +144,19 @@ TEST(EventRules, CountNothingWhilePausedAndKnowWhatIsHeldAfterwards) {
     EXPECT_THAT(desk.chords(), ElementsAre("ctrl 1"));
 }
 
+TEST(EventRules, LeaveOutPracticeAndKnowWhatIsHeldAfterwards) {
+    bool isPractising = true;
+    Desk desk({.isPractising = [&] { return isPractising; }});
+    desk.press(KEY_LEFTCTRL);
+    desk.press(KEY_S);
+    desk.press(BTN_LEFT, 1);
+    EXPECT_THAT(desk.lines, ElementsAre("modifier — practice — not counted", "key — practice — not counted",
+                                        "click — counted"));
+    EXPECT_EQ(desk.counted().total(), 0);
+    isPractising = false;
+    desk.press(KEY_S);
+    EXPECT_THAT(desk.chords(), ElementsAre("ctrl 1"));
+}
+
 }  // namespace
 }  // namespace tappora

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "app/common/practice_lock.h"
 #include "core/files/store.h"
 #include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
@@ -190,6 +191,24 @@ TEST_F(Live, TellsProgramsFromPeople) {
         << recorder.printed;
     EXPECT_EQ(recorder.end(), 0);
     EXPECT_EQ(counted().total(), 1);
+}
+
+TEST_F(Live, CountsNoPracticeAndKnowsWhatIsHeldAfterIt) {
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    PracticeLock trainer(hostEnvironment());
+    trainer.hold();
+    bed.send(keyboard, {{EV_KEY, KEY_LEFTCTRL, 1}});
+    ASSERT_TRUE(recorder.prints("modifier — practice — not counted\n")) << recorder.printed;
+    bed.tap(keyboard, KEY_A);
+    ASSERT_TRUE(recorder.prints("key — practice — not counted\n")) << recorder.printed;
+    trainer.release();
+    bed.tap(keyboard, KEY_S);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    EXPECT_EQ(recorder.stop(), 0);
+    EXPECT_EQ(counted().byKey(), (Tally::KeyCounts{{1, 1}}));
+    EXPECT_EQ(counted().byChord(), (Tally::ChordCounts{{{tapcore::Modifiers::control, 1}, 1}}));
 }
 
 TEST_F(Live, EndsWithItsReaderAndStoresWhatItCounted) {
