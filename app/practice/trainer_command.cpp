@@ -4,6 +4,7 @@
 #include <chrono>
 #include <exception>
 #include <filesystem>
+#include <utility>
 
 #include "app/common/practice_lock.h"
 #include "app/practice/commands.h"
@@ -29,7 +30,7 @@ std::string whyOf(const std::exception& error) {
 }
 
 TrainerWorld worldOf(const PracticeOptions& options, const Environment& environment,
-                     const tapcore::Calendar& calendar) {
+                     const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
     return {.today =
                 [&] {
                     Environment now = environment;
@@ -38,7 +39,7 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
                 },
             .save =
                 [&](const tapcore::PracticeDay& practised, const Day& day) {
-                    LockedStore(options.folder, environment).store.addPractice(practised, day);
+                    LockedStore(options.folder, environment).store.addPractice(practised, day, &problems);
                 },
             .remember =
                 [&](const std::string& key, std::int64_t opened) {
@@ -167,16 +168,21 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
         settings.write();
     }
     const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
-    tapcore::PracticeHistory history = store.practiceHistory();
+    tapcore::FileProblems problems;
+    const auto complain = [&] { complainOf(std::exchange(problems, {})); };
+    tapcore::PracticeHistory history = store.practiceHistory(&problems);
+    complain();
     requireAddable(history, store);
     Trainer trainer(std::move(choice.setup), std::move(history), chosenSeed(options), calendar,
-                    worldOf(options, environment, calendar));
+                    worldOf(options, environment, calendar, problems));
     {
         PracticeLock lock(environment);
         Screen screen(environment);
         TrainerLoop(trainer, keyboard, screen, lock).run();
     }
+    complain();
     if (trainer.hasUnsaved()) trainer.save();
+    complain();
 }
 
 }  // namespace tappora

@@ -23,6 +23,8 @@ namespace fs = std::filesystem;
 //     | 9f86d081884c7d65 | 2026-09-20.md  |    the merged text, first
 //     | 60303ae22b998861 | 2026-09-20.org |    each text it holds
 
+constexpr std::string_view keptMark = " as it was";
+
 fs::path notePath(const fs::path& folder, std::string_view name) {
     return folder / ("." + std::string(name) + ".merging");
 }
@@ -136,6 +138,23 @@ void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
             visit(repairedUtf8(copy.file.text));
         }
     }
+}
+
+fs::path keepAsItWas(const FileCopy& copy) {
+    const std::string start = copy.path.stem().string().append(keptMark);
+    for (int number = 1;; ++number) {
+        const std::string name = number == 1 ? start : start + " " + std::to_string(number);
+        fs::path kept = copy.path.parent_path() / (name + copy.path.extension().string());
+        const FileRead known = readStoredFile(kept);
+        if (known.status == FileRead::Status::missing) writeFile(kept, copy.file.text);
+        else if (known.status != FileRead::Status::read || known.text != copy.file.text) continue;
+        return kept;
+    }
+}
+
+bool isKeptDayName(std::string_view name) {
+    const std::size_t mark = name.find(keptMark);
+    return mark != std::string_view::npos && isDayName(name.substr(0, mark));
 }
 
 void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,

@@ -23,6 +23,7 @@ namespace fs = std::filesystem;
 /// Why a data file is not counted by its name; empty for a name as it should be.
 std::string nameProblem(std::string_view name, bool isMonth) {
     if (isMonth ? isMonthName(name) : isDayName(name)) return "";
+    if (isKeptDayName(name)) return "kept as it was before its lines that could not be read were left out";
     const std::string_view start = name.substr(0, isMonth ? 7 : 10);
     if (isMonth ? isMonthName(start) : isDayName(start))
         return "a copy of " + std::string(start) + " that another program left; it is not counted";
@@ -81,7 +82,7 @@ class FolderCheck {
         const std::size_t bad = firstInvalidUtf8(file.text);
         if (bad != std::string_view::npos) report(path, "not UTF-8 text", lineOf(file.text, bad));
         for (const SkippedRow& row : skippedRows(folder, repairedUtf8(file.text)))
-            report(path, "row skipped: " + row.why, row.line);
+            report(path, "left out: " + row.why, row.line);
     }
 
     void checkRollup(const Store& part, const fs::path& path, const std::string& month) {

@@ -162,8 +162,10 @@ class Store {
     /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
     PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
     /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both
-    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole.
-    void addPractice(const PracticeDay& practised, const Day& day) const;
+    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole. One that holds
+    /// more than a day of practice, or rows that cannot be used, is kept beside as it was; each such line is
+    /// named in `problems`.
+    void addPractice(const PracticeDay& practised, const Day& day, FileProblems* problems = nullptr) const;
 
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
     // changed at all.
@@ -213,7 +215,8 @@ class Store {
                 const std::function<void(MonthRollup&)>& inMonth) const;
     void convertFile(std::string_view folder, const std::string& name) const;
     // Defined beside the record of a practice day.
-    void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change) const;
+    void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change,
+                        FileProblems* problems = nullptr) const;
     void convertPractice(const std::string& name) const;
 
     bool single_ = false;

@@ -30,6 +30,7 @@ void removeCopies(const fs::path& folder, std::string_view name) {
     }
 }
 
+bool isPracticeName(std::string_view name) { return isDayName(name) || isKeptDayName(name); }
 bool isAnyName(std::string_view) { return true; }
 using IsData = bool (*)(std::string_view name);
 
@@ -118,7 +119,7 @@ void Store::forget(const std::function<void(DayFile&)>& inDay,
     for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
 }
 
-void Store::resetPractice() const { clearFolder(base() / practiceFolder, isDayName); }
+void Store::resetPractice() const { clearFolder(base() / practiceFolder, isPracticeName); }
 
 void Store::clearCounts() const {
     clearFolder(base() / daysFolder, isDayName);

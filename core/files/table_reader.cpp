@@ -75,9 +75,15 @@ bool isRuleCell(std::string_view cell) {
            std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
 }
 
+/// What rules of tables and settings of Org do not.
+bool saysSomething(std::string_view line) {
+    return !line.starts_with("#+") && line.find_first_not_of("|-:+ \t") != std::string_view::npos;
+}
+
 }  // namespace
 
-TableReader::TableReader(std::string_view text) : rest_(text), isPlain_(endsLinesPlainly(text)) {}
+TableReader::TableReader(std::string_view text, Lines lines)
+    : rest_(text), lines_(lines), isPlain_(endsLinesPlainly(text)) {}
 
 bool TableReader::takeLine(std::string_view& line) {
     if (rest_.empty()) return false;
@@ -94,7 +100,11 @@ bool TableReader::next() {
         line = trimmedBlanks(line);
         if (line.empty()) continue;
         isHeading_ = line.front() == '*' || line.front() == '#';
-        if (isHeading_ ? readHeading(line) : inSection_ && readRow(line)) return true;
+        isOther_ = !(isHeading_ ? readHeading(line) : inSection_ && readRow(line));
+        if (!isOther_) return true;
+        isHeading_ = false;
+        cells_.clear();
+        if (lines_ == Lines::all && saysSomething(line)) return true;
     }
     return false;
 }

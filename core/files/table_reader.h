@@ -17,14 +17,19 @@ namespace tapcore {
 /// are ignored. Views hold until the next call of `next`, and point into the text.
 class TableReader {
   public:
-    /// `text` must outlive the reader.
-    explicit TableReader(std::string_view text);
+    /// What is handed out: headings and rows alone, or every line that says something.
+    enum class Lines { ofTables, all };
 
-    /// Goes to the next heading or row; false at the end.
+    /// `text` must outlive the reader.
+    explicit TableReader(std::string_view text, Lines lines = Lines::ofTables);
+
+    /// Goes to the next heading or row, or line that is neither; false at the end.
     bool next();
 
     /// Whether `next` came to a heading (a new section, whose rows follow) and not to a row.
     bool isHeading() const { return isHeading_; }
+    /// Whether it came to a line that is neither, and no setting of Org ("#+title: …"). It has no cells.
+    bool isOther() const { return isOther_; }
     /// The section's name: the first word of its heading, lower-cased.
     const std::string& section() const { return section_; }
     /// The row's cells.
@@ -39,9 +44,11 @@ class TableReader {
     bool readBarredRow(std::string_view line);
 
     std::string_view rest_;
+    Lines lines_;
     bool isPlain_;
     std::size_t line_ = 0;
     bool isHeading_ = false;
+    bool isOther_ = false;
     bool inSection_ = false;
     std::string section_;
     std::vector<std::string_view> cells_;

@@ -14,6 +14,11 @@ namespace {
 
 constexpr std::string_view noLayout = "-";
 constexpr std::string_view bestOf = "best:";
+constexpr std::string_view titleWord = "practice";  // Markdown's title line reads as a heading
+
+constexpr Outcome notOfDay = "it stands in neither Letters nor Day";
+constexpr Outcome unknownColumn = "a column that means nothing here";
+constexpr Outcome beyondColumns = "a cell beyond the columns";
 
 enum Column : std::size_t { letterColumn, layoutColumn, pressesColumn, missesColumn, timedColumn, msColumn };
 constexpr std::array<std::string_view, 6> titles = {"letter", "layout", "presses", "misses", "timed", "ms"};
@@ -66,7 +71,7 @@ class LetterRows {
         if (const auto header = readHeader(cells)) {
             places_ = *header;
             columns_ = cells.size();
-            return used;
+            return std::all_of(cells.begin(), cells.end(), isTitle) ? used : unknownColumn;
         }
         if (cells.size() < columns_) return "a row of Letters has a cell for each column";
         const auto letter = readLetter(cells[places_[letterColumn]]);
@@ -78,10 +83,14 @@ class LetterRows {
         if (!presses || !misses || !timed || !milliseconds) return notNumbers;
         if (std::min({*presses, *misses, *timed, *milliseconds}) < 0) return "a count is below 0";
         day.add(layoutIn(cells), *letter, {*presses, *misses, *timed, *milliseconds, 1});
-        return used;
+        return cells.size() == columns_ ? used : beyondColumns;
     }
 
   private:
+    static bool isTitle(std::string_view cell) {
+        return std::find(titles.begin(), titles.end(), cell) != titles.end();
+    }
+
     std::string layoutIn(const Cells& cells) const {
         const std::size_t place = places_[layoutColumn];
         return place >= columns_ || cells[place] == noLayout ? "" : std::string(cells[place]);
@@ -117,6 +126,10 @@ Outcome readDayRow(PracticeDay& day, const Cells& cells) {
     return used;
 }
 
+bool isKnownHeading(std::string_view section) {
+    return section == "letters" || section == "day" || section == titleWord;
+}
+
 std::string decimal(std::int64_t number) { return std::to_string(number); }
 
 TextTable lettersTable(const PracticeDay& day) {
@@ -148,14 +161,16 @@ void addAll(LetterCounts& to, const LetterCounts& counts) {
 
 PracticeDay::PracticeDay(std::string_view text, std::vector<SkippedRow>* skipped) {
     LetterRows letterRows;
-    for (TableReader reader(text); reader.next();) {
-        if (reader.isHeading()) {
-            letterRows = {};
-            continue;
-        }
-        Outcome outcome = used;
-        if (reader.section() == "letters") outcome = letterRows.read(*this, reader.cells());
-        else if (reader.section() == "day") outcome = readDayRow(*this, reader.cells());
+    const auto outcomeOf = [&](const TableReader& reader) -> Outcome {
+        const bool isRow = !reader.isHeading() && !reader.isOther();
+        if (reader.isHeading()) letterRows = {};
+        if (isRow && reader.section() == "letters") return letterRows.read(*this, reader.cells());
+        if (isRow && reader.section() == "day") return readDayRow(*this, reader.cells());
+        return reader.isHeading() && isKnownHeading(reader.section()) ? used : notOfDay;
+    };
+    using Lines = TableReader::Lines;
+    for (TableReader reader(text, skipped ? Lines::all : Lines::ofTables); reader.next();) {
+        const Outcome outcome = outcomeOf(reader);
         if (skipped && !outcome.empty()) skipped->push_back({reader.line(), std::string(outcome)});
     }
 }

@@ -28,8 +28,9 @@ struct PracticeDay {
         otherMeta;  ///< rows of the Day table that mean nothing here, kept as they are
 
     PracticeDay() = default;
-    /// Reads a file's text, in either format or tab-separated, and never fails: rows that cannot be used are
-    /// left out, and listed in `skipped` when it is given. Each letter in it has been practised on one day.
+    /// Reads a file's text, in either format or tab-separated, and never fails: what cannot be used is left
+    /// out, and listed in `skipped` when that is given: rows, and all else that `text` would not write again.
+    /// Each letter in it has been practised on one day.
     explicit PracticeDay(std::string_view text, std::vector<SkippedRow>* skipped = nullptr);
 
     /// The file's text; reading it gives an equal day, as long as `letters` is the sum of `byLayout`.

@@ -51,6 +51,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
     folder.put("A/months/2026-09.org", "* Days\n| 2026-09-19 | 1 | 1 | 1 |\n");
     folder.put("A/months/September.org", "");
     folder.put("practice/today.md", "");
+    folder.put("practice/2026-09-20 as it was.md", "");
     folder.put("practice/2026-09-20.md", "# Letters\n\n| ab | us | 5 | 0 | 5 | 900 |\n");
     std::filesystem::create_directories(folder / "B/days/2026-09-20.md");
     const auto parseError = findings(folder, Store(folder.path(), FileFormat::org, "A")).front();
@@ -64,7 +65,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
                   "it is not counted",
                   "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
-                  "A/days/2026-09-20.md:4: row skipped: a row of Keys has 3 cells",
+                  "A/days/2026-09-20.md:4: left out: a row of Keys has 3 cells",
                   "A/days/2026-09-20.org:2: not UTF-8 text",
                   "A/days/2026-09-20.org: stands beside another format of the same",
                   "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
@@ -74,7 +75,9 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "A/months/2026-09.org: out of date; tappora folder rollups makes it anew",
                   "A/months/September.org: the name is no month; it is not counted",
                   "B/days/2026-09-20.md: Is a directory",
-                  "practice/2026-09-20.md:3: row skipped: the letter is not one character",
+                  "practice/2026-09-20 as it was.md: kept as it was before its lines that could not be read "
+                  "were left out",
+                  "practice/2026-09-20.md:3: left out: the letter is not one character",
                   "practice/today.md: the name is no date; it is not counted"));
 }
 

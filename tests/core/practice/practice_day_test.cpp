@@ -109,27 +109,45 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
     const PracticeDay day(
         "# Practice 2026-09-20\n"
         "## Letters\n"
+        "|:---|\n"
         "| letter | layout | presses | misses | timed | ms |\n"
         "| e | qwerty | 5 | 1 | 4 | 1000 |\n"
         "| th | qwerty | 5 | 1 | 4 | 1000 |\n"
         "| e | qwerty | 5 | x | 4 | 1000 |\n"
         "| e | qwerty | 5 |\n"
-        "| e | qwerty | 5 | 1 | 4 | 1000 |\n"
+        "| e | qwerty | 5 | 1 | 4 | 1000 | by hand |\n"
+        "| e | qwerty | 5 | 1 | 4 | -1 |\n"
+        "| e | qwerty | 5 | 1 | 4 | 1000\n"
+        "## Letters\n"
+        "| letter | presses | mood |\n"
         "## Day\n"
         "| key | value |\n"
         "| seconds | 1:00 |\n"
         "| lessons | 2 |\n"
-        "| mood | good |\n",
+        "| mood | good |\n"
+        "# slow today\n"
+        "| e |\n",
         &skipped);
     PracticeDay expected;
     expected.add("qwerty", "e", {10, 2, 8, 2000, 1});
     expected.lessons = 2;
     expected.otherMeta = {{"mood", "good"}};
     EXPECT_EQ(day, expected);
-    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{5, "the letter is not one character"},
-                                                {6, "a cell is not a whole number"},
-                                                {7, "a row of Letters has a cell for each column"},
-                                                {11, "a cell is not a whole number"}}));
+    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{6, "the letter is not one character"},
+                                                {7, "a cell is not a whole number"},
+                                                {8, "a row of Letters has a cell for each column"},
+                                                {9, "a cell beyond the columns"},
+                                                {10, "a count is below 0"},
+                                                {11, "it stands in neither Letters nor Day"},
+                                                {13, "a column that means nothing here"},
+                                                {16, "a cell is not a whole number"},
+                                                {19, "it stands in neither Letters nor Day"},
+                                                {20, "it stands in neither Letters nor Day"}}));
+    for (const FileFormat format : FileFormat::allCases) {
+        skipped.clear();
+        (void)PracticeDay(sampleDay().text(today, format), &skipped);
+        EXPECT_TRUE(skipped.empty()) << "what is written is read whole";
+    }
 }
 
 TEST(PracticeDay, MergesRecordsOfOneDay) {

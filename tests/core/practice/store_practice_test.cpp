@@ -58,6 +58,29 @@ TEST_F(StorePractice, RefusesToReplaceWhatItCannotRead) {
     EXPECT_EQ(problems[0].path, store.practiceURL(today));
 }
 
+TEST_F(StorePractice, KeepsAFileAsItWasWhenADayCannotHoldAllOfIt) {
+    const Store store(root, FileFormat::org);
+    const std::string edited = practised(1).text(today, FileFormat::markdown) + "\nA sore thumb.\n";
+    for (const char* name : {"2026-09-20 as it was", "2026-09-20 as it was 2"}) {
+        const std::string kept = std::string("practice/") + name + ".md";
+        folder.put("practice/2026-09-20.md", edited + name);
+        FileProblems problems;
+        store.addPractice(practised(2), today, &problems);
+        store.addPractice(practised(2), today, &problems);
+        const fs::path path = root / "practice/2026-09-20.md";
+        const std::string why = "left out: it stands in neither Letters nor Day";
+        EXPECT_EQ(problems, (FileProblems{{path, 19, why},
+                                          {path, 20, why},
+                                          {path, 0, "the file as it was is kept beside, as " +
+                                                        fs::path(kept).filename().string()}}));
+        EXPECT_EQ(folder.text(kept), edited + name);
+    }
+    EXPECT_EQ(store.readPractice(today).letters.at("e").presses, 10);
+    EXPECT_EQ(store.practiceDays(), std::vector<Day>{today});
+    store.resetPractice();
+    EXPECT_TRUE(folder.files().empty());
+}
+
 TEST_F(StorePractice, ConvertsToTheOtherFormatAndBack) {
     const std::string before = practised(7).text(today, FileFormat::markdown);
     writeFile(root / "practice/2026-09-20.md", before);
