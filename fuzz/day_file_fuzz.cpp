@@ -9,18 +9,7 @@
 #include "core/files/month_rollup.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
-
-namespace {
-
-/// Counts near the end of 64 bits end the program on purpose; longer numbers are no counts.
-bool mayOverflow(std::string_view text) {
-    std::size_t digits = 0;
-    for (const char c : text)
-        if ((digits = c >= '0' && c <= '9' ? digits + 1 : 0) > 15) return true;
-    return false;
-}
-
-}  // namespace
+#include "fuzz/long_numbers.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
