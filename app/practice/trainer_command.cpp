@@ -11,6 +11,8 @@
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
 #include "app/practice/screen.h"
+#include "core/files/folder_names.h"
+#include "core/foundation/file_io.h"
 #include "core/practice/practice_day.h"
 #include "core/practice/practice_history.h"
 
@@ -145,14 +147,24 @@ class TrainerLoop {
     bool isOver_ = false;
 };
 
+bool isAddable(const tapcore::PracticeDay& day) {
+    constexpr std::int64_t most = 1'000'000'000'000;
+    std::int64_t largest = std::max(day.seconds, day.lessons);
+    for (const auto& [letter, counts] : day.letters)
+        largest = std::max({largest, counts.presses, counts.misses, counts.timed, counts.milliseconds});
+    return largest <= most;
+}
+
 /// Counts that nobody can have typed would end the program once they leave 64 bits, within a lesson perhaps.
 void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Store& store) {
-    constexpr std::int64_t most = 1'000'000'000'000;
-    for (const auto& [day, practised] : history.days)
-        for (const auto& [letter, counts] : practised.letters)
-            if (std::max({counts.presses, counts.misses, counts.timed, counts.milliseconds}) > most ||
-                practised.seconds > most)
-                throw Failure(store.practiceURL(day).string(), "its counts are larger than anybody's can be");
+    for (const auto& [day, practised] : history.days) {
+        if (isAddable(practised)) continue;
+        std::filesystem::path file = store.practiceURL(day);
+        for (const tapcore::Store& part : store.readParts())
+            for (const auto& copy : part.copies(tapcore::practiceFolder, day.description()))
+                if (!isAddable(tapcore::PracticeDay(tapcore::readStoredFile(copy).text))) file = copy;
+        throw Failure(file.string(), "its counts are larger than anybody's can be");
+    }
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 namespace tapcore {
 
 std::optional<std::int64_t> LetterStats::averageMilliseconds() const {
-    if (timed < 1) return std::nullopt;
-    return milliseconds / timed;
+    if (timed == 0) return std::nullopt;
+    return timed == -1 ? checkedProduct(milliseconds, timed) : milliseconds / timed;
 }
 
 double LetterStats::accuracy() const {

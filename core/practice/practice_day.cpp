@@ -17,6 +17,7 @@ constexpr std::string_view bestOf = "best:";
 constexpr std::string_view titleWord = "practice";  // Markdown's title line reads as a heading
 
 constexpr Outcome notOfDay = "it stands in neither Letters nor Day";
+constexpr Outcome belowZero = "a count is below 0";
 constexpr Outcome unknownColumn = "a column that means nothing here";
 constexpr Outcome beyondColumns = "a cell beyond the columns";
 
@@ -81,7 +82,7 @@ class LetterRows {
         const auto timed = readNumber(cells, places_[timedColumn], columns_);
         const auto milliseconds = readNumber(cells, places_[msColumn], columns_);
         if (!presses || !misses || !timed || !milliseconds) return notNumbers;
-        if (std::min({*presses, *misses, *timed, *milliseconds}) < 0) return "a count is below 0";
+        if (std::min({*presses, *misses, *timed, *milliseconds}) < 0) return belowZero;
         day.add(layoutIn(cells), *letter, {*presses, *misses, *timed, *milliseconds, 1});
         return cells.size() == columns_ ? used : beyondColumns;
     }
@@ -117,6 +118,7 @@ Outcome readDayRow(PracticeDay& day, const Cells& cells) {
     if (isNumeric(key)) {
         const auto number = parseInteger(value);
         if (!number) return notNumbers;
+        if (*number < 0) return belowZero;
         setNumber(day, key, *number);
     } else if (key == "layout") {
         day.layout = value;

@@ -124,6 +124,7 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
         "| key | value |\n"
         "| seconds | 1:00 |\n"
         "| lessons | 2 |\n"
+        "| best | -9 |\n"
         "| mood | good |\n"
         "# slow today\n"
         "| e |\n",
@@ -141,8 +142,9 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
                                                 {11, "it stands in neither Letters nor Day"},
                                                 {13, "a column that means nothing here"},
                                                 {16, "a cell is not a whole number"},
-                                                {19, "it stands in neither Letters nor Day"},
-                                                {20, "it stands in neither Letters nor Day"}}));
+                                                {18, "a count is below 0"},
+                                                {20, "it stands in neither Letters nor Day"},
+                                                {21, "it stands in neither Letters nor Day"}}));
     for (const FileFormat format : FileFormat::allCases) {
         skipped.clear();
         (void)PracticeDay(sampleDay().text(today, format), &skipped);

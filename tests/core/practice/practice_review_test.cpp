@@ -45,6 +45,7 @@ TEST(PracticeRecord, CountsDaysInARow) {
         {"yesterday and today missed", {2, 3}, 0, 2, 2},
         {"the week's first day and the one before", {6, 7}, 0, 2, 1},
         {"across a month's end", {19, 20, 21}, 0, 3, 0},
+        {"days to come", {0, -1, -2}, 1, 1, 1},
     };
     for (const auto& [what, ago, streak, longest, thisWeek] : cases) {
         const PracticeHistory history = goalsReached(ago);
@@ -68,6 +69,8 @@ TEST(PracticeRecord, ComparesTheWeekWithTheOneBefore) {
     history.days[daysAgo(13)] = practised(60, 1, 240);
     record = PracticeRecord(history, today, 300, utc);
     EXPECT_EQ(record.weekChange, -10);
+    history.days[daysAgo(-1)] = practised(60, 60, 100, 99);
+    EXPECT_EQ(PracticeRecord(history, today, 300, utc), record) << "a day to come is no part of it";
 }
 
 /// The same lesson against different pasts: 80 presses of "e" at 240 ms, which is 50 words per minute.

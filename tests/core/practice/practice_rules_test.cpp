@@ -45,6 +45,8 @@ TEST(PracticeRules, JudgesALetterAtTheVeryMark) {
     PracticeRules withoutSamples(40);
     withoutSamples.samples = 0;
     EXPECT_FALSE(withoutSamples.meetsMark({9, 0, 0, 0, 2}));
+    EXPECT_EQ((LetterStats{.timed = -2, .milliseconds = 601}).averageMilliseconds(), -300)
+        << "only of none is there no mean";
 }
 
 TEST(PracticeRules, TellsStatesApart) {
