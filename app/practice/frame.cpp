@@ -58,6 +58,12 @@ FrameLine clipped(const FrameLine& line, std::size_t columns) {
     return fitting;
 }
 
+FrameLine fitting(std::vector<FrameLine> ways, std::size_t columns) {
+    const auto fits = [&](const FrameLine& line) { return columnsOf(line) <= columns; };
+    const auto first = std::find_if(ways.begin(), ways.end(), fits);
+    return std::move(first == ways.end() ? ways.back() : *first);
+}
+
 FrameLine spread(FrameLine left, FrameLine right, std::size_t columns) {
     const std::size_t taken = columnsOf(left) + columnsOf(right);
     if (taken >= columns) return left;

@@ -58,6 +58,9 @@ std::size_t columnsOf(const FrameLine& line);
 /// As much of a line as fits.
 FrameLine clipped(const FrameLine& line, std::size_t columns);
 
+/// The first of some ways to say a thing that fits, or else the last.
+FrameLine fitting(std::vector<FrameLine> ways, std::size_t columns);
+
 /// A line with its first part at the left and its last at the right, a blank at least between them.
 FrameLine spread(FrameLine left, FrameLine right, std::size_t columns);
 

@@ -79,13 +79,16 @@ std::vector<FrameLine> textLines(const LessonSession& session, std::size_t lines
 
 FrameLine titleLine(const Trainer& trainer, const ScreenShape& shape) {
     const TrainerSetup& setup = trainer.setup();
-    return spread(
-        {{fmt::format("{} on {}, lesson {}", languageName(setup.model->language), setup.layout,
-                      trainer.lessonNumber()),
-          Style::strong}},
-        {{fmt::format("{} of {} today", minutes(trainer.todaySeconds()), minutes(setup.goalSeconds)),
-          Style::faint}},
-        shape.columns);
+    const FrameLine title = {{fmt::format("{} on {}, lesson {}", languageName(setup.model->language),
+                                          setup.layout, trainer.lessonNumber()),
+                              Style::strong}};
+    const std::string today = minutes(trainer.todaySeconds());
+    const std::string goal = minutes(setup.goalSeconds);
+    const std::size_t room = shape.columns - std::min(columnsOf(title) + 1, shape.columns);
+    return spread(title, fitting({{{today + " of " + goal + " today", Style::faint}},
+                                  {{today + " of " + goal, Style::faint}}},
+                                 room),
+                  shape.columns);
 }
 
 std::size_t wordsDone(const LessonSession& session) {
@@ -93,11 +96,23 @@ std::size_t wordsDone(const LessonSession& session) {
     return static_cast<std::size_t>(std::count(session.characters().begin(), end, " "));
 }
 
-FrameLine statusLine(const Trainer& trainer) {
-    const tapcore::LetterCounts& counts = trainer.session().counts();
-    return {{fmt::format("{} wpm", PracticeReview::wpm(counts)), Style::strong},
-            {fmt::format("   {} right", percent(PracticeReview::accuracy(counts))), Style::strong},
-            {fmt::format("   {} of {} words", wordsDone(trainer.session()), trainer.plan().words.size())}};
+/// The speed and accuracy of some presses; "-" for what nothing was measured of.
+std::string speedText(const LetterStats& stats) {
+    return stats.timed > 0 ? std::to_string(PracticeRules::wpm(stats)) : "-";
+}
+std::string accuracyText(const LetterStats& stats) {
+    return stats.presses + stats.misses > 0 ? percent(stats.accuracy()) : "-";
+}
+
+FrameLine statusLine(const Trainer& trainer, std::size_t columns) {
+    const LetterStats all = tapcore::sumOf(trainer.session().counts());
+    const std::string figures = fmt::format("{} wpm   {} right", speedText(all), accuracyText(all));
+    const std::size_t done = wordsDone(trainer.session());
+    const std::size_t words = trainer.plan().words.size();
+    return fitting({{{figures, Style::strong}, {fmt::format("   {} of {} words", done, words)}},
+                    {{figures, Style::strong}, {fmt::format("   {}/{}", done, words)}},
+                    {{figures, Style::strong}}},
+                   columns);
 }
 
 /// The letter whose figures are shown: the next one when it is among those stressed.
@@ -113,21 +128,25 @@ FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
     const std::string letter = focusOf(trainer);
     const LetterStats stats = trainer.total(letter);
     const PracticeRules& rules = trainer.setup().rules;
-    const std::string speed = stats.timed > 0 ? std::to_string(PracticeRules::wpm(stats)) : "-";
-    const std::string accuracy = percent(stats.accuracy());
+    const std::string speed = speedText(stats);
+    const std::string accuracy = accuracyText(stats);
     const std::string wanted = percent(rules.targetAccuracy);
     const std::string days =
         stats.days < rules.minDays
             ? fmt::format("   day {} of {}", std::max<std::int64_t>(stats.days, 1), rules.minDays)
             : "";
-    std::string text = fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed,
-                                   rules.samples, speed, rules.targetWPM(), accuracy, wanted, days);
-    if (columnsOf(letter) + text.size() > columns)
-        text = fmt::format(" {}/{} timed  {}/{} wpm  {}/{} right", stats.timed, rules.samples, speed,
-                           rules.targetWPM(), accuracy.substr(0, accuracy.size() - 2), wanted);
-    if (columnsOf(letter) + text.size() > columns)
-        text = fmt::format(" {}/{} {}/{} {}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy);
-    return {{letter, Style::strong}, {text}};
+    const std::string amount = accuracy.substr(0, accuracy.find(' '));
+    const Span name{letter, Style::strong};
+    return fitting(
+        {{name,
+          {fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed, rules.samples, speed,
+                       rules.targetWPM(), accuracy, wanted, days)}},
+         {name,
+          {fmt::format(" {}/{} timed  {}/{} wpm  {}/{} right", stats.timed, rules.samples, speed,
+                       rules.targetWPM(), amount, wanted)}},
+         {name,
+          {fmt::format(" {}/{} {}/{} {}", stats.timed, rules.samples, speed, rules.targetWPM(), accuracy)}}},
+        columns);
 }
 
 // The letters.
@@ -167,11 +186,12 @@ std::vector<FrameLine> letterLines(const Trainer& trainer, const ScreenShape& sh
     return lines;
 }
 
-FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard) {
+FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard, std::size_t columns) {
     const std::string* next = trainer.session().expected();
     if (next == nullptr) return {};
-    const auto finger = keyboard.finger(*next);
-    return {{"next: "}, {*next == " " ? "space" : *next, Style::strong}, {finger ? "   " + *finger : ""}};
+    const Span key{*next == " " ? "space" : *next, Style::strong};
+    const std::string finger = keyboard.finger(*next).value_or("");
+    return fitting({{{"next: "}, key, {"   " + finger}}, {key, {"   " + finger}}, {key, {" " + finger}}}, columns);
 }
 
 // Putting them together.
@@ -211,7 +231,7 @@ std::vector<FrameLine> noticeLines(const std::string& notice) {
 FrameLine starLine(bool isGiven, const std::string& reached, const std::string& mark, bool unicode) {
     const char* star = isGiven ? (unicode ? "★ " : "* ") : (unicode ? "☆ " : "- ");
     return {{star, isGiven ? Style::learned : Style::faint},
-            {fmt::format("{:<16}", reached), Style::strong},
+            {fmt::format("{:<12}", reached), Style::strong},
             {" " + mark, Style::faint}};
 }
 
@@ -255,13 +275,15 @@ Frame lessonFrame(const Trainer& trainer, const KeyboardView& keyboard, const st
     return stacked(
         {{7, {titleLine(trainer, shape)}},
          {1, textLines(trainer.session(), rowsOfText(shape.lines), std::min(shape.columns, widestText))},
-         {2, {statusLine(trainer)}},
+         {2, {statusLine(trainer, shape.columns)}},
          {4, {focusLine(trainer, shape.columns)}},
          {5, letterLines(trainer, shape)},
          {6, keyboard.lines(next ? *next : "", shape)},
-         {3, {nextKeyLine(trainer, keyboard)}},
+         {3, {nextKeyLine(trainer, keyboard, shape.columns)}},
          {0, noticeLines(notice)},
-         {8, {{{"Esc leaves; what you typed is kept", Style::faint}}}}},
+         {8,
+          {fitting({{{"Esc leaves; what you typed is kept", Style::faint}}, {{"Esc leaves", Style::faint}}},
+                   shape.columns)}}},
         shape);
 }
 
