@@ -22,7 +22,8 @@ fs::path oneName(const fs::path& folder) {
 
 fs::path lockFile(const Environment& environment, const fs::path& folder, FolderLock lock) {
     const std::string_view purpose = lock == FolderLock::recording ? "recording" : "writing";
-    return madeRuntimeDirectory(environment) / fmt::format("{:016x}.{}", tapcore::fnv1a(oneName(folder).native()), purpose);
+    return madeRuntimeDirectory(environment) /
+           fmt::format("{:016x}.{}", tapcore::fnv1a(oneName(folder).native()), purpose);
 }
 
 tapcore::FileLock lockForWriting(const Environment& environment, const fs::path& folder) {

@@ -139,8 +139,8 @@ FrameLine focusLine(const Trainer& trainer, std::size_t columns) {
     const Span name{letter, Style::strong};
     return fitting(
         {{name,
-          {fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed, rules.samples, speed,
-                       rules.targetWPM(), accuracy, wanted, days)}},
+          {fmt::format("   timed {} of {}   {} of {} wpm   {} of {} right{}", stats.timed, rules.samples,
+                       speed, rules.targetWPM(), accuracy, wanted, days)}},
          {name,
           {fmt::format(" {}/{} timed  {}/{} wpm  {}/{} right", stats.timed, rules.samples, speed,
                        rules.targetWPM(), amount, wanted)}},
@@ -191,7 +191,8 @@ FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard, std:
     if (next == nullptr) return {};
     const Span key{*next == " " ? "space" : *next, Style::strong};
     const std::string finger = keyboard.finger(*next).value_or("");
-    return fitting({{{"next: "}, key, {"   " + finger}}, {key, {"   " + finger}}, {key, {" " + finger}}}, columns);
+    return fitting({{{"next: "}, key, {"   " + finger}}, {key, {"   " + finger}}, {key, {" " + finger}}},
+                   columns);
 }
 
 // Putting them together.

@@ -133,9 +133,9 @@ ScreenEvent::Kind kindOf(int signal) {
     }
 }
 
-/// Asks the terminal to tell when its window loses the keyboard and when it has it again. To be asked only of
-/// terminals that know control sequences; those pass over a mode that they have not. Nothing is amiss when one
-/// that is gone is asked.
+/// Asks the terminal to tell when its window loses the keyboard and when it has it again. Only those that
+/// know control sequences are asked; they pass over a mode that they have not. Nothing is amiss when one that
+/// is gone is asked.
 void reportFocus(bool isWanted) {
     const std::string_view mode = isWanted ? "\033[?1004h" : "\033[?1004l";
     if (!std::string_view(cursor_address).starts_with("\033[")) return;

@@ -51,8 +51,9 @@ void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
 void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                    std::string_view text, const std::vector<FileCopy>& copies);
 
-/// Keeps what a copy is now under a name of its own beside it: "2026-09-20 as it was.org". No reader takes that
-/// for a day; what stands there already stays. Returns where it is kept. Throws filesystem_error with the path.
+/// Keeps what a copy is now under a name of its own beside it: "2026-09-20 as it was.org". No reader takes
+/// that for a day; what stands there already stays. Returns where it is kept. Throws filesystem_error with the
+/// path.
 std::filesystem::path keepAsItWas(const FileCopy& copy);
 
 /// Whether a file's name, without extension, is one that `keepAsItWas` gives to the copies of a day.

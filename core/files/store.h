@@ -162,9 +162,9 @@ class Store {
     /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
     PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
     /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both
-    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole. One that holds
-    /// more than a day of practice, or rows that cannot be used, is kept beside as it was; each such line is
-    /// named in `problems`.
+    /// formats become one. Throws, and changes nothing, when a file there cannot be read whole. One that
+    /// holds more than a day of practice, or rows that cannot be used, is kept beside as it was; each such
+    /// line is named in `problems`.
     void addPractice(const PracticeDay& practised, const Day& day, FileProblems* problems = nullptr) const;
 
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
