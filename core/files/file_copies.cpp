@@ -140,6 +140,10 @@ void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
     }
 }
 
+namespace {
+
+/// Keeps what a copy is now under a name of its own beside it; what stands there already stays. Returns
+/// where.
 fs::path keepAsItWas(const FileCopy& copy) {
     const std::string start = copy.path.stem().string().append(keptMark);
     for (int number = 1;; ++number) {
@@ -149,6 +153,22 @@ fs::path keepAsItWas(const FileCopy& copy) {
         if (known.status == FileRead::Status::missing) writeFile(kept, copy.file.text);
         else if (known.status != FileRead::Status::read || known.text != copy.file.text) continue;
         return kept;
+    }
+}
+
+}  // namespace
+
+void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& leftOut,
+                       FileProblems* problems) {
+    for (const FileCopy& copy : copies) {
+        if (copy.isSuperseded) continue;
+        const std::vector<SkippedRow> skipped = leftOut(copy.file.text);
+        if (skipped.empty()) continue;
+        const std::string kept = keepAsItWas(copy).filename().string();
+        if (!problems) continue;
+        for (const SkippedRow& row : skipped)
+            problems->push_back({copy.path, row.line, "left out: " + row.why});
+        problems->push_back({copy.path, 0, "the file as it was is kept beside, as " + kept});
     }
 }
 

@@ -51,12 +51,17 @@ void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
 void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                    std::string_view text, const std::vector<FileCopy>& copies);
 
-/// Keeps what a copy is now under a name of its own beside it: "2026-09-20 as it was.org". No reader takes
-/// that for a day; what stands there already stays. Returns where it is kept. Throws filesystem_error with the
-/// path.
-std::filesystem::path keepAsItWas(const FileCopy& copy);
+/// What of a text would be left out when it is replaced by what was read from it.
+using LeftOutOf = std::function<std::vector<SkippedRow>(std::string_view text)>;
 
-/// Whether a file's name, without extension, is one that `keepAsItWas` gives to the copies of a day.
+/// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
+/// had. A copy that holds such lines is kept as it is now under a name that no reader takes for a day's,
+/// "2026-09-20 as it was.org"; each line is named in `problems`, when given. Throws filesystem_error with the
+/// path.
+void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& leftOut,
+                       FileProblems* problems);
+
+/// Whether a file's name, without extension, is one under which a day's copy is kept.
 bool isKeptDayName(std::string_view name);
 
 /// What `replaceCopies` writes beside the copies while it merges several of them: the hidden note

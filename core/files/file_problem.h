@@ -17,4 +17,12 @@ struct FileProblem {
 };
 using FileProblems = std::vector<FileProblem>;
 
+/// A line of a data file that could not be used, and why.
+struct SkippedRow {
+    std::size_t line = 0;  ///< from 1
+    std::string why;
+
+    bool operator==(const SkippedRow&) const = default;
+};
+
 }  // namespace tapcore

@@ -6,17 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "core/files/file_problem.h"
 #include "core/files/table_reader.h"
 
 namespace tapcore {
-
-/// A line of a data file that could not be used, and why.
-struct SkippedRow {
-    std::size_t line = 0;  ///< from 1
-    std::string why;
-
-    bool operator==(const SkippedRow&) const = default;
-};
 
 // How the tables of a data file are read into a record: a row reader for each section, by its name.
 
@@ -26,6 +19,7 @@ using Cells = std::vector<std::string_view>;
 using Outcome = std::string_view;
 inline constexpr Outcome used = "";
 inline constexpr Outcome notNumbers = "a cell is not a whole number";
+inline constexpr Outcome inNoTable = "it stands in no table that is read";
 inline constexpr Outcome notModifiers = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
 
 template <class Record>
@@ -35,23 +29,25 @@ struct RowReader {
     std::string_view firstTitle;  ///< what the header line of the section's table starts with
 };
 
-/// Reads every row of the sections that have a reader; the rest is passed over. Rows that could not be used
-/// are added to `skipped` when it is given, header lines excepted.
+/// Reads every row of the sections that have a reader; the rest is passed over. Lines that could not be used
+/// are added to `skipped` when it is given, titles and header lines excepted.
 template <class Record>
 void readRows(std::string_view text, Record& record, std::span<const RowReader<Record>> readers,
               std::vector<SkippedRow>* skipped) {
     const RowReader<Record>* current = nullptr;
-    for (TableReader reader(text); reader.next();) {
+    using Lines = TableReader::Lines;
+    for (TableReader reader(text, skipped ? Lines::all : Lines::ofTables); reader.next();) {
+        Outcome outcome = inNoTable;
         if (reader.isHeading()) {
             current = nullptr;
             for (const auto& candidate : readers)
                 if (candidate.section == reader.section()) current = &candidate;
-            continue;
+            if (current) continue;
+        } else if (current && !reader.isOther()) {
+            outcome = current->read(record, reader.cells());
+            if (outcome.empty() || reader.cells().front() == current->firstTitle) continue;
         }
-        if (current == nullptr) continue;
-        const Outcome outcome = current->read(record, reader.cells());
-        if (skipped && !outcome.empty() && reader.cells().front() != current->firstTitle)
-            skipped->push_back({reader.line(), std::string(outcome)});
+        if (skipped) skipped->push_back({reader.line(), std::string(outcome)});
     }
 }
 
@@ -60,6 +56,14 @@ template <class Record, std::size_t size>
 void readRows(std::string_view text, Record& record, const RowReader<Record> (&readers)[size],
               std::vector<SkippedRow>* skipped) {
     readRows(text, record, std::span<const RowReader<Record>>(readers), skipped);
+}
+
+/// What a record of that kind cannot use of a file's text.
+template <class Record>
+std::vector<SkippedRow> leftOutOf(std::string_view text) {
+    std::vector<SkippedRow> skipped;
+    (void)Record(text, &skipped);
+    return skipped;
 }
 
 }  // namespace tapcore

@@ -6,6 +6,7 @@
 #include "core/files/file_copies.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
+#include "core/files/row_reader.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 
@@ -133,19 +134,20 @@ DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,
                 const Day& day) const {
-    change(day, [&](DayFile& file) {
+    change(day, LeftOut::kept, [&](DayFile& file) {
         file.merge(tally, peakPerMinute, pausedMinutes);
         if (board) file.board = board;
         if (layout) file.layout = layout;
     });
 }
 
-void Store::change(const Day& day, const std::function<void(DayFile&)>& change) const {
+void Store::change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const {
     const fs::path folder = base() / daysFolder;
     const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     DayFile file;
     addFiles(file, copies, nullptr);
     change(file);
+    if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, leftOutOf<DayFile>, nullptr);
     replaceCopies(folder, day.description(), format, file.text(format, day), copies);
 }
 

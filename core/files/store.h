@@ -103,13 +103,15 @@ class Store {
 
     /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout
     /// are those given, when given. Both formats become one. Throws, and changes nothing, when a file there
-    /// cannot be read whole.
+    /// cannot be read whole. One with lines that cannot be used is kept beside as it was.
     void add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
              const std::optional<std::string>& board, const std::optional<std::string>& layout,
              const Day& day) const;
 
+    /// What becomes of lines that cannot be used when their file is written anew: `kept` keeps the old one.
+    enum class LeftOut { kept, dropped };
     /// Changes the own file of a day as a whole, on the same conditions as `add`.
-    void change(const Day& day, const std::function<void(DayFile&)>& change) const;
+    void change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const;
 
     /// Writes a file whole, and its folder when missing.
     static void write(std::string_view text, const std::filesystem::path& url);

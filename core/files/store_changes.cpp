@@ -30,7 +30,7 @@ void removeCopies(const fs::path& folder, std::string_view name) {
     }
 }
 
-bool isPracticeName(std::string_view name) { return isDayName(name) || isKeptDayName(name); }
+bool isAnyDayName(std::string_view name) { return isDayName(name) || isKeptDayName(name); }
 bool isAnyName(std::string_view) { return true; }
 using IsData = bool (*)(std::string_view name);
 
@@ -45,6 +45,12 @@ std::set<std::string> namesOf(const fs::path& folder, IsData isData) {
 /// Removes the data files of a folder, and nothing that is no data file.
 void clearFolder(const fs::path& folder, IsData isData) {
     for (const std::string& name : namesOf(folder, isData)) removeCopies(folder, name);
+}
+
+/// Removes the files of days, or of one, that were kept as they were for the lines that a rewrite left out.
+void removeKept(const fs::path& folder, std::string_view day = "") {
+    for (const std::string& name : namesOf(folder, isKeptDayName))
+        if (name.starts_with(day)) removeCopies(folder, name);
 }
 
 /// The names in a folder of data files that are here in the format not written.
@@ -78,7 +84,7 @@ bool Store::convert(const Progress& progress) const {
 }
 
 void Store::convertFile(std::string_view folder, const std::string& name) const {
-    if (folder == daysFolder) change(*Day::parse(name), [](DayFile&) {});
+    if (folder == daysFolder) change(*Day::parse(name), LeftOut::kept, [](DayFile&) {});
     if (folder == monthsFolder) changeRollup(name, [](MonthRollup&) {});
     if (folder == practiceFolder) convertPractice(name);
 }
@@ -95,6 +101,7 @@ void Store::clearDay(const Day& day) const {
         rollup = MonthRollup(others);
     });
     removeCopies(own.root / daysFolder, day.description());
+    removeKept(own.root / daysFolder, day.description());
 }
 
 void Store::resetHeatmap() const {
@@ -115,14 +122,15 @@ void Store::forget(const std::function<void(DayFile&)>& inDay,
     const auto dayNames = namesOf(days, isDayName);
     for (const std::string& name : dayNames)
         readWholeCopies(days, name, format, fetch_);  // or none is changed
-    for (const std::string& name : dayNames) change(*Day::parse(name), inDay);
+    for (const std::string& name : dayNames) change(*Day::parse(name), LeftOut::dropped, inDay);
+    removeKept(days);
     for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
 }
 
-void Store::resetPractice() const { clearFolder(base() / practiceFolder, isPracticeName); }
+void Store::resetPractice() const { clearFolder(base() / practiceFolder, isAnyDayName); }
 
 void Store::clearCounts() const {
-    clearFolder(base() / daysFolder, isDayName);
+    clearFolder(base() / daysFolder, isAnyDayName);
     clearFolder(base() / monthsFolder, isMonthName);
 }
 

@@ -75,9 +75,9 @@ bool isRuleCell(std::string_view cell) {
            std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
 }
 
-/// What rules of tables and settings of Org do not.
+/// What rules of tables, titles and settings of Org do not.
 bool saysSomething(std::string_view line) {
-    return !line.starts_with("#+") && line.find_first_not_of("|-:+ \t") != std::string_view::npos;
+    return line.find_first_of("#*") != 0 && line.find_first_not_of("|-:+ \t") != std::string_view::npos;
 }
 
 }  // namespace

@@ -11,20 +11,6 @@ void addFiles(PracticeDay& day, const std::vector<FileCopy>& copies, FileProblem
     forEachText(copies, problems, [&](std::string_view text) { day.merge(PracticeDay(text)); });
 }
 
-/// Sees that what is about to be replaced can still be had where a practice day does not hold all of it.
-void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, FileProblems* problems) {
-    for (const FileCopy& copy : copies) {
-        std::vector<SkippedRow> skipped;
-        (void)PracticeDay(copy.file.text, &skipped);
-        if (copy.isSuperseded || skipped.empty()) continue;
-        const std::string kept = keepAsItWas(copy).filename().string();
-        if (!problems) continue;
-        for (const SkippedRow& row : skipped)
-            problems->push_back({copy.path, row.line, "left out: " + row.why});
-        problems->push_back({copy.path, 0, "the file as it was is kept beside, as " + kept});
-    }
-}
-
 }  // namespace
 
 std::filesystem::path Store::practiceURL(const Day& day) const {
@@ -61,7 +47,7 @@ void Store::changePractice(const Day& day, const std::function<void(PracticeDay&
     PracticeDay sum;
     addFiles(sum, copies, nullptr);
     change(sum);
-    keepWhatIsLeftOut(copies, problems);
+    keepWhatIsLeftOut(copies, leftOutOf<PracticeDay>, problems);
     replaceCopies(folder, day.description(), format, sum.text(day, format), copies);
 }
 

@@ -157,6 +157,25 @@ TEST_F(StoreTest, WhatCannotBeReadIsNamedAndNotReplaced) {
     EXPECT_EQ(folder.files(), before);
 }
 
+TEST_F(StoreTest, WhatARewriteLeavesOutIsKeptBesideUntilItIsCleared) {
+    const std::string edited = dayText(0, 5) + "| paused | soon |\n\n* Notes\n| a | b |\nmine\n";
+    folder.put("days/2026-09-21.org", dayText(0, 5));
+    alone.add(pressed(0, 1), 0, 0, {}, {}, day.adding(1, Calendar("UTC")));
+    const std::vector<std::function<void()>> clearings = {
+        [&] { alone.clearDay(day); }, [&] { alone.resetHeatmap(); }, [&] { alone.clearCounts(); }};
+    for (const auto& clear : clearings) {
+        folder.put("days/2026-09-20.org", edited);
+        alone.add(pressed(0, 1), 0, 0, {}, {}, day);
+        alone.add(pressed(0, 1), 0, 0, {}, {}, day);
+        EXPECT_EQ(folder.text("days/2026-09-20 as it was.org"), edited);
+        EXPECT_EQ(folder.text("days/2026-09-20.org"), dayText(0, 7));
+        EXPECT_EQ(alone.days().size(), 2U);
+        clear();
+        EXPECT_FALSE(std::filesystem::exists(folder / "days/2026-09-20 as it was.org"));
+    }
+    EXPECT_THAT(folder.files(), IsEmpty());
+}
+
 TEST_F(StoreTest, SummaryHasOneEntryADayWithAllMachinesInIt) {
     share();
     const Summary summary = studio.summary(3, Day(2026, 9, 21), Calendar("UTC"));
