@@ -33,11 +33,21 @@ Environment hostEnvironment() {
                 const char* value = std::getenv(name.c_str());
                 return value ? std::optional<std::string>(value) : std::nullopt;
             },
-            .now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()),
+            .now = hostNow(),
             .zone = tapcore::Calendar::hostZone(),
             .onTerminal = isatty(STDOUT_FILENO) == 1,
             .columns = terminalColumns(),
             .program = runningProgram()};
+}
+
+tapcore::Instant hostNow() {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
+
+Environment atThisMoment(Environment environment) {
+    environment.now = hostNow();
+    environment.zone = tapcore::Calendar::hostZone();
+    return environment;
 }
 
 std::string version() { return "tappora " TAPPORA_VERSION; }

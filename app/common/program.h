@@ -23,6 +23,11 @@ struct Environment {
 
 /// The real one.
 Environment hostEnvironment();
+/// Its time alone.
+tapcore::Instant hostNow();
+/// An environment with the host's time and time zone as they are now, for programs that run for days: who
+/// travels sets another zone meanwhile.
+Environment atThisMoment(Environment environment);
 
 /// The version of all programs, as --version prints it.
 std::string version();

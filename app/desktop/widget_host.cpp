@@ -4,6 +4,7 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/common/language.h"
 #include "app/common/widget_file.h"
@@ -16,15 +17,13 @@ using tapcore::Instant;
 using tapcore::Words;
 using tapwidgets::Entry;
 
-Instant now() { return hostEnvironment().now; }
-
 }  // namespace
 
 WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment)
     : environment_(environment),
       calendar_(environment.zone),
       places_(environment_),
-      provider_({}, widgetPlaces(environment), now, calendar_),
+      provider_({}, widgetPlaces(environment), hostNow, calendar_),
       systemWords_(systemWords(environment)),
       words_(wordsIn(Words::source, environment)),
       language_(Words::source),
@@ -85,6 +84,7 @@ void WidgetHost::placeAll() {
 
 void WidgetHost::reload() {
     try {
+        takeZone();
         // A folder that has been made in the meantime is watched from now on, so before the file is read.
         if (provider_.url()) folder_.add(provider_.url()->parent_path());
         const tapwidgets::Timeline timeline = provider_.timeline();
@@ -92,13 +92,21 @@ void WidgetHost::reload() {
         show(timeline.entries.back());
     } catch (const std::exception& error) {
         complain(error.what());
-        next_ = now() + tapwidgets::Provider::refresh;
+        next_ = hostNow() + tapwidgets::Provider::refresh;
     }
     schedule();
 }
 
+/// Who travels sets another zone.
+void WidgetHost::takeZone() {
+    const std::string zone = tapcore::Calendar::hostZone();
+    if (std::exchange(environment_.zone, zone) == zone) return;
+    calendar_ = tapcore::Calendar(zone);
+    provider_ = tapwidgets::Provider({}, widgetPlaces(environment_), hostNow, calendar_);
+}
+
 void WidgetHost::schedule() {
-    while (!alarm_.set(std::min(next_, nextDay(now())))) {
+    while (!alarm_.set(std::min(next_, nextDay(hostNow())))) {
     }
 }
 

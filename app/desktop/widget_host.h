@@ -36,6 +36,7 @@ class WidgetHost {
 
     void placeAll();
     void reload();
+    void takeZone();
     void schedule();
     void show(const tapwidgets::Entry& entry);
     void draw();

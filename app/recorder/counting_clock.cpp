@@ -22,6 +22,11 @@ void CountingClock::finish() {
     minute_.reset();
 }
 
+void CountingClock::setCalendar(tapcore::Calendar calendar) {
+    calendar_ = std::move(calendar);
+    if (minute_) minute_ = minuteOf(minute_->begins);
+}
+
 Instant CountingClock::minuteEnds() const {
     if (!minute_) tapcore::fatal("the clock was not told the time");
     return minute_->begins + std::chrono::minutes(1);

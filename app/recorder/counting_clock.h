@@ -28,6 +28,9 @@ class CountingClock {
     /// Ends the minute under way before its time.
     void finish();
 
+    /// From the minute under way on, days and hours are those of another time zone.
+    void setCalendar(tapcore::Calendar calendar);
+
     /// A minute that ends while paused is a paused one. Nothing may be counted while paused.
     void setPaused(bool paused) { paused_ = paused; }
     bool isPaused() const { return paused_; }

@@ -32,10 +32,10 @@ void waitFor(std::array<int, 3> files) {
 
 }  // namespace
 
-LiveRecorder::LiveRecorder(tapcore::Calendar calendar, EventRules::Options options, EventRules::Watch watch,
-                           LiveWorld world)
+LiveRecorder::LiveRecorder(EventRules::Options options, EventRules::Watch watch, LiveWorld world)
     : world_(std::move(world)),
-      clock_(std::move(calendar), counter_, book_),
+      zone_(world_.zone()),
+      clock_(tapcore::Calendar(zone_), counter_, book_),
       rules_(std::move(options), counter_, std::move(watch)) {}
 
 int LiveRecorder::run(EventSource& source) {
@@ -71,7 +71,10 @@ int LiveRecorder::listen(EventSource& source, const SignalQueue& signals) try {
 }
 
 void LiveRecorder::goTo(tapcore::Instant now) {
-    if (clock_.advance(now)) store();
+    if (!clock_.advance(now)) return;
+    store();
+    if (const std::string zone = world_.zone(); std::exchange(zone_, zone) != zone)
+        clock_.setCalendar(tapcore::Calendar(zone));
 }
 
 void LiveRecorder::store() {

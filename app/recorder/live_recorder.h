@@ -18,6 +18,7 @@ namespace tappora {
 /// What a recorder takes from the world around it.
 struct LiveWorld {
     std::function<tapcore::Instant()> now;
+    std::function<std::string()> zone;  ///< the time zone's name; asked for each minute
     DayBook::Write tryWrite;       ///< fails when another program is writing in the folder
     DayBook::Write write;          ///< waits for it
     std::function<void()> stored;  ///< called when counts were stored; throws nothing
@@ -33,8 +34,7 @@ struct LiveWorld {
 /// ends a pause. What fails to be stored stays, and is tried again with each minute.
 class LiveRecorder : private EventListener {
   public:
-    LiveRecorder(tapcore::Calendar calendar, EventRules::Options options, EventRules::Watch watch,
-                 LiveWorld world);
+    LiveRecorder(EventRules::Options options, EventRules::Watch watch, LiveWorld world);
 
     /// Listens to the source until a signal ends it, and stores what was counted; gives that signal. Failure
     /// when no keyboard of the source can be read, and when what was counted could not be stored in the end.
@@ -56,6 +56,7 @@ class LiveRecorder : private EventListener {
     std::string unstored() const;
 
     LiveWorld world_;
+    std::string zone_;
     tapcore::Counter counter_;
     DayBook book_;
     CountingClock clock_;

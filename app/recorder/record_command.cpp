@@ -68,20 +68,15 @@ EventRules::Options liveRulesFor(const RecordOptions& options, const Environment
     return rules;
 }
 
-/// The same environment at this moment.
-Environment atThisMoment(Environment environment) {
-    environment.now = hostEnvironment().now;
-    return environment;
-}
-
 /// On each new day, takes the finished ones into their months. What fails there is told, and stops nothing.
 class MonthKeeper {
   public:
     MonthKeeper(const FolderOptions& options, const Environment& environment)
-        : options_(options), environment_(environment), calendar_(environment.zone) {}
+        : options_(options), environment_(environment) {}
 
     void refresh(const tapcore::Store& store) {
-        const tapcore::Day now = today(options_, atThisMoment(environment_), calendar_);
+        const Environment current = atThisMoment(environment_);
+        const tapcore::Day now = today(options_, current, tapcore::Calendar(current.zone));
         if (std::exchange(refreshed_, now) == now) return;
         try {
             store.refreshRollups(now);
@@ -94,7 +89,6 @@ class MonthKeeper {
   private:
     FolderOptions options_;
     Environment environment_;
-    tapcore::Calendar calendar_;
     std::optional<tapcore::Day> refreshed_;
 };
 
@@ -209,9 +203,9 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
     ::prctl(PR_SET_DUMPABLE, 0);
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder recorder(tapcore::Calendar(environment.zone), liveRulesFor(options, environment),
-                          watchFor(options),
-                          {.now = [] { return hostEnvironment().now; },
+    LiveRecorder recorder(liveRulesFor(options, environment), watchFor(options),
+                          {.now = hostNow,
+                           .zone = tapcore::Calendar::hostZone,
                            .tryWrite = writerTo(store, options, environment, Wait::no),
                            .write = writerTo(store, options, environment, Wait::yes),
                            .stored = widgetUpdater(options.folder, environment),

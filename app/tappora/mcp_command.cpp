@@ -63,9 +63,9 @@ mcp::Offer offerOf(const FolderOptions& folder, const KeyboardOptions& options,
     tapcore::Store store = openStore(folder, environment);
     store.root = std::filesystem::absolute(store.root).lexically_normal();  // one prompt names it
     const auto keyboard = AssistantKeyboard::of(options, environment, store);
-    const auto day = [folder, zone = environment.zone] {
-        const Environment now = hostEnvironment();
-        return today(folder, now, tapcore::Calendar(zone));
+    const auto day = [folder, environment] {
+        const Environment current = atThisMoment(environment);
+        return today(folder, current, tapcore::Calendar(current.zone));
     };
     return {.tools = [=] { return assistantTools(store, keyboard, day()); },
             .prompt = [=] { return assistantPrompt(store, keyboard, std::nullopt); },

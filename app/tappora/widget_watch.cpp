@@ -99,16 +99,15 @@ class Printer {
 }  // namespace
 
 void watchSnapshot(const FolderOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
     Waits waits;
     Printer printer;
     watchAll(waits.folders, options, environment);
     printer.printNew(options, environment);
     while (true) {
-        Environment current = environment;
-        current.now = hostEnvironment().now;
+        Environment current = atThisMoment(environment);
+        const tapcore::Calendar calendar(current.zone);
         if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait()) break;
-        current.now = hostEnvironment().now;
+        current = atThisMoment(environment);
         watchAll(waits.folders, options, current);
         printer.tryPrintNew(options, current);
     }

@@ -50,6 +50,7 @@ void press(EventListener& listener) { listener.happened(1, KeyEvent{KEY_A, KeyEv
 struct World {
     const tapcore::Calendar calendar{"UTC"};
     tapcore::Instant now = momentOf("2026-09-20T23:57:30", calendar).value();
+    std::string zone = "UTC";
     bool isFull = false;
     std::vector<std::string> told;
     std::vector<std::string> stored;  ///< "DAY PRESSES PAUSED"
@@ -61,8 +62,9 @@ struct World {
             stored.push_back(day.description() + " " + std::to_string(counts.tally.total()) + " " +
                              std::to_string(counts.pausedMinutes));
         };
-        LiveRecorder recorder(calendar, {}, {},
+        LiveRecorder recorder({}, {},
                               {.now = [this] { return now; },
+                               .zone = [this] { return zone; },
                                .tryWrite = write,
                                .write = write,
                                .stored = [this] { ++updates; },
@@ -86,6 +88,13 @@ TEST(LiveRecorder, StoresEachMinuteAndWhatIsLeftAtTheEnd) {
     EXPECT_THAT(world.stored, ElementsAre("2026-09-20 2 0", "2026-09-20 1 0", "2026-09-21 1 0"));
     EXPECT_EQ(world.updates, 3);
     EXPECT_THAT(world.told, ElementsAre("listening to A keyboard (/dev/input/event5)"));
+}
+
+TEST(LiveRecorder, CountsInTheZoneThatTheMachineIsSetTo) {
+    World world;
+    const auto travel = [&](EventListener&) { world.zone = "Asia/Tokyo"; };
+    world.run({plugKeyboard, press, travel, press, world.nextMinute(), press});
+    EXPECT_THAT(world.stored, ElementsAre("2026-09-20 2 0", "2026-09-21 1 0"));
 }
 
 TEST(LiveRecorder, KeepsWhatFailsToBeStoredAndSaysSoOnce) {
