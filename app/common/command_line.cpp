@@ -134,7 +134,9 @@ Option CommandSyntax::flag(const std::string& name, bool& value, const std::stri
 }
 
 Option CommandSyntax::flag(const std::string& name, std::optional<bool>& value, const std::string& help) {
-    return Option(app_->add_flag(name, value, help));
+    // CLI11 would take it for a counter, and set it to 0 at once.
+    const auto said = [&value](std::int64_t times) { value = times > 0; };
+    return Option(app_->add_flag_function(name, said, help));
 }
 
 Option CommandSyntax::flag(const std::string& name, std::function<void()> said, const std::string& help) {
