@@ -22,9 +22,8 @@ void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options) {
     addBoardCountsOptions(command, options, "the cells and the most pressed keys");
     const Option counts = command.flag("--counts", options.counts, "Write its presses on each key");
     command.flag("--percent", options.percent, "Write its share on each key").excludes(counts);
-    command.flag(
-        "--no-names", [&options] { options.names = false; },
-        "Leave keys blank that print no letter and no number");
+    command.flag("--names,!--no-names", options.names,
+                 "Show names and signs on keys too, or letters and numbers alone, whatever the folder says");
 }
 
 std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) const {
@@ -43,7 +42,8 @@ HeatmapView heatmapView(const HeatmapOptions& options, const Environment& enviro
     BoardCounts on = boardCounts(options, environment);
     tapcore::Heatmap heatmap(on.board, on.layout.legends, on.counts, on.leftOutCodes);
     const std::int64_t total = heatmap.total();
-    return {std::move(on), std::move(heatmap), total, amountOf(options), options.names};
+    const bool names = options.names.value_or(on.config.namedKeys);
+    return {std::move(on), std::move(heatmap), total, amountOf(options), names};
 }
 
 std::vector<std::string> notes(const HeatmapView& view) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +14,7 @@ namespace tappora {
 struct HeatmapOptions : BoardCountsOptions {
     bool counts = false;
     bool percent = false;
-    bool names = true;
+    std::optional<bool> names;  ///< nothing: as the data folder says
 };
 
 void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options);
@@ -25,7 +27,7 @@ struct HeatmapView : BoardCounts {
     tapcore::Heatmap heatmap;
     std::int64_t total = 0;  ///< the heat map's
     KeyAmount amount = KeyAmount::none;
-    bool names = true;  ///< whether keys show names and signs too, not only letters and numbers
+    bool names = false;  ///< whether keys show names and signs too, not only letters and numbers
 
     /// The lines on a key's cap.
     std::vector<std::string> face(const tapcore::Heatmap::Cell& cell) const;
