@@ -112,9 +112,13 @@ std::optional<XkbLayout> systemKeyboard(const SystemSources& sources) {
                                     valueOr(sources.variable("XKB_DEFAULT_VARIANT"))))
         return found;
     if (auto found = desktopKeyboard(sources)) return found;
+    const bool hasX = !valueOr(sources.variable("DISPLAY")).empty();
+    const bool hasWayland = !valueOr(sources.variable("WAYLAND_DISPLAY")).empty();
+    const auto askX = [&] { return xkbFromQuery(sources.output("setxkbmap -query")); };
+    if (hasX && !hasWayland)
+        if (auto found = askX()) return found;
     if (auto found = machineKeyboard(sources)) return found;
-    if (valueOr(sources.variable("DISPLAY")).empty()) return std::nullopt;
-    return xkbFromQuery(sources.output("setxkbmap -query"));
+    return hasX && hasWayland ? askX() : std::nullopt;
 }
 
 std::optional<std::string> inputSource(const XkbLayout& keyboard) { return find(inputSources, keyboard); }

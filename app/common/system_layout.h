@@ -21,8 +21,8 @@ struct SystemSources {
 SystemSources systemSources(const Environment& environment);
 
 /// The keyboard layout that the system is set to: by XKB_DEFAULT_LAYOUT, the desktop's own setting (GNOME's,
-/// KDE's), Xorg's configuration, /etc/default/keyboard or /etc/vconsole.conf, else by what the X server says.
-/// A program is asked only where no file has the answer: `gsettings` on GNOME, `setxkbmap` last.
+/// KDE's), what an X server has in force, Xorg's configuration, /etc/default/keyboard or /etc/vconsole.conf.
+/// Under Wayland, where the X server is a guest that may know better or not, it is asked last.
 std::optional<XkbLayout> systemKeyboard(const SystemSources& sources);
 
 /// The macOS input source that has the same legends ("com.apple.keylayout.German" for "de"), or nothing.

@@ -13,11 +13,13 @@ std::string firstOf(std::string_view list) {
     return std::string(trimmedWhiteSpace(list.substr(0, list.find(','))));
 }
 
-std::string_view unquoted(std::string_view value) {
-    value = trimmedWhiteSpace(value);
-    const bool isQuoted =
-        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
-    return isQuoted ? value.substr(1, value.size() - 2) : value;
+/// The value that a text starts with, without what may follow it, such as a comment.
+std::string_view unquoted(std::string_view text) {
+    text = trimmedWhiteSpace(text);
+    const bool isQuoted = text.starts_with('"') || text.starts_with('\'');
+    if (!isQuoted) return text.substr(0, text.find_first_of(" \t#"));
+    const auto end = text.find(text.front(), 1);
+    return text.substr(1, end == std::string_view::npos ? end : end - 1);
 }
 
 /// The part of a line behind its first word, when that is `name`: the word ends at `separator`.
