@@ -114,7 +114,7 @@ void requirePaintable(const Size& size, double scale) {
     if (width > 0 && height > 0 && width <= longestSide && height <= longestSide &&
         width * height <= mostPixels)
         return;
-    throw PaintError("a picture cannot have that size");
+    throw PaintError("too large or too small for this kind of picture");
 }
 
 }  // namespace

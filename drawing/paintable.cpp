@@ -6,7 +6,6 @@
 namespace drawing {
 
 bool isPaintable(std::span<const Point> points, const Transform& transform) {
-    constexpr double furthest = 1e6;
     return std::all_of(points.begin(), points.end(), [&](Point point) {
         const Point placed = transform(point);
         return std::abs(placed.x) <= furthest && std::abs(placed.y) <= furthest;

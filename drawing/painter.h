@@ -30,7 +30,7 @@ std::string png(const Picture& picture, const Appearance& appearance, double sca
 std::string pdf(const Picture& picture, const Appearance& appearance);
 
 /// An SVG file's text: the elements for assistive tools as title, desc and roles, and text as text. It is the
-/// same for the same picture and the same widths.
+/// same for the same picture and the same widths. A picture larger than the plane is not painted.
 std::string svg(const Picture& picture, const Appearance& appearance, const TextWidth& width);
 
 /// Measures with the system's fonts, which it looks up at the first question.

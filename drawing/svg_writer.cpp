@@ -82,6 +82,8 @@ class Writer {
     Writer(const Appearance& appearance, const TextWidth& width) : appearance_(appearance), width_(width) {}
 
     std::string document(const Picture& picture) {
+        if (!(picture.size.width <= furthest && picture.size.height <= furthest))
+            throw PaintError("too large: no picture is wider or higher than 1,000,000 points");
         const std::string width = svgNumber(picture.size.width);
         const std::string height = svgNumber(picture.size.height);
         const Stand stand = standOf(picture.content);

@@ -47,11 +47,19 @@ std::string topLine(const Heatmap& heatmap) {
     return line;
 }
 
+/// Instead of a board that has no place on a terminal.
+std::string notDrawn(const tapcore::Board::Rect& bounds) {
+    constexpr double most = 10'000;  // key units; no picture holds many more
+    const bool hasPicture = bounds.w <= most && bounds.h <= most;
+    return hasPicture ? "This board has no place here; -o FILE.svg draws it.\n"
+                      : "This board is too large to be drawn.\n";
+}
+
 std::string heatmapText(const HeatmapView& view, const Terminal& terminal) {
     std::string text = terminal.bold(title(view.board)) + "\n" +
                        terminal.faint(subtitle(view, view.total, terminal.unicode)) + "\n\n";
     const std::string board = heatBoard(view, terminal);
-    text += board.empty() ? "This board has no place here; -o FILE.svg draws it.\n" : board;
+    text += board.empty() ? notDrawn(view.board.bounds()) : board;
     text += "\n" + heatLegend(view, terminal);
     const std::string top = topLine(view.heatmap);
     if (!top.empty()) text += "\nMost pressed: " + top + "\n";

@@ -140,6 +140,8 @@ TEST(Painter, RefusesASizeNoPictureCanHave) {
     const Size sizes[] = {
         {0, 10}, {-1, 10}, {std::numeric_limits<double>::quiet_NaN(), 10}, {1e308, 1}, {20000, 20000}};
     for (const Size& size : sizes) EXPECT_THROW(png({size, group({})}, {}, 1), PaintError);
+    for (const double side : {1e308, 1e7, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_THROW(svg({{10, side}, group({})}, {}, {}), PaintError);
     EXPECT_EQ(Pixels(png({{1, 1}, square(0, 0, 5)}, {}, 0.01)).width(), 1);
 }
 
