@@ -88,7 +88,7 @@ std::string pressesText(std::int64_t count) { return grouped(count) + (count == 
 std::string percentText(std::int64_t count, std::int64_t total) {
     const double share = total == 0 ? 0 : static_cast<double>(count) * 100 / static_cast<double>(total);
     if (share > 0 && share < 0.05) return "<0.1 %";
-    return fmt::format("{:.{}f} %", share, share < 10 && share > 0 ? 1 : 0);
+    return fmt::format("{:.{}f} %", share, share < 9.95 && share > 0 ? 1 : 0);
 }
 
 }  // namespace tappora

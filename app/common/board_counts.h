@@ -59,7 +59,7 @@ std::optional<std::string> offBoardNote(std::int64_t presses);
 /// "1,234 presses", "1 press".
 std::string pressesText(std::int64_t count);
 
-/// "4.2 %", of a total; "0 %" when there is none.
+/// "4.2 %" or "42 %", of a total; "0 %" when there is none.
 std::string percentText(std::int64_t count, std::int64_t total);
 
 }  // namespace tappora

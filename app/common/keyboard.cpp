@@ -8,6 +8,7 @@
 #include "app/common/resources.h"
 #include "app/common/system_layout.h"
 #include "app/common/terminal.h"
+#include "core/foundation/characters.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/layout_index.h"
 
@@ -38,9 +39,14 @@ Board harmlessBoard(Board board) {
     return board;
 }
 
+/// A mark that combines with what stands before it gets the circle that Unicode has for it to stand on.
+std::string harmlessLegend(const std::string& legend) {
+    return (tapcore::isMark(legend) ? "◌" : "") + harmlessLine(legend);
+}
+
 tapcore::Legends harmlessLegends(tapcore::Legends legends) {
     for (auto& [code, legend] : legends)
-        for (std::string& text : legend) text = harmlessLine(text);
+        for (std::string& text : legend) text = harmlessLegend(text);
     return legends;
 }
 

@@ -29,7 +29,7 @@ void addLayoutOption(CommandSyntax& command, KeyboardOptions& options);
 struct LegendSet {
     std::string id;
     std::string name;
-    tapcore::Legends legends;  ///< those of its bases included
+    tapcore::Legends legends;  ///< as they are shown, those of its bases included
 };
 
 /// Where boards and layouts are looked for: among the user's own and those that come with the program. Only

@@ -52,12 +52,11 @@ struct Columns {
 
 /// 1234 as "1.2k", 1234567 as "1.2M".
 std::string shortCount(std::int64_t count) {
-    const auto scaled = [&](double by, char sign) {
-        const double value = static_cast<double>(count) / by;
-        return fmt::format("{:.{}f}{}", value, value < 9.95 ? 1 : 0, sign);
-    };
     if (count < 1000) return std::to_string(count);
-    return count < 999500 ? scaled(1e3, 'k') : scaled(1e6, 'M');
+    auto value = static_cast<double>(count);
+    const char* sign = " kMGTPE";
+    for (; value >= 999.5; value /= 1000) ++sign;
+    return fmt::format("{:.{}f}{}", value, value < 9.95 ? 1 : 0, *sign);
 }
 
 /// A name that is too long for its key: of two words the first cut short, and the initial of the last
