@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
+#include <vector>
 
 namespace tapcore {
 namespace {
@@ -20,6 +22,17 @@ TEST(HeatRamp, HotterIsDarkerInLightAndBrighterInDarkAppearance) {
     EXPECT_EQ(HeatRamp::hsb(2, true, true, MapColor::amber)->b, 1.15 * (0.4 * 0.78) + 0.22);
     for (std::int64_t step = 1; step <= 5; ++step)
         EXPECT_EQ(HeatRamp::hsb(step, false, false, MapColor::graphite)->s, 0);
+}
+
+TEST(MapColor, HasItsWordHueAndSaturation) {
+    const std::vector<std::tuple<std::string_view, double, double>> table = {
+        {"amber", 0.08, 1}, {"rust", 0.02, 1},    {"gold", 0.12, 1},    {"green", 0.36, 0.8},
+        {"teal", 0.5, .85}, {"blue", 0.62, 0.85}, {"purple", 0.78, .7}, {"graphite", 0.6, 0}};
+    std::vector<std::tuple<std::string_view, double, double>> colors;
+    for (const MapColor color : MapColor::allCases)
+        colors.emplace_back(color.id(), color.hue(), color.saturation());
+    EXPECT_EQ(colors, table);
+    EXPECT_EQ(MapColor(), MapColor::rust);
 }
 
 TEST(HeatRamp, TurnsEachSectorOfTheHueCircleIntoItsColours) {
