@@ -44,20 +44,6 @@ bool holds(const FileCopy& copy, const std::vector<std::string_view>& cells) {
            cells[0] == digest(copy.file.text);
 }
 
-/// Marks the copies that the note in the folder says are merged into another one.
-void markSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
-    const FileRead note = readFile(notePath(folder, name));
-    if (note.status != FileRead::Status::read) return;
-    TableReader reader(note.text);
-    if (!reader.next() || !reader.next()) return;
-    const auto isHeld = [&](const FileCopy& copy) { return holds(copy, reader.cells()); };
-    const auto merged = std::find_if(copies.begin(), copies.end(), isHeld);
-    if (merged == copies.end()) return;
-    while (reader.next())
-        for (FileCopy& copy : copies)
-            if (&copy != &*merged && holds(copy, reader.cells())) copy.isSuperseded = true;
-}
-
 void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
     const auto stale = std::stable_partition(copies.begin(), copies.end(),
                                              [](const FileCopy& copy) { return !copy.isSuperseded; });
@@ -87,6 +73,17 @@ std::string mergingNote(const fs::path& target, std::string_view merged,
     return note;
 }
 
+void markSuperseded(std::vector<FileCopy>& copies, std::string_view note) {
+    TableReader reader(note);
+    if (!reader.next() || !reader.next()) return;
+    const auto isHeld = [&](const FileCopy& copy) { return holds(copy, reader.cells()); };
+    const auto merged = std::find_if(copies.begin(), copies.end(), isHeld);
+    if (merged == copies.end()) return;
+    while (reader.next())
+        for (FileCopy& copy : copies)
+            if (&copy != &*merged && holds(copy, reader.cells())) copy.isSuperseded = true;
+}
+
 std::string copyName(std::string_view name, std::string_view extension) {
     return std::string(name).append(".").append(extension);
 }
@@ -102,7 +99,7 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
         else copies.push_back({std::move(path), std::move(file), false});
     }
-    if (copies.size() > 1) markSuperseded(copies, folder, name);
+    if (copies.size() > 1) markSuperseded(copies, readStoredFile(notePath(folder, name)).text);
     return copies;
 }
 

@@ -69,4 +69,7 @@ bool isKeptDayName(std::string_view name);
 std::string mergingNote(const std::filesystem::path& target, std::string_view merged,
                         const std::vector<FileCopy>& copies);
 
+/// Marks the copies that such a note says are merged into another one; none by a text that is no note.
+void markSuperseded(std::vector<FileCopy>& copies, std::string_view note);
+
 }  // namespace tapcore

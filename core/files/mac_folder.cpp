@@ -42,11 +42,6 @@ std::string freeName(const fs::path& root, const std::string& wished) {
     return name;
 }
 
-void writeMark(const fs::path& folder, const Mark& mark) {
-    const json document = {{"id", mark.id}, {"name", mark.name}};
-    writeFile(folder / marker, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
-}
-
 /// The files of a folder and those below it, as paths relative to it; none when it cannot be listed.
 std::vector<fs::path> filesIn(const fs::path& folder) {
     std::vector<fs::path> files;
@@ -84,16 +79,23 @@ bool isSamePlace(const fs::path& a, const fs::path& b) {
 
 }  // namespace
 
+std::string Mark::text() const {
+    const json document = {{"id", id}, {"name", name}};
+    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
 std::optional<Mark> readMark(const fs::path& folder, std::string* why) {
     if (why) why->clear();
-    const FileRead file = readFile(folder / marker);
-    if (file.status == FileRead::Status::missing) return std::nullopt;
-    if (file.status == FileRead::Status::unreadable) {
-        if (why) *why = file.error.message();
-        return std::nullopt;
-    }
+    const FileRead file = readStoredFile(folder / marker);
+    if (file.status == FileRead::Status::read) return parseMark(file.text, why);
+    if (file.status == FileRead::Status::unreadable && why) *why = file.error.message();
+    return std::nullopt;
+}
+
+std::optional<Mark> parseMark(std::string_view text, std::string* why) {
+    if (why) why->clear();
     try {
-        const json document = JsonValue::parse(file.text);
+        const json document = JsonValue::parse(text);
         const JsonValue mark(document);
         return Mark{mark.member("id").string(), mark.member("name").string()};
     } catch (const JsonError& error) {
@@ -123,11 +125,11 @@ std::optional<std::string> find(const fs::path& root, std::string_view id) {
 std::string resolve(const fs::path& root, std::string_view id, std::string_view name) {
     if (auto known = find(root, id)) {
         if (readMark(root / *known)->name != name)
-            writeMark(root / *known, {std::string(id), std::string(name)});
+            writeFile(root / *known / marker, Mark{std::string(id), std::string(name)}.text());
         return *known;
     }
     std::string own = freeName(root, cut(sanitized(name), longestName));
-    writeMark(root / own, {std::string(id), std::string(name)});
+    writeFile(root / own / marker, Mark{std::string(id), std::string(name)}.text());
     return own;
 }
 
@@ -136,7 +138,7 @@ Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& prog
     if (Store(oldRoot, store.format).days().empty()) return Adoption::nothing;
     const fs::path note = store.base() / adoptingNote;
     const std::string from = fs::weakly_canonical(oldRoot).string();
-    if (!Store(store.base(), store.format).days().empty() && readFile(note).text != from)
+    if (!Store(store.base(), store.format).days().empty() && readStoredFile(note).text != from)
         return Adoption::holdsDays;
     writeFile(note, from);
     if (!copy(oldRoot, store.root, store.mac, progress)) return Adoption::interrupted;

@@ -22,12 +22,18 @@ struct Mark {
     std::string id;    ///< of the machine; stays for good
     std::string name;  ///< of the machine, as its user sees it
 
+    /// The marker's text.
+    std::string text() const;
+
     bool operator==(const Mark&) const = default;
 };
 
 /// What the marker in a folder says; nothing when there is none or it does not decode. `why`, when given,
 /// says in the latter case what is wrong, and is empty otherwise.
 std::optional<Mark> readMark(const std::filesystem::path& folder, std::string* why = nullptr);
+
+/// The same of a marker's text.
+std::optional<Mark> parseMark(std::string_view text, std::string* why = nullptr);
 
 /// A folder name made of a machine's name: "/" and ":" become "-", white space at the ends and leading dots
 /// go; "Mac" when nothing is left, " (Mac)" added to a name that the data folder needs itself, at most 60
