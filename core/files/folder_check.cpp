@@ -55,6 +55,22 @@ class FolderCheck {
             checkFiles(part, folder);
     }
 
+    /// Names the finished months that have days and no rollup; one with days that are still in iCloud Drive
+    /// cannot have one yet.
+    void checkMissingRollups(const Store& own) {
+        std::map<std::string, bool> isHere;
+        for (const ListedFile& file : dataFiles(own.base() / daysFolder)) {
+            if (!isDayName(file.name)) continue;
+            const std::string month = Day::parse(file.name)->monthName();
+            if (month < today_.monthName()) isHere.try_emplace(month, true).first->second &= file.isHere;
+        }
+        std::set<std::string> made;
+        for (ListedFile& file : dataFiles(own.base() / monthsFolder)) made.insert(std::move(file.name));
+        for (const auto& [month, canBeMade] : isHere)
+            if (canBeMade && !made.contains(month))
+                report(own.urlForMonth(month), "missing; tappora folder rollups makes it");
+    }
+
     FileProblems take() { return std::move(problems_); }
 
   private:
@@ -77,7 +93,7 @@ class FolderCheck {
     }
 
     void checkFile(const fs::path& path, std::string_view folder) {
-        const FileRead file = readFile(path);
+        const FileRead file = readStoredFile(path);
         if (file.status != FileRead::Status::read) return report(path, file.error.message());
         const std::size_t bad = firstInvalidUtf8(file.text);
         if (bad != std::string_view::npos) report(path, "not UTF-8 text", lineOf(file.text, bad));
@@ -117,6 +133,7 @@ FileProblems checkFolder(const Store& store, const Day& today, const SkippedRows
     check.checkSettings(store.root);
     for (const std::string& mac : store.macs()) check.checkMarker(store.root / mac);
     for (const Store& part : store.readParts()) check.checkPart(part);
+    if (store.mac || !Store::isShared(store.root)) check.checkMissingRollups(store);
     return check.take();
 }
 

@@ -92,7 +92,7 @@ std::string FolderConfig::text() const {
 
 FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
     say(why, "");
-    const FileRead file = readFile(url(root));
+    const FileRead file = readStoredFile(url(root));
     if (file.status == FileRead::Status::read) return parse(file.text, why);
     if (file.status == FileRead::Status::unreadable) say(why, file.error.message());
     return {};

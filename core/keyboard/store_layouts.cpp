@@ -19,6 +19,11 @@ void report(FileProblems* problems, const fs::path& path, std::string why) {
 
 /// The layout of a file whose name is its id. A saved layout thus finds no other file with its id beside it.
 std::optional<Layout> readOwnLayout(const fs::path& path, FileProblems* problems) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(path, ignored)) {
+        report(problems, path, "not a file");
+        return std::nullopt;
+    }
     try {
         Layout layout = Catalog::readLayout(path);
         if (layout.id == path.stem().string()) return layout;

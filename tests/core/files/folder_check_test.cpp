@@ -1,7 +1,10 @@
 #include "core/files/folder_check.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
+#include "core/files/mac_folder.h"
+#include "core/keyboard/layout.h"
 #include "core/practice/practice_day.h"
 #include "tests/support/temporary_folder.h"
 
@@ -29,8 +32,9 @@ TEST(FolderCheck, IsSilentWhenAllIsWell) {
     const Store store(folder.path(), FileFormat::org);
     Tally tally;
     tally.add(KeyCode{0}, 9, 1);
-    store.add(tally, 1, 1, "planck", "us", {2026, 9, 20});
-    store.refreshRollups(today);
+    for (const Day& day : {Day{2026, 8, 31}, Day{2026, 9, 20}}) store.add(tally, 1, 1, "planck", "us", day);
+    store.refreshRollups({2026, 9, 1});
+    folder.put("days/.2026-07-31.org.icloud", "");
     folder.put("days/.2026-09-30.org.icloud", "");
     EXPECT_THAT(findings(folder, store), testing::IsEmpty());
 }
@@ -47,6 +51,8 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
     folder.put("A/days/2026-09-20.sync-conflict-20260921-1.md", "");
     folder.put("A/days/2026-09-20 (conflicted copy).md", "");
     folder.put("A/days/notes.md", "");
+    folder.put("A/days/2026-07-31.md", "");
+    folder.put("B/days/2026-07-31.md", "");
     folder.put("A/days/picture.png", "");
     folder.put("A/months/2026-09.org", "* Days\n| 2026-09-19 | 1 | 1 | 1 |\n");
     folder.put("A/months/September.org", "");
@@ -78,7 +84,28 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "practice/2026-09-20 as it was.md: kept as it was before its lines that could not be read "
                   "were left out",
                   "practice/2026-09-20.md:3: left out: the letter is not one character",
-                  "practice/today.md: the name is no date; it is not counted"));
+                  "practice/today.md: the name is no date; it is not counted",
+                  "A/months/2026-07.org: missing; tappora folder rollups makes it"));
+}
+
+TEST(FolderCheck, WaitsForNoPipe) {
+    const TemporaryFolder folder;
+    const char* const pipes[] = {".keys/config.json", "A/.keys-mac", "days/2026-09-20.org",
+                                 "days/.2026-09-19.merging", ".keys/layouts/x.json"};
+    for (const char* pipe : pipes) {
+        makeFolders((folder / pipe).parent_path());
+        ASSERT_EQ(::mkfifo((folder / pipe).c_str(), 0600), 0);
+    }
+    for (const char* day : {"days/2026-09-19.org", "days/2026-09-19.md"}) folder.put(day, "* Keys\n| 9 | 0 | 5 |\n");
+    const Store store(folder.path(), FileFormat::org);
+    EXPECT_THAT(findings(folder, store),
+                testing::ElementsAre(".keys/config.json: Operation not supported; the defaults are used",
+                                     "A/.keys-mac: Operation not supported",
+                                     "days/2026-09-19.org: stands beside another format of the same",
+                                     "days/2026-09-20.org: Operation not supported"));
+    EXPECT_EQ(store.read({2026, 9, 19}).tally.total(), 10);
+    EXPECT_EQ(MacFolder::find(folder.path(), "x"), std::nullopt);
+    EXPECT_THAT(store.ownLayouts(), testing::IsEmpty());
 }
 
 }  // namespace
