@@ -24,9 +24,18 @@ namespace fs = std::filesystem;
 //     | 60303ae22b998861 | 2026-09-20.org |    each text it holds
 
 constexpr std::string_view keptMark = " as it was";
+constexpr std::string_view noteEnding = ".merging";
 
 fs::path notePath(const fs::path& folder, std::string_view name) {
-    return folder / ("." + std::string(name) + ".merging");
+    return folder / ("." + std::string(name).append(noteEnding));
+}
+
+bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
+    const auto& known = FileFormat::knownExtensions;
+    return std::count_if(known.begin(), known.end(), [&](std::string_view extension) {
+               const fs::path path = folder / copyName(name, extension);
+               return isThere(path) || isThere(cloudPlaceholder(path));
+           }) > 1;
 }
 
 std::string digest(std::string_view text) {
@@ -179,14 +188,21 @@ void replaceCopies(const fs::path& folder, std::string_view name, FileFormat for
     const fs::path target = folder / copyName(name, format.fileExtension());
     std::vector<FileCopy> merged = copies;
     removeSuperseded(merged, folder, name);
-    if (merged.empty() || (merged.size() == 1 && merged[0].path == target)) {
-        writeFile(target, text);
-    } else if (merged.size() == 1) {
-        // The text does not depend on the name's ending for being read, so one rename of each is enough.
-        writeFile(merged[0].path, text);
-        renameFile(merged[0].path, target);
-    } else {
-        mergeUnderNote(folder, name, target, text, merged);
+    if (merged.size() > 1) return mergeUnderNote(folder, name, target, text, merged);
+    // The text does not depend on the name's ending for being read, so one rename of each is enough.
+    const fs::path written = merged.empty() ? target : merged[0].path;
+    writeFile(written, text);
+    if (written != target) renameFile(written, target);
+    removeFile(notePath(folder, name));  // of a merge that was interrupted when all but that was done
+}
+
+void removeOldNotes(const fs::path& folder) {
+    for (const std::string& file : namesIn(folder)) {
+        if (!file.starts_with('.') || !file.ends_with(noteEnding)) continue;
+        const std::string name = file.substr(1, file.size() - 1 - noteEnding.size());
+        if (hasSeveralCopies(folder, name)) continue;
+        flushFolder(folder);  // as in merging
+        removeFile(folder / file);
     }
 }
 

@@ -64,6 +64,10 @@ void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& lef
 /// Whether a file's name, without extension, is one under which a day's copy is kept.
 bool isKeptDayName(std::string_view name);
 
+/// Removes what `replaceCopies`, interrupted when it was all but done, left in a folder: notes about copies
+/// that are one by now. Throws filesystem_error with the path.
+void removeOldNotes(const std::filesystem::path& folder);
+
 /// What `replaceCopies` writes beside the copies while it merges several of them: the hidden note
 /// "NAME.merging", by which `readCopies` tells, after a crash, which of them already stand in `merged`.
 std::string mergingNote(const std::filesystem::path& target, std::string_view merged,

@@ -80,6 +80,7 @@ bool Store::convert(const Progress& progress) const {
         if (!goesOn(progress, done, files.size())) return false;
         convertFile(files[done].first, files[done].second);
     }
+    for (const std::string_view folder : dataFolders) removeOldNotes(base() / folder);
     return true;
 }
 
