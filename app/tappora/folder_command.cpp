@@ -79,12 +79,16 @@ void perform(const std::string& name, const Wish& wish, const Environment& envir
 void folderCommand(CommandLine& line, const Environment& environment) {
     Wish wish;
     line.describe("The data folder: where it is, and its care.", "tappora folder check");
+    line.flag("--json", wish.json, "Print it as JSON");
     addFolderOptions(line, wish.folder);
     declarePlaces(line, wish);
     declareCare(line, wish);
     line.parse();
     const std::string chosen = line.chosenTask();
-    perform(chosen.empty() ? "show" : chosen, wish, environment);
+    const std::string name = chosen.empty() ? "show" : chosen;
+    if (wish.json && name != "show" && name != "check")
+        throw UsageError("folder " + name + ": --json: only show and check print data");
+    perform(name, wish, environment);
 }
 
 }  // namespace tappora
