@@ -41,8 +41,7 @@ TEST(DataFolder, TwoProcessesThatShareItAtOneMomentMakeOneSubfolder) {
     for (int round = 0; round < 20; ++round) {
         const tapcore::TemporaryFolder folder;
         std::filesystem::create_directory(folder / "data");
-        const auto environment = environmentWith({{"HOME", folder.path()},
-                                                  {"XDG_RUNTIME_DIR", folder.path()},
+        const auto environment = environmentWith({{"HOME", folder.path()}, {"XDG_RUNTIME_DIR", folder.path()},
                                                   {"TAPPORA_FOLDER", folder / "data"}});
         int gate[2];
         ASSERT_EQ(::pipe(gate), 0);

@@ -23,29 +23,28 @@ std::string keys(bool dark) {
 }
 
 TEST(HeatmapPicture, FillsKeysWithTheirColoursAndTellsOfEach) {
-    const std::string inMiddle = "font-weight=\"500\" text-anchor=\"middle\" ";
+    const auto key = [](const std::string& name, const std::string& said, const std::string& x,
+                        const std::string& cap, const std::string& texts) {
+        return "<g role=\"img\">\n<title>" + name + "</title>\n<desc>" + said +
+               "</desc>\n<g transform=\"translate(" + x + " -3.24)\">\n<path d=\"CAP\" " + cap + "/>\n" + texts +
+               "</g>\n</g>\n";
+    };
+    const auto text = [](const std::string& y, const std::string& font, const std::string& ink) {
+        return "<text x=\"27\" y=\"" + y + "\" font-size=\"" + font + " text-anchor=\"middle\" fill=\"" + ink +
+               "</text>\n";
+    };
+    const std::string face = "16.2\" font-weight=\"500\"";
     EXPECT_EQ(keys(false),
-              "<g role=\"img\">\n<title>A</title>\n<desc>1,234,567,890 presses, 100 %</desc>\n"
-              "<g transform=\"translate(-3.24 -3.24)\">\n"
-              "<path d=\"CAP\" fill=\"#6b1306\"/>\n"
-              "<text x=\"27\" y=\"26.06\" font-size=\"16.2\" " + inMiddle +
-              "fill=\"#ffffff\" fill-opacity=\"0.95\">A</text>\n"
-              "<text x=\"27\" y=\"38.17\" font-size=\"6.15\" style=\"font-variant-numeric:tabular-nums\" "
-              "text-anchor=\"middle\" fill=\"#ffffff\" fill-opacity=\"0.95\">1,234,567,890</text>\n"
-              "</g>\n</g>\n"
-              "<g role=\"img\">\n<title>S</title>\n<desc>0 presses, 0 %</desc>\n"
-              "<g transform=\"translate(50.76 -3.24)\">\n"
-              "<path d=\"CAP\" fill=\"#000000\" fill-opacity=\"0.09\"/>\n"
-              "<text x=\"27\" y=\"32.75\" font-size=\"16.2\" " + inMiddle +
-              "fill=\"#000000\" fill-opacity=\"0.6\">S</text>\n"
-              "</g>\n</g>\n"
-              "<g role=\"img\">\n<title>tab</title>\n<desc>5 presses, left out</desc>\n"
-              "<g transform=\"translate(104.76 -3.24)\">\n"
-              "<path d=\"CAP\" fill=\"none\" stroke=\"#000000\" stroke-opacity=\"0.3\" stroke-width=\"1\" "
-              "stroke-linecap=\"round\" stroke-linejoin=\"round\"/>\n"
-              "<text x=\"27\" y=\"32.75\" font-size=\"16.2\" " + inMiddle +
-              "fill=\"#000000\" fill-opacity=\"0.6\">⇥</text>\n"
-              "</g>\n</g>\n");
+              key("A", "1,234,567,890 presses, 100 %", "-3.24", "fill=\"#6b1306\"",
+                  text("26.06", face, "#ffffff\" fill-opacity=\"0.95\">A") +
+                      text("38.17", "6.15\" style=\"font-variant-numeric:tabular-nums\"",
+                           "#ffffff\" fill-opacity=\"0.95\">1,234,567,890")) +
+                  key("S", "0 presses, 0 %", "50.76", "fill=\"#000000\" fill-opacity=\"0.09\"",
+                      text("32.75", face, "#000000\" fill-opacity=\"0.6\">S")) +
+                  key("tab", "5 presses, left out", "104.76",
+                      "fill=\"none\" stroke=\"#000000\" stroke-opacity=\"0.3\" stroke-width=\"1\" "
+                      "stroke-linecap=\"round\" stroke-linejoin=\"round\"",
+                      text("32.75", face, "#000000\" fill-opacity=\"0.6\">⇥")));
     EXPECT_NE(keys(true).find("<path d=\"CAP\" fill=\"#ff3519\""), std::string::npos) << keys(true);
     EXPECT_NE(keys(true).find("fill=\"#000000\" fill-opacity=\"0.95\">A</text>"), std::string::npos);
 }

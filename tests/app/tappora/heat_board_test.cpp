@@ -16,9 +16,10 @@ std::string expected(const std::string& hot, const std::string& onHot, const std
         return "\033[0;38;" + colour + (on.empty() ? "" : ";48;" + on) + "m";
     };
     const std::string off = "\033[0m ";
-    return ground(hot) + " " + ink(onHot, hot) + "A" + ground(hot) + "  " + off + ground(cold) + "    \033[0m\n" +
-           ink(onHot, hot) + "1.2G" + off + ground(cold) + " " + ink(onCold, cold) + "S" + ground(cold) + "  " +
-           off + " ⇥\n" + ink(hot, "") + "▀▀▀▀" + off + ink(cold, "") + "▀▀▀▀\033[0m\n";
+    return ground(hot) + " " + ink(onHot, hot) + "A" + ground(hot) + "  " + off + ground(cold) +
+           "    \033[0m\n" + ink(onHot, hot) + "1.2G" + off + ground(cold) + " " + ink(onCold, cold) + "S" +
+           ground(cold) + "  " + off + " ⇥\n" + ink(hot, "") + "▀▀▀▀" + off + ink(cold, "") +
+           "▀▀▀▀\033[0m\n";
 }
 
 TEST(HeatBoard, FillsKeysWithTheirColoursAndWritesInTheInkThatStandsOut) {

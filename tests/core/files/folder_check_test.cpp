@@ -96,7 +96,8 @@ TEST(FolderCheck, WaitsForNoPipe) {
         makeFolders((folder / pipe).parent_path());
         ASSERT_EQ(::mkfifo((folder / pipe).c_str(), 0600), 0);
     }
-    for (const char* day : {"days/2026-09-19.org", "days/2026-09-19.md"}) folder.put(day, "* Keys\n| 9 | 0 | 5 |\n");
+    for (const char* day : {"days/2026-09-19.org", "days/2026-09-19.md"})
+        folder.put(day, "* Keys\n| 9 | 0 | 5 |\n");
     const Store store(folder.path(), FileFormat::org);
     EXPECT_THAT(findings(folder, store),
                 testing::ElementsAre(".keys/config.json: Operation not supported; the defaults are used",
