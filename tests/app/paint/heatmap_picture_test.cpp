@@ -26,12 +26,12 @@ TEST(HeatmapPicture, FillsKeysWithTheirColoursAndTellsOfEach) {
     const auto key = [](const std::string& name, const std::string& said, const std::string& x,
                         const std::string& cap, const std::string& texts) {
         return "<g role=\"img\">\n<title>" + name + "</title>\n<desc>" + said +
-               "</desc>\n<g transform=\"translate(" + x + " -3.24)\">\n<path d=\"CAP\" " + cap + "/>\n" + texts +
-               "</g>\n</g>\n";
+               "</desc>\n<g transform=\"translate(" + x + " -3.24)\">\n<path d=\"CAP\" " + cap + "/>\n" +
+               texts + "</g>\n</g>\n";
     };
     const auto text = [](const std::string& y, const std::string& font, const std::string& ink) {
-        return "<text x=\"27\" y=\"" + y + "\" font-size=\"" + font + " text-anchor=\"middle\" fill=\"" + ink +
-               "</text>\n";
+        return "<text x=\"27\" y=\"" + y + "\" font-size=\"" + font +
+               " text-anchor=\"middle\" fill=\"" + ink + "</text>\n";
     };
     const std::string face = "16.2\" font-weight=\"500\"";
     EXPECT_EQ(keys(false),

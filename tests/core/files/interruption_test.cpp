@@ -137,7 +137,8 @@ TEST(Interruption, KilledConversionsAndResetsLoseNothingAndAreFinishedByTheNext)
                 kill(child, SIGKILL);
             }
             waitpid(child, nullptr, 0);
-            if (round == 0) longest = (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1);
+            const auto taken = std::chrono::steady_clock::now() - start;
+            if (round == 0) longest = taken / std::chrono::microseconds(1);
             for (const auto& [number, counts] : countsOf(store))
                 EXPECT_TRUE(counts == whole.at(number) || counts == done.at(number)) << number;
             run(store);
