@@ -86,7 +86,7 @@ std::string chooseModel(const AskOptions& options, const ProviderLine& line) {
 }
 
 void announce(const ProviderAccess& access, const std::string& model) {
-    fmt::print(stderr, "Asking {} ({})\n", harmless(model), access.base);
+    fmt::print(stderr, "Asking {} ({})\n", harmlessLine(model), access.base);
 }
 
 /// What ends a question but not a conversation, as text; nothing for anything else.
@@ -119,11 +119,11 @@ void answer(const Conversation& with, Turns turns, const std::string& question, 
     turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     Answer got;
     if (const auto problem = attempt([&] { got = with.session.ask(with.line, with.model, turns); }))
-        throw Failure("ask", harmless(*problem));
+        throw Failure("ask", harmlessLine(*problem));
     printAnswer(got, with.environment);
     if (isKept && !got.text.empty()) with.session.keep(question, got);
     printUsage(got);
-    if (!got.problem.empty()) throw Failure("ask", harmless(got.problem));
+    if (!got.problem.empty()) throw Failure("ask", harmlessLine(got.problem));
     offerLesson(got.text, with.options.folder, with.environment);
 }
 
@@ -180,9 +180,9 @@ void listModels(const std::vector<ProviderLine>& lines) {
     for (const ProviderLine& line : lines) {
         std::vector<std::string> models;
         if (const auto problem = attempt([&] { models = line.models(); }))
-            throw Failure("ask", harmless(*problem));
+            throw Failure("ask", harmlessLine(*problem));
         if (lines.size() > 1) fmt::print(stderr, "{}\n", line.access().base);
-        for (const std::string& model : models) print(harmless(model) + "\n");
+        for (const std::string& model : models) print(harmlessLine(model) + "\n");
         std::fflush(stdout);
     }
 }
@@ -206,7 +206,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
     const AssistantSession session(options, environment);
     std::string model;
     if (const auto problem = attempt([&] { model = chooseModel(options, provider); }))
-        throw Failure("ask", harmless(*problem));
+        throw Failure("ask", harmlessLine(*problem));
     if (options.startsAnew && !options.shows) session.shelve();
     const bool isKept = options.goesOn || options.startsAnew;
     const Turns turns = isKept && !options.startsAnew ? session.conversation().turns : Turns();

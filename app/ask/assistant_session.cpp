@@ -4,7 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/ask/terminal_text.h"
+#include "app/common/terminal.h"
+#include "core/assistant/tool_text.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -57,10 +58,10 @@ std::vector<ProviderAccess> local(const AskOptions& options, bool looksAround,
 }
 
 void printCall(const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
-    std::string arguments;
-    for (const auto& [name, value] : call.arguments) arguments += fmt::format(" {}={}", name, value);
-    complain(harmless(fmt::format("{}{}: {} characters{}", call.name, arguments,
-                                  tapcore::characterCount(output.text), output.isError ? ", an error" : "")));
+    std::string text = call.name;
+    for (const auto& [name, value] : call.arguments) text += fmt::format(" {}={}", name, value);
+    complain(fmt::format("{}: {} characters{}", harmlessLine(tapcore::shortened(text)),
+                         tapcore::characterCount(output.text), output.isError ? ", an error" : ""));
 }
 
 }  // namespace
@@ -99,7 +100,9 @@ std::unique_ptr<tapcore::Dialogue> AssistantSession::dialogue(Provider provider,
 
 void AssistantSession::show(const ProviderAccess& access, const std::string& model,
                             const Turns& turns) const {
-    print(access.shown(access.question(model, dialogue(access.provider, model, turns)->request())));
+    const std::string text =
+        access.shown(access.question(model, dialogue(access.provider, model, turns)->request()));
+    print(environment_.onTerminal ? harmless(text) : text);
 }
 
 Answer AssistantSession::ask(const ProviderLine& line, const std::string& model, const Turns& turns) const {

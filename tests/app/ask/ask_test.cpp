@@ -31,7 +31,7 @@ json chat(json message, std::string_view finish = "stop") {
 }
 const char* const listDays = R"([{"type":"thinking","thinking":"","signature":"s"},
     {"type":"tool_use","id":"t1","name":"read_file","input":{"path":"days/2026-09-20.md"}},
-    {"type":"tool_use","id":"t2","name":"list_files","input":{"folder":"weeks"}}])";
+    {"type":"tool_use","id":"t2","name":"list_files","input":{"folder":"weeks\n\u009b"}}])";
 
 /// A question put by the program itself, to a server of the test's own.
 class Ask : public testing::Test {
@@ -84,7 +84,7 @@ TEST_F(Ask, RunsTheToolsThatClaudeAsksForAndPrintsItsAnswer) {
               0);
     EXPECT_EQ(program->output(), "**90** keys.[2J\n");
     EXPECT_THAT(program->errors(), HasSubstr("read_file path=days/2026-09-20.md: 23 characters\n"));
-    EXPECT_THAT(program->errors(), HasSubstr("list_files folder=weeks: 61 characters, an error\n"));
+    EXPECT_THAT(program->errors(), HasSubstr("list_files folder=weeks : 63 characters, an error\n"));
     EXPECT_THAT(program->errors(), HasSubstr("20 tokens read, 4 written; of 150,000 and 12,000\n"));
     ASSERT_THAT(server->requests(), SizeIs(2));
     EXPECT_THAT(server->requests()[0].head, HasSubstr("POST /v1/messages HTTP/1.1\r\n"));
@@ -137,7 +137,7 @@ TEST_F(Ask, AsksALocalServerWithoutAKeyAndEndsWithItsLastStep) {
 TEST_F(Ask, FindsTheServersOfThisMachineAndTheirModels) {
     environment.erase("ANTHROPIC_API_KEY");
     environment.erase("OPENAI_API_KEY");
-    const LoopbackServer::Reply listing = {R"({"data":[{"id":"qwen"},{"id":"llama"}]})"};
+    const LoopbackServer::Reply listing = {R"({"data":[{"id":"qwen"},{"id":"lla\nma\u202e"}]})"};
     LoopbackServer other({{"<html>"}, {"<html>"}, {"<html>"}}, 11434);
     LoopbackServer empty({{R"({"data":null})"}, {R"({"data":null})"}, {R"({"data":null})"}}, 1234);
     LoopbackServer full({listing, listing, {chat({{"content", "Hi."}}).dump()}, listing, listing}, 8080);
@@ -146,7 +146,7 @@ TEST_F(Ask, FindsTheServersOfThisMachineAndTheirModels) {
     EXPECT_EQ(program->output(), "Hi.\n");
     EXPECT_THAT(program->errors(), HasSubstr("Asking qwen (http://localhost:8080/v1)\n"));
     EXPECT_EQ(ask({"--models", "--provider", "local"}), 0);
-    EXPECT_EQ(program->output(), "qwen\nllama\n");
+    EXPECT_EQ(program->output(), "qwen\nlla ma\n");
     EXPECT_EQ(program->errors(), "http://localhost:8080/v1\nhttp://localhost:1234/v1\n");
 }
 
@@ -168,6 +168,7 @@ TEST_F(Ask, SaysWhatWentWrongInWords) {
         {{R"({"error":{"message":"bad key secret-claude"}})", 401}, "The provider did not accept the key."},
         {{R"({"error":{"message":"x"}})", 429}, "Too many requests for now"},
         {{R"({"error":{"message":"no model of secret-claude"}})", 404}, "ask: no model of (your key)\n"},
+        {{R"({"error":{"message":"no\nmodel\u009b"}})", 404}, "ask: no model\n"},
         {{"<html>", 418}, "ask: HTTP status 418\n"},
         {{R"({"error":"no such path"})", 200}, "ask: no such path\n"},
         {{"<html>", 200}, "ask: a reply of unknown shape: "},
