@@ -45,6 +45,8 @@ void declare(CommandLine& line, AskOptions& options) {
     line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
     addFolderOptions(line, options.folder);
     line.parse();
+    if (options.url && !isAddress(*options.url))
+        throw UsageError("--url: no address such as https://HOST/v1");
     if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
         throw UsageError(
             fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
@@ -86,7 +88,7 @@ std::string chooseModel(const AskOptions& options, const ProviderLine& line) {
 }
 
 void announce(const ProviderAccess& access, const std::string& model) {
-    fmt::print(stderr, "Asking {} ({})\n", harmlessLine(model), access.base);
+    fmt::print(stderr, "Asking {} ({})\n", harmlessLine(model), shownAddress(access.base));
 }
 
 /// What ends a question but not a conversation, as text; nothing for anything else.
@@ -181,7 +183,7 @@ void listModels(const std::vector<ProviderLine>& lines) {
         std::vector<std::string> models;
         if (const auto problem = attempt([&] { models = line.models(); }))
             throw Failure("ask", harmlessLine(*problem));
-        if (lines.size() > 1) fmt::print(stderr, "{}\n", line.access().base);
+        if (lines.size() > 1) fmt::print(stderr, "{}\n", shownAddress(line.access().base));
         for (const std::string& model : models) print(harmlessLine(model) + "\n");
         std::fflush(stdout);
     }

@@ -14,11 +14,6 @@ namespace {
 namespace wire = tapcore::AssistantWire;
 using Turns = std::vector<tapcore::ChatFile::Turn>;
 
-std::string withoutSlash(std::string url) {
-    while (url.ends_with('/')) url.pop_back();
-    return url;
-}
-
 Provider parseProvider(const std::string& name) {
     const auto provider = wire::providers.find(name);
     if (!provider)
@@ -36,7 +31,7 @@ ProviderAccess withKey(Provider provider, const AskOptions& options, const Envir
                       fmt::format("no key; set {} or put it into {}.key beside the settings",
                                   provider == Provider::claude ? "ANTHROPIC_API_KEY" : "OPENAI_API_KEY",
                                   wire::providers.of(provider)));
-    return {provider, withoutSlash(options.url.value_or(std::string(usual))), key.value_or("none")};
+    return {provider, options.url.value_or(std::string(usual)), key.value_or("none")};
 }
 
 std::vector<ProviderAccess> foundHere(const AskOptions& options, const std::function<bool()>& isStopped) {
@@ -49,8 +44,7 @@ std::vector<ProviderAccess> foundHere(const AskOptions& options, const std::func
 std::vector<ProviderAccess> local(const AskOptions& options, bool looksAround,
                                   const std::function<bool()>& isStopped) {
     if (options.url || !looksAround)
-        return {
-            {Provider::local, withoutSlash(options.url.value_or(std::string(wire::localAddresses[0]))), ""}};
+        return {{Provider::local, options.url.value_or(std::string(wire::localAddresses[0])), ""}};
     auto found = foundHere(options, isStopped);
     if (found.empty())
         throw Failure("local", "no server answers on port 11434, 1234 or 8080; name one with --url");

@@ -61,15 +61,15 @@ void requirePrivate(const std::filesystem::path& file) {
 
 HttpRequest ProviderAccess::question(const std::string& model, const json& body) const {
     const char* const path = provider == Provider::claude ? "/messages" : "/chat/completions";
-    return {base + path, keyHeaders(*this, model), body.dump()};
+    return {addressUnder(base, path), keyHeaders(*this, model), body.dump()};
 }
 
 HttpRequest ProviderAccess::modelListing() const {
-    return {base + "/models", keyHeaders(*this, ""), std::nullopt};
+    return {addressUnder(base, "/models"), keyHeaders(*this, ""), std::nullopt};
 }
 
 std::string ProviderAccess::shown(const HttpRequest& request) const {
-    std::string text = (request.body ? "POST " : "GET ") + request.url + "\n";
+    std::string text = (request.body ? "POST " : "GET ") + shownAddress(request.url) + "\n";
     for (const auto& [name, value] : request.headers) text += name + ": " + without(value, key) + "\n";
     if (request.body) text += "content-type: application/json\n\n" + *request.body + "\n";
     return text;

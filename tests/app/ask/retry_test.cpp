@@ -46,6 +46,25 @@ TEST(Http, KnowsThisMachineByItsNames) {
         EXPECT_FALSE(isLoopback(url)) << url;
 }
 
+TEST(Http, PrintsNothingSecretOfAnAddress) {
+    const struct {
+        const char* base;
+        const char* below;
+        const char* shown;
+    } cases[] = {
+        {"http://localhost:1/v1//", "http://localhost:1/v1/models", "http://localhost:1/v1/models"},
+        {"https://a.example/v1?key=s#x", "https://a.example/v1/models?key=s#x", "https://a.example/v1/models?…"},
+        {"https://ann:s@a.example", "https://ann:s@a.example/models", "https://…@a.example/models"},
+        {"https:/:s@a.example:8/v1/", "https:/:s@a.example:8/v1/models", "https://…@a.example:8/v1/models"},
+    };
+    for (const auto& [base, below, shown] : cases) {
+        EXPECT_EQ(addressUnder(base, "/models"), below);
+        EXPECT_EQ(shownAddress(below), shown);
+    }
+    for (const char* no : {"", "localhost:1/v1", "ann:s@a.example", "https://", "https://ann:s/t@a.example"})
+        EXPECT_FALSE(isAddress(no)) << no;
+}
+
 TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
     const std::string markdown =
         "## Your week\n\nYou typed **much more than** usual, see [the day](days/a.md).\n"
