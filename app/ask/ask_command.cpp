@@ -10,6 +10,7 @@
 #include "app/ask/interruption.h"
 #include "app/ask/lesson_offer.h"
 #include "app/ask/terminal_text.h"
+#include "app/common/assistant.h"
 #include "app/common/command_line.h"
 #include "app/common/language.h"
 #include "core/assistant/ask_starters.h"
@@ -23,6 +24,20 @@ namespace {
 using Turns = std::vector<tapcore::ChatFile::Turn>;
 
 constexpr double longestTimeout = 86400;
+
+/// UsageError for what no question can be put with.
+void check(const AskOptions& options) {
+    requireUtf8("QUESTION", options.question);
+    requireUtf8("--model", options.model);
+    requireUtf8("--language", options.language);
+    if (options.question && tapcore::trimmedWhiteSpace(*options.question).empty())
+        throw UsageError("QUESTION: empty");
+    if (options.url && !isAddress(*options.url))
+        throw UsageError("--url: no address such as https://HOST/v1");
+    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
+        throw UsageError(
+            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
+}
 
 void declare(CommandLine& line, AskOptions& options) {
     line.describe(
@@ -45,11 +60,7 @@ void declare(CommandLine& line, AskOptions& options) {
     line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
     addFolderOptions(line, options.folder);
     line.parse();
-    if (options.url && !isAddress(*options.url))
-        throw UsageError("--url: no address such as https://HOST/v1");
-    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
-        throw UsageError(
-            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
+    check(options);
 }
 
 HttpLimits limitsOf(const AskOptions& options) {
@@ -214,8 +225,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
     const Turns turns = isKept && !options.startsAnew ? session.conversation().turns : Turns();
     if (options.shows) {
         Turns shown = turns;
-        shown.push_back(
-            {tapcore::ChatFile::Role::user, tapcore::repairedUtf8(options.question.value_or("")), {}});
+        shown.push_back({tapcore::ChatFile::Role::user, *options.question, {}});
         return session.show(provider.access(), model, shown);
     }
     if (!options.question) {
@@ -223,8 +233,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
         return converse({session, provider, model, options, environment}, words);
     }
     announce(provider.access(), model);
-    answer({session, provider, model, options, environment}, turns, tapcore::repairedUtf8(*options.question),
-           isKept);
+    answer({session, provider, model, options, environment}, turns, *options.question, isKept);
 }
 
 }  // namespace tappora
