@@ -104,9 +104,11 @@ Answer AssistantSession::ask(const ProviderLine& line, const std::string& model,
     const auto send = [&](const nlohmann::json& body) {
         return line.exchange(line.access().question(model, body));
     };
-    const CallObserver silent = [](const auto&, const auto&) {};
-    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send,
-                       options_.showsTools ? CallObserver(printCall) : silent);
+    const auto onCall = [&](const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
+        if (options_.showsTools) printCall(call, output);
+        line.goOn();
+    };
+    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send, onCall);
 }
 
 void AssistantSession::keep(const std::string& question, const Answer& answer) const {

@@ -110,12 +110,16 @@ HttpReply ProviderLine::sendTwice(const HttpRequest& request) const {
     return send(request, limits_, isStopped_);
 }
 
+void ProviderLine::goOn() const {
+    if (isStopped_()) throw Stopped();
+}
+
 void ProviderLine::wait(std::chrono::milliseconds delay) const {
     const auto end = std::chrono::steady_clock::now() + delay;
     if (delay >= std::chrono::seconds(3))
         complain("ask: the provider asks to wait " + std::to_string(delay.count() / 1000) + " seconds");
     while (std::chrono::steady_clock::now() < end) {
-        if (isStopped_()) throw Stopped();
+        goOn();
         std::this_thread::sleep_for(std::min(delay, std::chrono::milliseconds(50)));
     }
 }

@@ -59,6 +59,9 @@ class ProviderLine {
     /// that the server asks for. Throws Refused, HttpError and Stopped.
     nlohmann::json exchange(const HttpRequest& request) const;
 
+    /// Throws Stopped once the user wants an end.
+    void goOn() const;
+
     /// The models to choose from, the best first choice first.
     std::vector<std::string> models() const;
 
