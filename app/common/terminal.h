@@ -26,6 +26,7 @@ struct Terminal {
     static Terminal of(const Environment& environment);
 
     std::string bold(std::string_view text) const { return styled(text, "1"); }
+    std::string italic(std::string_view text) const { return styled(text, "3"); }
     /// For what matters less than the rest.
     std::string faint(std::string_view text) const { return styled(text, "2"); }
     /// The colour of charts.

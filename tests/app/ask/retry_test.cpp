@@ -53,7 +53,7 @@ TEST(Http, PrintsNothingSecretOfAnAddress) {
         const char* shown;
     } cases[] = {
         {"http://localhost:1/v1//", "http://localhost:1/v1/models", "http://localhost:1/v1/models"},
-        {"https://a.example/v1?key=s#x", "https://a.example/v1/models?key=s#x", "https://a.example/v1/models?…"},
+        {"https://a.example?key=s#x", "https://a.example/models?key=s#x", "https://a.example/models?…"},
         {"https://ann:s@a.example", "https://ann:s@a.example/models", "https://…@a.example/models"},
         {"https:/:s@a.example:8/v1/", "https:/:s@a.example:8/v1/models", "https://…@a.example:8/v1/models"},
     };
@@ -63,6 +63,18 @@ TEST(Http, PrintsNothingSecretOfAnAddress) {
     }
     for (const char* no : {"", "localhost:1/v1", "ann:s@a.example", "https://", "https://ann:s/t@a.example"})
         EXPECT_FALSE(isAddress(no)) << no;
+}
+
+/// Italics between slashes and bold text between hashes, for the escape sequences of both.
+std::string withMarks(std::string text) {
+    const std::pair<std::string_view, std::string_view> marks[] = {
+        {"\033[1m\033[3m", "#/"}, {"\033[0m\033[0m", "/#"}, {"\033[1m", "#"}, {"\033[3m", "/"}};
+    for (const auto& [code, mark] : marks)
+        for (auto at = text.find(code); at != std::string::npos; at = text.find(code, at))
+            text.replace(at, code.size(), mark);
+    for (auto at = text.find("\033[0m"); at != std::string::npos; at = text.find("\033[0m", at))
+        text.replace(at, 4, 1, text[text.find_last_of("#/", at)]);
+    return text;
 }
 
 TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
@@ -75,6 +87,18 @@ TEST(TerminalText, ShowsMarkdownAsPeopleReadIt) {
               "see the day (days/a.md).\n• one key\n  • two words that wrap\n12. three\n| a **b** "
               "|\n**code**\n2 * 3 ** 4\n");
     EXPECT_EQ(terminalText("- **a** [b\n", {}), "- a [b\n\n");
+    const std::pair<std::string, std::string> emphases[] = {
+        {"a *b c*, _d_.", "a /b/ /c/, /d/."},
+        {"***a*** **b *c* d** _**e**_ “*ä*”", "#/a/# #b# #/c/# #d# #/e/# “/ä/”"},
+        {"*`a b` [c](d)*", "/a/ /b/ /c/ /(d)/"},
+        {"* *a*\n  - _b_", "- /a/\n  - /b/"},
+    };
+    for (const auto& [markdown_, shown] : emphases)
+        EXPECT_EQ(withMarks(terminalText(markdown_, {.colours = true})), shown + "\n");
+    for (const char* plain : {"2 * 3 * 4", "2*3*4", "*a", "a_b_c _ _", "*.org and *.md", "days/*.org, a/*.md",
+                              "'*' and “*”, “*”", "(*) (*)", "_", "*a **b", "\\*a\\*", "a* b*", "____"})
+        EXPECT_EQ(terminalText(plain, {.colours = true}), std::string(plain) + "\n");
+    EXPECT_EQ(terminalText("`a **b** *c* [d](e)`", {.colours = true}), "a **b** *c* [d](e)\n");
     EXPECT_EQ(terminalText("| Day | Keys |\n|---|--:|\n| **Mon** | 1,204 |\n| 日 | 7 | more\nend",
                            {.colours = true, .unicode = true}),
               "\033[1mDay\033[0m   \033[1mKeys\033[0m\n\033[2m───  ─────  ────\033[0m\n"
