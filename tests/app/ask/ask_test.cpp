@@ -10,7 +10,9 @@
 #include "core/assistant/assistant_budget.h"
 #include "core/assistant/chat_file.h"
 #include "tests/app/ask/loopback_server.h"
+#include "tests/app/ask/own_network.h"
 #include "tests/app/ask/running_program.h"
+#include "tests/support/pseudo_terminal.h"
 
 namespace tappora {
 namespace {
@@ -67,6 +69,12 @@ class Ask : public testing::Test {
         for (const char* option : {"How was today?", "--provider", "claude", "--url", server->url().c_str()})
             more.push_back(option);
         return ask(std::move(more));
+    }
+    PseudoTerminal onTerminal(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {PROGRAMS "/tappora-ask", "--folder", data.path().string(),
+                                             "--today", "2026-09-20"});
+        environment["TERM"] = "xterm-256color";
+        return PseudoTerminal(arguments, environment, 24, 80);
     }
     json sent(std::size_t index) { return json::parse(server->requests().at(index).body); }
 
@@ -138,6 +146,7 @@ TEST_F(Ask, AsksALocalServerWithoutAKeyAndEndsWithItsLastStep) {
 TEST_F(Ask, FindsTheServersOfThisMachineAndTheirModels) {
     environment.erase("ANTHROPIC_API_KEY");
     environment.erase("OPENAI_API_KEY");
+    enterOwnNetwork();
     const LoopbackServer::Reply listing = {R"({"data":[{"id":"qwen"},{"id":"lla\nma\u202e"}]})"};
     LoopbackServer other({{"<html>"}, {"<html>"}, {"<html>"}}, 11434);
     LoopbackServer empty({{R"({"data":null})"}, {R"({"data":null})"}, {R"({"data":null})"}}, 1234);
@@ -241,6 +250,8 @@ TEST_F(Ask, ShowsExactlyWhatWouldLeaveTheMachine) {
     EXPECT_THAT(shown, HasSubstr("\nx-api-key: (your key)\n"));
     EXPECT_EQ(ask(arguments), 0);
     EXPECT_EQ(shown.substr(shown.find("\n\n") + 2), server->requests()[0].body + "\n");
+    PseudoTerminal terminal = onTerminal({"a\u009bb", "--show", "--provider", "claude"});
+    EXPECT_TRUE(terminal.shows("{\"content\":\"ab\",\"role\":\"user\"}")) << terminal.seen();
 }
 
 TEST_F(Ask, HoldsAConversationThatIsKept) {
@@ -269,6 +280,28 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
     EXPECT_THAT(sent(0)["messages"], SizeIs(1));
     EXPECT_THAT(tapcore::ChatFile(data.text("assistant/chat.md")).turns, SizeIs(2));
     EXPECT_THAT(tapcore::namesIn(data / "assistant/history"), SizeIs(1));
+}
+
+TEST_F(Ask, OffersALessonToAPersonAtATerminal) {
+    const LoopbackServer::Reply reply = {
+        claude(R"([{"type":"text","text":"**Fine**.\u009b2J\n\nPractise: e, t"}])").dump()};
+    server.emplace(std::vector<LoopbackServer::Reply>{reply, reply});
+    PseudoTerminal terminal = onTerminal({"--provider", "claude", "--url", server->url()});
+    ASSERT_TRUE(terminal.shows("\n> ")) << terminal.seen();
+    terminal.type("How?\n");
+    EXPECT_TRUE(terminal.shows("\n\033[1mFine\033[0m.2J\r\n\r\nPractise: e, t\r\n")) << terminal.seen();
+    ASSERT_TRUE(terminal.shows("Practise e, t now? [y/N] ")) << terminal.seen();
+    terminal.type("y\n");
+    ASSERT_TRUE(terminal.shows("Esc leaves")) << terminal.seen();
+    terminal.type("\033");
+    ASSERT_TRUE(terminal.shows("> ")) << terminal.seen();
+    terminal.type("How?\n");
+    ASSERT_TRUE(terminal.shows("Practise e, t now? [y/N] ")) << terminal.seen();
+    terminal.type("n\n");
+    ASSERT_TRUE(terminal.shows("\n> ")) << "no lesson: " << terminal.seen();
+    terminal.type("/quit\n");
+    EXPECT_EQ(terminal.wait(), 0);
+    EXPECT_TRUE(terminal.isOrdinary());
 }
 
 TEST_F(Ask, SpeaksTheUsersLanguage) {
