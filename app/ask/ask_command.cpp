@@ -163,20 +163,33 @@ std::optional<std::string> nextLine(const Environment& environment) {
     if (environment.onTerminal) print("> ");
     std::fflush(stdout);
     std::string line;
-    if (!std::getline(std::cin, line) || line == "/quit") return std::nullopt;
-    return std::string(tapcore::trimmedWhiteSpace(line));
+    if (!std::getline(std::cin, line)) {
+        if (environment.onTerminal) print("\n");
+        return std::nullopt;
+    }
+    const std::string_view text = tapcore::trimmedWhiteSpace(line);
+    return text == "/quit" ? std::nullopt : std::optional<std::string>(text);
+}
+
+/// Whether a line is one word behind a slash, and so no question.
+bool isCommand(std::string_view line) {
+    return line.starts_with('/') && line.find(' ') == std::string_view::npos;
 }
 
 void converse(const Conversation& with, const tapcore::Words& words) {
     announce(with.line.access(), with.model);
     if (const auto turns = with.session.conversation().turns.size(); turns > 0)
-        fmt::print(stderr, "Going on with a conversation of {} turns; /new begins another, /quit ends\n",
-                   turns);
+        fmt::print(stderr, "Going on with a conversation of {} turns\n", turns);
+    fmt::print(stderr, "Ask, or say a number; /new begins another conversation, /quit ends\n");
     printStarters(words);
     while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;
         if (*text == "/new") {
             with.session.shelve();
+            continue;
+        }
+        if (isCommand(*text)) {
+            complain(*text + ": no such command; there are /new and /quit");
             continue;
         }
         const Interruption interruption;

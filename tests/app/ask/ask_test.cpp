@@ -262,9 +262,10 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
         {claude(R"([{"type":"text","text":"Again."}])").dump()},
     });
     EXPECT_EQ(
-        ask({"--provider", "claude", "--url", server->url()}, "4\n\nlost?\nAnd now?\n/quit\nnot read\n"), 0)
+        ask({"--provider", "claude", "--url", server->url()}, "4\n\nlost?\n/exit\nAnd now?\n/quit \nnot read\n"), 0)
         << program->errors();
     EXPECT_THAT(program->output(), HasSubstr("  1  How is today?\n"));
+    EXPECT_THAT(program->errors(), HasSubstr("tappora: /exit: no such command; there are /new and /quit\n"));
     EXPECT_THAT(program->errors(), HasSubstr("To practise: tappora practice --letters \"e, t\"\n"));
     EXPECT_THAT(program->errors(), HasSubstr("The provider did not accept the key."));
     EXPECT_EQ(sent(3)["messages"], json::parse(R"([{"role":"user","content":"How was my week?"},
