@@ -233,9 +233,8 @@ TEST_F(Ask, EndsAtCtrlCBetweenTwoCalls) {
         std::this_thread::sleep_for(milliseconds(10));
     ::kill(program->id(), SIGINT);
     EXPECT_EQ(program->wait(), 1);
-    const std::string errors = program->errors();
-    EXPECT_LT(std::count(errors.begin(), errors.end(), '\n'), 5000);
-    EXPECT_THAT(errors, HasSubstr("tappora: ask: stopped\n"));
+    EXPECT_LT(std::ranges::count(program->errors(), '\n'), 5000);
+    EXPECT_THAT(program->errors(), HasSubstr("tappora: ask: stopped\n"));
 }
 
 TEST_F(Ask, ShowsExactlyWhatWouldLeaveTheMachine) {
