@@ -10,6 +10,7 @@
 #include "app/ask/interruption.h"
 #include "app/ask/lesson_offer.h"
 #include "app/ask/terminal_text.h"
+#include "app/common/assistant.h"
 #include "app/common/command_line.h"
 #include "app/common/language.h"
 #include "core/assistant/ask_starters.h"
@@ -23,6 +24,20 @@ namespace {
 using Turns = std::vector<tapcore::ChatFile::Turn>;
 
 constexpr double longestTimeout = 86400;
+
+/// UsageError for what no question can be put with.
+void check(const AskOptions& options) {
+    requireUtf8("QUESTION", options.question);
+    requireUtf8("--model", options.model);
+    requireUtf8("--language", options.language);
+    if (options.question && tapcore::trimmedWhiteSpace(*options.question).empty())
+        throw UsageError("QUESTION: empty");
+    if (options.url && !isAddress(*options.url))
+        throw UsageError("--url: no address such as https://HOST/v1");
+    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
+        throw UsageError(
+            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
+}
 
 void declare(CommandLine& line, AskOptions& options) {
     line.describe(
@@ -45,9 +60,7 @@ void declare(CommandLine& line, AskOptions& options) {
     line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
     addFolderOptions(line, options.folder);
     line.parse();
-    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
-        throw UsageError(
-            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
+    check(options);
 }
 
 HttpLimits limitsOf(const AskOptions& options) {
@@ -86,7 +99,7 @@ std::string chooseModel(const AskOptions& options, const ProviderLine& line) {
 }
 
 void announce(const ProviderAccess& access, const std::string& model) {
-    fmt::print(stderr, "Asking {} ({})\n", harmless(model), access.base);
+    fmt::print(stderr, "Asking {} ({})\n", harmlessLine(model), shownAddress(access.base));
 }
 
 /// What ends a question but not a conversation, as text; nothing for anything else.
@@ -119,11 +132,11 @@ void answer(const Conversation& with, Turns turns, const std::string& question, 
     turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     Answer got;
     if (const auto problem = attempt([&] { got = with.session.ask(with.line, with.model, turns); }))
-        throw Failure("ask", harmless(*problem));
+        throw Failure("ask", harmlessLine(*problem));
     printAnswer(got, with.environment);
     if (isKept && !got.text.empty()) with.session.keep(question, got);
     printUsage(got);
-    if (!got.problem.empty()) throw Failure("ask", harmless(got.problem));
+    if (!got.problem.empty()) throw Failure("ask", harmlessLine(got.problem));
     offerLesson(got.text, with.options.folder, with.environment);
 }
 
@@ -150,20 +163,33 @@ std::optional<std::string> nextLine(const Environment& environment) {
     if (environment.onTerminal) print("> ");
     std::fflush(stdout);
     std::string line;
-    if (!std::getline(std::cin, line) || line == "/quit") return std::nullopt;
-    return std::string(tapcore::trimmedWhiteSpace(line));
+    if (!std::getline(std::cin, line)) {
+        if (environment.onTerminal) print("\n");
+        return std::nullopt;
+    }
+    const std::string_view text = tapcore::trimmedWhiteSpace(line);
+    return text == "/quit" ? std::nullopt : std::optional<std::string>(text);
+}
+
+/// Whether a line is one word behind a slash, and so no question.
+bool isCommand(std::string_view line) {
+    return line.starts_with('/') && line.find(' ') == std::string_view::npos;
 }
 
 void converse(const Conversation& with, const tapcore::Words& words) {
     announce(with.line.access(), with.model);
     if (const auto turns = with.session.conversation().turns.size(); turns > 0)
-        fmt::print(stderr, "Going on with a conversation of {} turns; /new begins another, /quit ends\n",
-                   turns);
+        fmt::print(stderr, "Going on with a conversation of {} turns\n", turns);
+    fmt::print(stderr, "Ask, or say a number; /new begins another conversation, /quit ends\n");
     printStarters(words);
     while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;
         if (*text == "/new") {
             with.session.shelve();
+            continue;
+        }
+        if (isCommand(*text)) {
+            complain(*text + ": no such command; there are /new and /quit");
             continue;
         }
         const Interruption interruption;
@@ -180,9 +206,9 @@ void listModels(const std::vector<ProviderLine>& lines) {
     for (const ProviderLine& line : lines) {
         std::vector<std::string> models;
         if (const auto problem = attempt([&] { models = line.models(); }))
-            throw Failure("ask", harmless(*problem));
-        if (lines.size() > 1) fmt::print(stderr, "{}\n", line.access().base);
-        for (const std::string& model : models) print(harmless(model) + "\n");
+            throw Failure("ask", harmlessLine(*problem));
+        if (lines.size() > 1) fmt::print(stderr, "{}\n", shownAddress(line.access().base));
+        for (const std::string& model : models) print(harmlessLine(model) + "\n");
         std::fflush(stdout);
     }
 }
@@ -206,14 +232,13 @@ void askCommand(CommandLine& line, const Environment& environment) {
     const AssistantSession session(options, environment);
     std::string model;
     if (const auto problem = attempt([&] { model = chooseModel(options, provider); }))
-        throw Failure("ask", harmless(*problem));
+        throw Failure("ask", harmlessLine(*problem));
     if (options.startsAnew && !options.shows) session.shelve();
     const bool isKept = options.goesOn || options.startsAnew;
     const Turns turns = isKept && !options.startsAnew ? session.conversation().turns : Turns();
     if (options.shows) {
         Turns shown = turns;
-        shown.push_back(
-            {tapcore::ChatFile::Role::user, tapcore::repairedUtf8(options.question.value_or("")), {}});
+        shown.push_back({tapcore::ChatFile::Role::user, *options.question, {}});
         return session.show(provider.access(), model, shown);
     }
     if (!options.question) {
@@ -221,8 +246,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
         return converse({session, provider, model, options, environment}, words);
     }
     announce(provider.access(), model);
-    answer({session, provider, model, options, environment}, turns, tapcore::repairedUtf8(*options.question),
-           isKept);
+    answer({session, provider, model, options, environment}, turns, *options.question, isKept);
 }
 
 }  // namespace tappora

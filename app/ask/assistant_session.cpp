@@ -4,7 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/ask/terminal_text.h"
+#include "app/common/terminal.h"
+#include "core/assistant/tool_text.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -12,11 +13,6 @@ namespace {
 
 namespace wire = tapcore::AssistantWire;
 using Turns = std::vector<tapcore::ChatFile::Turn>;
-
-std::string withoutSlash(std::string url) {
-    while (url.ends_with('/')) url.pop_back();
-    return url;
-}
 
 Provider parseProvider(const std::string& name) {
     const auto provider = wire::providers.find(name);
@@ -35,7 +31,7 @@ ProviderAccess withKey(Provider provider, const AskOptions& options, const Envir
                       fmt::format("no key; set {} or put it into {}.key beside the settings",
                                   provider == Provider::claude ? "ANTHROPIC_API_KEY" : "OPENAI_API_KEY",
                                   wire::providers.of(provider)));
-    return {provider, withoutSlash(options.url.value_or(std::string(usual))), key.value_or("none")};
+    return {provider, options.url.value_or(std::string(usual)), key.value_or("none")};
 }
 
 std::vector<ProviderAccess> foundHere(const AskOptions& options, const std::function<bool()>& isStopped) {
@@ -48,8 +44,7 @@ std::vector<ProviderAccess> foundHere(const AskOptions& options, const std::func
 std::vector<ProviderAccess> local(const AskOptions& options, bool looksAround,
                                   const std::function<bool()>& isStopped) {
     if (options.url || !looksAround)
-        return {
-            {Provider::local, withoutSlash(options.url.value_or(std::string(wire::localAddresses[0]))), ""}};
+        return {{Provider::local, options.url.value_or(std::string(wire::localAddresses[0])), ""}};
     auto found = foundHere(options, isStopped);
     if (found.empty())
         throw Failure("local", "no server answers on port 11434, 1234 or 8080; name one with --url");
@@ -57,10 +52,10 @@ std::vector<ProviderAccess> local(const AskOptions& options, bool looksAround,
 }
 
 void printCall(const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
-    std::string arguments;
-    for (const auto& [name, value] : call.arguments) arguments += fmt::format(" {}={}", name, value);
-    complain(harmless(fmt::format("{}{}: {} characters{}", call.name, arguments,
-                                  tapcore::characterCount(output.text), output.isError ? ", an error" : "")));
+    std::string text = call.name;
+    for (const auto& [name, value] : call.arguments) text += fmt::format(" {}={}", name, value);
+    complain(fmt::format("{}: {} characters{}", harmlessLine(tapcore::shortened(text)),
+                         tapcore::characterCount(output.text), output.isError ? ", an error" : ""));
 }
 
 }  // namespace
@@ -99,7 +94,9 @@ std::unique_ptr<tapcore::Dialogue> AssistantSession::dialogue(Provider provider,
 
 void AssistantSession::show(const ProviderAccess& access, const std::string& model,
                             const Turns& turns) const {
-    print(access.shown(access.question(model, dialogue(access.provider, model, turns)->request())));
+    const std::string text =
+        access.shown(access.question(model, dialogue(access.provider, model, turns)->request()));
+    print(environment_.onTerminal ? harmless(text) : text);
 }
 
 Answer AssistantSession::ask(const ProviderLine& line, const std::string& model, const Turns& turns) const {
@@ -107,9 +104,11 @@ Answer AssistantSession::ask(const ProviderLine& line, const std::string& model,
     const auto send = [&](const nlohmann::json& body) {
         return line.exchange(line.access().question(model, body));
     };
-    const CallObserver silent = [](const auto&, const auto&) {};
-    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send,
-                       options_.showsTools ? CallObserver(printCall) : silent);
+    const auto onCall = [&](const tapcore::ToolCall& call, const tapcore::AssistantTools::Output& output) {
+        if (options_.showsTools) printCall(call, output);
+        line.goOn();
+    };
+    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send, onCall);
 }
 
 void AssistantSession::keep(const std::string& question, const Answer& answer) const {

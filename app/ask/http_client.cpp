@@ -69,7 +69,7 @@ HeaderList headerList(const HttpRequest& request) {
 void setAddress(CURL* curl, const std::string& url) {
     const bool isHere = isLoopback(url);
     if (!isHere && partOf(url, CURLUPART_SCHEME) != "https")
-        throw HttpError(url + ": only https is spoken to other machines");
+        throw HttpError(shownAddress(url) + ": only https is spoken to other machines");
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, isHere ? "http,https" : "https");
     if (isHere) curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
@@ -130,6 +130,23 @@ HttpReply send(const HttpRequest& request, const HttpLimits& limits, const std::
     curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &status);
     transfer.reply.status = static_cast<int>(status);
     return std::move(transfer.reply);
+}
+
+std::string addressUnder(const std::string& base, std::string_view path) {
+    const std::size_t end = std::min(base.find_first_of("?#"), base.size());
+    std::string address = base.substr(0, end);
+    while (address.ends_with('/')) address.pop_back();
+    return address.append(path) + base.substr(end);
+}
+
+bool isAddress(const std::string& url) { return !partOf(url, CURLUPART_HOST).empty(); }
+
+std::string shownAddress(const std::string& url) {
+    const bool hasUser = !partOf(url, CURLUPART_USER).empty() || !partOf(url, CURLUPART_PASSWORD).empty();
+    const std::string port = partOf(url, CURLUPART_PORT);
+    return fmt::format("{}://{}{}{}{}{}", partOf(url, CURLUPART_SCHEME), hasUser ? "…@" : "",
+                       partOf(url, CURLUPART_HOST), port.empty() ? "" : ":" + port,
+                       partOf(url, CURLUPART_PATH), partOf(url, CURLUPART_QUERY).empty() ? "" : "?…");
 }
 
 bool isLoopback(const std::string& url) {

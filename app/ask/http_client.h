@@ -47,6 +47,16 @@ class Stopped : public std::runtime_error {
 /// Stopped soon after `isStopped` says so.
 HttpReply send(const HttpRequest& request, const HttpLimits& limits, const std::function<bool()>& isStopped);
 
+/// The address of `path`, which begins with a "/", below that of an interface; a query stays at its end.
+std::string addressUnder(const std::string& base, std::string_view path);
+
+/// Whether a text is an address with a scheme and a host.
+bool isAddress(const std::string& url);
+
+/// An address as it may be printed: "…" stands for what may be secret in it, which is the user's name and
+/// password and the query.
+std::string shownAddress(const std::string& url);
+
 /// Whether an address names this machine itself: localhost, 127.x.x.x or [::1].
 bool isLoopback(const std::string& url);
 

@@ -15,8 +15,8 @@ struct Word {
     std::size_t width = 0;
 };
 
-/// The words of a line of Markdown with its marks for bold, code and links taken out; all of them bold when
-/// the line is.
+/// The words of a line of Markdown with its marks for bold, italics, code and links taken out; all of them
+/// bold when the line is.
 std::vector<Word> inlineWords(std::string_view line, const Terminal& terminal, bool isBold);
 
 }  // namespace tappora

@@ -61,15 +61,15 @@ void requirePrivate(const std::filesystem::path& file) {
 
 HttpRequest ProviderAccess::question(const std::string& model, const json& body) const {
     const char* const path = provider == Provider::claude ? "/messages" : "/chat/completions";
-    return {base + path, keyHeaders(*this, model), body.dump()};
+    return {addressUnder(base, path), keyHeaders(*this, model), body.dump()};
 }
 
 HttpRequest ProviderAccess::modelListing() const {
-    return {base + "/models", keyHeaders(*this, ""), std::nullopt};
+    return {addressUnder(base, "/models"), keyHeaders(*this, ""), std::nullopt};
 }
 
 std::string ProviderAccess::shown(const HttpRequest& request) const {
-    std::string text = (request.body ? "POST " : "GET ") + request.url + "\n";
+    std::string text = (request.body ? "POST " : "GET ") + shownAddress(request.url) + "\n";
     for (const auto& [name, value] : request.headers) text += name + ": " + without(value, key) + "\n";
     if (request.body) text += "content-type: application/json\n\n" + *request.body + "\n";
     return text;
@@ -110,12 +110,16 @@ HttpReply ProviderLine::sendTwice(const HttpRequest& request) const {
     return send(request, limits_, isStopped_);
 }
 
+void ProviderLine::goOn() const {
+    if (isStopped_()) throw Stopped();
+}
+
 void ProviderLine::wait(std::chrono::milliseconds delay) const {
     const auto end = std::chrono::steady_clock::now() + delay;
     if (delay >= std::chrono::seconds(3))
         complain("ask: the provider asks to wait " + std::to_string(delay.count() / 1000) + " seconds");
     while (std::chrono::steady_clock::now() < end) {
-        if (isStopped_()) throw Stopped();
+        goOn();
         std::this_thread::sleep_for(std::min(delay, std::chrono::milliseconds(50)));
     }
 }

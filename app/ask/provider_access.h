@@ -27,7 +27,7 @@ class Refused : public std::runtime_error {
 /// How a provider is reached.
 struct ProviderAccess {
     Provider provider;
-    std::string base;  ///< its interface's address, without a "/" at the end
+    std::string base;  ///< its interface's address; not to be printed as it stands
     std::string key;   ///< "" for a server that wants none
 
     /// Whether each token is charged for.
@@ -37,8 +37,8 @@ struct ProviderAccess {
     HttpRequest question(const std::string& model, const nlohmann::json& body) const;
     HttpRequest modelListing() const;
 
-    /// The request as a person may read it: its address, headers with the key blanked out, and exactly its
-    /// body.
+    /// The request as a person may read it: its address and headers with what is secret in them blanked
+    /// out, and exactly its body.
     std::string shown(const HttpRequest& request) const;
 };
 
@@ -58,6 +58,9 @@ class ProviderLine {
     /// The JSON that a request is answered with. What is refused for now is sent once more, after the time
     /// that the server asks for. Throws Refused, HttpError and Stopped.
     nlohmann::json exchange(const HttpRequest& request) const;
+
+    /// Throws Stopped once the user wants an end.
+    void goOn() const;
 
     /// The models to choose from, the best first choice first.
     std::vector<std::string> models() const;

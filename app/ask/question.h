@@ -17,7 +17,7 @@ struct Answer {
     tapcore::AssistantBudget budget;
 };
 
-/// Told of each call that was run.
+/// Told of each call that was run; what it throws ends the question.
 using CallObserver = std::function<void(const tapcore::ToolCall&, const tapcore::AssistantTools::Output&)>;
 
 /// Puts a question: runs the tools the model asks for and gives it their results, until it answers, in at

@@ -7,9 +7,9 @@
 
 namespace tappora {
 
-/// Markdown as a terminal shows it: bold text and headings bold, list marks as bullets, links followed by
-/// their address, lines broken between words at its width, tables with their columns aligned. Code stays as
-/// it is.
+/// Markdown as a terminal shows it: bold text and headings bold, emphasised text in italics, list marks as
+/// bullets, links followed by their address, lines broken between words at its width, tables with their
+/// columns aligned. Code stays as it is.
 std::string terminalText(std::string_view markdown, const Terminal& terminal);
 
 }  // namespace tappora

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/common/data_folder.h"
 #include "app/common/keyboard.h"
@@ -12,6 +13,9 @@
 #include "core/keyboard/board.h"
 
 namespace tappora {
+
+/// UsageError, naming the argument, when the text given for it is not UTF-8 and so cannot be sent to a model.
+void requireUtf8(std::string_view argument, const std::optional<std::string>& text);
 
 /// What the assistant is told about the user's keyboard. Looking for it reads the settings and the last day
 /// counted.

@@ -36,6 +36,19 @@ std::size_t widthOf(const Environment& environment) {
     return environment.columns > 0 ? environment.columns : usual;
 }
 
+/// Whether a character is a control character, or turns the order in which those after it are shown (Unicode
+/// Standard Annex 9, explicit directional formatting).
+bool steers(std::string_view character) {
+    const char32_t scalar = tapcore::firstScalar(character);
+    const bool turns =
+        (scalar >= U'\u202A' && scalar <= U'\u202E') || (scalar >= U'\u2066' && scalar <= U'\u2069');
+    return turns || tapcore::isControl(character);
+}
+
+bool breaksLine(std::string_view character) {
+    return character == "\n" || character == "\t" || character == "\u2028" || character == "\u2029";
+}
+
 }  // namespace
 
 Terminal Terminal::of(const Environment& environment) {
@@ -52,22 +65,20 @@ std::string Terminal::styled(std::string_view text, std::string_view code) const
 }
 
 std::string harmless(std::string_view text) {
+    const std::string whole = tapcore::repairedUtf8(text);
     std::string result;
-    for (const std::string_view character : tapcore::characters(text)) {
-        const auto first = static_cast<unsigned char>(character[0]);
-        const bool isControl =
-            (first < ' ' && first != '\n' && first != '\t') || first == 0x7F ||
-            (first == 0xC2 && character.size() > 1 && static_cast<unsigned char>(character[1]) < 0xA0);
+    for (const std::string_view character : tapcore::characters(whole)) {
         if (character == "\r\n") result += '\n';
-        else if (!isControl) result += character;
+        else if (character == "\n" || character == "\t" || !steers(character)) result += character;
     }
     return result;
 }
 
 std::string harmlessLine(std::string_view text) {
-    std::string line = harmless(text);
-    for (char& byte : line)
-        if (byte == '\n' || byte == '\t') byte = ' ';
+    const std::string whole = harmless(text);
+    std::string line;
+    for (const std::string_view character : tapcore::characters(whole))
+        line += breaksLine(character) ? " " : character;
     return line;
 }
 

@@ -26,6 +26,7 @@ struct Terminal {
     static Terminal of(const Environment& environment);
 
     std::string bold(std::string_view text) const { return styled(text, "1"); }
+    std::string italic(std::string_view text) const { return styled(text, "3"); }
     /// For what matters less than the rest.
     std::string faint(std::string_view text) const { return styled(text, "2"); }
     /// The colour of charts.
@@ -36,10 +37,11 @@ struct Terminal {
     std::string styled(std::string_view text, std::string_view code) const;
 };
 
-/// Text of others without the control characters by which it could steer the terminal.
+/// Text of others as a terminal may be sent it: without the characters that would steer it or turn the order
+/// of what follows, and with U+FFFD for bytes that are not UTF-8. Line ends and tabs stay.
 std::string harmless(std::string_view text);
 
-/// The same on one line: line ends and tabs become spaces.
+/// The same on one line: line ends, tabs and Unicode's separators of lines and paragraphs become spaces.
 std::string harmlessLine(std::string_view text);
 
 /// 1234567 as "1,234,567".

@@ -10,9 +10,10 @@
 namespace tappora {
 namespace {
 
-bool isReadable(int descriptor) {
+/// Whether something is there to be read, at once or after a wait without end.
+bool isReadable(int descriptor, bool wait) {
     pollfd waiting = {descriptor, POLLIN, 0};
-    return ::poll(&waiting, 1, 0) > 0;
+    return ::poll(&waiting, 1, wait ? -1 : 0) > 0;
 }
 
 }  // namespace
@@ -20,8 +21,9 @@ bool isReadable(int descriptor) {
 std::optional<LineReader::Line> LineReader::next(bool wait) {
     while (true) {
         if (auto line = take()) return line;
-        if (atEnd_ || (!wait && !isReadable(descriptor_))) return std::nullopt;
-        fill();
+        if (atEnd_) return std::nullopt;
+        if (isReadable(descriptor_, wait)) fill();
+        else if (!wait) return std::nullopt;
     }
 }
 
@@ -45,7 +47,7 @@ void LineReader::fill() {
     std::array<char, 65536> bytes;
     const ssize_t got = ::read(descriptor_, bytes.data(), bytes.size());
     if (got > 0) buffer_.append(bytes.data(), static_cast<std::size_t>(got));
-    else if (got == 0 || errno != EINTR) atEnd_ = true;
+    else if (got == 0 || (errno != EINTR && errno != EAGAIN)) atEnd_ = true;
 }
 
 }  // namespace tappora

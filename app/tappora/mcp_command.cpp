@@ -1,12 +1,11 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <cerrno>
-
 #include "app/common/assistant.h"
 #include "app/common/command_line.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/line_reader.h"
+#include "app/tappora/line_writer.h"
 #include "core/assistant/mcp_server.h"
 
 namespace tappora {
@@ -17,22 +16,9 @@ namespace mcp = tapcore::mcp;
 /// Lines that wait to be answered before more are read.
 constexpr std::size_t mostWaiting = 1000;
 
-/// Writes a whole line at once; false when nobody reads any more.
-bool writeLine(std::string text) {
-    text += '\n';
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const ssize_t written = ::write(STDOUT_FILENO, rest.data(), rest.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        rest.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 bool writeLines(std::vector<std::string> lines) {
     for (std::string& text : lines)
-        if (!writeLine(std::move(text))) return false;
+        if (!writeLine(STDOUT_FILENO, std::move(text))) return false;
     return true;
 }
 

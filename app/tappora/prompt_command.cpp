@@ -23,6 +23,7 @@ void promptCommand(CommandLine& line, const Environment& environment) {
     addKeyboardOptions(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();
+    requireUtf8("--language", language);
 
     const tapcore::Store store = openStore(folder, environment);
     const auto prompt = assistantPrompt(store, AssistantKeyboard::of(keyboard, environment, store), language);

@@ -8,6 +8,7 @@
 #include "app/common/records_json.h"
 #include "app/common/terminal.h"
 #include "app/tappora/commands.h"
+#include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -48,10 +49,25 @@ json argumentsOf(const Spec& spec, const std::vector<std::string>& values) {
     return arguments;
 }
 
+/// UsageError when a parameter that the tool cannot do without is missing.
+void requireAll(const Spec& spec, const json& arguments) {
+    for (const std::string& name : spec.required)
+        if (!arguments.contains(name)) throw UsageError(spec.name + ": needs " + name);
+}
+
 Spec specOf(const tapcore::AssistantTools& tools, const std::string& name) {
     for (Spec& spec : tools.specs())
         if (spec.name == name) return std::move(spec);
     throw UsageError("NAME: no such tool: " + name + "; `tappora tool` lists them");
+}
+
+json toJson(const std::vector<Spec>& specs) {
+    json list = json::array();
+    for (const Spec& spec : specs)
+        list.push_back({{"name", spec.name},
+                        {"description", spec.description},
+                        {"parameters", tapcore::AssistantWire::schema(spec)}});
+    return list;
 }
 
 json toJson(const tapcore::AssistantTools::Output& output) {
@@ -71,7 +87,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
         "tappora tool summary from=2026-09-01 to=2026-09-30");
     line.option("NAME", name, "The tool");
     line.option("ARGUMENTS", values, "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
-    line.flag("--json", asJSON, "Print the result as JSON, with the files read");
+    line.flag("--json", asJSON, "Print the result, with the files read, or the list as JSON");
     addLayoutOption(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();
@@ -79,13 +95,16 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Store store = openStore(folder, environment);
     const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
     tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
-    if (name.empty()) return print(listOf(tools.specs()));
-    const json arguments = argumentsOf(specOf(tools, name), values);
+    if (name.empty()) return print(asJSON ? jsonText(toJson(tools.specs())) : listOf(tools.specs()));
+    const Spec spec = specOf(tools, name);
+    const json arguments = argumentsOf(spec, values);
+    requireAll(spec, arguments);
     if (name == "summary") tools.legends = Keyboards(environment, store).chosenLayout(keyboard).legends;
     const auto output = tools.run(name, arguments);
     if (asJSON) return print(jsonText(toJson(output)));
     if (output.isError) throw Failure(name, output.text);
-    print((environment.onTerminal ? harmless(output.text) : output.text) + "\n");
+    print(environment.onTerminal ? harmless(output.text) : output.text);
+    if (!output.text.ends_with('\n')) print("\n");
 }
 
 }  // namespace tappora

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/foundation/calendar.h"
+#include "core/foundation/characters.h"
 
 namespace tapcore {
 namespace {
@@ -197,7 +198,7 @@ std::string AgentPrompt::text(std::string_view root) const {
     append(paragraphs, legendLines(legends));
     if (board) append(paragraphs, fingerLines(*board));
     paragraphs.emplace_back(closing);
-    return joined(paragraphs, "\n");
+    return repairedUtf8(joined(paragraphs, "\n"));  // names of folders need not be UTF-8
 }
 
 std::string AgentPrompt::inApp(const Day& today) const {

@@ -31,11 +31,16 @@ std::string explanation(const json& reply) {
     return text ? text->string() : "";
 }
 
+/// Whether a reply with this stop reason, "" for none, is whole and means what its content says.
+bool isWhole(std::string_view stop) {
+    constexpr std::array<std::string_view, 5> whole = {"", "end_turn", "stop_sequence", "tool_use",
+                                                       "pause_turn"};
+    return std::find(whole.begin(), whole.end(), stop) != whole.end();
+}
+
 /// What is to be said of a reply that ends for a reason unknown here.
-std::string remark(std::string_view stop) {
-    constexpr std::array<std::string_view, 4> known = {"end_turn", "stop_sequence", "tool_use", "pause_turn"};
-    if (std::find(known.begin(), known.end(), stop) != known.end()) return "";
-    return "the reply ended for a reason unknown here: " + std::string(stop);
+std::string remark(const std::string& stop) {
+    return isWhole(stop) ? "" : "the reply ended for a reason unknown here: " + stop;
 }
 
 class ClaudeDialogue : public Dialogue {
@@ -57,7 +62,7 @@ class ClaudeDialogue : public Dialogue {
         ModelReply result{Ending::empty, reply.text(), {}, ""};
         const std::string stop = reply.stop.value_or("");
         calls_.clear();
-        if (stop == "tool_use" && !isLast_)
+        if (isWhole(stop) && !isLast_)
             for (const json& use : reply.toolUses()) calls_.push_back(callOf(use));
         const bool isCutOff = stop == "max_tokens" || stop == "model_context_window_exceeded";
 

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "core/foundation/fatal.h"
 
@@ -271,7 +272,11 @@ std::string composed(std::string_view text) { return normalized(text, icu::Norma
 std::string decomposed(std::string_view text) { return normalized(text, icu::Normalizer2::getNFDInstance); }
 
 bool hasControlCharacter(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+    unsigned char before = 0;
+    return std::any_of(text.begin(), text.end(), [&](unsigned char byte) {
+        const bool isLate = std::exchange(before, byte) == 0xC2 && byte >= 0x80 && byte < 0xA0;
+        return isLate || byte < ' ' || byte == 0x7F;
+    });
 }
 
 std::size_t firstInvalidUtf8(std::string_view text) {

@@ -66,7 +66,7 @@ std::string composed(std::string_view text);
 /// The other way round: "é" becomes "e" and a combining acute (Normalization Form D).
 std::string decomposed(std::string_view text);
 
-/// Whether a text holds an ASCII control character, such as a line end.
+/// Whether a text holds a control character (U+0000 to U+001F, U+007F to U+009F), such as a line end.
 bool hasControlCharacter(std::string_view text);
 
 /// The place of the first byte that is not UTF-8, or npos when all of `text` is.

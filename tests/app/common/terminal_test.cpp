@@ -62,9 +62,10 @@ TEST(Terminal, GroupsThousands) {
 
 TEST(Terminal, LetsNobodySteerTheTerminal) {
     EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
-                       "d\rü"),
-              "a[2J\nb\tcdü");
-    EXPECT_EQ(harmlessLine("a\nb\tc\033"), "a b c");
+                       "d\rü\u0085\u202E\u2066e\x9B"
+                       "f\u200D"),
+              "a[2J\nb\tcdüe\uFFFDf\u200D");
+    EXPECT_EQ(harmlessLine("a\r\nb\tc\033\u2028d\u2029"), "a b c d ");
 }
 
 }  // namespace

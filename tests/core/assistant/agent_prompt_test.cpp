@@ -51,6 +51,7 @@ AgentPrompt prompt() {
 TEST(AgentPrompt, TellsAnyAgentWordForWord) {
     EXPECT_EQ(prompt().text("/home/ann/Documents/Tappora"), expected("prompt.txt"));
     EXPECT_THAT(prompt().text(), HasSubstr("\nData folder: <the data folder>\nOrg mode (.org)\n"));
+    EXPECT_THAT(prompt().text("/home/\xFF"), HasSubstr("\nData folder: /home/\uFFFD\n"));
 }
 
 TEST(AgentPrompt, TellsAModelWithToolsWordForWord) {

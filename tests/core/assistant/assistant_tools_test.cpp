@@ -94,7 +94,7 @@ TEST_F(Tools, RefuseEveryPathThatIsNoDataFile) {
          json::parse(R"(["days/../.keys/config.json", ".keys/config.json", ".keys/notes.md",
             "days/.hidden.md", "days/notes.txt", "days//x.org", "/days/x.org", "/etc/days/x.md", "../days/x.md",
             "days/..", "days%2F2026-09-17.md", "days/..%2Fx/a.md", "Studio/days/2026-09-17.md", "Days/2026-09-17.md",
-            "days/md", "assistant/chat.md", "days/a/b/c.md", "days/a\nb.md", "days/2026-09-17.md\u0000.org", ""])"))
+            "days/md", "assistant/chat.md", "days/a/b/c.md", "days/a\nb.md", "days/a\u009Bb.md", "days/2026-09-17.md\u0000.org", ""])"))
         EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path));
 }
 

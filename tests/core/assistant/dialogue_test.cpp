@@ -67,7 +67,9 @@ TEST(ClaudeDialogue, KnowsEveryWayAReplyCanEnd) {
     EXPECT_EQ(ending("stop_sequence", text), Ending::answered);
     EXPECT_EQ(ending("end_turn", "[]"), Ending::empty);
     EXPECT_EQ(ending("end_turn", R"([{"type":"thinking","thinking":"hm"}])"), Ending::empty);
-    EXPECT_EQ(ending("tool_use", use), Ending::calls);
+    for (const char* stop : {"tool_use", "end_turn", "stop_sequence", "pause_turn", ""})
+        EXPECT_EQ(ending(stop, use), Ending::calls) << stop;
+    EXPECT_EQ(takenBy(Dialogue::claude, claude("", text)), (ModelReply{Ending::answered, "Well.", {}, ""}));
     EXPECT_EQ(ending("tool_use", use, true), Ending::answered);
     EXPECT_EQ(ending("max_tokens", use), Ending::cutOff);
     EXPECT_EQ(ending("model_context_window_exceeded", text), Ending::cutOff);
