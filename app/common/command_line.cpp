@@ -12,6 +12,16 @@ namespace {
 
 std::string exampleText(std::string_view example) { return "Example:\n  " + std::string(example); }
 
+/// Names of options as they are typed: a flag that says no is written "--no-names" and not "--no-names{false}".
+class HelpText : public CLI::Formatter {
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
+        constexpr std::string_view saysNo = "{false}";
+        std::string name = CLI::Formatter::make_option_name(option, isPositional);
+        for (std::size_t at = 0; (at = name.find(saysNo)) != std::string::npos;) name.erase(at, saysNo.size());
+        return name;
+    }
+};
+
 bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
     return error.get_exit_code() == static_cast<int>(kind);
 }
@@ -159,6 +169,7 @@ CommandLine::CommandLine(const std::string& command, std::vector<std::string> ar
       owned_(std::make_unique<CLI::App>("", command)),
       arguments_(std::move(arguments)) {
     app_ = owned_.get();
+    app_->formatter(std::make_shared<HelpText>());
 }
 
 CommandLine::~CommandLine() = default;
