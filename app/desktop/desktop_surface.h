@@ -21,8 +21,8 @@ class DesktopSurface {
                        int y) const = 0;
     /// False where the user's own drag must be left to the desktop.
     virtual bool canPlace() const { return true; }
-    /// Whether the pointer's place within the window is to be relied on while the window moves, which is so
-    /// where that on the screen is not known.
+    /// Whether the pointer's place is known within the window alone, and not on the screen. A window is then
+    /// moved at the end of a drag.
     virtual bool hasOwnCoordinates() const { return false; }
 };
 

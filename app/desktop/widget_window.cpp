@@ -125,14 +125,15 @@ bool WidgetWindow::press(GdkEventButton* event) {
 
 bool WidgetWindow::drag(GdkEventMotion* event) {
     if (!drag_ || !monitor_.handle) return false;
-    // Within the window the pointer stays where it was pressed, so that the window is what has moved.
-    const bool isOwn = surface_.hasOwnCoordinates();
-    const Point start = isOwn ? place_ : drag_->place;
-    const Point pointer{isOwn ? event->x : event->x_root, isOwn ? event->y : event->y_root};
-    const double x = start.x + pointer.x - drag_->pointer.x;
-    const double y = start.y + pointer.y - drag_->pointer.y;
-    moveTo(monitor_, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
+    // Compositors differ in whether the pointer's place within a window follows one that moves meanwhile.
+    if (!surface_.hasOwnCoordinates()) followPointer(event->x_root, event->y_root);
     return true;
+}
+
+void WidgetWindow::followPointer(double pointerX, double pointerY) {
+    const double x = drag_->place.x + pointerX - drag_->pointer.x;
+    const double y = drag_->place.y + pointerY - drag_->pointer.y;
+    moveTo(monitor_, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
 }
 
 /// Comes to lie wholly on the monitor to which it was dragged.
@@ -146,7 +147,9 @@ void WidgetWindow::settle() {
 }
 
 bool WidgetWindow::release(GdkEventButton* event) {
-    if (event->button != 1 || !drag_) return false;
+    if (event->button != 1 || !drag_ || !monitor_.handle) return false;
+    const bool isOwn = surface_.hasOwnCoordinates();
+    followPointer(isOwn ? event->x : event->x_root, isOwn ? event->y : event->y_root);
     const bool hasMoved = drag_->place != place_;
     drag_.reset();
     if (hasMoved) settle();

@@ -31,6 +31,7 @@ class WidgetWindow : public Gtk::Window {
     bool press(GdkEventButton* event);
     bool release(GdkEventButton* event);
     bool drag(GdkEventMotion* event);
+    void followPointer(double pointerX, double pointerY);
     void settle();
     void tellAssistiveTools();
     void cutToShape();

@@ -157,8 +157,9 @@ void storeAll(const DayBook& book, const DayBook::Write& write) {
         std::string stored;
         for (const auto& [day, counts] : book.days())
             if (!left.days().contains(day)) stored += (stored.empty() ? "" : ", ") + day.description();
-        throw Failure(error.what(), stored.empty() ? "nothing was stored"
-                                                   : "stored are the other days, " + stored);
+        throw Failure(error.what(), stored.empty() ? "nothing is stored"
+                                                   : "not stored; stored is " + stored +
+                                                         ", which another replay would count twice");
     }
 }
 

@@ -16,9 +16,12 @@
 #include "app/common/terminal.h"
 #include "app/tappora/folder_tasks.h"
 #include "core/files/data_listing.h"
+#include "core/files/day_file.h"
+#include "core/files/file_copies.h"
 #include "core/files/folder_check.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
+#include "core/files/row_reader.h"
 #include "core/files/store.h"
 #include "core/practice/practice_day.h"
 
@@ -45,6 +48,24 @@ std::string countsOf(const Store& store) {
     return fmt::format("{} of counts with {} keystrokes, {} to {}, and {}",
                        counted(days.size(), "day", "days"), grouped(keystrokes(store, days)),
                        days.front().description(), days.back().description(), months);
+}
+
+/// What goes besides when days are written anew without what is to be forgotten: ", 2 lines that are no
+/// counts, 1 file kept as it was"; "" when there is nothing.
+std::string besides(const Store& store) {
+    std::size_t lines = 0;
+    std::size_t kept = 0;
+    const std::filesystem::path folder = store.root / tapcore::daysFolder;
+    for (const tapcore::ListedFile& file : tapcore::dataFiles(folder)) {
+        if (tapcore::isKeptDayName(file.name)) ++kept;
+        if (!tapcore::isDayName(file.name)) continue;
+        const std::string text = tapcore::readStoredFile(folder / file.fileName()).text;
+        lines += tapcore::leftOutOf<tapcore::DayFile>(text).size();
+    }
+    std::string what;
+    if (lines > 0) what += ", " + counted(lines, "line that is no count", "lines that are no counts");
+    if (kept > 0) what += ", " + counted(kept, "file", "files") + " kept as it was";
+    return what;
 }
 
 std::string practiceOf(const Store& store) {
@@ -78,14 +99,14 @@ struct Reset {
 constexpr Reset resets[] = {
     {"heatmap",
      [](const Store& store) {
-         return fmt::format("Which keys were pressed, in {} (how many stays),",
-                            counted(store.days().size(), "day", "days"));
+         return fmt::format("Which keys were pressed, in {} (how many stays){},",
+                            counted(store.days().size(), "day", "days"), besides(store));
      },
      &Store::resetHeatmap},
     {"shortcuts",
      [](const Store& store) {
-         return fmt::format("Which shortcuts were pressed, in {},",
-                            counted(store.days().size(), "day", "days"));
+         return fmt::format("Which shortcuts were pressed, in {}{},",
+                            counted(store.days().size(), "day", "days"), besides(store));
      },
      &Store::resetShortcuts},
     {"practice", practiceOf, &Store::resetPractice},
@@ -121,12 +142,6 @@ void clearOneDay(const Day& day, const Store& store, bool yes, const Environment
     confirmed(store, loss, yes, environment, [&] { store.clearDay(day); });
 }
 
-std::vector<tapcore::SkippedRow> skippedPracticeRows(std::string_view text) {
-    std::vector<tapcore::SkippedRow> skipped;
-    (void)tapcore::PracticeDay(text, &skipped);
-    return skipped;
-}
-
 }  // namespace
 
 void convertFolder(const std::optional<std::string>& format, const FolderOptions& options,
@@ -155,7 +170,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
     const Store store = openStore(options, environment);
     const Day now = today(options, environment, tapcore::Calendar(environment.zone));
-    const tapcore::FileProblems problems = tapcore::checkFolder(store, now, skippedPracticeRows);
+    const tapcore::FileProblems problems = tapcore::checkFolder(store, now, tapcore::leftOutOf<tapcore::PracticeDay>);
     if (json) {
         nlohmann::json findings = nlohmann::json::array();
         for (const auto& problem : problems)

@@ -8,6 +8,7 @@
 #include "core/foundation/characters.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/integers.h"
 
 namespace tapcore {
 namespace {
@@ -180,7 +181,9 @@ void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& lef
 
 bool isKeptDayName(std::string_view name) {
     const std::size_t mark = name.find(keptMark);
-    return mark != std::string_view::npos && isDayName(name.substr(0, mark));
+    if (mark == std::string_view::npos || !isDayName(name.substr(0, mark))) return false;
+    const std::string_view number = name.substr(mark + keptMark.size());
+    return number.empty() || (number.front() == ' ' && parseInteger(number.substr(1)).value_or(0) > 1);
 }
 
 void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,

@@ -55,7 +55,7 @@ void replaceCopies(const std::filesystem::path& folder, std::string_view name, F
 using LeftOutOf = std::function<std::vector<SkippedRow>(std::string_view text)>;
 
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
-/// had. A copy that holds such lines is kept as it is now under a name that no reader takes for a day's,
+/// had. A copy that holds such lines is kept as it is now under a name that no count is read from,
 /// "2026-09-20 as it was.org"; each line is named in `problems`, when given. Throws filesystem_error with the
 /// path.
 void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& leftOut,

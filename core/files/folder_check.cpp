@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 /// Why a data file is not counted by its name; empty for a name as it should be.
 std::string nameProblem(std::string_view name, bool isMonth) {
     if (isMonth ? isMonthName(name) : isDayName(name)) return "";
-    if (isKeptDayName(name)) return "kept as it was before its lines that could not be read were left out";
+    if (isKeptDayName(name)) return "the day as it was before lines were left out; mend the day from it, then remove it";
     const std::string_view start = name.substr(0, isMonth ? 7 : 10);
     if (isMonth ? isMonthName(start) : isDayName(start))
         return "a copy of " + std::string(start) + " that another program left; it is not counted";
@@ -55,19 +55,21 @@ class FolderCheck {
             checkFiles(part, folder);
     }
 
-    /// Names the finished months that have days and no rollup; one with days that are still in iCloud Drive
-    /// cannot have one yet.
+    /// Names the finished months that have days and no rollup. One with days that cannot be read, or are still
+    /// in iCloud Drive, cannot have one yet.
     void checkMissingRollups(const Store& own) {
-        std::map<std::string, bool> isHere;
+        std::map<std::string, bool> canBeMade;
         for (const ListedFile& file : dataFiles(own.base() / daysFolder)) {
             if (!isDayName(file.name)) continue;
             const std::string month = Day::parse(file.name)->monthName();
-            if (month < today_.monthName()) isHere.try_emplace(month, true).first->second &= file.isHere;
+            if (month < today_.monthName())
+                canBeMade.try_emplace(month, true).first->second &=
+                    file.isHere && !unread_.contains(own.base() / daysFolder / file.fileName());
         }
         std::set<std::string> made;
         for (ListedFile& file : dataFiles(own.base() / monthsFolder)) made.insert(std::move(file.name));
-        for (const auto& [month, canBeMade] : isHere)
-            if (canBeMade && !made.contains(month))
+        for (const auto& [month, can] : canBeMade)
+            if (can && !made.contains(month))
                 report(own.urlForMonth(month), "missing; tappora folder rollups makes it");
     }
 
@@ -76,6 +78,11 @@ class FolderCheck {
   private:
     void report(const fs::path& path, std::string why, std::size_t line = 0) {
         problems_.push_back({path, line, std::move(why)});
+    }
+
+    void reportUnread(const fs::path& path, std::string why, std::size_t line = 0) {
+        unread_.insert(path);
+        report(path, std::move(why), line);
     }
 
     void checkFiles(const Store& part, std::string_view folder) {
@@ -94,11 +101,11 @@ class FolderCheck {
 
     void checkFile(const fs::path& path, std::string_view folder) {
         const FileRead file = readStoredFile(path);
-        if (file.status != FileRead::Status::read) return report(path, file.error.message());
+        if (file.status != FileRead::Status::read) return reportUnread(path, file.error.message());
         const std::size_t bad = firstInvalidUtf8(file.text);
-        if (bad != std::string_view::npos) report(path, "not UTF-8 text", lineOf(file.text, bad));
+        if (bad != std::string_view::npos) reportUnread(path, "not UTF-8 text", lineOf(file.text, bad));
         for (const SkippedRow& row : skippedRows(folder, repairedUtf8(file.text)))
-            report(path, "left out: " + row.why, row.line);
+            report(path, "not used: " + row.why, row.line);
     }
 
     void checkRollup(const Store& part, const fs::path& path, const std::string& month) {
@@ -122,6 +129,7 @@ class FolderCheck {
 
     Day today_;
     const SkippedRowsOf& practiceRows_;
+    std::set<fs::path> unread_;  ///< files that no month is summed with
     FileProblems problems_;
     std::map<std::string, fs::path> machines_;  ///< by id
 };

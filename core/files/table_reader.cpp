@@ -75,9 +75,10 @@ bool isRuleCell(std::string_view cell) {
            std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
 }
 
-/// What rules of tables, titles and settings of Org do not.
+/// What rules of tables, and titles ("# 2026-09-20", "#+title: 2026-09-20"), do not.
 bool saysSomething(std::string_view line) {
-    return line.find_first_of("#*") != 0 && line.find_first_not_of("|-:+ \t") != std::string_view::npos;
+    const bool isTitle = line.starts_with('#') && line.find_first_not_of("# \t-0123456789") == line.npos;
+    return !isTitle && !line.starts_with("#+title:") && line.find_first_not_of("|-:+ \t") != line.npos;
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ class TableReader {
 
     /// Whether `next` came to a heading (a new section, whose rows follow) and not to a row.
     bool isHeading() const { return isHeading_; }
-    /// Whether it came to a line that is neither, and no title ("# 2026-09-20"). It has no cells.
+    /// Whether it came to a line that is neither, and no title. It has no cells.
     bool isOther() const { return isOther_; }
     /// The section's name: the first word of its heading, lower-cased.
     const std::string& section() const { return section_; }

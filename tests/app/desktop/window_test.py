@@ -60,7 +60,7 @@ class X11:
 
 
     def drag(self, *points):
-        steps = [word for x, y in points[1:] for word in ("mousemove", str(x), str(y), "sleep", "0.1")]
+        steps = [word for x, y in points[1:] for word in ("mousemove", str(x), str(y), "sleep", "0.02")]
         subprocess.run(["xdotool", "mousemove", *map(str, points[0]), "mousedown", "1", *steps, "mouseup", "1"],
                        env={**os.environ, **self.variables}, check=True)
 
@@ -130,7 +130,7 @@ class VirtualPointer:
 
     def frame(self):
         self.send(4, 4, b"")
-        time.sleep(0.2)
+        time.sleep(0.02)
 
 
 def snapshot(day):
@@ -173,7 +173,7 @@ def test(desktop, programs, home):
         assert switches(program) == before, "it does not sleep"
         replace(file, snapshot(datetime.date.today() - datetime.timedelta(days=1)))
         until("waiting, yesterday's file being none", lambda: not isLine(desktop))
-        desktop.drag((60, 60), (460, 60), (1120, 260))
+        desktop.drag(*((60 + 53 * step, 60 + 10 * step) for step in range(21)))
         until("the place that it was dragged to", lambda: desktop.column(1200, 150, 1) == [PAPER])
         assert desktop.column(200, 60, 1) != [PAPER], "it is still where it was"
         until("it kept", (home / "config/tappora/settings.json").exists)

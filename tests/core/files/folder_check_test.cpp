@@ -71,7 +71,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
                   "it is not counted",
                   "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
-                  "A/days/2026-09-20.md:4: left out: a row of Keys has 3 cells",
+                  "A/days/2026-09-20.md:4: not used: a row of Keys has 3 cells",
                   "A/days/2026-09-20.org:2: not UTF-8 text",
                   "A/days/2026-09-20.org: stands beside another format of the same",
                   "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
@@ -81,9 +81,9 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "A/months/2026-09.org: out of date; tappora folder rollups makes it anew",
                   "A/months/September.org: the name is no month; it is not counted",
                   "B/days/2026-09-20.md: Is a directory",
-                  "practice/2026-09-20 as it was.md: kept as it was before its lines that could not be read "
-                  "were left out",
-                  "practice/2026-09-20.md:3: left out: the letter is not one character",
+                  "practice/2026-09-20 as it was.md: the day as it was before lines were left out; mend the "
+                  "day from it, then remove it",
+                  "practice/2026-09-20.md:3: not used: the letter is not one character",
                   "practice/today.md: the name is no date; it is not counted",
                   "A/months/2026-07.org: missing; tappora folder rollups makes it"));
 }

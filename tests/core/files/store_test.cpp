@@ -158,7 +158,9 @@ TEST_F(StoreTest, WhatCannotBeReadIsNamedAndNotReplaced) {
 }
 
 TEST_F(StoreTest, WhatARewriteLeavesOutIsKeptBesideUntilItIsCleared) {
-    const std::string edited = dayText(0, 5) + "| paused | soon |\n\n* Notes\n| a | b |\nmine\n";
+    const std::string edited = dayText(0, 5) + "| paused | soon |\n\n* Notes\n| a | b |\nmine\n* 5 km\n";
+    const std::string own = "days/2026-09-20 as it was when I was ill.org";
+    folder.put(own, "mine");
     folder.put("days/2026-09-21.org", dayText(0, 5));
     alone.add(pressed(0, 1), 0, 0, {}, {}, day.adding(1, Calendar("UTC")));
     const std::vector<std::function<void()>> clearings = {
@@ -173,7 +175,8 @@ TEST_F(StoreTest, WhatARewriteLeavesOutIsKeptBesideUntilItIsCleared) {
         clear();
         EXPECT_FALSE(std::filesystem::exists(folder / "days/2026-09-20 as it was.org"));
     }
-    EXPECT_THAT(folder.files(), IsEmpty());
+    EXPECT_EQ(folder.files().size(), 1U);
+    EXPECT_EQ(folder.text(own), "mine");
 }
 
 TEST_F(StoreTest, SummaryHasOneEntryADayWithAllMachinesInIt) {
