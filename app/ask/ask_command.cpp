@@ -180,7 +180,7 @@ void converse(const Conversation& with, const tapcore::Words& words) {
     announce(with.line.access(), with.model);
     if (const auto turns = with.session.conversation().turns.size(); turns > 0)
         fmt::print(stderr, "Going on with a conversation of {} turns\n", turns);
-    fmt::print(stderr, "Ask, or say a number; /new begins another conversation, /quit ends\n");
+    fmt::print(stderr, "Ask, or type a number; /new begins another conversation, /quit ends\n");
     printStarters(words);
     while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;

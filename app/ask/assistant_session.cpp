@@ -81,15 +81,21 @@ AssistantSession::AssistantSession(const AskOptions& options, const Environment&
     : options_(options),
       environment_(environment),
       store_(openStore(options.folder, environment)),
-      today_(today(options.folder, environment, tapcore::Calendar(environment.zone))),
       keyboard_(AssistantKeyboard::of({}, environment, store_)) {}
 
 std::unique_ptr<tapcore::Dialogue> AssistantSession::dialogue(Provider provider, const std::string& model,
                                                               const Turns& turns) const {
-    tapcore::DialogueStart start{model, assistantPrompt(store_, keyboard_, options_.language).inApp(today_),
-                                 assistantTools(store_, keyboard_, today_).specs(), turns};
+    const tapcore::Day day = currentDay();
+    tapcore::DialogueStart start{model, assistantPrompt(store_, keyboard_, options_.language).inApp(day),
+                                 assistantTools(store_, keyboard_, day).specs(), turns};
     return provider == Provider::claude ? tapcore::Dialogue::claude(std::move(start))
                                         : tapcore::Dialogue::chat(std::move(start));
+}
+
+/// A conversation may last over midnight.
+tapcore::Day AssistantSession::currentDay() const {
+    const Environment current = atThisMoment(environment_);
+    return today(options_.folder, current, tapcore::Calendar(current.zone));
 }
 
 void AssistantSession::show(const ProviderAccess& access, const std::string& model,
@@ -108,7 +114,8 @@ Answer AssistantSession::ask(const ProviderLine& line, const std::string& model,
         if (options_.showsTools) printCall(call, output);
         line.goOn();
     };
-    return putQuestion(*put, assistantTools(store_, keyboard_, today_), line.access().isPaid(), send, onCall);
+    return putQuestion(*put, assistantTools(store_, keyboard_, currentDay()), line.access().isPaid(), send,
+                       onCall);
 }
 
 void AssistantSession::keep(const std::string& question, const Answer& answer) const {
@@ -126,7 +133,8 @@ tapcore::ChatFile AssistantSession::conversation() const {
 
 void AssistantSession::shelve() const {
     const LockedStore own(options_.folder, environment_);
-    own.store.shelveChat(environment_.now, tapcore::Calendar(environment_.zone));
+    const Environment current = atThisMoment(environment_);
+    own.store.shelveChat(current.now, tapcore::Calendar(current.zone));
 }
 
 }  // namespace tappora

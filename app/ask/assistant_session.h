@@ -59,10 +59,11 @@ class AssistantSession {
     std::unique_ptr<tapcore::Dialogue> dialogue(Provider provider, const std::string& model,
                                                 const std::vector<tapcore::ChatFile::Turn>& turns) const;
 
+    tapcore::Day currentDay() const;
+
     const AskOptions& options_;
     const Environment& environment_;
     tapcore::Store store_;
-    tapcore::Day today_;
     AssistantKeyboard keyboard_;
 };
 

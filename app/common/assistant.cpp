@@ -1,12 +1,13 @@
 #include "app/common/assistant.h"
 
+#include "app/common/terminal.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
 
 void requireUtf8(std::string_view argument, const std::optional<std::string>& text) {
     if (text && tapcore::firstInvalidUtf8(*text) != std::string_view::npos)
-        throw UsageError(std::string(argument) + ": " + *text + ": not UTF-8");
+        throw UsageError(std::string(argument) + ": " + harmlessLine(*text) + ": not UTF-8");
 }
 
 AssistantKeyboard AssistantKeyboard::of(const KeyboardOptions& options, const Environment& environment,

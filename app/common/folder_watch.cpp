@@ -35,8 +35,10 @@ FolderWatch::FolderWatch() : file_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
 void FolderWatch::add(const fs::path& folder) {
     fs::path whole = fs::absolute(folder).lexically_normal();
     if (!whole.has_filename()) whole = whole.parent_path();  // "folder/"
-    // What is made before its coming is watched for raises no event, so that one looks again.
-    while (!watchFolder(whole) && waitFor(whole)) {
+    // What is made before its coming is watched for raises no event, so that one looks again; but not for ever
+    // at one that may not be watched.
+    constexpr int rounds = 100;
+    for (int round = 0; round < rounds && !watchFolder(whole) && waitFor(whole); ++round) {
     }
 }
 

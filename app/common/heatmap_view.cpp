@@ -23,7 +23,7 @@ void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options) {
     const Option counts = command.flag("--counts", options.counts, "Write its presses on each key");
     command.flag("--percent", options.percent, "Write its share on each key").excludes(counts);
     command.flag("--names,!--no-names", options.names,
-                 "Show names and signs on keys too, or letters and numbers alone, whatever the folder says");
+                 "Show names and signs on keys too (or letters and numbers alone), whatever the folder says");
 }
 
 std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) const {

@@ -4,6 +4,7 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "app/common/language.h"
@@ -83,18 +84,28 @@ void WidgetHost::placeAll() {
 }
 
 void WidgetHost::reload() {
+    next_ = hostNow() + tapwidgets::Provider::refresh;
     try {
         takeZone();
-        // A folder that has been made in the meantime is watched from now on, so before the file is read.
-        if (provider_.url()) folder_.add(provider_.url()->parent_path());
+        watchFile();
         const tapwidgets::Timeline timeline = provider_.timeline();
         next_ = timeline.policy.after;
         show(timeline.entries.back());
     } catch (const std::exception& error) {
         complain(error.what());
-        next_ = hostNow() + tapwidgets::Provider::refresh;
+        show({hostNow(), std::nullopt});  // rather none than yesterday's counts
     }
     schedule();
+}
+
+/// A folder that has been made in the meantime is watched from now on, so before the file is read. When it
+/// cannot be watched, the file is still read at its times.
+void WidgetHost::watchFile() {
+    try {
+        if (provider_.url()) folder_.add(provider_.url()->parent_path());
+    } catch (const std::system_error& error) {
+        complain(error.what());
+    }
 }
 
 /// Who travels sets another zone.

@@ -37,6 +37,7 @@ class WidgetHost {
     void placeAll();
     void reload();
     void takeZone();
+    void watchFile();
     void schedule();
     void show(const tapwidgets::Entry& entry);
     void draw();

@@ -317,7 +317,7 @@ void Screen::Implementation::suspend() {
     sigset_t stop;
     sigemptyset(&stop);
     sigaddset(&stop, SIGTSTP);
-    raise(SIGTSTP);
+    kill(0, SIGTSTP);  // who waits for this program stops as well, and they go on together
     sigprocmask(SIG_UNBLOCK, &stop, nullptr);
     sigprocmask(SIG_BLOCK, &stop, nullptr);
     fitToTerminal();

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <utility>
@@ -24,7 +23,7 @@ using Kind = ScreenEvent::Kind;
 
 constexpr std::int64_t idle = 1000;          // milliseconds without a key, after which practice is saved
 constexpr std::int64_t untilRetry = 10'000;  // after which a save that failed is tried again
-constexpr std::int64_t forAWhile = 60'000;
+constexpr std::int64_t forAWhile = 60'000;       // after which a lesson without a key is left alone
 
 std::string whyOf(const std::exception& error) {
     const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
@@ -36,7 +35,7 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
     return {.today =
                 [&] {
                     Environment now = environment;
-                    now.now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+                    now.now = hostNow();
                     return today(options.folder, now, calendar);
                 },
             .save =
@@ -76,6 +75,7 @@ class TrainerLoop {
         const std::int64_t now = steadyMilliseconds();
         const bool wasFinished = trainer_.session().isFinished();
         for (const ScreenEvent& event : events) take(event, now);
+        if (!events.empty()) lastEvent_ = now;
         const bool waits = trainer_.settle(now);
         show();
         const bool isFinished = trainer_.session().isFinished();
@@ -86,6 +86,7 @@ class TrainerLoop {
     void take(const ScreenEvent& event, std::int64_t now) {
         switch (event.kind) {
             case Kind::character:
+                hasFocus_ = true;
                 return trainer_.press(event.text, now);
             case Kind::erase:
                 return trainer_.erase();
@@ -131,7 +132,8 @@ class TrainerLoop {
     }
 
     void show() {
-        const bool isTyping = !trainer_.result() && hasFocus_ && !isOver_;
+        const bool isAlone = steadyMilliseconds() - lastEvent_ >= forAWhile;
+        const bool isTyping = !trainer_.result() && hasFocus_ && !isAlone && !isOver_;
         isTyping ? lock_.hold() : lock_.release();
         const auto frame = trainer_.result() ? reviewFrame(trainer_, notice_, screen_.shape())
                                              : lessonFrame(trainer_, keyboard_, notice_, screen_.shape());
@@ -144,6 +146,7 @@ class TrainerLoop {
     PracticeLock& lock_;
     std::string notice_;
     bool hasFocus_ = true;  ///< also where the terminal tells nothing of it
+    std::int64_t lastEvent_ = steadyMilliseconds();
     bool isOver_ = false;
 };
 

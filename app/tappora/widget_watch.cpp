@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <string>
 #include <system_error>
 
@@ -76,9 +77,10 @@ class Printer {
         std::fflush(stdout);
     }
 
-    void tryPrintNew(const FolderOptions& options, const Environment& environment) {
+    /// Tells of a failure once, and goes on.
+    void attempt(const std::function<void()>& act) {
         try {
-            printNew(options, environment);
+            act();
         } catch (const std::exception& error) {
             if (problem_ == error.what()) return;
             problem_ = error.what();
@@ -108,8 +110,10 @@ void watchSnapshot(const FolderOptions& options, const Environment& environment)
         const tapcore::Calendar calendar(current.zone);
         if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait()) break;
         current = atThisMoment(environment);
-        watchAll(waits.folders, options, current);
-        printer.tryPrintNew(options, current);
+        printer.attempt([&] {
+            watchAll(waits.folders, options, current);
+            printer.printNew(options, current);
+        });
     }
     forgetOutput();
 }

@@ -11,16 +11,16 @@
 namespace tappora {
 
 /// Moves this test program, for the rest of its life, into a network that holds nothing but a loopback
-/// device, so that no other program has its ports. Where the system does not allow that, it stays where it
-/// is.
-inline void enterOwnNetwork() {
-    if (::unshare(CLONE_NEWNET) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0) return;
+/// device, so that no other program has its ports. False where the system does not allow that.
+inline bool enterOwnNetwork() {
+    if (::unshare(CLONE_NEWNET) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0) return false;
     const int any = ::socket(AF_INET, SOCK_DGRAM, 0);
     ifreq loopback{};
     std::strcpy(loopback.ifr_name, "lo");
     loopback.ifr_flags = IFF_UP;
-    ::ioctl(any, SIOCSIFFLAGS, &loopback);
+    const bool isUp = ::ioctl(any, SIOCSIFFLAGS, &loopback) == 0;
     ::close(any);
+    return isUp;
 }
 
 }  // namespace tappora

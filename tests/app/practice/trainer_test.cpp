@@ -172,7 +172,8 @@ TEST_F(TrainerOnATerminal, SaysThatKeysArePracticeWhileTheyGoIntoALesson) {
     terminal->signal(SIGKILL);
     EXPECT_TRUE(saysPractice(false)) << "killed";
 
-    start({"/bin/sh", "-mc", "\"$@\"; read -r line && fg", "sh"});
+    // Below a shell that stops and goes on with it, as what started it does that waits for its end.
+    start({"/bin/sh", "-mc", "/bin/sh -c '\"$@\"; exit $?' sh \"$@\"; read -r line && fg", "sh"});
     EXPECT_NE(terminal->seen().find("\033[?1004h"), std::string::npos) << "asks for reports of focus";
     EXPECT_TRUE(saysPractice(true)) << "in a lesson";
     const std::string text = nextText({});

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 using tapcore::Day;
 using tapcore::Tally;
 
-const fs::path recordings = fs::path(TEST_DATA) / "recordings";
+const fs::path recordings = RECORDINGS;
 
 /// What evening.evemu holds when it starts at 22:59:20 on the 20th: counted line by line, by other means than
 /// the recorder's.
@@ -147,7 +147,7 @@ TEST_F(Replay, WritesEveryCountOfAnEveningWhateverTheForms) {
 
 TEST_F(Replay, CountsMaskedKeysWithoutNamingThem) {
     testing::internal::CaptureStderr();
-    play("masked.yml");
+    play(TEST_DATA "/recordings/masked.yml");
     EXPECT_NE(testing::internal::GetCapturedStderr().find("masked.yml: keys are not known"),
               std::string::npos);
     const Tally tally =

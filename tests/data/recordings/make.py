@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Writes the recordings beside it: one evening at a keyboard and a mouse, in every form that the recording
+"""Writes recordings into a folder, make.py FOLDER: one evening at a keyboard and a mouse, in every form that the recording
 programs have, and with all that real recordings hold. Nothing in it is random, so it writes the same each time."""
 
 import re
+import sys
 from pathlib import Path
 
-HERE = Path(__file__).parent
 SYN, KEY, REL, MSC = 0, 1, 2, 4
 TYPES = {0: "EV_SYN", 1: "EV_KEY", 2: "EV_REL", 4: "EV_MSC"}
 
@@ -208,7 +208,7 @@ def libinput_flat(device, frames):
 
 
 def write(name, *parts):
-    (HERE / name).write_text("".join(line + "\n" for part in parts for line in part))
+    (FOLDER / name).write_text("".join(line + "\n" for part in parts for line in part))
 
 
 def main():
@@ -222,4 +222,6 @@ def main():
 
 
 if __name__ == "__main__":
+    FOLDER = Path(sys.argv[1])
+    FOLDER.mkdir(parents=True, exist_ok=True)
     main()
