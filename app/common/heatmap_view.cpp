@@ -8,9 +8,18 @@
 #include "app/common/terminal.h"
 #include "core/counting/chords.h"
 #include "core/counting/key_face.h"
+#include "core/foundation/characters.h"
 
 namespace tappora {
 namespace {
+
+/// Keys print a letter whose capital is more than one character, as that of ß is, as it is.
+std::vector<std::string> asPrinted(const std::vector<std::string>& face,
+                                   const std::vector<std::string>& legend) {
+    const bool isLetter = face.size() == 1 && !legend.empty() && tapcore::isSingleCharacter(legend.front());
+    if (!isLetter || tapcore::isSingleCharacter(face.front())) return face;
+    return {legend.front()};
+}
 
 KeyAmount amountOf(const HeatmapOptions& options) {
     return options.counts ? KeyAmount::count : options.percent ? KeyAmount::percent : KeyAmount::none;
@@ -30,7 +39,8 @@ std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) c
     std::optional<std::string> label;
     if (cell.key.keyCode) label = config.label(*cell.key.keyCode, board.id);
     if (label) label = harmlessLine(*label);
-    return tapcore::KeyFace::shown(cell.legend, label, names);
+    const auto shown = tapcore::KeyFace::shown(cell.legend, label, names);
+    return label ? shown : asPrinted(shown, cell.legend);
 }
 
 std::string HeatmapView::amountText(const tapcore::Heatmap::Cell& cell) const {
