@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <utility>
 
 #include "app/common/program.h"
 
@@ -29,7 +30,7 @@ LongWork::LongWork(std::string what) : what_(std::move(what)), onTerminal_(::isa
 
 LongWork::~LongWork() {
     handle(SIG_DFL);
-    if (shown_ > 0) std::fputs("\r\033[K", stderr);
+    takeLineAway();
 }
 
 tapcore::Progress LongWork::progress() {
@@ -39,8 +40,13 @@ tapcore::Progress LongWork::progress() {
     };
 }
 
-void LongWork::requireDone(bool done) const {
+void LongWork::requireDone(bool done) {
+    takeLineAway();
     if (!done) throw Failure(what_, "stopped; what is done stays done, and running it again does the rest");
+}
+
+void LongWork::takeLineAway() {
+    if (std::exchange(shown_, 0) > 0) std::fputs("\r\033[K", stderr);
 }
 
 void LongWork::show(std::size_t done, std::size_t total) {

@@ -20,11 +20,13 @@ class LongWork {
     /// To hand to what does the work; false once it is to stop.
     tapcore::Progress progress();
 
-    /// Throws Failure when the work did not come to its end: it may be run again.
-    void requireDone(bool done) const;
+    /// To be called once the work is over, before anything is printed: it takes the line away. Throws Failure
+    /// when the work did not come to its end: it may be run again.
+    void requireDone(bool done);
 
   private:
     void show(std::size_t done, std::size_t total);
+    void takeLineAway();
 
     std::string what_;
     bool onTerminal_;

@@ -41,11 +41,12 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
     const tapcore::Calendar calendar(environment.zone);
     const tapcore::Day day = today(options, environment, calendar);
     const tapcore::Store store = openStore(options, environment);
+    // First, since it names the file of which the counts cannot be added up.
+    const tapcore::Summary month = store.summary(BoardCounts::usualDays, day, calendar, problems);
     const tapcore::Tally counted = store.read(day).tally;
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar);
     const auto comparison =
         tapcore::Comparison::percent(counted.byHour(), usual, hourReached(day, environment, calendar));
-    const tapcore::Summary month = store.summary(BoardCounts::usualDays, day, calendar, problems);
     const tapcore::Board board = Keyboards(environment, store).chosenBoard({});
     // Keys of a widget bear no legends, so that any layout gives the same.
     const tapcore::Heatmap heatmap(board, {}, month.byKey, {});

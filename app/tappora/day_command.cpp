@@ -5,6 +5,7 @@
 #include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/tappora/commands.h"
+#include "core/foundation/fatal.h"
 
 namespace tappora {
 void dayCommand(CommandLine& line, const Environment& environment) {
@@ -24,6 +25,8 @@ void dayCommand(CommandLine& line, const Environment& environment) {
         date ? parseDay("DATE", *date) : today(folder, environment, tapcore::Calendar(environment.zone));
     const tapcore::Store store = openStore(folder, environment);
     const auto written = format ? parseFormat("--format", *format) : store.format;
+    const std::string place = store.url(day).replace_extension().string();
+    const tapcore::FatalContext context("printing", place);
     tapcore::FileProblems problems;
     const tapcore::DayFile file = store.read(day, &problems);
     complainOf(problems);

@@ -23,6 +23,7 @@
 #include "core/files/folder_names.h"
 #include "core/files/row_reader.h"
 #include "core/files/store.h"
+#include "core/foundation/fatal.h"
 #include "core/practice/practice_day.h"
 
 namespace tappora {
@@ -34,10 +35,15 @@ using tapcore::Store;
 /// This machine's own files alone.
 Store own(const Store& store) { return {store.base(), store.format}; }
 
-std::int64_t keystrokes(const Store& store, const std::vector<Day>& days) {
+/// "1,204,331 keystrokes", or that there are too many to tell: what destroys is what mends that.
+std::string keystrokes(const Store& store, const std::vector<Day>& days) {
+    tapcore::CountSum counts;
+    for (const Day& day : days)
+        addNumbers(counts, readCopies(store.root / tapcore::daysFolder, day.description(), store.format));
+    if (!counts.fits()) return std::string(tapcore::tooLarge);
     std::int64_t sum = 0;
     for (const Day& day : days) sum += store.read(day).tally.total();
-    return sum;
+    return grouped(sum) + " keystrokes";
 }
 
 /// "214 days of counts with 1,204,331 keystrokes, 2026-01-03 to 2026-09-20, and 9 months".
@@ -45,8 +51,8 @@ std::string countsOf(const Store& store) {
     const auto days = store.days();
     const std::string months = counted(store.names(tapcore::monthsFolder).size(), "month", "months");
     if (days.empty()) return "no days of counts and " + months;
-    return fmt::format("{} of counts with {} keystrokes, {} to {}, and {}",
-                       counted(days.size(), "day", "days"), grouped(keystrokes(store, days)),
+    return fmt::format("{} of counts with {}, {} to {}, and {}",
+                       counted(days.size(), "day", "days"), keystrokes(store, days),
                        days.front().description(), days.back().description(), months);
 }
 
@@ -59,7 +65,9 @@ std::string besides(const Store& store) {
     for (const tapcore::ListedFile& file : tapcore::dataFiles(folder)) {
         if (tapcore::isKeptDayName(file.name)) ++kept;
         if (!tapcore::isDayName(file.name)) continue;
-        const std::string text = tapcore::readStoredFile(folder / file.fileName()).text;
+        const std::filesystem::path path = folder / file.fileName();
+        const std::string text = tapcore::readStoredFile(path).text;
+        const tapcore::FatalContext context("reading", path.native());
         lines += tapcore::leftOutOf<tapcore::DayFile>(text).size();
     }
     std::string what;
@@ -74,10 +82,12 @@ std::string practiceOf(const Store& store) {
 
 /// "WHAT will be gone from FOLDER", and what stays.
 std::string warning(const Store& store, std::string_view what) {
-    std::string stays;
-    if (!store.macs().empty()) stays += " What other machines wrote stays.";
-    if (store.mac && !tapcore::dataFiles(store.root / tapcore::daysFolder).empty())
-        stays += " So do the files at the top of the folder, from before it was shared.";
+    constexpr std::string_view top = "he files at the top of the folder, from before it was shared";
+    const bool hasOthers = !store.macs().empty();
+    const bool hasTop = store.mac && !tapcore::dataFiles(store.root / tapcore::daysFolder).empty();
+    std::string stays = hasOthers ? " What other machines wrote stays" : "";
+    if (hasTop) stays += hasOthers ? fmt::format(", and so do t{}", top) : fmt::format(" T{}, stay", top);
+    if (!stays.empty()) stays += ".";
     return fmt::format("{} will be gone from {}, for good.{}", what, store.base().string(), stays);
 }
 
@@ -93,8 +103,16 @@ void confirmed(const Store& store, std::string_view loss, bool yes, const Enviro
 struct Reset {
     std::string_view name;
     std::string (*loss)(const Store& own);
-    void (Store::*run)() const;
+    void (*run)(const Store& store);
 };
+
+using Forget = bool (Store::*)(const tapcore::Progress&) const;
+
+template <Forget forget>
+void interruptibly(const Store& store) {
+    LongWork work("forgetting");
+    work.requireDone((store.*forget)(work.progress()));
+}
 
 constexpr Reset resets[] = {
     {"heatmap",
@@ -102,23 +120,23 @@ constexpr Reset resets[] = {
          return fmt::format("Which keys were pressed, in {} (how many stays){},",
                             counted(store.days().size(), "day", "days"), besides(store));
      },
-     &Store::resetHeatmap},
+     interruptibly<&Store::resetHeatmap>},
     {"shortcuts",
      [](const Store& store) {
          return fmt::format("Which shortcuts were pressed, in {}{},",
                             counted(store.days().size(), "day", "days"), besides(store));
      },
-     &Store::resetShortcuts},
-    {"practice", practiceOf, &Store::resetPractice},
+     interruptibly<&Store::resetShortcuts>},
+    {"practice", practiceOf, [](const Store& store) { store.resetPractice(); }},
 };
 
 constexpr Reset clearings[] = {
-    {"counts", countsOf, &Store::clearCounts},
+    {"counts", countsOf, [](const Store& store) { store.clearCounts(); }},
     {"all",
      [](const Store& store) {
          return countsOf(store) + ", " + practiceOf(store) + ", all reports and all conversations";
      },
-     &Store::clearAll},
+     [](const Store& store) { store.clearAll(); }},
 };
 
 const Reset* named(std::span<const Reset> all, std::string_view name) {
@@ -128,17 +146,31 @@ const Reset* named(std::span<const Reset> all, std::string_view name) {
 }
 
 void perform(const Reset& reset, const Store& store, bool yes, const Environment& environment) {
-    confirmed(store, reset.loss(own(store)), yes, environment, [&] { (store.*reset.run)(); });
+    confirmed(store, reset.loss(own(store)), yes, environment, [&] { reset.run(store); });
+}
+
+/// Whether this machine has files of a day, those included that were kept as they were.
+bool hasFilesOf(const Day& day, const Store& store) {
+    const std::string date = day.description();
+    const auto files = tapcore::allDataFiles(store.base() / tapcore::daysFolder);
+    return std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
+        return file.name == date || (file.name.starts_with(date) && tapcore::isKeptDayName(file.name));
+    });
 }
 
 void clearOneDay(const Day& day, const Store& store, bool yes, const Environment& environment) {
+    if (!hasFilesOf(day, store)) {
+        const bool isElsewhere = store.names(tapcore::daysFolder).contains(day.description());
+        print(fmt::format("This machine has no counts of {}.\n", day.description()));
+        if (isElsewhere) print("Those in the folder are other machines', or from before it was shared.\n");
+        return;
+    }
     const auto files = tapcore::dataFiles(store.base() / tapcore::daysFolder);
     const bool isAway = std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
         return file.name == day.description() && !file.isHere;
     });
     const std::string loss = isAway ? day.description() + ", of which iCloud Drive has still to bring a file,"
-                                    : fmt::format("{} with {} keystrokes", day.description(),
-                                                  grouped(keystrokes(own(store), {day})));
+                                    : fmt::format("{} with {}", day.description(), keystrokes(own(store), {day}));
     confirmed(store, loss, yes, environment, [&] { store.clearDay(day); });
 }
 
@@ -195,11 +227,11 @@ void resetFolder(const std::string& what, bool yes, const FolderOptions& options
 void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
                  const Environment& environment) {
     const Reset* clearing = named(clearings, what);
-    const auto day = Day::parse(what);
-    if (!clearing && !day) throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
+    if (!clearing && !Day::parse(what)) throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
+    const auto day = clearing ? std::nullopt : std::optional(parseDay("folder clear", what));
     const Store store = LockedStore(options, environment).store;
-    if (clearing) perform(*clearing, store, yes, environment);
-    else clearOneDay(*day, store, yes, environment);
+    if (day) clearOneDay(*day, store, yes, environment);
+    else perform(*clearing, store, yes, environment);
 }
 
 }  // namespace tappora

@@ -39,8 +39,12 @@ std::optional<std::int64_t> percent(const ByHour& today, const std::vector<ByHou
 std::vector<ByHour> usualDays(const Store& store, const Day& today, const Calendar& calendar,
                               FileProblems* problems) {
     std::vector<ByHour> days;
-    for (std::int64_t before = daysBack; before >= 1; --before)
-        days.push_back(store.read(today.adding(-before, calendar), problems).tally.byHour());
+    for (std::int64_t before = daysBack; before >= 1; --before) {
+        const Day day = today.adding(-before, calendar);
+        const std::string place = store.url(day).replace_extension().string();
+        const FatalContext context("summing up", place);
+        days.push_back(store.read(day, problems).tally.byHour());
+    }
     return days;
 }
 

@@ -147,6 +147,11 @@ void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
     }
 }
 
+void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies) {
+    for (const FileCopy& copy : copies)
+        if (!copy.isSuperseded) sum.add(copy.file.text);
+}
+
 namespace {
 
 /// Keeps what a copy is now under a name of its own beside it; what stands there already stays. Returns

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/files/cloud.h"
+#include "core/files/count_sum.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_format.h"
 #include "core/files/file_problem.h"
@@ -43,6 +44,9 @@ std::vector<FileCopy> readWholeCopies(const std::filesystem::path& folder, std::
 /// the program, it says with which file.
 void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
                  const std::function<void(std::string_view text)>& visit);
+
+/// Adds the numbers of copies up, those left out that are superseded.
+void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
 
 /// Writes `text`, which holds what `copies` held together, as the one copy of `name` in this format, and
 /// removes those others. A crash at any moment leaves a folder that reads as before or as after: nothing is

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/files/count_sum.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
 #include "core/files/folder_config.h"
@@ -104,6 +105,7 @@ class FolderCheck {
         if (file.status != FileRead::Status::read) return reportUnread(path, file.error.message());
         const std::size_t bad = firstInvalidUtf8(file.text);
         if (bad != std::string_view::npos) reportUnread(path, "not UTF-8 text", lineOf(file.text, bad));
+        if (!countsFit(file.text)) return reportUnread(path, std::string(tooLarge));
         for (const SkippedRow& row : skippedRows(folder, repairedUtf8(file.text)))
             report(path, "not used: " + row.why, row.line);
     }

@@ -144,6 +144,8 @@ void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pau
 void Store::change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const {
     const fs::path folder = base() / daysFolder;
     const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
+    const std::string place = (folder / day.description()).string();
+    const FatalContext context("changing", place);
     DayFile file;
     addFiles(file, copies, nullptr);
     change(file);

@@ -180,10 +180,11 @@ class Store {
 
     /// Removes a day's counts, from its month's rollup too.
     void clearDay(const Day& day) const;
-    /// Forgets which keys were pressed, keeping how many, in every day and month.
-    void resetHeatmap() const;
-    /// Forgets which shortcuts were pressed, in every day and month.
-    void resetShortcuts() const;
+    /// Forgets which keys were pressed, keeping how many, in every day and month. May be interrupted and run
+    /// again; false when it was.
+    bool resetHeatmap(const Progress& progress = {}) const;
+    /// Forgets which shortcuts were pressed, in every day and month, in the same way.
+    bool resetShortcuts(const Progress& progress = {}) const;
     /// Removes every day of practice.
     void resetPractice() const;
     /// Removes every day and month of counts.
@@ -213,8 +214,8 @@ class Store {
     std::vector<Day> daysIn(std::string_view folder) const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
-    void forget(const std::function<void(DayFile&)>& inDay,
-                const std::function<void(MonthRollup&)>& inMonth) const;
+    bool forget(const std::function<void(DayFile&)>& inDay,
+                const std::function<void(MonthRollup&)>& inMonth, const Progress& progress) const;
     void convertFile(std::string_view folder, const std::string& name) const;
     // Defined beside the record of a practice day.
     void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change,

@@ -93,29 +93,33 @@ void Store::convertFile(std::string_view folder, const std::string& name) const 
 void Store::clearDay(const Day& day) const {
     const Store own = single(base());
     changeRollup(day.monthName(), [&](MonthRollup& rollup) {
+        CountSum counts;
         std::map<Day, DayFile> others;
         for (const MonthRollup::DayLine& line : rollup.days) {
             if (line.day == day) continue;
-            readWholeCopies(own.root / daysFolder, line.day.description(), format, fetch_);
-            others.emplace(line.day, own.read(line.day));
+            addNumbers(counts,
+                       readWholeCopies(own.root / daysFolder, line.day.description(), format, fetch_));
+            if (counts.fits()) others.emplace(line.day, own.read(line.day));
         }
+        if (!counts.fits()) others.clear();  // and the rollup goes, until its days can be added up
         rollup = MonthRollup(others);
     });
     removeCopies(own.root / daysFolder, day.description());
     removeKept(own.root / daysFolder, day.description());
 }
 
-void Store::resetHeatmap() const {
-    forget([](DayFile& file) { file.tally.forgetKeys(); }, [](MonthRollup& rollup) { rollup.keys.clear(); });
+bool Store::resetHeatmap(const Progress& progress) const {
+    return forget([](DayFile& file) { file.tally.forgetKeys(); },
+                  [](MonthRollup& rollup) { rollup.keys.clear(); }, progress);
 }
 
-void Store::resetShortcuts() const {
-    forget([](DayFile& file) { file.tally.forgetChords(); },
-           [](MonthRollup& rollup) { rollup.chords.clear(); });
+bool Store::resetShortcuts(const Progress& progress) const {
+    return forget([](DayFile& file) { file.tally.forgetChords(); },
+                  [](MonthRollup& rollup) { rollup.chords.clear(); }, progress);
 }
 
-void Store::forget(const std::function<void(DayFile&)>& inDay,
-                   const std::function<void(MonthRollup&)>& inMonth) const {
+bool Store::forget(const std::function<void(DayFile&)>& inDay,
+                   const std::function<void(MonthRollup&)>& inMonth, const Progress& progress) const {
     const fs::path days = base() / daysFolder;
     const fs::path months = base() / monthsFolder;
     requireAllHere(days);
@@ -123,9 +127,14 @@ void Store::forget(const std::function<void(DayFile&)>& inDay,
     const auto dayNames = namesOf(days, isDayName);
     for (const std::string& name : dayNames)
         readWholeCopies(days, name, format, fetch_);  // or none is changed
-    for (const std::string& name : dayNames) change(*Day::parse(name), LeftOut::dropped, inDay);
+    std::size_t done = 0;
+    for (const std::string& name : dayNames) {
+        if (!goesOn(progress, done++, dayNames.size())) return false;
+        change(*Day::parse(name), LeftOut::dropped, inDay);
+    }
     removeKept(days);
     for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
+    return true;
 }
 
 void Store::resetPractice() const { clearFolder(base() / practiceFolder, isAnyDayName); }

@@ -24,11 +24,14 @@ struct StoredRollup {
     MonthRollup rollup;
 };
 
-/// The rollup in one folder. Of two formats the one written counts: they are one rollup.
+/// The rollup in one folder. Of two formats the one written counts: they are one rollup. One whose counts
+/// cannot be added up reads as empty: it is made anew from its days.
 std::optional<StoredRollup> readStored(const Store& part, std::string_view month, FileProblems* problems) {
     for (const FileCopy& copy : readCopies(part.base() / monthsFolder, month, part.format)) {
         if (copy.file.status == FileRead::Status::read) {
-            const FatalContext context("reading", copy.path.native());
+            const bool fits = countsFit(copy.file.text);
+            if (!fits && problems) problems->push_back({copy.path, 0, std::string(tooLarge)});
+            if (!fits) return StoredRollup{copy.path, {}};
             return StoredRollup{copy.path, MonthRollup(repairedUtf8(copy.file.text))};
         }
         if (problems) problems->push_back({copy.path, 0, copy.file.error.message()});
@@ -127,6 +130,14 @@ std::optional<MonthRollup> sumOf(const Store& own, const std::vector<Day>& days)
     return MonthRollup(files);
 }
 
+/// Whether the counts of days can be added up.
+bool countsFit(const Store& own, const std::vector<Day>& days) {
+    CountSum sum;
+    for (const Day& day : days)
+        addNumbers(sum, readCopies(own.base() / daysFolder, day.description(), own.format));
+    return sum.fits();
+}
+
 bool rebuild(const Store& own, std::string_view month, const FilesByDay& files) {
     if (!allHere(files)) return false;
     std::vector<Day> days;
@@ -189,7 +200,9 @@ void Store::changeRollup(std::string_view month, const std::function<void(MonthR
     auto stored = readStored(own, month, nullptr);
     if (!stored) return;
     // What is written now is newer than the days, and would hide that one of them has changed.
-    if (auto anew = sumOf(own, daysListedIn(stored->rollup))) stored->rollup = std::move(*anew);
+    const std::vector<Day> listed = daysListedIn(stored->rollup);
+    if (countsFit(own, listed))
+        if (auto anew = sumOf(own, listed)) stored->rollup = std::move(*anew);
     change(stored->rollup);
     if (stored->rollup.days.empty()) removeRollup(own, month);
     else writeRollup(own, month, stored->rollup);

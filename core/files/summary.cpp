@@ -40,7 +40,7 @@ double Summary::movedMetres() const {
 std::optional<std::int64_t> Summary::keyboardShare() const {
     const std::int64_t all = checkedSum(keystrokes, clicks());
     if (all == 0) return std::nullopt;
-    const double share = static_cast<double>(checkedProduct(keystrokes, 100)) / static_cast<double>(all);
+    const double share = static_cast<double>(keystrokes) * 100 / static_cast<double>(all);
     return static_cast<std::int64_t>(std::round(share));
 }
 

@@ -157,7 +157,9 @@ TEST_F(RollupTest, ForgottenKeysAndShortcutsAreForgottenInMonthsToo) {
     store.refreshRollups(today);
     folder.put("days/2026-09-19.tsv", "# Keys\n9\t5\t100\n");
     folder.put("months/2026-08.tsv", "# Keys\n5\t100\n");
-    store.resetHeatmap();
+    EXPECT_FALSE(store.resetHeatmap([](std::size_t done, std::size_t) { return done < 2; }));
+    EXPECT_FALSE(store.readRollup("2026-09")->keys.empty());
+    EXPECT_TRUE(store.resetHeatmap());
     for (const auto& [name, text] : folder.files()) EXPECT_TRUE(DayFile(text).tally.byKey().empty()) << name;
     EXPECT_EQ(store.read({2026, 9, 20}).tally.total(), 10);
     EXPECT_EQ(store.read({2026, 9, 19}).tally.total(), 100);

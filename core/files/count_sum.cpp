@@ -1,0 +1,47 @@
+#include "core/files/count_sum.h"
+
+#include "core/files/table_reader.h"
+#include "core/foundation/integers.h"
+
+namespace tapcore {
+namespace {
+
+/// Adds number * factor, or its magnitude; nothing when that leaves 64 bits.
+std::optional<std::int64_t> plus(std::optional<std::int64_t> sum, std::int64_t number, std::int64_t factor) {
+    std::int64_t more = 0;
+    if (!sum || __builtin_mul_overflow(number, number < 0 ? -factor : factor, &more) ||
+        __builtin_add_overflow(*sum, more, &*sum))
+        return std::nullopt;
+    return sum;
+}
+
+/// The count of a row is a number, or the minutes of "hh:mm".
+std::optional<std::int64_t> plusCell(std::optional<std::int64_t> sum, std::string_view cell) {
+    constexpr std::int64_t minutes = 60;
+    const std::size_t colon = cell.find(':');
+    if (const auto number = parseInteger(cell.substr(0, colon)))
+        sum = plus(sum, *number, colon == std::string_view::npos ? 1 : minutes);
+    if (colon == std::string_view::npos) return sum;
+    const auto rest = parseInteger(cell.substr(colon + 1));
+    return rest ? plus(sum, *rest, 1) : sum;
+}
+
+}  // namespace
+
+void CountSum::add(std::string_view text) {
+    for (TableReader reader(text); reader.next();) {
+        if (reader.isHeading()) continue;
+        const auto& cells = reader.cells();
+        const bool isOfDay = reader.section() == "day" || reader.section() == "meta";
+        if (isOfDay && cells.front() != "paused") continue;
+        for (std::size_t at = 1; at < cells.size(); ++at) sum_ = plusCell(sum_, cells[at]);
+    }
+}
+
+bool countsFit(std::string_view text) {
+    CountSum sum;
+    sum.add(text);
+    return sum.fits();
+}
+
+}  // namespace tapcore
