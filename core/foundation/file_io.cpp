@@ -18,6 +18,20 @@ namespace fs = std::filesystem;
 /// Each folder's one temporary file. Writers take turns at it, and remove the one that a crash left.
 constexpr std::string_view temporaryName = ".tappora.tmp";
 
+constexpr int notRegularFile = -1;  ///< in errno: no error of the system's
+
+/// Why what is no file is not read.
+class NoFile : public std::error_category {
+  public:
+    const char* name() const noexcept override { return "no file"; }
+    std::string message(int) const override { return "not a regular file"; }
+};
+
+std::error_code notRegular() {
+    static const NoFile category;
+    return {1, category};
+}
+
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
 [[noreturn]] void fail(std::string_view what, const fs::path& path) {
@@ -37,7 +51,7 @@ bool readAll(const Descriptor& file, std::string& text, std::size_t most, bool t
     struct stat status {};
     if (::fstat(file.get(), &status) < 0) return false;
     if (!takesStreams && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
-        errno = ENOTSUP;
+        errno = notRegularFile;
         return false;
     }
     constexpr std::size_t reserve = 1;  // so that a file that does not grow is read in one piece
@@ -139,7 +153,7 @@ FileRead readOpened(const fs::path& path, std::size_t most, bool takesStreams) {
     const Descriptor file(retrying([&] { return ::open(path.c_str(), flags); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
     if (!file.isOpen() || !readAll(file, result.text, most, takesStreams)) {
-        result.error = lastError();
+        result.error = errno == notRegularFile ? notRegular() : lastError();
         result.status = FileRead::Status::unreadable;
         result.text.clear();
         return result;

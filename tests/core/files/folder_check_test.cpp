@@ -100,10 +100,10 @@ TEST(FolderCheck, WaitsForNoPipe) {
         folder.put(day, "* Keys\n| 9 | 0 | 5 |\n");
     const Store store(folder.path(), FileFormat::org);
     EXPECT_THAT(findings(folder, store),
-                testing::ElementsAre(".keys/config.json: Operation not supported; the defaults are used",
-                                     "A/.keys-mac: Operation not supported",
+                testing::ElementsAre(".keys/config.json: not a regular file; the defaults are used",
+                                     "A/.keys-mac: not a regular file",
                                      "days/2026-09-19.org: stands beside another format of the same",
-                                     "days/2026-09-20.org: Operation not supported"));
+                                     "days/2026-09-20.org: not a regular file"));
     EXPECT_EQ(store.read({2026, 9, 19}).tally.total(), 10);
     EXPECT_EQ(MacFolder::find(folder.path(), "x"), std::nullopt);
     EXPECT_THAT(store.ownLayouts(), testing::IsEmpty());
