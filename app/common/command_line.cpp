@@ -1,8 +1,11 @@
 #include "app/common/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <filesystem>
+#include <type_traits>
 #include <utility>
 
 #include "app/common/program.h"
@@ -20,21 +23,49 @@ class HelpText : public CLI::Formatter {
         for (std::size_t at = 0; (at = name.find(saysNo)) != std::string::npos;) name.erase(at, saysNo.size());
         return name;
     }
+
+    /// Of one that takes one value each time, the word for it without "...".
+    std::string make_option_opts(const CLI::Option* option) const override {
+        std::string text = CLI::Formatter::make_option_opts(option);
+        constexpr std::string_view several = " ...";
+        const std::size_t at = option->get_allow_extra_args() ? text.npos : text.find(several);
+        return at == text.npos ? text : text.erase(at, several.size());
+    }
 };
+
+/// Has an option refuse what is no number of its kind, which would be cut or wrapped to one.
+template <class Number>
+Option numeric(CLI::Option* declared) {
+    const auto problem = [](const std::string& text) -> std::string {
+        Number number{};
+        const char* end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, number);
+        if (error == std::errc::result_out_of_range) return "out of range: " + text;
+        if (error == std::errc() && stop == end) return "";
+        return (std::is_integral_v<Number> ? "not a whole number: " : "not a number: ") + text;
+    };
+    return Option(declared->check(problem, ""));
+}
 
 bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
     return error.get_exit_code() == static_cast<int>(kind);
 }
 
 /// A wrong command line as "WHAT: WHY".
-std::string explained(const CLI::ParseError& error, const CLI::App& program) {
+std::string explained(const CLI::ParseError& error, const CLI::App& program,
+                      const std::vector<std::string>& commands) {
     using CLI::ExitCodes;
     std::string text = error.what();
-    if (isOf(error, ExitCodes::ExtrasError)) return program.remaining(true).front() + ": not expected here";
+    if (isOf(error, ExitCodes::ExtrasError)) {
+        const std::string extra = program.remaining(true).front();
+        const bool isCommand = std::find(commands.begin(), commands.end(), extra) != commands.end();
+        return extra + (isCommand ? ": options come after the command" : ": not expected here");
+    }
     if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
     if (text.find(": ") != std::string::npos) return text;
     if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
-    return program.get_name() + ": " + text;
+    const auto tasks = program.get_subcommands();
+    return program.get_name() + (tasks.empty() ? "" : " " + tasks.front()->get_name()) + ": " + text;
 }
 
 /// "PATH: WHY" of a failed operation on a file.
@@ -118,25 +149,25 @@ Option CommandSyntax::option(const std::string& name, std::vector<std::string>& 
 }
 
 Option CommandSyntax::option(const std::string& name, std::int64_t& value, const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return numeric<std::int64_t>(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::optional<std::int64_t>& value,
                              const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return numeric<std::int64_t>(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::optional<std::uint64_t>& value,
                              const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return numeric<std::uint64_t>(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, double& value, const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return numeric<double>(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::optional<double>& value, const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return numeric<double>(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::flag(const std::string& name, bool& value, const std::string& help) {
@@ -179,6 +210,8 @@ void CommandLine::introduce(const std::string& above, const std::string& below) 
     app_->footer(below);
 }
 
+void CommandLine::offerCommands(std::vector<std::string> names) { commands_ = std::move(names); }
+
 void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag("--version", text); }
 
 CommandSyntax CommandLine::task(const std::string& name, std::string_view does, std::string_view example) {
@@ -205,7 +238,8 @@ int guarded(const CommandLine& line, const std::function<void()>& work) {
     } catch (const CLI::Success& wish) {  // --help, --version
         program.exit(wish);
     } catch (const CLI::ParseError& error) {
-        return failed(explained(error, program) + "; see " + program.get_name() + " --help", 2);
+        const std::string why = explained(error, program, line.commands_);
+        return failed(why + "; see " + program.get_name() + " --help", 2);
     } catch (const UsageError& error) {
         return failed(error.what(), 2);
     } catch (const std::filesystem::filesystem_error& error) {

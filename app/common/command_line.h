@@ -93,6 +93,9 @@ class CommandLine : public CommandSyntax {
     /// What stands above and below the options in --help.
     void introduce(const std::string& above, const std::string& below);
 
+    /// Names the commands that could have been meant by a word after the options.
+    void offerCommands(std::vector<std::string> names);
+
     /// Has --version print this.
     void offerVersion(const std::string& text);
 
@@ -113,6 +116,7 @@ class CommandLine : public CommandSyntax {
 
     std::unique_ptr<CLI::App> owned_;
     std::vector<std::string> arguments_;
+    std::vector<std::string> commands_;
 };
 
 /// Runs what parses `line` and does its work, prints what goes wrong, and returns the exit status: 0, 1 for a

@@ -1,6 +1,7 @@
 #include "app/common/data_folder.h"
 
 #include <fmt/format.h>
+#include <chrono>
 #include <filesystem>
 
 #include "app/common/command_line.h"
@@ -82,6 +83,7 @@ std::string_view FolderChoice::why() const {
 
 FolderChoice chooseFolder(const FolderOptions& options, const Environment& environment) {
     using Rule = FolderChoice::Rule;
+    if (options.folder && options.folder->empty()) throw UsageError("--folder: empty");
     if (options.folder) return {*options.folder, Rule::option};
     if (const auto named = environment.variable("TAPPORA_FOLDER"); hasText(named))
         return {*named, Rule::environment};
@@ -122,6 +124,10 @@ std::int64_t hourReached(const tapcore::Day& today, const Environment& environme
 tapcore::Day parseDay(std::string_view what, std::string_view text) {
     const auto day = tapcore::Day::parse(text);
     if (!day) throw UsageError(fmt::format("{}: not a day: {}; use YYYY-MM-DD", what, text));
+    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(day->year)),
+                                           std::chrono::month(static_cast<unsigned>(day->month)),
+                                           std::chrono::day(static_cast<unsigned>(day->day)));
+    if (!date.ok()) throw UsageError(fmt::format("{}: no such day: {}", what, text));
     return *day;
 }
 

@@ -38,6 +38,9 @@ void runWithoutCommand(CommandLine& line, const Environment& environment) {
         "Without a command it shows today at a glance.",
         listOfCommands());
     line.offerVersion(version());
+    std::vector<std::string> names;
+    for (const Command& command : commands) names.emplace_back(command.name);
+    line.offerCommands(std::move(names));
     glanceCommand(line, environment);
 }
 

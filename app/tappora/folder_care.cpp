@@ -170,7 +170,7 @@ void clearOneDay(const Day& day, const Store& store, bool yes, const Environment
         return file.name == day.description() && !file.isHere;
     });
     const std::string loss = isAway ? day.description() + ", of which iCloud Drive has still to bring a file,"
-                                    : fmt::format("{} with {}", day.description(), keystrokes(own(store), {day}));
+                                    : day.description() + " with " + keystrokes(own(store), {day});
     confirmed(store, loss, yes, environment, [&] { store.clearDay(day); });
 }
 
@@ -227,7 +227,8 @@ void resetFolder(const std::string& what, bool yes, const FolderOptions& options
 void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
                  const Environment& environment) {
     const Reset* clearing = named(clearings, what);
-    if (!clearing && !Day::parse(what)) throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
+    if (!clearing && !Day::parse(what))
+        throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
     const auto day = clearing ? std::nullopt : std::optional(parseDay("folder clear", what));
     const Store store = LockedStore(options, environment).store;
     if (day) clearOneDay(*day, store, yes, environment);

@@ -120,6 +120,9 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
     }
     settings.write();
     const FolderChoice choice = chooseFolder({}, environment);
+    if (choice.rule == FolderChoice::Rule::environment)
+        return print(fmt::format("{}: stored, but TAPPORA_FOLDER overrules it: {}\n",
+                                 settings.text(folderKey).value_or("the usual place"), choice.root.string()));
     print(fmt::format("{}: {}\n", choice.root.string(), choice.why()));
 }
 
