@@ -106,6 +106,9 @@ class FolderCheck {
         const std::size_t bad = firstInvalidUtf8(file.text);
         if (bad != std::string_view::npos) reportUnread(path, "not UTF-8 text", lineOf(file.text, bad));
         if (!countsFit(file.text)) return reportUnread(path, std::string(tooLarge));
+        CountSum& all = together_[path.parent_path().filename() / path.stem()];
+        all.add(file.text);
+        if (!all.fits()) reportUnread(path, std::string(tooLarge) + " with its copies and other machines'");
         for (const SkippedRow& row : skippedRows(folder, repairedUtf8(file.text)))
             report(path, "not used: " + row.why, row.line);
     }
@@ -132,6 +135,7 @@ class FolderCheck {
     Day today_;
     const SkippedRowsOf& practiceRows_;
     std::set<fs::path> unread_;  ///< files that no month is summed with
+    std::map<fs::path, CountSum> together_;  ///< of files that are added to each other: "days/2026-09-20"
     FileProblems problems_;
     std::map<std::string, fs::path> machines_;  ///< by id
 };
