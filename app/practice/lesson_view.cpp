@@ -236,13 +236,19 @@ FrameLine starLine(bool isGiven, const std::string& reached, const std::string& 
             {" " + mark, Style::faint}};
 }
 
+FrameLine speedLine(const Trainer& trainer, bool unicode) {
+    const tapcore::LessonResult& result = *trainer.result();
+    if (result.wpm == 0) return starLine(false, "no speed", "no press could be timed", unicode);
+    const auto usual = trainer.usual();
+    return starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
+                    usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode);
+}
+
 std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
     const tapcore::LessonResult& result = *trainer.result();
-    const auto usual = trainer.usual();
     return {starLine(result.stars[0], percent(result.accuracy) + " right",
                      fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
-            starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
-                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode),
+            speedLine(trainer, unicode),
             starLine(result.stars[2], minutes(result.todaySeconds) + " today",
                      fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
 }
