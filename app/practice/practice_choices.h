@@ -36,7 +36,11 @@ struct PracticeOptions {
     bool json = false;
 };
 
+// Of the options, those of the trainer, and what its tasks take of them.
 void addPracticeOptions(CommandSyntax& command, PracticeOptions& options);
+void addLessonOptions(CommandSyntax& command, PracticeOptions& options);
+void addLettersOptions(CommandSyntax& command, PracticeOptions& options);
+void addRecordOptions(CommandSyntax& command, PracticeOptions& options);
 
 /// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
 /// the locale's when there is a model of it, else English. Failure or UsageError when there is none that can
