@@ -93,9 +93,9 @@ class CommandLine : public CommandSyntax {
     /// Has --version print this.
     void offerVersion(const std::string& text);
 
-    /// Adds a task, with what `describe` says of a command. At most one is to be named. Options of the command
-    /// that the task takes as well are declared for both, with the same variable: they may then stand before
-    /// and after its name, and any other one is refused.
+    /// Adds a task, with what `describe` says of a command. At most one is to be named. Options that the task
+    /// shares with the command are declared for both, with the same variable: they may then stand before and
+    /// after its name, and any other one is refused.
     CommandSyntax task(const std::string& name, std::string_view does, std::string_view example);
 
     /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <sstream>
 
 #include "app/practice/figures.h"
 #include "core/foundation/characters.h"
@@ -190,7 +191,7 @@ FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard, std:
     const std::string* next = trainer.session().expected();
     if (next == nullptr) return {};
     const Span key{*next == " " ? "space" : *next, Style::strong};
-    const std::string finger = keyboard.finger(*next).value_or("");
+    const std::string finger = keyboard.finger(*next).value_or("no key has it");
     return fitting({{{"next: "}, key, {"   " + finger}}, {key, {"   " + finger}}, {key, {" " + finger}}},
                    columns);
 }
@@ -222,8 +223,10 @@ Frame stacked(const std::vector<Block>& blocks, const ScreenShape& shape) {
 }
 
 std::vector<FrameLine> noticeLines(const std::string& notice) {
-    if (notice.empty()) return {};
-    return {{{notice, Style::wrong}}};
+    std::vector<FrameLine> lines;
+    std::istringstream text(notice);
+    for (std::string line; std::getline(text, line);) lines.push_back({{line, Style::wrong}});
+    return lines;
 }
 
 // The review.

@@ -114,6 +114,13 @@ tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& setti
     return wish;
 }
 
+void keepLayout(const std::string& chosen, const std::string& language, Settings& settings) {
+    const auto layouts =
+        PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
+    if (layouts.empty()) settings.remove(layoutKey(language));
+    else settings.setText(layoutKey(language), layouts.at(language));
+}
+
 void addLanguage(CommandSyntax& command, PracticeOptions& options) {
     command.option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
         .type("CODE");
@@ -211,7 +218,10 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
                        .layout = layout.id,
                        .goalSeconds = std::clamp<std::int64_t>(goal, 1, longestGoal) * 60,
                        .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
-    return {std::move(setup), std::move(layout.legends)};
+    std::vector<std::string> fitting;
+    if (!PracticeLayout::types(model->order, layout.legends))
+        fitting = PracticeLayout::fitting(model->order, allLegends(environment, store));
+    return {std::move(setup), std::move(layout.legends), std::move(fitting)};
 }
 
 std::uint64_t chosenSeed(const PracticeOptions& options) {
@@ -220,7 +230,8 @@ std::uint64_t chosenSeed(const PracticeOptions& options) {
     return (std::uint64_t{chance()} << 32) | chance();
 }
 
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings) {
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings) {
+    if (!options.keep) return;
     if (options.language) settings.setText(lessonsKey, language);
     if (options.words) settings.setInteger(wordsKey, *options.words);
     if (options.speed) settings.setInteger(speedKey, *options.speed);
@@ -231,12 +242,8 @@ void keepOptions(const PracticeOptions& options, const std::string& language, Se
                                                                  {options.letErrorsStand, errorsKey}};
     for (const auto& [flag, key] : flags)
         if (flag) settings.setFlag(key, *flag);
-    if (!options.keyboard.layout) return;
-    const std::string chosen = *options.keyboard.layout;
-    const auto layouts =
-        PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
-    if (layouts.empty()) settings.remove(layoutKey(language));
-    else settings.setText(layoutKey(language), layouts.at(language));
+    if (options.keyboard.layout) keepLayout(*options.keyboard.layout, language, settings);
+    settings.write();
 }
 
 std::vector<std::string> parseLetters(std::string_view option, const std::string& list,

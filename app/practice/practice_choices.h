@@ -52,7 +52,8 @@ std::shared_ptr<const tapcore::LetterModel> chosenModel(const PracticeOptions& o
 /// What is to be practised, and on which keyboard.
 struct PracticeChoice {
     TrainerSetup setup;
-    tapcore::Legends legends;  ///< of the layout
+    tapcore::Legends legends;          ///< of the layout
+    std::vector<std::string> fitting;  ///< when it lacks letters, those that have all, by id
 };
 
 /// The layout is that of --layout, else the one set for the language ("practice.layout.LANGUAGE"), else the
@@ -63,8 +64,8 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
 /// The seed given, else one by chance.
 std::uint64_t chosenSeed(const PracticeOptions& options);
 
-/// Keeps what the options say, and nothing else, as settings.
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings);
+/// Keeps what the options say, and nothing else, as settings, when that is asked for.
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings);
 
 /// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when there are none, or
 /// one that the model does not teach.

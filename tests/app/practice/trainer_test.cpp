@@ -91,8 +91,8 @@ class TrainerOnATerminal : public testing::Test {
         return day;
     }
 
-    /// Compares a day with what was typed, to the press. Times are the machine's, which may also hand over keys
-    /// together: only their bounds hold.
+    /// Compares a day with what was typed, to the press. Times are the machine's, which may also hand over
+    /// keys together: only their bounds hold.
     void expectRight(const PracticeDay& day) const {
         EXPECT_EQ(day.letters.size(), expected.counts.size());
         EXPECT_GT(2 * sumOf(day.letters).timed, sumOf(expected.counts).timed);
