@@ -51,6 +51,12 @@ bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
     return error.get_exit_code() == static_cast<int>(kind);
 }
 
+/// The command with the task that was named, as in "tappora folder set".
+std::string calledAs(const CLI::App& program) {
+    const auto chosen = program.get_subcommands();
+    return program.get_name() + (chosen.empty() ? "" : " " + chosen.front()->get_name());
+}
+
 /// A wrong command line as "WHAT: WHY".
 std::string explained(const CLI::ParseError& error, const CLI::App& program,
                       const std::vector<std::string>& commands) {
@@ -64,13 +70,22 @@ std::string explained(const CLI::ParseError& error, const CLI::App& program,
     if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
     if (text.find(": ") != std::string::npos) return text;
     if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
-    const auto tasks = program.get_subcommands();
-    return program.get_name() + (tasks.empty() ? "" : " " + tasks.front()->get_name()) + ": " + text;
+    return calledAs(program) + ": " + text;
 }
 
 /// "PATH: WHY" of a failed operation on a file.
 std::string explained(const std::filesystem::filesystem_error& error) {
     return error.path1().string() + ": " + error.code().message();
+}
+
+/// Refuses options that were said to the command, before the name of a task that does not know them.
+void requireTaskTakesOptions(const CLI::App& program) {
+    const auto chosen = program.get_subcommands();
+    if (chosen.empty()) return;
+    for (const CLI::Option* option : program.get_options())
+        if (option->count() > 0 && chosen.front()->get_option_no_throw(option->get_name()) == nullptr)
+            throw UsageError(option->get_name() + ": not for " + calledAs(program) + "; see " +
+                             calledAs(program) + " --help");
 }
 
 int failed(std::string_view text, int status) {
@@ -191,8 +206,6 @@ void CommandSyntax::describe(std::string_view does, std::string_view example) {
     app_->footer(exampleText(example));
 }
 
-void CommandSyntax::takesOptionsOfTheCommand() { app_->fallthrough(); }
-
 bool CommandSyntax::isChosen() const { return app_->parsed(); }
 
 CommandLine::CommandLine(const std::string& command, std::vector<std::string> arguments)
@@ -224,6 +237,7 @@ CommandSyntax CommandLine::task(const std::string& name, std::string_view does, 
 void CommandLine::parse() {
     // CLI11 takes them from the end.
     app_->parse(std::vector<std::string>(arguments_.rbegin(), arguments_.rend()));
+    requireTaskTakesOptions(*app_);
 }
 
 std::string CommandLine::chosenTask() const {
@@ -239,7 +253,7 @@ int guarded(const CommandLine& line, const std::function<void()>& work) {
         program.exit(wish);
     } catch (const CLI::ParseError& error) {
         const std::string why = explained(error, program, line.commands_);
-        return failed(why + "; see " + program.get_name() + " --help", 2);
+        return failed(why + "; see " + calledAs(program) + " --help", 2);
     } catch (const UsageError& error) {
         return failed(error.what(), 2);
     } catch (const std::filesystem::filesystem_error& error) {

@@ -70,9 +70,6 @@ class CommandSyntax {
     /// What it does, for --help, and one command line that shows it.
     void describe(std::string_view does, std::string_view example);
 
-    /// Has options that only the command declares be understood after the task too.
-    void takesOptionsOfTheCommand();
-
     /// Of a task: whether it was the one named.
     bool isChosen() const;
 
@@ -99,7 +96,9 @@ class CommandLine : public CommandSyntax {
     /// Has --version print this.
     void offerVersion(const std::string& text);
 
-    /// Adds a task, with what `describe` says of a command. At most one is to be named.
+    /// Adds a task, with what `describe` says of a command. At most one is to be named. Options that the task
+    /// shares with the command are declared for both, with the same variable: they may then stand before and
+    /// after its name, and any other one is refused.
     CommandSyntax task(const std::string& name, std::string_view does, std::string_view example);
 
     /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line.

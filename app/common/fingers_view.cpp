@@ -17,12 +17,7 @@ namespace {
 using tapcore::Board;
 using tapcore::Load;
 
-std::string nameOf(const Load::Striker& striker) {
-    const std::string_view hand = Board::hands.of(striker.hand);
-    if (striker.finger == Board::Finger::thumb) return fmt::format("{} thumb", hand);
-    const bool isLittle = striker.finger == Board::Finger::pinky;
-    return fmt::format("{} {} finger", hand, isLittle ? "little" : Board::fingers.of(striker.finger));
-}
+std::string nameOf(const Load::Striker& striker) { return fingerName(striker.hand, striker.finger); }
 
 std::string nameOf(Board::Hand hand) { return fmt::format("{} hand", Board::hands.of(hand)); }
 
@@ -80,6 +75,13 @@ FingersView fingersView(const FingersOptions& options, const Environment& enviro
     Load load(on.board, on.layout.legends, on.counts, on.leftOutCodes);
     auto asked = other ? whatIf(*other, on) : std::nullopt;
     return {std::move(on), std::move(load), std::move(asked)};
+}
+
+std::string fingerName(Board::Hand hand, Board::Finger finger) {
+    const std::string_view side = Board::hands.of(hand);
+    if (finger == Board::Finger::thumb) return fmt::format("{} thumb", side);
+    const bool isLittle = finger == Board::Finger::pinky;
+    return fmt::format("{} {} finger", side, isLittle ? "little" : Board::fingers.of(finger));
 }
 
 std::vector<LoadSection> sections(const FingersView& view) {

@@ -49,6 +49,9 @@ struct LoadSection {
 /// By finger, hand and row, in the order of a load.
 std::vector<LoadSection> sections(const FingersView& view);
 
+/// What a finger is called: "left little finger", "right thumb".
+std::string fingerName(tapcore::Board::Hand hand, tapcore::Board::Finger finger);
+
 /// The largest number of presses in any row of a section, on either layout; at least 1.
 std::int64_t mostPresses(const LoadSection& section);
 

@@ -1,8 +1,12 @@
 #include "app/practice/keyboard_view.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
 #include <cmath>
 
+#include "app/common/fingers_view.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -64,7 +68,8 @@ bool isAscii(const std::string& text) {
 
 }  // namespace
 
-KeyboardView::KeyboardView(const Board& board, Legends legends) : legends_(std::move(legends)) {
+KeyboardView::KeyboardView(const Board& board, Legends legends)
+    : board_(board.id), legends_(std::move(legends)) {
     for (const Board::Key& key : board.keys) {
         const auto line = lineOf(key);
         if (!line || !key.keyCode || !tapcore::isTaught(*key.keyCode)) continue;
@@ -93,12 +98,28 @@ std::optional<std::string> KeyboardView::finger(const std::string& next) const {
     const Key* key = struck(next);
     if (key == nullptr) return std::nullopt;
     if (key->code == spaceBar) return "a thumb";
-    std::string words = std::string(Board::hands.of(key->hand)) + " " +
-                        std::string(Board::fingers.of(key->finger)) +
-                        (key->finger == Board::Finger::thumb ? "" : " finger");
+    std::string words = fingerName(key->hand, key->finger);
     if (tapcore::KeyStroke::of(next, legends_)->shift)
         words += key->hand == Board::Hand::left ? ", with right shift" : ", with left shift";
     return words;
+}
+
+std::string KeyboardView::remark(const std::vector<std::string>& letters, const std::string& layout,
+                                 const std::vector<std::string>& fitting) const {
+    constexpr std::ptrdiff_t mostNamed = 8;
+    const bool isLayout = !tapcore::PracticeLayout::types(letters, legends_);
+    std::vector<std::string> missing;
+    for (const std::string& letter : letters)
+        if (isLayout ? !tapcore::KeyStroke::of(letter, legends_) : struck(letter) == nullptr)
+            missing.push_back(letter);
+    if (missing.empty()) return "";
+    const auto named = std::min(mostNamed, std::ssize(missing));
+    std::string text = fmt::format("{} has no key for {}", isLayout ? layout : board_,
+                                   fmt::join(missing.begin(), missing.begin() + named, ", "));
+    if (std::ssize(missing) > named) text += fmt::format(" and {} more", std::ssize(missing) - named);
+    if (!isLayout) return text + "\n--board chooses another keyboard; see tappora boards";
+    if (fitting.empty()) return text + "\n--layout chooses another layout; see tappora layouts";
+    return text + fmt::format("\n--layout chooses another layout: {}", fmt::join(fitting, ", "));
 }
 
 std::vector<FrameLine> KeyboardView::lines(const std::string& next, const ScreenShape& shape) const {

@@ -25,6 +25,11 @@ class KeyboardView {
     /// Nothing when no key of the board types it.
     std::optional<std::string> finger(const std::string& next) const;
 
+    /// Says, in lines of text, which of the letters no key types, for want of it on the layout or else on the
+    /// board, and how to choose another; `fitting` are the layouts that have all. "" when nothing is missing.
+    std::string remark(const std::vector<std::string>& letters, const std::string& layout,
+                       const std::vector<std::string>& fitting) const;
+
   private:
     struct Key {
         std::size_t row = 0;
@@ -39,6 +44,7 @@ class KeyboardView {
     std::optional<std::vector<FrameLine>> drawn(std::size_t columnsOfUnit, const Key* next,
                                                 std::size_t columns) const;
 
+    std::string board_;  ///< its id
     tapcore::Legends legends_;
     std::vector<Key> keys_;  ///< by row, then from left to right
 };

@@ -48,8 +48,9 @@ void printLesson(const PracticeOptions& options, const LessonOptions& lesson,
 
 void printPlan(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Store store = openStore(options.folder, environment);
-    const PracticeChoice choice = choosePractice(options, environment, Settings::read(environment), store);
-    const TrainerSetup& setup = choice.setup;
+    const Settings settings = Settings::read(environment);
+    const TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
+    keepOptions(options, setup.model->language, settings);
     const std::uint64_t seed = chosenSeed(options);
     tapcore::SeededRandom rng(seed);
     const auto practised = store.practiceHistory().totals(setup.layout);

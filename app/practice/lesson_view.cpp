@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <sstream>
 
 #include "app/practice/figures.h"
 #include "core/foundation/characters.h"
@@ -190,7 +191,7 @@ FrameLine nextKeyLine(const Trainer& trainer, const KeyboardView& keyboard, std:
     const std::string* next = trainer.session().expected();
     if (next == nullptr) return {};
     const Span key{*next == " " ? "space" : *next, Style::strong};
-    const std::string finger = keyboard.finger(*next).value_or("");
+    const std::string finger = keyboard.finger(*next).value_or("no key has it");
     return fitting({{{"next: "}, key, {"   " + finger}}, {key, {"   " + finger}}, {key, {" " + finger}}},
                    columns);
 }
@@ -222,8 +223,10 @@ Frame stacked(const std::vector<Block>& blocks, const ScreenShape& shape) {
 }
 
 std::vector<FrameLine> noticeLines(const std::string& notice) {
-    if (notice.empty()) return {};
-    return {{{notice, Style::wrong}}};
+    std::vector<FrameLine> lines;
+    std::istringstream text(notice);
+    for (std::string line; std::getline(text, line);) lines.push_back({{line, Style::wrong}});
+    return lines;
 }
 
 // The review.
@@ -236,13 +239,19 @@ FrameLine starLine(bool isGiven, const std::string& reached, const std::string& 
             {" " + mark, Style::faint}};
 }
 
+FrameLine speedLine(const Trainer& trainer, bool unicode) {
+    const tapcore::LessonResult& result = *trainer.result();
+    if (result.wpm == 0) return starLine(false, "no speed", "no press could be timed", unicode);
+    const auto usual = trainer.usual();
+    return starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
+                    usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode);
+}
+
 std::vector<FrameLine> starLines(const Trainer& trainer, bool unicode) {
     const tapcore::LessonResult& result = *trainer.result();
-    const auto usual = trainer.usual();
     return {starLine(result.stars[0], percent(result.accuracy) + " right",
                      fmt::format("{} is the mark", percent(trainer.setup().rules.targetAccuracy)), unicode),
-            starLine(result.stars[1], fmt::format("{} wpm", result.wpm),
-                     usual ? fmt::format("{} is your usual speed", *usual) : "your first speed", unicode),
+            speedLine(trainer, unicode),
             starLine(result.stars[2], minutes(result.todaySeconds) + " today",
                      fmt::format("{} is your goal", minutes(result.goalSeconds)), unicode)};
 }

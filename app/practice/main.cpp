@@ -4,17 +4,11 @@
 namespace tappora {
 namespace {
 
-CommandSyntax task(CommandLine& line, const std::string& name, std::string_view does,
-                   std::string_view example) {
-    CommandSyntax task = line.task(name, does, example);
-    task.takesOptionsOfTheCommand();
-    return task;
-}
-
-void declareLesson(CommandLine& line, LessonOptions& lesson) {
+void declareLesson(CommandLine& line, PracticeOptions& options, LessonOptions& lesson) {
     CommandSyntax command =
-        task(line, "lesson", "Print the words that a seed gives",
-             "tappora practice lesson --seed 7 --open \"e, a, t, s\" --focus s --count 12");
+        line.task("lesson", "Print the words that a seed gives, whatever was practised",
+                  "tappora practice lesson --seed 7 --open \"e, a, t, s\" --focus s --count 12");
+    addLessonOptions(command, options);
     command.option("--open", lesson.open, "The letters to use, the first six taught when not given")
         .type("LETTERS");
     command.option("--focus", lesson.focus, "The letter that two of three words hold").type("LETTER");
@@ -29,9 +23,13 @@ void practise(CommandLine& line, const Environment& environment) {
     line.describe("The trainer: words of the letters you know and the one you are learning.",
                   "tappora practice --language de --words 15");
     addPracticeOptions(line, options);
-    declareLesson(line, lesson);
-    task(line, "letters", "Print how far each letter is", "tappora practice letters --json");
-    task(line, "record", "Print what practising came to, of late and at its best", "tappora practice record");
+    declareLesson(line, options, lesson);
+    CommandSyntax letters =
+        line.task("letters", "Print how far each letter is", "tappora practice letters --json");
+    addLettersOptions(letters, options);
+    CommandSyntax record = line.task("record", "Print what practising came to, of late and at its best",
+                                     "tappora practice record");
+    addRecordOptions(record, options);
     line.parse();
     const std::string name = line.chosenTask();
     if (name == "lesson") printLesson(options, lesson, environment);

@@ -114,24 +114,51 @@ tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& setti
     return wish;
 }
 
+void keepLayout(const std::string& chosen, const std::string& language, Settings& settings) {
+    const auto layouts =
+        PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
+    if (layouts.empty()) settings.remove(layoutKey(language));
+    else settings.setText(layoutKey(language), layouts.at(language));
+}
+
+void addLanguage(CommandSyntax& command, PracticeOptions& options) {
+    command.option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
+        .type("CODE");
+}
+
+void addSpeed(CommandSyntax& command, PracticeOptions& options) {
+    command.option("--speed", options.speed, "The words per minute to reach (10 to 150)")
+        .type("WPM")
+        .between(10, 150);
+}
+
+void addGoal(CommandSyntax& command, PracticeOptions& options) {
+    command.option("--goal", options.goal, "The minutes to practise a day")
+        .type("MINUTES")
+        .between(std::int64_t{1}, longestGoal);
+}
+
+void addSeed(CommandSyntax& command, PracticeOptions& options) {
+    command.option("--seed", options.seed, "Makes the same words for the same number").type("N");
+}
+
+void addJson(CommandSyntax& command, PracticeOptions& options) {
+    command.flag("--json", options.json, "Print it as JSON");
+}
+
 }  // namespace
 
 void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     addFolderOptions(command, options.folder);
     addKeyboardOptions(command, options.keyboard);
-    command.option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
-        .type("CODE");
+    addLanguage(command, options);
     command.option("--letters", options.letters, "Practise these: \"e, t, n\"").type("LETTERS");
     command.option("--words", options.words, "How many words a lesson has (5 to 200)")
         .type("N")
         .between(5, 200);
-    command.option("--speed", options.speed, "The words per minute to reach (10 to 150)")
-        .type("WPM")
-        .between(10, 150);
-    command.option("--goal", options.goal, "The minutes to practise a day")
-        .type("MINUTES")
-        .between(std::int64_t{1}, longestGoal);
-    command.option("--seed", options.seed, "Makes the same words for the same number").type("N");
+    addSpeed(command, options);
+    addGoal(command, options);
+    addSeed(command, options);
     command.flag("--capitals,!--no-capitals", options.capitals, "Mix in capital letters");
     command.flag("--punctuation,!--no-punctuation", options.punctuation, "Mix in punctuation marks");
     command.flag("--digits,!--no-digits", options.digits, "Mix in numbers");
@@ -139,6 +166,27 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
                  "Let wrong keys pass; otherwise each is put right");
     command.flag("--keep", options.keep, "Keep what is chosen here as settings");
     command.flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
+}
+
+void addLessonOptions(CommandSyntax& command, PracticeOptions& options) {
+    addFolderOptions(command, options.folder);
+    addLanguage(command, options);
+    addSeed(command, options);
+    addJson(command, options);
+}
+
+void addLettersOptions(CommandSyntax& command, PracticeOptions& options) {
+    addFolderOptions(command, options.folder);
+    addLayoutOption(command, options.keyboard);
+    addLanguage(command, options);
+    addSpeed(command, options);
+    addJson(command, options);
+}
+
+void addRecordOptions(CommandSyntax& command, PracticeOptions& options) {
+    addFolderOptions(command, options.folder);
+    addGoal(command, options);
+    addJson(command, options);
 }
 
 std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, const Environment& environment,
@@ -170,7 +218,10 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
                        .layout = layout.id,
                        .goalSeconds = std::clamp<std::int64_t>(goal, 1, longestGoal) * 60,
                        .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
-    return {std::move(setup), std::move(layout.legends)};
+    std::vector<std::string> fitting;
+    if (!PracticeLayout::types(model->order, layout.legends))
+        fitting = PracticeLayout::fitting(model->order, allLegends(environment, store));
+    return {std::move(setup), std::move(layout.legends), std::move(fitting)};
 }
 
 std::uint64_t chosenSeed(const PracticeOptions& options) {
@@ -179,7 +230,8 @@ std::uint64_t chosenSeed(const PracticeOptions& options) {
     return (std::uint64_t{chance()} << 32) | chance();
 }
 
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings) {
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings) {
+    if (!options.keep) return;
     if (options.language) settings.setText(lessonsKey, language);
     if (options.words) settings.setInteger(wordsKey, *options.words);
     if (options.speed) settings.setInteger(speedKey, *options.speed);
@@ -190,12 +242,8 @@ void keepOptions(const PracticeOptions& options, const std::string& language, Se
                                                                  {options.letErrorsStand, errorsKey}};
     for (const auto& [flag, key] : flags)
         if (flag) settings.setFlag(key, *flag);
-    if (!options.keyboard.layout) return;
-    const std::string chosen = *options.keyboard.layout;
-    const auto layouts =
-        PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
-    if (layouts.empty()) settings.remove(layoutKey(language));
-    else settings.setText(layoutKey(language), layouts.at(language));
+    if (options.keyboard.layout) keepLayout(*options.keyboard.layout, language, settings);
+    settings.write();
 }
 
 std::vector<std::string> parseLetters(std::string_view option, const std::string& list,

@@ -36,7 +36,11 @@ struct PracticeOptions {
     bool json = false;
 };
 
+// Of the options, those of the trainer, and what its tasks take of them.
 void addPracticeOptions(CommandSyntax& command, PracticeOptions& options);
+void addLessonOptions(CommandSyntax& command, PracticeOptions& options);
+void addLettersOptions(CommandSyntax& command, PracticeOptions& options);
+void addRecordOptions(CommandSyntax& command, PracticeOptions& options);
 
 /// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
 /// the locale's when there is a model of it, else English. Failure or UsageError when there is none that can
@@ -48,7 +52,8 @@ std::shared_ptr<const tapcore::LetterModel> chosenModel(const PracticeOptions& o
 /// What is to be practised, and on which keyboard.
 struct PracticeChoice {
     TrainerSetup setup;
-    tapcore::Legends legends;  ///< of the layout
+    tapcore::Legends legends;          ///< of the layout
+    std::vector<std::string> fitting;  ///< when it lacks letters, those that have all, by id
 };
 
 /// The layout is that of --layout, else the one set for the language ("practice.layout.LANGUAGE"), else the
@@ -59,8 +64,8 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
 /// The seed given, else one by chance.
 std::uint64_t chosenSeed(const PracticeOptions& options);
 
-/// Keeps what the options say, and nothing else, as settings.
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings& settings);
+/// Keeps what the options say, and nothing else, as settings, when that is asked for.
+void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings);
 
 /// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when there are none, or
 /// one that the model does not teach.

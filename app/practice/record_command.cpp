@@ -25,10 +25,15 @@ struct RecordOfToday {
 std::string daysText(std::int64_t days) { return fmt::format("{} {}", days, days == 1 ? "day" : "days"); }
 
 std::string weekText(const PracticeRecord& record) {
-    std::string text = daysText(record.daysThisWeek);
+    std::string text = record.daysThisWeek > 0 ? daysText(record.daysThisWeek) : "not practised";
     if (record.weekWPM) text += fmt::format(", {} wpm", *record.weekWPM);
     if (record.weekChange) text += fmt::format(" ({:+} on the week before)", *record.weekChange);
     return text;
+}
+
+std::string streakText(const RecordOfToday& today) {
+    if (today.record.longestStreak == 0) return "no day that reached the goal yet";
+    return fmt::format("{}, at most {}", daysText(today.streak), today.record.longestStreak);
 }
 
 std::string text(const RecordOfToday& today) {
@@ -37,10 +42,10 @@ std::string text(const RecordOfToday& today) {
     return fmt::format(
         "  today         {} of {}\n"
         "  last 7 days   {}\n"
-        "  in a row      {}, at most {}\n"
+        "  in a row      {}\n"
         "  best lesson   {}\n",
-        minutes(today.todaySeconds), minutes(today.goalSeconds), weekText(record), daysText(today.streak),
-        record.longestStreak, best);
+        minutes(today.todaySeconds), minutes(today.goalSeconds), weekText(record), streakText(today),
+        best);
 }
 
 json toJson(const RecordOfToday& today) {

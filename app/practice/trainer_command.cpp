@@ -54,8 +54,14 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
 /// in a pause, at a lesson's end and on leaving. While keys go into a lesson, it holds the lock that says so.
 class TrainerLoop {
   public:
-    TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, Screen& screen, PracticeLock& lock)
-        : trainer_(trainer), keyboard_(keyboard), screen_(screen), lock_(lock) {}
+    /// `remark` is shown in lessons for as long as there is nothing else to tell.
+    TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, std::string remark, Screen& screen,
+                PracticeLock& lock)
+        : trainer_(trainer),
+          keyboard_(keyboard),
+          remark_(std::move(remark)),
+          screen_(screen),
+          lock_(lock) {}
 
     /// Until the typist leaves.
     void run() {
@@ -135,13 +141,14 @@ class TrainerLoop {
         const bool isAlone = steadyMilliseconds() - lastEvent_ >= forAWhile;
         const bool isTyping = !trainer_.result() && hasFocus_ && !isAlone && !isOver_;
         isTyping ? lock_.hold() : lock_.release();
-        const auto frame = trainer_.result() ? reviewFrame(trainer_, notice_, screen_.shape())
-                                             : lessonFrame(trainer_, keyboard_, notice_, screen_.shape());
-        screen_.show(frame);
+        const std::string& told = notice_.empty() ? remark_ : notice_;
+        screen_.show(trainer_.result() ? reviewFrame(trainer_, notice_, screen_.shape())
+                                       : lessonFrame(trainer_, keyboard_, told, screen_.shape()));
     }
 
     Trainer& trainer_;
     const KeyboardView& keyboard_;
+    const std::string remark_;
     Screen& screen_;
     PracticeLock& lock_;
     std::string notice_;
@@ -175,14 +182,12 @@ void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Stor
 void runTrainer(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
     const tapcore::Store store = openStore(options.folder, environment);
-    Settings settings = Settings::read(environment);
+    const Settings settings = Settings::read(environment);
     PracticeChoice choice = choosePractice(options, environment, settings, store);
     useLocale(environment, choice.setup.model->order);
-    if (options.keep) {
-        keepOptions(options, choice.setup.model->language, settings);
-        settings.write();
-    }
+    keepOptions(options, choice.setup.model->language, settings);
     const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
+    std::string remark = keyboard.remark(choice.setup.model->order, choice.setup.layout, choice.fitting);
     tapcore::FileProblems problems;
     const auto complain = [&] { complainOf(std::exchange(problems, {})); };
     tapcore::PracticeHistory history = store.practiceHistory(&problems);
@@ -193,7 +198,7 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
     {
         PracticeLock lock(environment);
         Screen screen(environment);
-        TrainerLoop(trainer, keyboard, screen, lock).run();
+        TrainerLoop(trainer, keyboard, std::move(remark), screen, lock).run();
     }
     complain();
     if (trainer.hasUnsaved()) trainer.save();

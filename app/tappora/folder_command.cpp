@@ -21,22 +21,22 @@ struct Wish {
     bool yes = false;
 };
 
-CommandSyntax task(CommandLine& line, const std::string& name, std::string_view does,
+CommandSyntax task(CommandLine& line, Wish& wish, const std::string& name, std::string_view does,
                    const std::string& example) {
     CommandSyntax task = line.task(name, does, "tappora folder " + example);
-    task.takesOptionsOfTheCommand();
+    addFolderOptions(task, wish.folder);
     return task;
 }
 
 void declarePlaces(CommandLine& line, Wish& wish) {
-    task(line, "show", "Where the folder is and why, and what is in it (the default)", "show --json")
+    task(line, wish, "show", "Where the folder is and why, and what is in it (the default)", "show --json")
         .flag("--json", wish.json, "Print it as JSON");
     CommandSyntax set =
-        task(line, "set", "Choose the folder for good; it is made when missing", "set ~/Sync/Tappora");
+        task(line, wish, "set", "Choose the folder for good; it is made when missing", "set ~/Sync/Tappora");
     const Option named = set.option("DIR", wish.directory, "The folder").type("DIR");
     set.flag("--usual", wish.usual, "Go back to the usual place").excludes(named);
-    task(line, "share", "Let several machines write it, each into a sub-folder of its own", "share");
-    task(line, "adopt", "Take over the files of another data folder, when this one has no days yet",
+    task(line, wish, "share", "Let several machines write it, each into a sub-folder of its own", "share");
+    task(line, wish, "adopt", "Take over the files of another data folder, when this one has no days yet",
          "adopt ~/Documents/Tappora")
         .option("DIR", wish.directory, "The other folder")
         .type("DIR")
@@ -44,18 +44,18 @@ void declarePlaces(CommandLine& line, Wish& wish) {
 }
 
 void declareCare(CommandLine& line, Wish& wish) {
-    task(line, "convert", "Write every file in one format", "convert --to markdown")
+    task(line, wish, "convert", "Write every file in one format", "convert --to markdown")
         .option("--to", wish.format, "org or markdown, for good; the folder's own when not given")
         .type("FORMAT");
-    task(line, "rollups", "Bring the months' files up to date", "rollups");
-    task(line, "check", "Name what does not count or would surprise you; silent when all is well", "check")
+    task(line, wish, "rollups", "Bring the months' files up to date", "rollups");
+    task(line, wish, "check", "Name what does not count or would surprise you; silent when all is well", "check")
         .flag("--json", wish.json, "Print it as JSON");
     CommandSyntax reset =
-        task(line, "reset", "Forget which keys or shortcuts were pressed, or all practice", "reset heatmap");
+        task(line, wish, "reset", "Forget which keys or shortcuts were pressed, or all practice", "reset heatmap");
     reset.option("WHAT", wish.what, "heatmap, shortcuts or practice")
         .type("heatmap|shortcuts|practice")
         .required();
-    CommandSyntax clear = task(line, "clear", "Remove a day, all counts, or everything", "clear 2026-09-20");
+    CommandSyntax clear = task(line, wish, "clear", "Remove a day, all counts, or everything", "clear 2026-09-20");
     clear.option("WHAT", wish.what, "A day (YYYY-MM-DD), counts or all").type("DATE|counts|all").required();
     for (CommandSyntax* asking : {&reset, &clear}) asking->flag("--yes", wish.yes, "Do not ask first");
 }
@@ -86,8 +86,6 @@ void folderCommand(CommandLine& line, const Environment& environment) {
     line.parse();
     const std::string chosen = line.chosenTask();
     const std::string name = chosen.empty() ? "show" : chosen;
-    if (wish.json && name != "show" && name != "check")
-        throw UsageError("folder " + name + ": --json: only show and check print data");
     perform(name, wish, environment);
 }
 

@@ -32,14 +32,13 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     CommandSyntax write =
         line.task("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
-    const CommandSyntax render =
+    CommandSyntax render =
         line.task("render", "Every widget as a picture, in all sizes and appearances",
                   "tappora widget render -o pictures");
+    addFolderOptions(render, folder);
     const CommandSyntax timeline = line.task(
         "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");
     line.parse();
-    if (watch && !line.chosenTask().empty())
-        throw UsageError("--watch: not together with " + line.chosenTask());
     if (render.isChosen()) throw UsageError("render: stands first, before its options");
 
     if (timeline.isChosen()) return printTimelines(environment);

@@ -51,7 +51,7 @@ void LessonSession::judge(std::string_view character, std::int64_t now) {
     Mark& mark = marks_[position_];
     const std::string& wanted = characters_[position_];
     if (character == wanted) {
-        const bool isTimed = gap && !isAfterError_;
+        const bool isTimed = gap && *gap >= shortestGap && !isAfterError_;
         count(wanted, {1, 0, isTimed ? 1 : 0, isTimed ? *gap : 0, 1});
         if (mark == Mark::wrong) mark = Mark::mended;
         else if (mark == Mark::ahead) mark = Mark::right;

@@ -15,11 +15,14 @@ namespace tapcore {
 /// no clock: each press comes with its moment, in milliseconds of any clock that only runs forwards.
 ///
 /// The time of a press is that from the press before it. Not timed are the first press of a lesson, a press
-/// after a pause, and a press after an error or after going back.
+/// after a pause, one that came together with the press before it, and a press after an error or after going
+/// back.
 class LessonSession {
   public:
     /// A longer time without a press is a pause.
     static constexpr std::int64_t longestGap = 3000;
+    /// What follows a press sooner was pasted, or held back on its way: how long it took, nobody knows.
+    static constexpr std::int64_t shortestGap = 5;
     /// How long a press that may be the beginning of the expected character, its base, waits for the rest of
     /// it.
     static constexpr std::int64_t longestBeginning = 30;

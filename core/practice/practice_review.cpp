@@ -52,7 +52,8 @@ LessonResult PracticeReview::review(const FinishedLesson& lesson, const Practice
     result.goalSeconds = goalSeconds;
     result.streak = PracticeRecord::streak(after, today, goalSeconds, calendar);
     result.stars = {result.accuracy >= rules.targetAccuracy,
-                    result.wpm >= usual(before, lesson.layout, rules, today, calendar).value_or(0),
+                    result.wpm > 0 &&
+                        result.wpm >= usual(before, lesson.layout, rules, today, calendar).value_or(0),
                     after.reached(today, goalSeconds)};
     result.news = newsOf(lesson, before, rules, today.adding(1 - weekDays, calendar));
     return result;

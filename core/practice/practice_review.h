@@ -39,7 +39,7 @@ struct LessonResult {
     };
     using News = std::variant<NewLetter, PersonalBest, Focus, WeekBest>;
 
-    std::int64_t wpm = 0;
+    std::int64_t wpm = 0;  ///< 0 when no press was timed
     double accuracy = 1;
     std::int64_t seconds = 0;
     std::vector<bool> stars;   ///< right as often as the rules ask; as fast as usual; the day's goal reached

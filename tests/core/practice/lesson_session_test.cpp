@@ -30,14 +30,16 @@ class Typing {
 };
 
 TEST(LessonSession, TimesAPressFromTheOneBefore) {
-    Typing typing({"ate", "tea"});
+    Typing typing({"ate", "teas", "a"});
     typing.key("a", 0).key("t", 200).key("e", 3000).key(" ", 3001).key("t", 150).key("e", 90).key("a", 60);
+    typing.key("s", 5).key(" ", 4).key("a", 0);
     EXPECT_TRUE(typing.session.isFinished());
-    EXPECT_EQ(typing.of("a"), (LetterStats{2, 0, 1, 60, 1})) << "the first press has no time";
+    EXPECT_EQ(typing.of("a"), (LetterStats{3, 0, 1, 60, 1})) << "no time: the first press, one in a burst";
     EXPECT_EQ(typing.of("t"), (LetterStats{2, 0, 2, 350, 1}));
     EXPECT_EQ(typing.of("e"), (LetterStats{2, 0, 2, 3090, 1})) << "three seconds are no pause yet";
-    EXPECT_EQ(typing.of(" "), (LetterStats{1, 0, 0, 0, 1})) << "a pause is not timed";
-    EXPECT_EQ(typing.session.milliseconds(), 200 + 3000 + 150 + 90 + 60);
+    EXPECT_EQ(typing.of("s"), (LetterStats{1, 0, 1, 5, 1}));
+    EXPECT_EQ(typing.of(" "), (LetterStats{2, 0, 0, 0, 1})) << "neither a pause nor a burst is timed";
+    EXPECT_EQ(typing.session.milliseconds(), 200 + 3000 + 150 + 90 + 60 + 5 + 4);
 }
 
 TEST(LessonSession, PassesAWrongKeyOnlyWhenPutRight) {

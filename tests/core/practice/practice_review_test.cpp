@@ -99,6 +99,8 @@ TEST_F(Review, GivesStarsForAccuracyForUsualSpeedAndForTheGoal) {
     before.days.erase(daysAgo(1));
     before.days[daysAgo(14)] = practised(300, 60, 230);
     EXPECT_TRUE(result().stars[1]) << "what is older than 14 days is not usual any more";
+    lesson.counts["e"] = {80, 0, 0, 0, 1};
+    EXPECT_FALSE(result().stars[1]) << "a paste has no speed, not even a first one";
 }
 
 TEST_F(Review, TellsTheBestNewsOnly) {
