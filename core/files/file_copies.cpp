@@ -170,11 +170,12 @@ fs::path keepAsItWas(const FileCopy& copy) {
 
 }  // namespace
 
-void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& leftOut,
+void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutLines& leftOut,
                        FileProblems* problems) {
+    auto ofCopy = leftOut.begin();
     for (const FileCopy& copy : copies) {
         if (copy.isSuperseded) continue;
-        const std::vector<SkippedRow> skipped = leftOut(copy.file.text);
+        const std::vector<SkippedRow>& skipped = *ofCopy++;
         if (skipped.empty()) continue;
         const std::string kept = keepAsItWas(copy).filename().string();
         if (!problems) continue;

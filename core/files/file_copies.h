@@ -55,14 +55,15 @@ void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
 void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                    std::string_view text, const std::vector<FileCopy>& copies);
 
-/// What of a text would be left out when it is replaced by what was read from it.
-using LeftOutOf = std::function<std::vector<SkippedRow>(std::string_view text)>;
+/// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
+/// them out.
+using LeftOutLines = std::vector<std::vector<SkippedRow>>;
 
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
 /// had. A copy that holds such lines is kept as it is now under a name that no count is read from,
 /// "2026-09-20 as it was.org"; each line is named in `problems`, when given. Throws filesystem_error with the
 /// path.
-void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutOf& leftOut,
+void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutLines& leftOut,
                        FileProblems* problems);
 
 /// Whether a file's name, without extension, is one under which a day's copy is kept.

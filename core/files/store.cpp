@@ -147,9 +147,11 @@ void Store::change(const Day& day, LeftOut leftOut, const std::function<void(Day
     const std::string place = (folder / day.description()).string();
     const FatalContext context("changing", place);
     DayFile file;
-    addFiles(file, copies, nullptr);
+    LeftOutLines lines;
+    forEachText(copies, nullptr,
+                [&](std::string_view text) { file.merge(DayFile(text, &lines.emplace_back())); });
     change(file);
-    if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, leftOutOf<DayFile>, nullptr);
+    if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, lines, nullptr);
     replaceCopies(folder, day.description(), format, file.text(format, day), copies);
 }
 

@@ -45,9 +45,11 @@ void Store::changePractice(const Day& day, const std::function<void(PracticeDay&
     const std::filesystem::path folder = base() / practiceFolder;
     const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     PracticeDay sum;
-    addFiles(sum, copies, nullptr);
+    LeftOutLines lines;
+    forEachText(copies, nullptr,
+                [&](std::string_view text) { sum.merge(PracticeDay(text, &lines.emplace_back())); });
     change(sum);
-    keepWhatIsLeftOut(copies, leftOutOf<PracticeDay>, problems);
+    keepWhatIsLeftOut(copies, lines, problems);
     replaceCopies(folder, day.description(), format, sum.text(day, format), copies);
 }
 
