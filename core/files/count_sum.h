@@ -14,7 +14,8 @@ class CountSum {
     /// name the row; durations count in minutes. Of the table of the day, only "paused" is a count.
     void add(std::string_view text);
 
-    /// Whether any of those numbers can be added up within 64 bits.
+    /// Whether any of those numbers can be added up within 64 bits. Short numbers are overestimated, which
+    /// tells only where there are more of them than a folder of days holds.
     bool fits() const { return sum_.has_value(); }
 
   private:
