@@ -311,15 +311,25 @@ void Screen::Implementation::appendSignals(std::vector<ScreenEvent>& events) con
     }
 }
 
-/// Curses' own handler of the signal does the work: it hands the terminal over, stops, and paints anew.
+/// Hands the terminal over, stops, and takes it again. Curses' own handler of the signal would stop this program
+/// once more after those that wait for it, and miss that they go on.
 void Screen::Implementation::suspend() {
     reportFocus(false);
+    endwin();
+    struct sigaction usual {};
+    struct sigaction ofCurses {};
+    usual.sa_handler = SIG_DFL;
+    sigaction(SIGTSTP, &usual, &ofCurses);
     sigset_t stop;
     sigemptyset(&stop);
     sigaddset(&stop, SIGTSTP);
     kill(0, SIGTSTP);  // who waits for this program stops as well, and they go on together
     sigprocmask(SIG_UNBLOCK, &stop, nullptr);
     sigprocmask(SIG_BLOCK, &stop, nullptr);
+    sigaction(SIGTSTP, &ofCurses, nullptr);
+    reset_prog_mode();
+    clearok(curscr, TRUE);
+    refresh();
     fitToTerminal();
     reportFocus(true);
 }
