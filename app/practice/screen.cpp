@@ -311,8 +311,8 @@ void Screen::Implementation::appendSignals(std::vector<ScreenEvent>& events) con
     }
 }
 
-/// Hands the terminal over, stops, and takes it again. Curses' own handler of the signal would stop this program
-/// once more after those that wait for it, and miss that they go on.
+/// Hands the terminal over, stops, and takes it again. Curses' own handler of the signal would stop this
+/// program once more after those that wait for it, and miss that they go on.
 void Screen::Implementation::suspend() {
     reportFocus(false);
     endwin();

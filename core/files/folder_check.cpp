@@ -24,7 +24,8 @@ namespace fs = std::filesystem;
 /// Why a data file is not counted by its name; empty for a name as it should be.
 std::string nameProblem(std::string_view name, bool isMonth) {
     if (isMonth ? isMonthName(name) : isDayName(name)) return "";
-    if (isKeptDayName(name)) return "the day as it was before lines were left out; mend the day from it, then remove it";
+    if (isKeptDayName(name))
+        return "the day as it was before lines were left out; mend the day from it, then remove it";
     const std::string_view start = name.substr(0, isMonth ? 7 : 10);
     if (isMonth ? isMonthName(start) : isDayName(start))
         return "a copy of " + std::string(start) + " that another program left; it is not counted";
