@@ -327,9 +327,7 @@ void Screen::Implementation::suspend() {
     sigprocmask(SIG_UNBLOCK, &stop, nullptr);
     sigprocmask(SIG_BLOCK, &stop, nullptr);
     sigaction(SIGTSTP, &ofCurses, nullptr);
-    reset_prog_mode();
-    clearok(curscr, TRUE);
-    refresh();
+    refresh();  // takes the terminal again, in its modes, and paints all of it
     fitToTerminal();
     reportFocus(true);
 }
