@@ -169,7 +169,6 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
 }
 
 void addLessonOptions(CommandSyntax& command, PracticeOptions& options) {
-    addFolderOptions(command, options.folder);
     addLanguage(command, options);
     addSeed(command, options);
     addJson(command, options);

@@ -202,7 +202,8 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
     const Store store = openStore(options, environment);
     const Day now = today(options, environment, tapcore::Calendar(environment.zone));
-    const tapcore::FileProblems problems = tapcore::checkFolder(store, now, tapcore::leftOutOf<tapcore::PracticeDay>);
+    const tapcore::FileProblems problems =
+        tapcore::checkFolder(store, now, tapcore::leftOutOf<tapcore::PracticeDay>);
     if (json) {
         nlohmann::json findings = nlohmann::json::array();
         for (const auto& problem : problems)

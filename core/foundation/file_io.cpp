@@ -18,8 +18,6 @@ namespace fs = std::filesystem;
 /// Each folder's one temporary file. Writers take turns at it, and remove the one that a crash left.
 constexpr std::string_view temporaryName = ".tappora.tmp";
 
-constexpr int notRegularFile = -1;  ///< in errno: no error of the system's
-
 /// Why what is no file is not read.
 class NoFile : public std::error_category {
   public:
@@ -46,31 +44,25 @@ int retrying(auto call) {
     return result;
 }
 
-/// Reads to the end of the file; false with errno when that fails.
-bool readAll(const Descriptor& file, std::string& text, std::size_t most, bool takesStreams) {
+/// Reads to the end of the file; says why that fails.
+std::error_code readAll(const Descriptor& file, std::string& text, std::size_t most, bool takesStreams) {
     struct stat status {};
-    if (::fstat(file.get(), &status) < 0) return false;
-    if (!takesStreams && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
-        errno = notRegularFile;
-        return false;
-    }
+    if (::fstat(file.get(), &status) < 0) return lastError();
+    if (!takesStreams && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return notRegular();
     constexpr std::size_t reserve = 1;  // so that a file that does not grow is read in one piece
     text.resize(std::min(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)), most) + reserve);
     std::size_t size = 0;
     while (true) {
         const auto got = ::read(file.get(), text.data() + size, text.size() - size);
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return false;
+        if (got < 0) return lastError();
         if (got == 0) break;  // less than asked for is no end: a pipe gives what it has
         size += static_cast<std::size_t>(got);
-        if (size > most) {
-            errno = EFBIG;
-            return false;
-        }
+        if (size > most) return std::make_error_code(std::errc::file_too_large);
         if (size == text.size()) text.resize(text.size() * 2);
     }
     text.resize(size);
-    return true;
+    return {};
 }
 
 void writeAll(const Descriptor& file, std::string_view text, const fs::path& path) {
@@ -152,8 +144,8 @@ FileRead readOpened(const fs::path& path, std::size_t most, bool takesStreams) {
     FileRead result;
     const Descriptor file(retrying([&] { return ::open(path.c_str(), flags); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
-    if (!file.isOpen() || !readAll(file, result.text, most, takesStreams)) {
-        result.error = errno == notRegularFile ? notRegular() : lastError();
+    result.error = file.isOpen() ? readAll(file, result.text, most, takesStreams) : lastError();
+    if (result.error) {
         result.status = FileRead::Status::unreadable;
         result.text.clear();
         return result;
