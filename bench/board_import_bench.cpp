@@ -8,9 +8,9 @@
 
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
-#include "core/keyboard/board_import.h"
 #include "core/keyboard/catalog.h"
-#include "core/keyboard/lenient_json.h"
+#include "core/keyboard/import/board/board_import.h"
+#include "core/keyboard/import/text/lenient_json.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-#include "core/keyboard/keylayout_import.h"
+#include "core/keyboard/import/keylayout/keylayout_import.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "core/foundation/json_fields.h"
-#include "core/keyboard/board_import.h"
+#include "core/keyboard/import/board/board_import.h"
 
 namespace {
 

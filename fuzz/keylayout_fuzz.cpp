@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/keyboard/keylayout_import.h"
+#include "core/keyboard/import/keylayout/keylayout_import.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {

@@ -12,8 +12,8 @@
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
-#include "core/keyboard/board_import.h"
 #include "core/keyboard/catalog.h"
+#include "core/keyboard/import/board/board_import.h"
 
 namespace tappora {
 namespace {

@@ -14,7 +14,7 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
-#include "core/keyboard/keylayout_import.h"
+#include "core/keyboard/import/keylayout/keylayout_import.h"
 
 namespace tappora {
 namespace {

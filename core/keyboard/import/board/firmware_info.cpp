@@ -1,0 +1,83 @@
+#include "core/keyboard/import/board/firmware_info.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "core/foundation/json_fields.h"
+
+namespace tapcore {
+namespace {
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
+    return text;
+}
+
+std::vector<std::string> layoutNames(const JsonValue& layouts) {
+    std::vector<std::string> names;
+    layouts.forEachMember([&](const std::string& name, const JsonValue&) { names.push_back(name); });
+    return names;
+}
+
+std::string chosenName(const JsonValue& info, const std::vector<std::string>& names,
+                       const std::optional<std::string>& wanted) {
+    if (names.empty()) info.member("layouts").fail("none");
+    const auto isThere = [&](const std::string& name) {
+        return std::find(names.begin(), names.end(), name) != names.end();
+    };
+    if (!wanted && names.size() == 1) return names.front();
+    const std::string name = wanted.value_or("LAYOUT");
+    if (isThere(name)) return name;
+    if (const auto aliases = info.optionalMember("layout_aliases"))
+        if (const auto alias = aliases->optionalMember(name, &JsonValue::string); alias && isThere(*alias))
+            return *alias;
+    throw JsonError(wanted ? "layouts: no " + name + " among " + joined(names)
+                           : "layouts: choose one of " + joined(names));
+}
+
+double number(const JsonValue& key, std::string_view name, double otherwise) {
+    return key.optionalMember(name, &JsonValue::number).value_or(otherwise);
+}
+
+/// A key turns about its own corner unless the file names another point.
+Board::Key placed(const JsonValue& json) {
+    Board::Key key{.id = {}, .x = json.member("x").number(), .y = json.member("y").number()};
+    key.w = number(json, "w", 1);
+    key.h = number(json, "h", 1);
+    key.r = number(json, "r", 0);
+    if (key.r == 0) return key;
+    key.rx = number(json, "rx", key.x);
+    key.ry = number(json, "ry", key.y);
+    return key;
+}
+
+void readKeys(const JsonValue& layout, BoardDraft& draft) {
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        const JsonValue json = layout.element(i);
+        DraftKey key{.key = placed(json), .legends = {}, .place = "key " + std::to_string(i + 1)};
+        if (auto label = json.optionalMember("label", &JsonValue::string))
+            key.legends.push_back(std::move(*label));
+        checkReach(key.key, i, json);
+        if (json.optionalMember("encoder")) draft.dropKey(key, "an encoder, not a key");
+        else draft.keys.push_back(std::move(key));
+    }
+}
+
+}  // namespace
+
+BoardDraft readFirmwareBoard(const JsonValue& info, const std::optional<std::string>& layout) {
+    const JsonValue layouts = info.member("layouts");
+    const auto names = layoutNames(layouts);
+    const std::string chosen = chosenName(info, names, layout);
+    BoardDraft draft;
+    draft.name = info.optionalMember("keyboard_name", &JsonValue::string).value_or("");
+    draft.maker = info.optionalMember("manufacturer", &JsonValue::string).value_or("");
+    readKeys(layouts.member(chosen).member("layout"), draft);
+    for (const std::string& name : names)
+        if (name != chosen) draft.dropped.push_back("layout " + name + ": not the one chosen");
+    return draft;
+}
+
+}  // namespace tapcore
