@@ -14,9 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Where the program is, or nothing.
+/// Where the program is: with the one that asks, or with the companions of its installation. Empty when it is
+/// in neither.
 fs::path found(std::string_view program, const fs::path& folder) {
-    for (const fs::path& place : {folder, folder.parent_path() / "libexec/tappora"})
+    for (const fs::path& place : {folder, (folder / COMPANIONS_FROM_PROGRAMS).lexically_normal()})
         if (access((place / program).c_str(), X_OK) == 0) return place / program;
     return {};
 }

@@ -18,11 +18,11 @@ fs::path resourceFolder(const Environment& environment) {
         if (!isFolder(*named)) throw Failure("TAPPORA_RESOURCES", *named + ": no such folder");
         return *named;
     }
-    const fs::path installed = environment.program.parent_path().parent_path() / "share" / "tappora";
-    if (isFolder(installed)) return installed;
-    const fs::path source = TAPPORA_SOURCE_RESOURCES;
-    if (isFolder(source)) return source;
-    throw Failure(installed.string(), "no such folder; reinstall, or name it with TAPPORA_RESOURCES");
+    const fs::path folder = environment.program.parent_path();
+    const fs::path besidePrograms = (folder / DATA_FROM_PROGRAMS).lexically_normal();
+    for (const fs::path& place : {besidePrograms, (folder / DATA_FROM_COMPANIONS).lexically_normal()})
+        if (isFolder(place)) return place;
+    throw Failure(besidePrograms.string(), "no such folder; reinstall, or name it with TAPPORA_RESOURCES");
 }
 
 }  // namespace tappora

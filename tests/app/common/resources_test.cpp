@@ -18,11 +18,14 @@ Environment environment(const fs::path& program, std::optional<std::string> name
         .program = program};
 }
 
-TEST(Resources, AreNamedOrLieBesideTheInstalledProgram) {
+TEST(Resources, AreNamedOrBelongToTheInstallation) {
     const tapcore::TemporaryFolder folder;
     const fs::path program = folder / "bin/tappora";
+    EXPECT_THROW(resourceFolder(environment(program, std::nullopt)), Failure);
     fs::create_directories(folder / "share/tappora");
     EXPECT_EQ(resourceFolder(environment(program, std::nullopt)), folder / "share/tappora");
+    EXPECT_EQ(resourceFolder(environment(folder / "libexec/tappora/tappora-paint", std::nullopt)),
+              folder / "share/tappora");
     EXPECT_EQ(resourceFolder(environment(program, folder.path().string())), folder.path());
     EXPECT_THROW(resourceFolder(environment(program, folder / "missing")), Failure);
 }
