@@ -39,7 +39,7 @@ class MadeUpFolder {
         path = name;
         const tapcore::DayFile file = tappora::bench::busyDay();
         for (const std::string& machine : machines) {
-            tapcore::writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})");
+            tapcore::writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})").requireSafe();
             for (std::int64_t before = 0; before < days; ++before)
                 put(machine, lastDay.adding(-before, utc), file);
         }

@@ -38,8 +38,8 @@ class MadeUpFolder {
         path = name;
         const DayFile file = busyDay();
         for (const char* machine : {"desk", "laptop", "studio"}) {
-            writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})");
-            makeFolders(path / machine / "days");
+            writeFile(path / machine / ".keys-mac", R"({"id": "x", "name": "x"})").requireSafe();
+            makeFolders(path / machine / "days").requireSafe();
             for (std::int64_t before = 0; before < days; ++before)
                 put(path / machine / "days", lastDay.adding(-before, utc), file);
         }

@@ -9,6 +9,7 @@
 #include "app/common/machine.h"
 #include "app/common/settings.h"
 #include "app/common/terminal.h"
+#include "app/common/write_told.h"
 #include "core/files/folder_config.h"
 #include "core/files/mac_folder.h"
 
@@ -46,6 +47,12 @@ void requireFolder(const FolderChoice& choice) {
     if (!fs::is_directory(status)) throw Failure(choice.root.string(), "not a folder");
     fs::directory_iterator(choice.root, error);
     if (error) throw Failure(choice.root.string(), error.message());
+}
+
+/// Says at once, before anything is written, that --today names no day.
+const FolderOptions& checked(const FolderOptions& options) {
+    if (options.today) (void)parseDay("--today", *options.today);
+    return options;
 }
 
 /// The sub-folder that bears this machine's mark, if it has one there already.
@@ -101,13 +108,14 @@ Store openStore(const FolderOptions& options, const Environment& environment) {
 }
 
 LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share)
-    : lock(lockForWriting(environment, chooseFolder(options, environment).root)),
-      store(openStore(options, environment)) {
+    : lock(lockForWriting(environment, chooseFolder(checked(options), environment).root)),
+      store(openStore(options, environment).telling(complainOnce())) {
     if (store.mac || (!share && !Store::isShared(store.root))) return;
     Settings settings = Settings::read(environment);
     const Machine machine = Machine::of(settings);
     settings.write();
-    store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name);
+    const auto told = [&](const tapcore::Written& unsafe) { store.settle(unsafe); };
+    store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);
 }
 
 tapcore::Day today(const FolderOptions& options, const Environment& environment,

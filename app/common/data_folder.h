@@ -51,7 +51,8 @@ tapcore::Store openStore(const FolderOptions& options, const Environment& enviro
 
 /// The data folder opened for writing, and its writing lock, which is waited for and held. In a folder that
 /// is shared, or made so by `share`, this machine's sub-folder is found by its marker or made; the machine's
-/// id is kept in the settings.
+/// id is kept in the settings. UsageError, before anything is made, when --today names no day. What the store
+/// writes and is not yet safe from a power cut is warned of once.
 struct LockedStore {
     LockedStore(const FolderOptions& options, const Environment& environment, bool share = false);
 

@@ -25,7 +25,7 @@ fs::path runtimeDirectory(const Environment& environment) {
 
 fs::path madeRuntimeDirectory(const Environment& environment) {
     fs::path directory = runtimeDirectory(environment);
-    tapcore::makeFolders(directory);
+    (void)tapcore::makeFolders(directory);  // it need not outlive the session
     if (!isOwnDirectory(directory))
         throw Failure(directory.string(), "not a directory of this user; locks would lie in it");
     return directory;

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/write_told.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 
@@ -62,7 +63,8 @@ Settings Settings::read(const Environment& environment) {
 void Settings::write() const {
     json document = json::object();
     for (const auto& [key, value] : values_) document[key] = JsonValue::parse(value);
-    tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
+    complainOf(
+        tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n"));
 }
 
 std::optional<std::string> Settings::text(std::string_view key) const {

@@ -63,7 +63,7 @@ void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environm
     std::error_code none;
     const bool isSame = fs::is_regular_file(file, none) && fs::file_size(file, none) == data.size() &&
                         tapcore::readBytes(file).text == data;
-    if (!isSame) tapcore::writeFile(file, data);
+    if (!isSame) (void)tapcore::writeFile(file, data);  // what a power cut undoes is soon made again
 } catch (const fs::filesystem_error& error) {
     throw Failure(error.path1().string(), error.code().message());
 }

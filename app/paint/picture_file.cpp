@@ -1,6 +1,7 @@
 #include "app/paint/picture_file.h"
 
 #include "app/common/program.h"
+#include "app/common/write_told.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "drawing/painter.h"
@@ -44,7 +45,7 @@ void writePicture(const fs::path& file, const drawing::Picture& picture,
                   const drawing::Appearance& appearance, double scale) {
     requireFile(file);
     try {
-        tapcore::writeFile(file, painted(pictureKind(file), picture, appearance, scale));
+        complainOf(tapcore::writeFile(file, painted(pictureKind(file), picture, appearance, scale)));
     } catch (const drawing::PaintError& error) {
         throw Failure(file.string(), error.what());
     }

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "app/common/practice_lock.h"
+#include "app/common/write_told.h"
 #include "app/practice/commands.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
@@ -23,11 +25,18 @@ using Kind = ScreenEvent::Kind;
 
 constexpr std::int64_t idle = 1000;          // milliseconds without a key, after which practice is saved
 constexpr std::int64_t untilRetry = 10'000;  // after which a save that failed is tried again
-constexpr std::int64_t forAWhile = 60'000;       // after which a lesson without a key is left alone
+constexpr std::int64_t forAWhile = 60'000;   // after which a lesson without a key is left alone
 
 std::string whyOf(const std::exception& error) {
     const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
     return file ? file->path1().string() + ": " + file->code().message() : error.what();
+}
+
+/// Keeps the first warning of a write until the screen is given back.
+tapcore::WriteTold toldLater(tapcore::FileProblems& problems) {
+    return [&problems, wasTold = std::make_shared<bool>(false)](const tapcore::Written& unsafe) {
+        if (!std::exchange(*wasTold, true)) problems.push_back({unsafe.path, 0, whatOf(unsafe)});
+    };
 }
 
 TrainerWorld worldOf(const PracticeOptions& options, const Environment& environment,
@@ -39,8 +48,9 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
                     return today(options.folder, now, calendar);
                 },
             .save =
-                [&](const tapcore::PracticeDay& practised, const Day& day) {
-                    LockedStore(options.folder, environment).store.addPractice(practised, day, &problems);
+                [&, told = toldLater(problems)](const tapcore::PracticeDay& practised, const Day& day) {
+                    const LockedStore locked(options.folder, environment);
+                    locked.store.telling(told).addPractice(practised, day, &problems);
                 },
             .remember =
                 [&](const std::string& key, std::int64_t opened) {
@@ -57,11 +67,7 @@ class TrainerLoop {
     /// `remark` is shown in lessons for as long as there is nothing else to tell.
     TrainerLoop(Trainer& trainer, const KeyboardView& keyboard, std::string remark, Screen& screen,
                 PracticeLock& lock)
-        : trainer_(trainer),
-          keyboard_(keyboard),
-          remark_(std::move(remark)),
-          screen_(screen),
-          lock_(lock) {}
+        : trainer_(trainer), keyboard_(keyboard), remark_(std::move(remark)), screen_(screen), lock_(lock) {}
 
     /// Until the typist leaves.
     void run() {

@@ -33,8 +33,10 @@ namespace fs = std::filesystem;
 enum class Wait { yes, no };
 
 tapcore::Store storeFor(const RecordOptions& options, const Environment& environment) {
+    const auto format =
+        options.format ? std::optional(parseFormat("--format", *options.format)) : std::nullopt;
     tapcore::Store store = LockedStore(options.folder, environment, options.shared).store;
-    if (options.format) store.format = parseFormat("--format", *options.format);
+    if (format) store.format = *format;
     return store;
 }
 
@@ -53,12 +55,11 @@ EventRules::Watch watchFor(const RecordOptions& options) {
     return [](const std::string& line) { std::puts(line.c_str()); };
 }
 
-/// The folder's writing lock; should another program hold it, waits for it or throws.
-tapcore::FileLock writingLock(const fs::path& folder, const Environment& environment, Wait wait) {
+/// The folder's writing lock; should another program hold it, waits for it or gives nothing.
+std::optional<tapcore::FileLock> writingLock(const fs::path& folder, const Environment& environment,
+                                             Wait wait) {
     if (wait == Wait::yes) return lockForWriting(environment, folder);
-    auto lock = tapcore::FileLock::tryAcquire(lockFile(environment, folder, FolderLock::writing));
-    if (!lock) throw Failure(folder.string(), "another program is writing in it");
-    return std::move(*lock);
+    return tapcore::FileLock::tryAcquire(lockFile(environment, folder, FolderLock::writing));
 }
 
 /// The rules for what is typed now: what is typed in a trainer does not count.
@@ -74,19 +75,29 @@ class MonthKeeper {
     MonthKeeper(const FolderOptions& options, const Environment& environment)
         : options_(options), environment_(environment) {}
 
-    void refresh(const tapcore::Store& store) {
-        const Environment current = atThisMoment(environment_);
-        const tapcore::Day now = today(options_, current, tapcore::Calendar(current.zone));
-        if (std::exchange(refreshed_, now) == now) return;
+    /// Once the counts are stored: nothing that goes wrong here may seem to be about them.
+    void refresh(const tapcore::Store& store, Wait wait) {
         try {
-            store.refreshRollups(now);
+            tryRefreshing(store, wait);
         } catch (const fs::filesystem_error& error) {
             complain(fmt::format("the months are not summed: {}: {}", error.path1().string(),
                                  error.code().message()));
+        } catch (const std::exception& error) {
+            complain(fmt::format("the months are not summed: {}", error.what()));
         }
     }
 
   private:
+    void tryRefreshing(const tapcore::Store& store, Wait wait) {
+        const Environment current = atThisMoment(environment_);
+        const tapcore::Day now = today(options_, current, tapcore::Calendar(current.zone));
+        if (refreshed_ == now) return;
+        const auto lock = writingLock(store.root, environment_, wait);
+        if (!lock) return;
+        refreshed_ = now;
+        store.refreshRollups(now);
+    }
+
     FolderOptions options_;
     Environment environment_;
     std::optional<tapcore::Day> refreshed_;
@@ -95,13 +106,12 @@ class MonthKeeper {
 /// Adds counts to the day's file.
 DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& options,
                         const Environment& environment, Wait wait) {
-    return [=, months = MonthKeeper(options.folder, environment)](const tapcore::Day& day,
-                                                                  const DayCounts& counts) mutable {
+    return [=](const tapcore::Day& day, const DayCounts& counts) {
         try {
             const auto lock = writingLock(store.root, environment, wait);
+            if (!lock) throw Failure(store.root.string(), "another program is writing in it");
             store.add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options.board, options.layout,
                       day);
-            months.refresh(store);
         } catch (const fs::filesystem_error& error) {
             throw Failure(error.path1().string(), error.code().message());
         }
@@ -118,6 +128,16 @@ std::function<void()> widgetUpdater(const FolderOptions& folder, const Environme
             if (!std::exchange(wasTold, true))
                 complain(std::string("the widgets stay as they are: ") + error.what());
         }
+    };
+}
+
+/// What follows when a recorder has stored counts.
+std::function<void()> afterStoring(const tapcore::Store& store, const FolderOptions& folder,
+                                   const Environment& environment) {
+    return [=, months = MonthKeeper(folder, environment),
+            updateWidgets = widgetUpdater(folder, environment)]() mutable {
+        months.refresh(store, Wait::no);
+        updateWidgets();
     };
 }
 
@@ -178,13 +198,14 @@ void replayFile(const std::string& file, const RecordOptions& options, const Env
     clock.finish();
     if (recording.keysAreMasked) book.forgetKey(maskedKey);
     storeAll(book, writerTo(store, options, environment, Wait::yes));
+    MonthKeeper(options.folder, environment).refresh(store, Wait::yes);
     printCounts(book);
 }
 
 /// Makes the folder that days are stored in: what will not do should be known before hours are counted.
 void requireWritable(const tapcore::Store& store) {
     const fs::path days = store.base() / "days";
-    tapcore::makeFolders(days);
+    store.settle(tapcore::makeFolders(days));
     if (::access(days.c_str(), W_OK | X_OK) < 0)
         throw Failure(days.string(), std::generic_category().message(errno));
 }
@@ -209,7 +230,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                            .zone = tapcore::Calendar::hostZone,
                            .tryWrite = writerTo(store, options, environment, Wait::no),
                            .write = writerTo(store, options, environment, Wait::yes),
-                           .stored = widgetUpdater(options.folder, environment),
+                           .stored = afterStoring(store, options.folder, environment),
                            .tell = complain});
     complain("counts go to " + (store.base() / "days").string());
     if (recorder.run(*source) == SIGPIPE) forgetOutput();

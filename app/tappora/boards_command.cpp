@@ -8,6 +8,7 @@
 #include "app/common/program.h"
 #include "app/common/resources.h"
 #include "app/common/terminal.h"
+#include "app/common/write_told.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
@@ -126,7 +127,7 @@ void printList(std::string_view title, const std::vector<std::string>& sentences
 
 void import(const Asked& asked, const Environment& environment) {
     const auto [board, dropped, withoutCode] = imported(asked, bundled(environment));
-    tapcore::writeFile(asked.output, board.text());
+    complainOf(tapcore::writeFile(asked.output, board.text()));
     if (asked.json)
         return print(tapcore::jsonText(
             {{"board", board.encoded()}, {"dropped", dropped}, {"withoutCode", withoutCode}}));

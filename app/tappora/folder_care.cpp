@@ -51,9 +51,9 @@ std::string countsOf(const Store& store) {
     const auto days = store.days();
     const std::string months = counted(store.names(tapcore::monthsFolder).size(), "month", "months");
     if (days.empty()) return "no days of counts and " + months;
-    return fmt::format("{} of counts with {}, {} to {}, and {}",
-                       counted(days.size(), "day", "days"), keystrokes(store, days),
-                       days.front().description(), days.back().description(), months);
+    return fmt::format("{} of counts with {}, {} to {}, and {}", counted(days.size(), "day", "days"),
+                       keystrokes(store, days), days.front().description(), days.back().description(),
+                       months);
 }
 
 /// What goes besides when days are written anew without what is to be forgotten: ", 2 lines that are no
@@ -178,22 +178,26 @@ void clearOneDay(const Day& day, const Store& store, bool yes, const Environment
 
 void convertFolder(const std::optional<std::string>& format, const FolderOptions& options,
                    const Environment& environment) {
+    const auto chosen = format ? std::optional(parseFormat("--to", *format)) : std::nullopt;
     LockedStore locked(options, environment);
-    if (format) {
+    if (chosen) {
         auto config = tapcore::FolderConfig::read(locked.store.root);
-        config.format = locked.store.format = parseFormat("--to", *format);
-        config.write(locked.store.root);
+        config.format = locked.store.format = *chosen;
+        locked.store.settle(config.write(locked.store.root));
     }
     LongWork work("converting");
     work.requireDone(locked.store.convert(work.progress()));
+    if (locked.store.needsConversion())
+        throw Failure(locked.store.base().string(),
+                      "some files are still in the other format; running it again does the rest");
     print(
         fmt::format("{}: every file is in {}\n", locked.store.base().string(), locked.store.format.title()));
 }
 
 void refreshMonths(const FolderOptions& options, const Environment& environment) {
+    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
     const LockedStore locked(options, environment);
     LongWork work("summing months");
-    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
     work.requireDone(locked.store.refreshRollups(now, work.progress()));
     print(fmt::format("{}: {} up to date\n", locked.store.base().string(),
                       counted(own(locked.store).names(tapcore::monthsFolder).size(), "month", "months")));

@@ -13,6 +13,7 @@
 #include "app/common/records_json.h"
 #include "app/common/settings.h"
 #include "app/common/terminal.h"
+#include "app/common/write_told.h"
 #include "app/tappora/folder_tasks.h"
 #include "core/files/data_listing.h"
 #include "core/files/folder_names.h"
@@ -115,7 +116,7 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
     } else {
         if (directory->empty()) throw UsageError("folder set: name a folder, or say --usual");
         const fs::path folder = fs::absolute(*directory).lexically_normal();
-        tapcore::makeFolders(folder);
+        complainOf(tapcore::makeFolders(folder));
         settings.setText(folderKey, folder.string());
     }
     settings.write();

@@ -9,6 +9,7 @@
 #include "app/common/program.h"
 #include "app/common/resources.h"
 #include "app/common/terminal.h"
+#include "app/common/write_told.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/layout_face.h"
 #include "core/foundation/file_io.h"
@@ -153,7 +154,7 @@ void import(const Asked& asked, const Environment& environment) {
             fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", and not auto",
                         *asked.import.id));
     const auto [layout, dropped] = imported(asked.file, asked.import);
-    tapcore::writeFile(asked.output, layout.text());
+    complainOf(tapcore::writeFile(asked.output, layout.text()));
     if (asked.json) return print(tapcore::jsonText({{"layout", layout.encoded()}, {"dropped", dropped}}));
     print(fmt::format("{}: the legends of {} keys, as layout {}\n", asked.output, layout.legends.size(),
                       layout.id));

@@ -56,7 +56,7 @@ void Store::writeChat(const ChatFile& chat) const {
     const fs::path folder = base() / assistantFolder;
     auto replaced = readWholeCopies(folder, chatName, format, fetch_);
     if (replaced.size() > 1) replaced.resize(1);  // the one that is read; another stays
-    replaceCopies(folder, chatName, format, chat.text(format), replaced);
+    settle(replaceCopies(folder, chatName, format, chat.text(format), replaced));
 }
 
 std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) const {
@@ -67,8 +67,7 @@ std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) 
             throw fs::filesystem_error("cannot shelve the conversation", copy.path, copy.file.error);
         fs::path target =
             history / (freeName(history, at, calendar, format) + copy.path.extension().string());
-        write(copy.file.text, target);
-        removeFile(copy.path);
+        settle(renameFile(copy.path, target));
         if (!shelved) shelved = std::move(target);
     }
     return shelved;

@@ -15,20 +15,32 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// While two copies become one, a hidden note beside them says which text is the merged one and which texts it
-// holds. Until the merged text stands in its file, the note means nothing; from then on, the texts it lists
-// count no more.
+// While two copies become one, two hidden files are beside them: the merged text, waiting to take its place,
+// and a note that says which texts it holds.
 //
 //     # Merging
 //     | text             | file           |
 //     | 9f86d081884c7d65 | 2026-09-20.md  |    the merged text, first
 //     | 60303ae22b998861 | 2026-09-20.org |    each text it holds
+//
+// While the merged text waits, the note means nothing. One rename takes the text from there to its file; from
+// then on, the texts that the note lists count no more, also when somebody has edited the merged file since.
 
 constexpr std::string_view keptMark = " as it was";
 constexpr std::string_view noteEnding = ".merging";
+constexpr std::string_view mergedEnding = ".merged";
+
+fs::path hiddenPath(const fs::path& folder, std::string_view name, std::string_view ending) {
+    return folder / ("." + std::string(name).append(ending));
+}
 
 fs::path notePath(const fs::path& folder, std::string_view name) {
-    return folder / ("." + std::string(name).append(noteEnding));
+    return hiddenPath(folder, name, noteEnding);
+}
+
+/// Where the merged text waits.
+fs::path mergedPath(const fs::path& folder, std::string_view name) {
+    return hiddenPath(folder, name, mergedEnding);
 }
 
 bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
@@ -49,9 +61,14 @@ std::string noteLine(std::string_view text, const fs::path& path) {
     return "| " + digest(text) + " | " + path.filename().string() + " |\n";
 }
 
-bool holds(const FileCopy& copy, const std::vector<std::string_view>& cells) {
-    return cells.size() == 2 && cells[1] == copy.path.filename().string() &&
-           cells[0] == digest(copy.file.text);
+using Cells = std::vector<std::string_view>;
+
+bool isOf(const FileCopy& copy, const Cells& cells) {
+    return cells.size() == 2 && cells[1] == copy.path.filename().string();
+}
+
+bool holds(const FileCopy& copy, const Cells& cells) {
+    return isOf(copy, cells) && cells[0] == digest(copy.file.text);
 }
 
 void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
@@ -60,18 +77,27 @@ void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std
     if (stale == copies.end()) return;
     std::for_each(stale, copies.end(), [](const FileCopy& copy) { removeFile(copy.path); });
     copies.erase(stale, copies.end());
-    flushFolder(folder);
+    flushFolder(folder).requireSafe();
     removeFile(notePath(folder, name));
 }
 
-void mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target,
-                    std::string_view text, const std::vector<FileCopy>& copies) {
-    writeFile(notePath(folder, name), mergingNote(target, text, copies));
-    writeFile(target, text);
-    for (const FileCopy& copy : copies)
-        if (copy.path != target) removeFile(copy.path);
-    flushFolder(folder);  // the note must not go to disk as removed before the copies do
-    removeFile(notePath(folder, name));
+Written mergeUnderNote(const fs::path& folder, std::string_view name, const fs::path& target,
+                       std::string_view text, const std::vector<FileCopy>& copies) {
+    writeFile(mergedPath(folder, name), text).requireSafe();
+    writeFile(notePath(folder, name), mergingNote(target, text, copies)).requireSafe();
+    return renameFile(mergedPath(folder, name), target).then([&] {
+        for (const FileCopy& copy : copies)
+            if (copy.path != target) removeFile(copy.path);
+        flushFolder(folder).requireSafe();  // the note must not go to disk as removed before the copies do
+        removeFile(notePath(folder, name));
+    });
+}
+
+void readNote(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
+    const FileRead note = readStoredFile(notePath(folder, name));
+    if (note.status != FileRead::Status::read) return;
+    const bool waits = isThere(mergedPath(folder, name));
+    markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
 }
 
 }  // namespace
@@ -83,15 +109,21 @@ std::string mergingNote(const fs::path& target, std::string_view merged,
     return note;
 }
 
-void markSuperseded(std::vector<FileCopy>& copies, std::string_view note) {
+void markSuperseded(std::vector<FileCopy>& copies, std::string_view note, MergedText merged) {
     TableReader reader(note);
     if (!reader.next() || !reader.next()) return;
-    const auto isHeld = [&](const FileCopy& copy) { return holds(copy, reader.cells()); };
-    const auto merged = std::find_if(copies.begin(), copies.end(), isHeld);
-    if (merged == copies.end()) return;
+    const auto target = std::find_if(copies.begin(), copies.end(),
+                                     [&](const FileCopy& copy) { return isOf(copy, reader.cells()); });
+    if (target == copies.end()) return;
+    const bool isMerged = holds(*target, reader.cells());
+    if (!isMerged && merged == MergedText::waits) return;
+    std::vector<FileCopy*> held;
     while (reader.next())
         for (FileCopy& copy : copies)
-            if (&copy != &*merged && holds(copy, reader.cells())) copy.isSuperseded = true;
+            if (holds(copy, reader.cells())) held.push_back(&copy);
+    const bool isAsBefore = std::find(held.begin(), held.end(), &*target) != held.end();
+    if (isAsBefore && !isMerged) return;
+    for (FileCopy* copy : held) copy->isSuperseded = copy != &*target;
 }
 
 std::string copyName(std::string_view name, std::string_view extension) {
@@ -109,7 +141,7 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
         else copies.push_back({std::move(path), std::move(file), false});
     }
-    if (copies.size() > 1) markSuperseded(copies, readStoredFile(notePath(folder, name)).text);
+    if (copies.size() > 1) readNote(copies, folder, name);
     return copies;
 }
 
@@ -162,7 +194,7 @@ fs::path keepAsItWas(const FileCopy& copy) {
         const std::string name = number == 1 ? start : start + " " + std::to_string(number);
         fs::path kept = copy.path.parent_path() / (name + copy.path.extension().string());
         const FileRead known = readStoredFile(kept);
-        if (known.status == FileRead::Status::missing) writeFile(kept, copy.file.text);
+        if (known.status == FileRead::Status::missing) writeFile(kept, copy.file.text).requireSafe();
         else if (known.status != FileRead::Status::read || known.text != copy.file.text) continue;
         return kept;
     }
@@ -192,17 +224,24 @@ bool isKeptDayName(std::string_view name) {
     return number.empty() || (number.front() == ' ' && parseInteger(number.substr(1)).value_or(0) > 1);
 }
 
-void replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,
-                   const std::vector<FileCopy>& copies) {
+Written replaceCopies(const fs::path& folder, std::string_view name, FileFormat format, std::string_view text,
+                      const std::vector<FileCopy>& copies) {
     const fs::path target = folder / copyName(name, format.fileExtension());
     std::vector<FileCopy> merged = copies;
     removeSuperseded(merged, folder, name);
     if (merged.size() > 1) return mergeUnderNote(folder, name, target, text, merged);
     // The text does not depend on the name's ending for being read, so one rename of each is enough.
     const fs::path written = merged.empty() ? target : merged[0].path;
-    writeFile(written, text);
-    if (written != target) renameFile(written, target);
-    removeFile(notePath(folder, name));  // of a merge that was interrupted when all but that was done
+    return writeFile(written, text).then([&] {
+        if (written != target) renameFile(written, target).requireSafe();
+        removeTraces(folder, name);
+    });
+}
+
+void removeTraces(const fs::path& folder, std::string_view name) {
+    removeFile(
+        notePath(folder, name));  // first: without the merged text, it would say that this took its place
+    removeFile(mergedPath(folder, name));
 }
 
 void removeOldNotes(const fs::path& folder) {
@@ -210,8 +249,8 @@ void removeOldNotes(const fs::path& folder) {
         if (!file.starts_with('.') || !file.ends_with(noteEnding)) continue;
         const std::string name = file.substr(1, file.size() - 1 - noteEnding.size());
         if (hasSeveralCopies(folder, name)) continue;
-        flushFolder(folder);  // as in merging
-        removeFile(folder / file);
+        flushFolder(folder).requireSafe();  // as in merging
+        removeTraces(folder, name);
     }
 }
 

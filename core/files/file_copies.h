@@ -51,9 +51,9 @@ void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
 /// Writes `text`, which holds what `copies` held together, as the one copy of `name` in this format, and
 /// removes those others. A crash at any moment leaves a folder that reads as before or as after: nothing is
 /// lost or counted twice. `copies` are those that `readWholeCopies` gave. Throws filesystem_error with the
-/// path.
-void replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
-                   std::string_view text, const std::vector<FileCopy>& copies);
+/// path when it is not done: the folder then reads as before.
+Written replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
+                      std::string_view text, const std::vector<FileCopy>& copies);
 
 /// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
 /// them out.
@@ -69,6 +69,10 @@ void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutLines& 
 /// Whether a file's name, without extension, is one under which a day's copy is kept.
 bool isKeptDayName(std::string_view name);
 
+/// Removes what an interrupted `replaceCopies` left of `name` beside the copies. Throws filesystem_error with
+/// the path.
+void removeTraces(const std::filesystem::path& folder, std::string_view name);
+
 /// Removes what `replaceCopies`, interrupted when it was all but done, left in a folder: notes about copies
 /// that are one by now. Throws filesystem_error with the path.
 void removeOldNotes(const std::filesystem::path& folder);
@@ -78,7 +82,13 @@ void removeOldNotes(const std::filesystem::path& folder);
 std::string mergingNote(const std::filesystem::path& target, std::string_view merged,
                         const std::vector<FileCopy>& copies);
 
+/// Where the text is that copies are merged into.
+enum class MergedText {
+    waits,         ///< in its hidden file
+    tookItsPlace,  ///< in the file that the note names first, unless that is as it was before
+};
+
 /// Marks the copies that such a note says are merged into another one; none by a text that is no note.
-void markSuperseded(std::vector<FileCopy>& copies, std::string_view note);
+void markSuperseded(std::vector<FileCopy>& copies, std::string_view note, MergedText merged);
 
 }  // namespace tapcore

@@ -98,7 +98,7 @@ FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
     return {};
 }
 
-void FolderConfig::write(const fs::path& root) const { writeFile(url(root), text()); }
+Written FolderConfig::write(const fs::path& root) const { return writeFile(url(root), text()); }
 
 void FolderConfig::setLabel(std::uint16_t keyCode, std::string_view boardID, std::string_view label) {
     if (label.empty()) labels.erase(joined(boardID, keyCode));

@@ -10,6 +10,7 @@
 
 #include "core/counting/legends.h"
 #include "core/files/file_format.h"
+#include "core/foundation/written.h"
 
 namespace tapcore {
 
@@ -45,7 +46,7 @@ struct FolderConfig {
 
     /// Writes the file whole, and its folder when missing. Throws std::filesystem::filesystem_error with the
     /// path.
-    void write(const std::filesystem::path& root) const;
+    Written write(const std::filesystem::path& root) const;
 
     /// Sets the user's own label of a key on a board; an empty one removes it.
     void setLabel(std::uint16_t keyCode, std::string_view boardID, std::string_view label);

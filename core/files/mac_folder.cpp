@@ -65,11 +65,11 @@ void addMissing(std::vector<CopyStep>& steps, const fs::path& from, const fs::pa
         if (!isThere(to / file)) steps.push_back({from / file, to / file});
 }
 
-void perform(const CopyStep& step) {
+Written perform(const CopyStep& step) {
     const FileRead file = readBytes(step.from);
     if (file.status != FileRead::Status::read)
         throw fs::filesystem_error("cannot copy", step.from, file.error);
-    writeFile(step.to, file.text);
+    return writeFile(step.to, file.text);
 }
 
 bool isSamePlace(const fs::path& a, const fs::path& b) {
@@ -122,14 +122,15 @@ std::optional<std::string> find(const fs::path& root, std::string_view id) {
     return std::nullopt;
 }
 
-std::string resolve(const fs::path& root, std::string_view id, std::string_view name) {
+std::string resolve(const fs::path& root, std::string_view id, std::string_view name, const WriteTold& told) {
+    const std::string mark = Mark{std::string(id), std::string(name)}.text();
     if (auto known = find(root, id)) {
         if (readMark(root / *known)->name != name)
-            writeFile(root / *known / marker, Mark{std::string(id), std::string(name)}.text());
+            tellUnlessSafe(writeFile(root / *known / marker, mark), told);
         return *known;
     }
     std::string own = freeName(root, cut(sanitized(name), longestName));
-    writeFile(root / own / marker, Mark{std::string(id), std::string(name)}.text());
+    tellUnlessSafe(writeFile(root / own / marker, mark), told);
     return own;
 }
 
@@ -140,21 +141,22 @@ Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& prog
     const std::string from = fs::weakly_canonical(oldRoot).string();
     if (!Store(store.base(), store.format).days().empty() && readStoredFile(note).text != from)
         return Adoption::holdsDays;
-    writeFile(note, from);
-    if (!copy(oldRoot, store.root, store.mac, progress)) return Adoption::interrupted;
+    store.settle(writeFile(note, from));
+    const auto told = [&](const Written& unsafe) { store.settle(unsafe); };
+    if (!copy(oldRoot, store.root, store.mac, progress, told)) return Adoption::interrupted;
     removeFile(note);
     return Adoption::done;
 }
 
 bool copy(const fs::path& from, const fs::path& into, const std::optional<std::string>& mac,
-          const Progress& progress) {
+          const Progress& progress, const WriteTold& told) {
     std::vector<CopyStep> steps;
     for (const std::string_view folder : machineFolders)
         addMissing(steps, from / folder, (mac ? into / *mac : into) / folder);
     for (const std::string_view folder : commonFolders) addMissing(steps, from / folder, into / folder);
     for (std::size_t done = 0; done < steps.size(); ++done) {
         if (!goesOn(progress, done, steps.size())) return false;
-        perform(steps[done]);
+        tellUnlessSafe(perform(steps[done]), told);
     }
     return true;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/foundation/progress.h"
+#include "core/foundation/written.h"
 
 namespace tapcore {
 
@@ -45,8 +46,9 @@ std::optional<std::string> find(const std::filesystem::path& root, std::string_v
 
 /// The name of this machine's sub-folder in `root`: the one whose marker has its id, whatever its name, else
 /// a new one named after the machine, with a number from 2 where that is taken. A new one is made and marked.
-/// Throws std::filesystem::filesystem_error with the path.
-std::string resolve(const std::filesystem::path& root, std::string_view id, std::string_view name);
+/// Throws std::filesystem::filesystem_error with the path. `told` hears of what is not yet safe.
+std::string resolve(const std::filesystem::path& root, std::string_view id, std::string_view name,
+                    const WriteTold& told = {});
 
 /// What came of taking over another folder's files.
 enum class Adoption {
@@ -66,7 +68,7 @@ Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const P
 /// already, so that after an interruption a repeat copies what is missing. Links are not followed. False when
 /// it was interrupted. Throws filesystem_error with the path.
 bool copy(const std::filesystem::path& from, const std::filesystem::path& into,
-          const std::optional<std::string>& mac, const Progress& progress = {});
+          const std::optional<std::string>& mac, const Progress& progress = {}, const WriteTold& told = {});
 
 }  // namespace MacFolder
 

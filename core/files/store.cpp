@@ -35,10 +35,17 @@ Store Store::fetching(CloudFetch fetch) const {
     return store;
 }
 
+Store Store::telling(WriteTold told) const {
+    Store store = *this;
+    store.told_ = std::move(told);
+    return store;
+}
+
 Store Store::single(fs::path folder) const {
     Store part(std::move(folder), format);
     part.single_ = true;
     part.fetch_ = fetch_;
+    part.told_ = told_;
     return part;
 }
 
@@ -152,10 +159,10 @@ void Store::change(const Day& day, LeftOut leftOut, const std::function<void(Day
                 [&](std::string_view text) { file.merge(DayFile(text, &lines.emplace_back())); });
     change(file);
     if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, lines, nullptr);
-    replaceCopies(folder, day.description(), format, file.text(format, day), copies);
+    settle(replaceCopies(folder, day.description(), format, file.text(format, day), copies));
 }
 
-void Store::write(std::string_view text, const fs::path& url) { writeFile(url, text); }
+Written Store::write(std::string_view text, const fs::path& url) { return writeFile(url, text); }
 
 void Store::removeOthers(std::string_view folder, std::string_view name, const fs::path& keep) const {
     for (const FileFormat other : FileFormat::allCases) {

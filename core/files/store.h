@@ -19,6 +19,7 @@
 #include "core/files/month_rollup.h"
 #include "core/files/summary.h"
 #include "core/foundation/progress.h"
+#include "core/foundation/written.h"
 
 namespace tapcore {
 
@@ -34,6 +35,7 @@ struct PracticeHistory;
 /// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty.
 /// It does no locking: callers serialise what reads, changes and writes. What fails to write, make or remove
 /// something throws std::filesystem::filesystem_error with the path, and leaves the former file in place.
+/// What took effect does not throw: whoever `telling` names is told when it is not yet safe from a power cut.
 class Store {
   public:
     std::filesystem::path root;      ///< the data folder
@@ -50,6 +52,10 @@ class Store {
 
     /// The same store, which asks for files that iCloud Drive has still to bring when it comes upon them.
     Store fetching(CloudFetch fetch) const;
+    /// The same store, which tells of what it wrote that is not yet safe from a power cut.
+    Store telling(WriteTold told) const;
+    /// Tells of it, unless it is safe.
+    void settle(const Written& written) const { tellUnlessSafe(written, told_); }
 
     // Where a data folder is, below the user's home folder.
 
@@ -114,7 +120,7 @@ class Store {
     void change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const;
 
     /// Writes a file whole, and its folder when missing.
-    static void write(std::string_view text, const std::filesystem::path& url);
+    static Written write(std::string_view text, const std::filesystem::path& url);
 
     /// Removes the copy of base/folder/name in the format not written, `keep` excepted.
     void removeOthers(std::string_view folder, std::string_view name,
@@ -214,8 +220,8 @@ class Store {
     std::vector<Day> daysIn(std::string_view folder) const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
-    bool forget(const std::function<void(DayFile&)>& inDay,
-                const std::function<void(MonthRollup&)>& inMonth, const Progress& progress) const;
+    bool forget(const std::function<void(DayFile&)>& inDay, const std::function<void(MonthRollup&)>& inMonth,
+                const Progress& progress) const;
     void convertFile(std::string_view folder, const std::string& name) const;
     // Defined beside the record of a practice day.
     void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change,
@@ -224,6 +230,7 @@ class Store {
 
     bool single_ = false;
     CloudFetch fetch_;
+    WriteTold told_;
 };
 
 }  // namespace tapcore

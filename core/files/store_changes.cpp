@@ -28,6 +28,7 @@ void removeCopies(const fs::path& folder, std::string_view name) {
         removeFile(path);
         removeFile(cloudPlaceholder(path));
     }
+    removeTraces(folder, name);
 }
 
 bool isAnyDayName(std::string_view name) { return isDayName(name) || isKeptDayName(name); }

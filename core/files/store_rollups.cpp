@@ -108,8 +108,9 @@ void removeRollup(const Store& own, std::string_view month) {
 
 void writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
     const fs::path path = own.urlForMonth(month);
-    Store::write(rollup.text(own.format, month), path);
-    own.removeOthers(monthsFolder, month, path);
+    own.settle(Store::write(rollup.text(own.format, month), path).then([&] {
+        own.removeOthers(monthsFolder, month, path);
+    }));
 }
 
 bool isReadable(const Store& own, const Day& day) {

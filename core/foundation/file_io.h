@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/foundation/descriptor.h"
+#include "core/foundation/written.h"
 
 namespace tapcore {
 
@@ -45,23 +46,22 @@ bool isThere(const std::filesystem::path& path);
 /// Replaces a file whole, or makes it, so that a reader sees the old text or the new one, also after a crash
 /// or a power cut: the text goes to a hidden file beside it, is flushed to disk and moved into place. The
 /// file is the user's own to read (mode 0600). Missing folders are made. What an interrupted writer left in
-/// that folder is removed. Throws std::filesystem::filesystem_error with the path; the old file is then as it
-/// was, and no other file is left behind.
-void writeFile(const std::filesystem::path& path, std::string_view text);
+/// that folder is removed. Throws std::filesystem::filesystem_error with the path when it is not done; the
+/// old file is then as it was, and no other file is left behind.
+Written writeFile(const std::filesystem::path& path, std::string_view text);
 
 /// Whether a file is one that `writeFile` writes on its way: of no meaning to anybody else.
 bool isTemporary(const std::filesystem::path& path);
 
 /// Makes a folder and those above it, for the user alone (mode 0700). Throws filesystem_error with the path.
-void makeFolders(const std::filesystem::path& folder);
+Written makeFolders(const std::filesystem::path& folder);
 
-/// Sees that what was made, renamed or removed in a folder is so on disk. Throws filesystem_error with the
-/// path.
-void flushFolder(const std::filesystem::path& folder);
+/// Sees that what was made, renamed or removed in a folder is so on disk.
+Written flushFolder(const std::filesystem::path& folder);
 
-/// Moves a file to another name in the same folder, in one step, flushed to disk. Throws filesystem_error
-/// with the path.
-void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
+/// Gives a file another name, in one step, flushed to disk; the new name's folder is made when missing.
+/// Throws filesystem_error with the path when it is not done.
+Written renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes a file; true when it was there. Throws filesystem_error with the path.
 bool removeFile(const std::filesystem::path& path);

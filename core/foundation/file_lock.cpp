@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "core/foundation/retrying.h"
+
 namespace tapcore {
 namespace {
 
@@ -25,10 +27,7 @@ Descriptor openLockFile(const fs::path& path) {
 
 /// False with errno when the lock is not to be had.
 bool lock(const Descriptor& file, int how) {
-    int result = 0;
-    do result = ::flock(file.get(), how);
-    while (result < 0 && errno == EINTR);
-    return result == 0;
+    return retrying([&] { return ::flock(file.get(), how); }) == 0;
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ fs::path Store::saveOwnLayout(const Layout& layout) const {
                             "\": must be 1 to 64 of a-z, 0-9, \"-\" and \"_\", the first a letter or a "
                             "digit, and not \"auto\"");
     fs::path path = ownLayoutsURL() / (layout.id + std::string(ending));
-    write(layout.text(), path);
+    settle(write(layout.text(), path));
     return path;
 }
 

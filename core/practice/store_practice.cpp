@@ -50,7 +50,7 @@ void Store::changePractice(const Day& day, const std::function<void(PracticeDay&
                 [&](std::string_view text) { sum.merge(PracticeDay(text, &lines.emplace_back())); });
     change(sum);
     keepWhatIsLeftOut(copies, lines, problems);
-    replaceCopies(folder, day.description(), format, sum.text(day, format), copies);
+    settle(replaceCopies(folder, day.description(), format, sum.text(day, format), copies));
 }
 
 void Store::convertPractice(const std::string& name) const {

@@ -30,7 +30,9 @@ class TemporaryFolder {
     std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
     /// Writes a file below it, and the folders it needs.
-    void put(std::string_view name, std::string_view text) const { writeFile(path_ / name, text); }
+    void put(std::string_view name, std::string_view text) const {
+        writeFile(path_ / name, text).requireSafe();
+    }
     /// A file's text; a test failure when it cannot be read.
     std::string text(std::string_view name) const {
         const FileRead file = readFile(path_ / name);

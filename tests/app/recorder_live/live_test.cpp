@@ -185,7 +185,7 @@ TEST_F(Live, TellsProgramsFromPeople) {
         << recorder.printed;
     bed.tap(remapper, KEY_A);
     ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
-    tapcore::writeFile(share / "Tappora", "a file where the folder should be");
+    tapcore::writeFile(share / "Tappora", "a file where the folder should be").requireSafe();
     recorder.signal(SIGHUP);
     EXPECT_TRUE(recorder.prints("tappora: the widgets stay as they are: " + share.string()))
         << recorder.printed;

@@ -93,7 +93,7 @@ TEST(FolderCheck, WaitsForNoPipe) {
     const char* const pipes[] = {".keys/config.json", "A/.keys-mac", "days/2026-09-20.org",
                                  "days/.2026-09-19.merging", ".keys/layouts/x.json"};
     for (const char* pipe : pipes) {
-        makeFolders((folder / pipe).parent_path());
+        makeFolders((folder / pipe).parent_path()).requireSafe();
         ASSERT_EQ(::mkfifo((folder / pipe).c_str(), 0600), 0);
     }
     for (const char* day : {"days/2026-09-19.org", "days/2026-09-19.md"})

@@ -155,7 +155,7 @@ TEST(FolderConfig, IsWrittenForPeopleAndReadBack) {
     config.setLabel(37, "planck", "");
     config.setLearned(10, false, "ß", "planck", "de");
     config.setLearned(10, true, "?", "planck", "de");
-    config.write(root.path());
+    config.write(root.path()).requireSafe();
     EXPECT_EQ(root.text(".keys/config.json"), R"({
   "board": "planck",
   "format": "org",

@@ -46,7 +46,7 @@ class Writer {
                 if (count % 5 == 4) {  // a second copy, as a machine of another format leaves it
                     const Store other(folder,
                                       format == FileFormat::org ? FileFormat::markdown : FileFormat::org);
-                    Store::write(DayFile().text(other.format, day), other.url(day));
+                    Store::write(DayFile().text(other.format, day), other.url(day)).requireSafe();
                 }
                 if (write(ends_[1], "x", 1) != 1) std::_Exit(1);
             }
@@ -111,7 +111,7 @@ void fill(const std::filesystem::path& folder) {
     for (std::int64_t number = 1; number <= 6; ++number)
         for (const Store* store : {&markdown, &org})
             if (const Day each(2026, 8, number); store == &markdown || number % 3 == 0)
-                Store::write(file.text(store->format, each), store->url(each));
+                Store::write(file.text(store->format, each), store->url(each)).requireSafe();
     markdown.refreshRollups(day);
 }
 

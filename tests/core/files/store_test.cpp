@@ -214,24 +214,43 @@ TEST_F(StoreTest, AnInterruptedMergeNeitherLosesNorDoublesTheDay) {
         folder.put("days/2026-09-20.org", dayText(0, 1));
         folder.put("days/2026-09-20.md", dayText(0, 10, FileFormat::markdown));
         const auto copies = readWholeCopies(name, "2026-09-20", FileFormat::org);
-        replaceCopies(name, "2026-09-20", FileFormat::org, merged, copies);
+        replaceCopies(name, "2026-09-20", FileFormat::org, merged, copies).requireSafe();
         EXPECT_EQ(folder.files().size(), 1U);
-        // The note as the merge leaves it, and the files as they stand after so many steps.
+        // The hidden files as the merge leaves them, and the copies as they stand after so many steps.
         const std::string note = mergingNote(folder / "days/2026-09-20.org", merged, copies);
-        if (steps < 4) folder.put("days/.2026-09-20.merging", note);
-        if (steps < 2) folder.put("days/2026-09-20.org", dayText(0, 1));
-        if (steps < 3) folder.put("days/2026-09-20.md", dayText(0, 10, FileFormat::markdown));
+        if (steps < 3) folder.put("days/.2026-09-20.merged", merged);
+        if (steps > 1) folder.put("days/.2026-09-20.merging", note);
+        if (steps < 3) folder.put("days/2026-09-20.org", dayText(0, 1));
+        if (steps < 4) folder.put("days/2026-09-20.md", dayText(0, 10, FileFormat::markdown));
     };
-    for (const int steps : {1, 2, 3}) {
-        interrupted(steps);
+    for (const int steps :
+         {1, 2, 3, 4, 12, 13, 14}) {  // from 11 on, the file is edited before the next write
+        interrupted(steps % 10);
+        if (steps > 10) folder.put("days/2026-09-20.org", folder.text("days/2026-09-20.org") + "\nA note\n");
         EXPECT_EQ(alone.read(day).tally.total(), 11) << steps;
         alone.add(pressed(0, 5), 0, 0, {}, {}, day);
         EXPECT_EQ(alone.read(day).tally.total(), 16) << steps;
         EXPECT_THAT(alone.copies("days", "2026-09-20"), ElementsAre(folder / "days/2026-09-20.org"));
+        EXPECT_EQ(folder.files().size(), steps > 10 ? 2U : 1U) << steps;  // with the day as it was
     }
-    interrupted(2);
+    interrupted(3);
     folder.put("days/2026-09-20.md", dayText(0, 40, FileFormat::markdown));
     EXPECT_EQ(alone.read(day).tally.total(), 51) << "a copy written since the interruption counts";
+}
+
+TEST_F(StoreTest, WhatIsStoredIsTidiedUpByTheNextWriterAndToldOfOnce) {
+    const std::filesystem::path inTheWay = folder / "days/.2026-09-20.merging";
+    std::filesystem::create_directories(inTheWay);
+    std::vector<std::filesystem::path> told;
+    const Store telling = alone.telling([&](const Written& unsafe) { told.push_back(unsafe.path); });
+    telling.add(pressed(0, 1), 0, 0, {}, {}, day);
+    EXPECT_EQ(alone.read(day).tally.total(), 1);
+    EXPECT_THAT(told, ElementsAre(inTheWay));
+    std::filesystem::remove(inTheWay);
+    folder.put("days/.2026-09-20.merging", "left");
+    telling.add(pressed(0, 1), 0, 0, {}, {}, day);
+    EXPECT_EQ(folder.files().size(), 1U);
+    EXPECT_EQ(told.size(), 1U);
 }
 
 }  // namespace

@@ -17,16 +17,19 @@
 namespace tapcore {
 namespace {
 
-/// Writes in a process of its own, after `prepare`; prints why it failed and ends with 1, or ends with 0.
+/// Writes in a process of its own, after `prepare`, and ends with 0. When it is not done, or done and not yet
+/// safe, prints why and ends with 1 or 3.
 void writeAndExit(const std::filesystem::path& path, std::string_view text, void (*prepare)()) {
     prepare();
     try {
-        writeFile(path, text);
+        const Written written = writeFile(path, text);
+        if (written.isSafe()) std::_Exit(0);
+        std::fprintf(stderr, "%s: %s\n", written.path.c_str(), written.error.message().c_str());
+        std::_Exit(3);
     } catch (const std::filesystem::filesystem_error& error) {
         std::fprintf(stderr, "%s: %s\n", error.path1().c_str(), error.code().message().c_str());
         std::_Exit(1);
     }
-    std::_Exit(0);
 }
 
 /// A disk on which no file may grow beyond 1000 bytes.
@@ -61,17 +64,31 @@ TEST(WriteFileDeathTest, AFolderThatRefusesIsNamed) {
     EXPECT_EQ(folder.files().size(), 1U);
 }
 
+TEST(WriteFileDeathTest, WhatIsInPlaceIsDoneThoughTheFolderCannotBeFlushed) {
+    const TemporaryFolder folder;
+    folder.put("day.md", "old");
+    ::chmod(folder.path().c_str(), 0333);  // nobody may open it, and anybody may rename in it
+    EXPECT_EXIT(writeAndExit(folder / "day.md", "new", becomeNobody), testing::ExitedWithCode(3),
+                "tappora-test-[^/]*: Permission denied");
+    ::chmod(folder.path().c_str(), 0777);
+    EXPECT_EQ(folder.files(), (std::map<std::string, std::string>{{"day.md", "new"}}));
+}
+
 TEST(WriteFile, RemovesWhatACrashLeftAndWaitsForALivingWriter) {
     const TemporaryFolder folder;
     const auto temporary = folder / ".tappora.tmp";
     folder.put(".tappora.tmp", "half of a text");
-    writeFile(folder / "day.md", "new");
+    writeFile(folder / "day.md", "new").requireSafe();
+    EXPECT_EQ(folder.files().size(), 1U);
+
+    ASSERT_EQ(::mkfifo(temporary.c_str(), 0600), 0);
+    writeFile(folder / "day.md", "past a pipe that nobody reads").requireSafe();
     EXPECT_EQ(folder.files().size(), 1U);
 
     folder.put(".tappora.tmp", "first");
     const int living = ::open(temporary.c_str(), O_RDWR);
     ASSERT_EQ(::flock(living, LOCK_EX), 0);
-    std::thread second([&] { writeFile(folder / "day.md", "second"); });
+    std::thread second([&] { writeFile(folder / "day.md", "second").requireSafe(); });
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(folder.text(".tappora.tmp"), "first");
     std::filesystem::rename(temporary, folder / "day.md");
@@ -85,7 +102,7 @@ TEST(WriteFile, ReplacesALinkAndNotWhatItLeadsTo) {
     const TemporaryFolder folder, elsewhere;
     elsewhere.put("file", "theirs");
     std::filesystem::create_symlink(elsewhere / "file", folder / "day.md");
-    writeFile(folder / "day.md", "ours");
+    writeFile(folder / "day.md", "ours").requireSafe();
     EXPECT_EQ(elsewhere.text("file"), "theirs");
     EXPECT_EQ(folder.text("day.md"), "ours");
 }
@@ -94,7 +111,7 @@ TEST(WriteFile, SaysWhichFolderCannotBeMade) {
     const TemporaryFolder folder;
     folder.put("days", "a file");
     try {
-        writeFile(folder / "days/2026/day.md", "x");
+        writeFile(folder / "days/2026/day.md", "x").requireSafe();
         FAIL();
     } catch (const std::filesystem::filesystem_error& error) {
         EXPECT_EQ(error.path1(), folder / "days");

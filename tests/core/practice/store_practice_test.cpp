@@ -31,9 +31,11 @@ class StorePractice : public testing::Test {
 
 TEST_F(StorePractice, AddsToTheOwnFileAlone) {
     const Store studio(root, FileFormat::markdown, "Studio");
-    writeFile(root / "Laptop/.keys-mac", "{}");
-    writeFile(root / "Laptop/practice/2026-09-20.org", practised(5, "dvorak").text(today, FileFormat::org));
-    writeFile(root / "Studio/practice/2026-09-20.org", practised(1).text(today, FileFormat::org));
+    writeFile(root / "Laptop/.keys-mac", "{}").requireSafe();
+    writeFile(root / "Laptop/practice/2026-09-20.org", practised(5, "dvorak").text(today, FileFormat::org))
+        .requireSafe();
+    writeFile(root / "Studio/practice/2026-09-20.org", practised(1).text(today, FileFormat::org))
+        .requireSafe();
 
     studio.addPractice(practised(2, "azerty"), today);
 
@@ -50,7 +52,8 @@ TEST_F(StorePractice, AddsToTheOwnFileAlone) {
 TEST_F(StorePractice, RefusesToReplaceWhatItCannotRead) {
     const Store store(root, FileFormat::org);
     writeFile(store.practiceURL(today),
-              "* Letters\n| \xFF | - | 1 | 1 | 1 | 1 |\n| e | - | 1 | 1 | 1 | 1 |\n");
+              "* Letters\n| \xFF | - | 1 | 1 | 1 | 1 |\n| e | - | 1 | 1 | 1 | 1 |\n")
+        .requireSafe();
     EXPECT_THROW(store.addPractice(practised(1), today), fs::filesystem_error);
     FileProblems problems;
     EXPECT_EQ(store.readPractice(today, &problems).letters.at("e").presses, 1);
@@ -69,10 +72,12 @@ TEST_F(StorePractice, KeepsAFileAsItWasWhenADayCannotHoldAllOfIt) {
         store.addPractice(practised(2), today, &problems);
         const fs::path path = root / "practice/2026-09-20.md";
         const std::string why = "left out: it stands in neither Letters nor Day";
-        EXPECT_EQ(problems, (FileProblems{{path, 19, why},
-                                          {path, 20, why},
-                                          {path, 0, "the file as it was is kept beside, as " +
-                                                        fs::path(kept).filename().string()}}));
+        EXPECT_EQ(
+            problems,
+            (FileProblems{
+                {path, 19, why},
+                {path, 20, why},
+                {path, 0, "the file as it was is kept beside, as " + fs::path(kept).filename().string()}}));
         EXPECT_EQ(folder.text(kept), edited + name);
     }
     EXPECT_EQ(store.readPractice(today).letters.at("e").presses, 10);
@@ -83,7 +88,7 @@ TEST_F(StorePractice, KeepsAFileAsItWasWhenADayCannotHoldAllOfIt) {
 
 TEST_F(StorePractice, ConvertsToTheOtherFormatAndBack) {
     const std::string before = practised(7).text(today, FileFormat::markdown);
-    writeFile(root / "practice/2026-09-20.md", before);
+    writeFile(root / "practice/2026-09-20.md", before).requireSafe();
     const Store org(root, FileFormat::org);
     ASSERT_TRUE(org.needsConversion());
     ASSERT_TRUE(org.convert());
@@ -98,7 +103,7 @@ TEST_F(StorePractice, SumsUpDays) {
     store.addPractice(practised(10), today);
     store.addPractice(practised(30), {2026, 9, 18});
     store.addPractice(practised(40, "dvorak"), {2026, 8, 1});
-    writeFile(root / "practice/notes.md", "");
+    writeFile(root / "practice/notes.md", "").requireSafe();
 
     EXPECT_EQ(store.practiceDays(), (std::vector<Day>{{2026, 8, 1}, {2026, 9, 18}, today}));
     const PracticeHistory history = store.practiceHistory();

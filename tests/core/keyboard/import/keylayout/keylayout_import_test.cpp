@@ -82,7 +82,7 @@ TEST(KeylayoutImport, ReadsEverySampleAsItsExpectedFileSays) {
         fs::path expected = file;
         expected.replace_extension(".expected");
         const std::string found = outcome(readFile(file).text);
-        if (std::getenv("TAPPORA_REWRITE")) writeFile(expected, found);
+        if (std::getenv("TAPPORA_REWRITE")) writeFile(expected, found).requireSafe();
         EXPECT_EQ(found, readFile(expected).text) << name;
         ++samples;
     }
