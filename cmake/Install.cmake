@@ -27,6 +27,24 @@ function(install_companion target component)
   install(TARGETS ${target} RUNTIME DESTINATION ${tappora_companions} COMPONENT ${component})
 endfunction()
 
+# What a desktop shows of the program.
+function(install_desktop_entry component)
+  set(id org.tappora.Tappora)
+  set(from ${PROJECT_SOURCE_DIR}/packaging)
+  install(FILES ${from}/${id}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT ${component})
+  install(FILES ${from}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT ${component})
+  install(FILES ${from}/${id}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
+    COMPONENT ${component})
+endfunction()
+
+# What people read.
+function(install_documents component)
+  set(from ${PROJECT_SOURCE_DIR})
+  install(FILES ${from}/README.md ${from}/CHANGELOG.md ${from}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT ${component})
+  install(DIRECTORY ${from}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${component})
+endfunction()
+
 # install_library(TARGET FOLDER): a static library with the headers of its folder. Includes are written from the root
 # of the tree, in this build as in one that uses the installed library.
 function(install_library target folder)
