@@ -130,7 +130,7 @@ std::optional<std::string> findKey(Provider provider, const Environment& environ
     const auto value = environment.variable(variable);
     if (value && !value->empty()) return soundKey(variable, *value);
     const auto file = Settings::url(environment).parent_path() / (isClaude ? "claude.key" : "openai.key");
-    const auto read = tapcore::readFile(file);
+    const auto read = tapcore::readStoredFile(file);
     if (read.status == tapcore::FileRead::Status::missing) return std::nullopt;
     if (read.status == tapcore::FileRead::Status::unreadable)
         throw Failure(file.string(), read.error.message());

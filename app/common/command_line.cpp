@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <type_traits>
@@ -15,12 +16,14 @@ namespace {
 
 std::string exampleText(std::string_view example) { return "Example:\n  " + std::string(example); }
 
-/// Names of options as they are typed: a flag that says no is written "--no-names" and not "--no-names{false}".
+/// Names of options as they are typed: a flag that says no is written "--no-names" and not
+/// "--no-names{false}".
 class HelpText : public CLI::Formatter {
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
         constexpr std::string_view saysNo = "{false}";
         std::string name = CLI::Formatter::make_option_name(option, isPositional);
-        for (std::size_t at = 0; (at = name.find(saysNo)) != std::string::npos;) name.erase(at, saysNo.size());
+        for (std::size_t at = 0; (at = name.find(saysNo)) != std::string::npos;)
+            name.erase(at, saysNo.size());
         return name;
     }
 
@@ -247,6 +250,7 @@ std::string CommandLine::chosenTask() const {
 
 int guarded(const CommandLine& line, const std::function<void()>& work) {
     const CLI::App& program = *line.owned_;
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error like others, with a name
     try {
         work();
     } catch (const CLI::Success& wish) {  // --help, --version

@@ -5,13 +5,13 @@
 #include <filesystem>
 
 #include "app/common/command_line.h"
-#include "app/common/folder_lock.h"
 #include "app/common/machine.h"
 #include "app/common/settings.h"
 #include "app/common/terminal.h"
 #include "app/common/write_told.h"
 #include "core/files/folder_config.h"
 #include "core/files/mac_folder.h"
+#include "core/foundation/file_io.h"
 
 namespace tappora {
 namespace {
@@ -53,6 +53,16 @@ void requireFolder(const FolderChoice& choice) {
 const FolderOptions& checked(const FolderOptions& options) {
     if (options.today) (void)parseDay("--today", *options.today);
     return options;
+}
+
+/// Locks the data folder, which is made when nobody named one and nothing was counted yet.
+FolderLock lockData(const FolderOptions& options, const Environment& environment, const Tell& tell) {
+    const FolderChoice choice = chooseFolder(checked(options), environment);
+    requireFolder(choice);
+    complainOf(tapcore::makeFolders(choice.root), tell);
+    FolderLock lock = lockForWriting(environment, choice.root);
+    complainOfReach(lock, choice.root, tell);
+    return lock;
 }
 
 /// The sub-folder that bears this machine's mark, if it has one there already.
@@ -107,13 +117,12 @@ Store openStore(const FolderOptions& options, const Environment& environment) {
             ownSubfolder(choice.root, environment)};
 }
 
-LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share)
-    : lock(lockForWriting(environment, chooseFolder(checked(options), environment).root)),
-      store(openStore(options, environment).telling(complainOnce())) {
+LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share,
+                         const Tell& tell)
+    : lock(lockData(options, environment, tell)),
+      store(openStore(options, environment).telling(complainOnce(tell))) {
     if (store.mac || (!share && !Store::isShared(store.root))) return;
-    Settings settings = Settings::read(environment);
-    const Machine machine = Machine::of(settings);
-    settings.write();
+    const Machine machine = Machine::kept(environment, tell);
     const auto told = [&](const tapcore::Written& unsafe) { store.settle(unsafe); };
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);
 }

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "app/common/folder_lock.h"
 #include "app/common/program.h"
 #include "core/counting/day.h"
 #include "core/files/store.h"
-#include "core/foundation/file_lock.h"
 
 namespace tappora {
 
@@ -49,14 +49,16 @@ FolderChoice chooseFolder(const FolderOptions& options, const Environment& envir
 /// Makes nothing. A folder that was named must exist. Failure says why a folder cannot be read.
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment);
 
-/// The data folder opened for writing, and its writing lock, which is waited for and held. In a folder that
-/// is shared, or made so by `share`, this machine's sub-folder is found by its marker or made; the machine's
-/// id is kept in the settings. UsageError, before anything is made, when --today names no day. What the store
-/// writes and is not yet safe from a power cut is warned of once.
+/// The data folder opened for writing, made when missing, and its writing lock, which is waited for and held.
+/// A folder that was named must exist. In a folder that is shared, or made so by `share`, this machine's
+/// sub-folder is found by its marker or made; the machine's id is kept in the settings. UsageError, before
+/// anything is made, when --today names no day. What the store writes and is not yet safe from a power cut is
+/// warned of once.
 struct LockedStore {
-    LockedStore(const FolderOptions& options, const Environment& environment, bool share = false);
+    LockedStore(const FolderOptions& options, const Environment& environment, bool share = false,
+                const Tell& tell = complain);
 
-    tapcore::FileLock lock;
+    FolderLock lock;
     tapcore::Store store;
 };
 

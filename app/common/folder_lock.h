@@ -1,26 +1,42 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "app/common/program.h"
+#include "app/common/write_told.h"
 #include "core/foundation/file_lock.h"
 
 namespace tappora {
 
-/// What a lock of a data folder is for.
-enum class FolderLock {
-    recording,  ///< held by the one live recorder of the folder, for its life
-    writing,    ///< held by any process around each time it reads, changes and writes something in the folder
+/// A lock of a folder, held for as long as this lives.
+struct FolderLock {
+    /// Who sees it.
+    enum class Reach {
+        machine,  ///< everybody: it is on the folder itself
+        session,  ///< programs with the same runtime directory alone: the folder's file system has no locks
+    };
+
+    tapcore::FileLock lock;
+    Reach reach = Reach::machine;
 };
 
-/// The file of a data folder's lock: in the user's runtime directory, never in the folder itself. All names
-/// of one folder (relative, through links) give the same file; the folder need not exist yet. The directory
-/// is made; Failure when it is not the user's own.
-std::filesystem::path lockFile(const Environment& environment, const std::filesystem::path& folder,
-                               FolderLock lock);
+/// Waits for the lock of a folder, which must be there: of a data folder, the lock that any process holds
+/// around each time it reads, changes and writes something in it; of the settings' folder, the same. Throws
+/// filesystem_error with the folder.
+[[nodiscard]] FolderLock lockForWriting(const Environment& environment, const std::filesystem::path& folder);
 
-/// Waits for the folder's writing lock.
-[[nodiscard]] tapcore::FileLock lockForWriting(const Environment& environment,
-                                               const std::filesystem::path& folder);
+/// The same without waiting; nothing when another holds it.
+[[nodiscard]] std::optional<FolderLock> tryLockForWriting(const Environment& environment,
+                                                          const std::filesystem::path& folder);
+
+/// The lock that the one live recorder into a folder of days holds for its life; nothing when another holds
+/// it. It is a lock of `days` itself, which no writer locks.
+[[nodiscard]] std::optional<FolderLock> tryLockForRecording(const Environment& environment,
+                                                            const std::filesystem::path& days);
+
+/// Warns of a lock that not everybody sees.
+void complainOfReach(const FolderLock& lock, const std::filesystem::path& folder,
+                     const Tell& tell = complain);
 
 }  // namespace tappora

@@ -49,4 +49,12 @@ Machine Machine::of(Settings& settings, const std::filesystem::path& systemID) {
     return {*id, settings.text("machine.name").value_or(hostName())};
 }
 
+Machine Machine::kept(const Environment& environment, const Tell& tell) {
+    Settings settings = Settings::read(environment);
+    if (!settings.text(idKey))
+        settings = Settings::change(
+            environment, [](Settings& all) { of(all); }, tell);
+    return of(settings);
+}
+
 }  // namespace tappora

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "app/common/write_told.h"
+
 namespace tappora {
 
 class Settings;
@@ -16,6 +18,9 @@ struct Machine {
     /// else, where that is missing, one by chance; then it is set in `settings`, for the caller to store. The
     /// name is the setting "machine.name", else the host's.
     static Machine of(Settings& settings, const std::filesystem::path& systemID = "/etc/machine-id");
+
+    /// The same of the user's settings, in which the id is stored when it is new.
+    static Machine kept(const Environment& environment, const Tell& tell = complain);
 };
 
 }  // namespace tappora

@@ -1,22 +1,20 @@
 #include "app/common/practice_lock.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <unistd.h>
 
-#include <cerrno>
-#include <filesystem>
-#include <system_error>
+#include <algorithm>
+#include <utility>
 
-#include "app/common/runtime_directory.h"
+#include "app/common/settings.h"
+#include "core/foundation/file_io.h"
 
 namespace tappora {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* fileName = "practice.lock";
-
-/// A lock of the whole file that belongs to the opened file, not to the process (fcntl(2), "Open file
+/// A lock of a whole file or folder that belongs to what was opened, not to the process (fcntl(2), "Open file
 /// description locks"): unlike flock's it can be asked for without being taken.
 struct flock wholeFile(short type) {
     struct flock lock {};
@@ -25,33 +23,51 @@ struct flock wholeFile(short type) {
     return lock;
 }
 
-/// Shared, it is never waited for.
-void set(const tapcore::Descriptor& file, short type) {
-    struct flock lock = wholeFile(type);
-    (void)::fcntl(file.get(), F_OFD_SETLK, &lock);
+/// Opened each time: at first a folder may not be there yet, and later another one may have its name.
+tapcore::Descriptor opened(const fs::path& folder) {
+    return tapcore::Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+bool isLocked(const fs::path& folder) {
+    const tapcore::Descriptor place = opened(folder);
+    struct flock lock = wholeFile(F_WRLCK);
+    return place.isOpen() && ::fcntl(place.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 }  // namespace
 
-PracticeLock::PracticeLock(const Environment& environment) {
-    const fs::path path = madeRuntimeDirectory(environment) / fileName;
-    file_ = tapcore::Descriptor(
-        ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-    if (!file_.isOpen()) throw fs::filesystem_error("cannot lock", path, {errno, std::generic_category()});
+std::vector<fs::path> practicePlaces(const Environment& environment, const fs::path& dataFolder) {
+    std::vector<fs::path> places = {fs::absolute(dataFolder)};
+    try {
+        places.push_back(Settings::url(environment).parent_path());
+    } catch (const Failure&) {  // a service without a home
+    }
+    return places;
 }
 
-void PracticeLock::hold() { set(file_, F_RDLCK); }
+PracticeLock::PracticeLock(const Environment& environment, const fs::path& dataFolder)
+    : places_(practicePlaces(environment, dataFolder)) {
+    try {
+        if (places_.size() > 1) (void)tapcore::makeFolders(places_.back());
+    } catch (const fs::filesystem_error&) {  // then recorders into other folders are not told
+    }
+}
 
-void PracticeLock::release() { set(file_, F_UNLCK); }
+void PracticeLock::hold() {
+    if (held_.size() == places_.size()) return;
+    std::vector<tapcore::Descriptor> held;
+    for (const fs::path& folder : places_) {
+        tapcore::Descriptor place = opened(folder);
+        struct flock lock = wholeFile(F_RDLCK);  // shared, it is never waited for
+        if (place.isOpen() && ::fcntl(place.get(), F_OFD_SETLK, &lock) == 0) held.push_back(std::move(place));
+    }
+    held_ = std::move(held);
+}
 
-bool isPractising(const Environment& environment) {
-    const fs::path directory = runtimeDirectory(environment);
-    if (!isOwnDirectory(directory)) return false;
-    // Opened anew each time: a session that ended and began again has another directory of that name.
-    const tapcore::Descriptor file(
-        ::open((directory / fileName).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    struct flock lock = wholeFile(F_WRLCK);
-    return file.isOpen() && ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+void PracticeLock::release() { held_.clear(); }
+
+bool isPractising(const std::vector<fs::path>& places) {
+    return std::any_of(places.begin(), places.end(), isLocked);
 }
 
 }  // namespace tappora

@@ -1,28 +1,38 @@
 #pragma once
 
+#include <filesystem>
+#include <vector>
+
 #include "app/common/program.h"
 #include "core/foundation/descriptor.h"
 
 namespace tappora {
 
-/// By what a trainer tells the recorders of its user that the keys struck now are practice: a lock on the
-/// file "practice.lock" in the runtime directory. Several trainers may hold it at once. A process that ends,
-/// however it does, gives it back.
+/// The folders by which a trainer and a recorder find each other: the data folder, which they share however
+/// and by whom they were started; and the folder of the user's settings, where there is a home, for those of
+/// one user that use different data folders.
+std::vector<std::filesystem::path> practicePlaces(const Environment& environment,
+                                                  const std::filesystem::path& dataFolder);
+
+/// By what a trainer tells recorders that the keys struck now are practice: a shared lock on those folders,
+/// in which nothing is made. Several trainers may hold it at once. A process that ends, however it does,
+/// gives it back. It is of another kind than writers' locks, and none of them waits for the other.
 class PracticeLock {
   public:
-    /// Not held yet. Makes the file (mode 0600), which is never removed. filesystem_error with the path when
-    /// it cannot be made or opened; Failure when the runtime directory is not the user's own.
-    explicit PracticeLock(const Environment& environment);
+    /// Not held yet. Makes the settings' folder, if it can.
+    PracticeLock(const Environment& environment, const std::filesystem::path& dataFolder);
 
+    /// Holds it on those places that are there.
     void hold();
     void release();
 
   private:
-    tapcore::Descriptor file_;
+    std::vector<std::filesystem::path> places_;
+    std::vector<tapcore::Descriptor> held_;
 };
 
-/// Whether a trainer of this user holds the lock. Takes no lock itself, so that those who ask do not take
-/// each other for trainers; a runtime directory that is not the user's own holds none.
-bool isPractising(const Environment& environment);
+/// Whether a trainer holds the lock on one of the places. Takes no lock itself, so that those who ask do not
+/// take each other for trainers.
+bool isPractising(const std::vector<std::filesystem::path>& places);
 
 }  // namespace tappora

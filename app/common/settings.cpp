@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/write_told.h"
+#include "app/common/folder_lock.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 
@@ -46,7 +46,7 @@ fs::path Settings::url(const Environment& environment) {
 Settings Settings::read(const Environment& environment) {
     Settings settings;
     settings.path_ = url(environment);
-    const FileRead file = tapcore::readFile(settings.path_);
+    const FileRead file = tapcore::readStoredFile(settings.path_);
     if (file.status == FileRead::Status::missing) return settings;
     if (file.status == FileRead::Status::unreadable)
         throw Failure(settings.path_.string(), file.error.message());
@@ -60,11 +60,22 @@ Settings Settings::read(const Environment& environment) {
     return settings;
 }
 
-void Settings::write() const {
+Settings Settings::change(const Environment& environment, const std::function<void(Settings&)>& change,
+                          const Tell& tell) {
+    const fs::path folder = url(environment).parent_path();
+    complainOf(tapcore::makeFolders(folder), tell);
+    const FolderLock lock = lockForWriting(environment, folder);
+    Settings settings = read(environment);
+    const auto before = settings.values_;
+    change(settings);
+    if (settings.values_ != before) complainOf(settings.write(), tell);
+    return settings;
+}
+
+tapcore::Written Settings::write() const {
     json document = json::object();
     for (const auto& [key, value] : values_) document[key] = JsonValue::parse(value);
-    complainOf(
-        tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n"));
+    return tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
 }
 
 std::optional<std::string> Settings::text(std::string_view key) const {

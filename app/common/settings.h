@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "app/common/program.h"
+#include "app/common/write_told.h"
 
 namespace tappora {
 
@@ -21,8 +23,11 @@ class Settings {
     /// object.
     static Settings read(const Environment& environment);
 
-    /// Stores them whole. Throws std::filesystem::filesystem_error with the path.
-    void write() const;
+    /// Changes the settings as stored, which other programs do as well: reads, changes and stores them whole
+    /// under a lock of their folder. Gives them as they are now. Throws like `read`, and
+    /// std::filesystem::filesystem_error with the path.
+    static Settings change(const Environment& environment, const std::function<void(Settings&)>& change,
+                           const Tell& tell = complain);
 
     /// The value of a key, when it is set. Failure, naming file and key, when it is of another type.
     std::optional<std::string> text(std::string_view key) const;
@@ -35,6 +40,8 @@ class Settings {
     void remove(std::string_view key);
 
   private:
+    tapcore::Written write() const;
+
     std::filesystem::path path_;
     std::map<std::string, std::string, std::less<>> values_;  ///< each as JSON text
 };

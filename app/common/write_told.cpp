@@ -3,22 +3,19 @@
 #include <memory>
 #include <utility>
 
-#include "app/common/program.h"
 #include "app/common/terminal.h"
 
 namespace tappora {
 
-std::string whatOf(const tapcore::Written& unsafe) {
-    return unsafe.error.message() + "; what was written stands, but a power cut may undo it";
+void complainOf(const tapcore::Written& written, const Tell& tell) {
+    if (!written.isSafe())
+        tell(harmlessLine(written.path.string() + ": " + written.error.message() +
+                          "; what was written stands, but a power cut may undo it"));
 }
 
-void complainOf(const tapcore::Written& written) {
-    if (!written.isSafe()) complain(harmlessLine(written.path.string() + ": " + whatOf(written)));
-}
-
-tapcore::WriteTold complainOnce() {
-    return [wasTold = std::make_shared<bool>(false)](const tapcore::Written& unsafe) {
-        if (!std::exchange(*wasTold, true)) complainOf(unsafe);
+tapcore::WriteTold complainOnce(const Tell& tell) {
+    return [tell, wasTold = std::make_shared<bool>(false)](const tapcore::Written& unsafe) {
+        if (!std::exchange(*wasTold, true)) complainOf(unsafe, tell);
     };
 }
 

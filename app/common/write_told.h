@@ -1,19 +1,21 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
+#include "app/common/program.h"
 #include "core/foundation/written.h"
 
 namespace tappora {
 
-/// Why what was written is not yet safe: "WHY; what was written stands, but a power cut may undo it".
-std::string whatOf(const tapcore::Written& unsafe);
+/// Says a warning to the user.
+using Tell = std::function<void(const std::string& warning)>;
 
-/// Warns of what was written and is not yet safe from a power cut, with its path. Says nothing of what is
-/// safe.
-void complainOf(const tapcore::Written& written);
+/// Warns of what was written and is not yet safe from a power cut: "PATH: WHY; what was written stands, but a
+/// power cut may undo it". Says nothing of what is safe.
+void complainOf(const tapcore::Written& written, const Tell& tell = complain);
 
 /// The same, of the first such write alone: where one is, the next ones are too.
-tapcore::WriteTold complainOnce();
+tapcore::WriteTold complainOnce(const Tell& tell = complain);
 
 }  // namespace tappora

@@ -34,13 +34,12 @@ void widgets(CommandLine& line, const Environment& environment) {
     line.option("WIDGET", named, "Which to show; else those remembered, else every one");
     line.flag("--remember", remember, "From now on show these when none are named");
     line.parse();
-    Settings settings = Settings::read(environment);
+    const Settings settings = Settings::read(environment);
     const std::vector<WidgetChoice> choices = chosenWidgets(named, settings);
     if (remember) {
         std::string names;
         for (const WidgetChoice& choice : choices) names += (names.empty() ? "" : " ") + choice.name();
-        settings.setText(widgetsKey, names);
-        settings.write();
+        Settings::change(environment, [&](Settings& kept) { kept.setText(widgetsKey, names); });
     }
     // Before GTK: threads that it starts hold back the same signals.
     const SignalQueue signals{SIGINT, SIGTERM, SIGHUP};

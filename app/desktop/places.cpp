@@ -28,9 +28,7 @@ int within(int at, double size, int room) {
 }
 
 /// How far a point is from a stretch of the desktop.
-double outside(double at, int from, int length) {
-    return std::max({from - at, at - (from + length), 0.0});
-}
+double outside(double at, int from, int length) { return std::max({from - at, at - (from + length), 0.0}); }
 
 double distance(const drawing::Point& point, const MonitorArea& monitor) {
     return std::hypot(outside(point.x, monitor.x, monitor.width),
@@ -42,10 +40,9 @@ double distance(const drawing::Point& point, const MonitorArea& monitor) {
 WidgetPlace placeAt(const drawing::Point& leftTop, const drawing::Size& size,
                     const std::vector<MonitorArea>& monitors) {
     const drawing::Point middle{leftTop.x + size.width / 2, leftTop.y + size.height / 2};
-    const MonitorArea& nearest =
-        *std::min_element(monitors.begin(), monitors.end(), [&](const auto& one, const auto& other) {
-            return distance(middle, one) < distance(middle, other);
-        });
+    const MonitorArea& nearest = *std::min_element(
+        monitors.begin(), monitors.end(),
+        [&](const auto& one, const auto& other) { return distance(middle, one) < distance(middle, other); });
     const auto on = [](double at, int start) { return static_cast<int>(std::lround(at - start)); };
     return {nearest.connector, within(on(leftTop.x, nearest.x), size.width, nearest.width),
             within(on(leftTop.y, nearest.y), size.height, nearest.height)};
@@ -68,10 +65,11 @@ std::optional<WidgetPlace> WidgetPlaces::find(const std::string& widget,
 }
 
 void WidgetPlaces::keep(const std::string& widget, const WidgetPlace& place) const {
-    Settings settings = Settings::read(environment_);
-    settings.setText(key(widget, place.connector), std::to_string(place.x) + ' ' + std::to_string(place.y));
-    settings.setText(lastKey(widget), place.connector);
-    settings.write();
+    Settings::change(environment_, [&](Settings& settings) {
+        settings.setText(key(widget, place.connector),
+                         std::to_string(place.x) + ' ' + std::to_string(place.y));
+        settings.setText(lastKey(widget), place.connector);
+    });
 }
 
 std::vector<WidgetPlace> rowsOn(const MonitorArea& monitor, const std::vector<drawing::Size>& sizes) {

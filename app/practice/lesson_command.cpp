@@ -50,7 +50,7 @@ void printPlan(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Store store = openStore(options.folder, environment);
     const Settings settings = Settings::read(environment);
     const TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
-    keepOptions(options, setup.model->language, settings);
+    keepOptions(options, setup.model->language, environment);
     const std::uint64_t seed = chosenSeed(options);
     tapcore::SeededRandom rng(seed);
     const auto practised = store.practiceHistory().totals(setup.layout);

@@ -229,20 +229,22 @@ std::uint64_t chosenSeed(const PracticeOptions& options) {
     return (std::uint64_t{chance()} << 32) | chance();
 }
 
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings) {
+void keepOptions(const PracticeOptions& options, const std::string& language,
+                 const Environment& environment) {
     if (!options.keep) return;
-    if (options.language) settings.setText(lessonsKey, language);
-    if (options.words) settings.setInteger(wordsKey, *options.words);
-    if (options.speed) settings.setInteger(speedKey, *options.speed);
-    if (options.goal) settings.setInteger(goalKey, *options.goal);
     const std::pair<std::optional<bool>, const char*> flags[] = {{options.capitals, capitalsKey},
                                                                  {options.punctuation, punctuationKey},
                                                                  {options.digits, digitsKey},
                                                                  {options.letErrorsStand, errorsKey}};
-    for (const auto& [flag, key] : flags)
-        if (flag) settings.setFlag(key, *flag);
-    if (options.keyboard.layout) keepLayout(*options.keyboard.layout, language, settings);
-    settings.write();
+    Settings::change(environment, [&](Settings& settings) {
+        if (options.language) settings.setText(lessonsKey, language);
+        if (options.words) settings.setInteger(wordsKey, *options.words);
+        if (options.speed) settings.setInteger(speedKey, *options.speed);
+        if (options.goal) settings.setInteger(goalKey, *options.goal);
+        for (const auto& [flag, key] : flags)
+            if (flag) settings.setFlag(key, *flag);
+        if (options.keyboard.layout) keepLayout(*options.keyboard.layout, language, settings);
+    });
 }
 
 std::vector<std::string> parseLetters(std::string_view option, const std::string& list,

@@ -65,7 +65,7 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
 std::uint64_t chosenSeed(const PracticeOptions& options);
 
 /// Keeps what the options say, and nothing else, as settings, when that is asked for.
-void keepOptions(const PracticeOptions& options, const std::string& language, Settings settings);
+void keepOptions(const PracticeOptions& options, const std::string& language, const Environment& environment);
 
 /// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when there are none, or
 /// one that the model does not teach.

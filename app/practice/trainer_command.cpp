@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/common/practice_lock.h"
-#include "app/common/write_told.h"
 #include "app/practice/commands.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
@@ -32,15 +32,25 @@ std::string whyOf(const std::exception& error) {
     return file ? file->path1().string() + ": " + file->code().message() : error.what();
 }
 
-/// Keeps the first warning of a write until the screen is given back.
-tapcore::WriteTold toldLater(tapcore::FileProblems& problems) {
-    return [&problems, wasTold = std::make_shared<bool>(false)](const tapcore::Written& unsafe) {
-        if (!std::exchange(*wasTold, true)) problems.push_back({unsafe.path, 0, whatOf(unsafe)});
-    };
-}
+/// What there is to say once the screen is given back.
+struct Remarks {
+    tapcore::FileProblems problems;
+    std::vector<std::string> warnings;
+
+    void warn(const std::string& warning) {
+        if (std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
+            warnings.push_back(warning);
+    }
+
+    void say() {
+        for (const std::string& warning : std::exchange(warnings, {})) complain(warning);
+        complainOf(std::exchange(problems, {}));
+    }
+};
 
 TrainerWorld worldOf(const PracticeOptions& options, const Environment& environment,
-                     const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
+                     const tapcore::Calendar& calendar, Remarks& remarks) {
+    const auto tell = [&](const std::string& warning) { remarks.warn(warning); };
     return {.today =
                 [&] {
                     Environment now = environment;
@@ -48,15 +58,14 @@ TrainerWorld worldOf(const PracticeOptions& options, const Environment& environm
                     return today(options.folder, now, calendar);
                 },
             .save =
-                [&, told = toldLater(problems)](const tapcore::PracticeDay& practised, const Day& day) {
-                    const LockedStore locked(options.folder, environment);
-                    locked.store.telling(told).addPractice(practised, day, &problems);
+                [&, tell](const tapcore::PracticeDay& practised, const Day& day) {
+                    const LockedStore locked(options.folder, environment, false, tell);
+                    locked.store.addPractice(practised, day, &remarks.problems);
                 },
             .remember =
-                [&](const std::string& key, std::int64_t opened) {
-                    Settings settings = Settings::read(environment);
-                    settings.setInteger(key, opened);
-                    settings.write();
+                [&, tell](const std::string& key, std::int64_t opened) {
+                    const auto set = [&](Settings& settings) { settings.setInteger(key, opened); };
+                    Settings::change(environment, set, tell);
                 }};
 }
 
@@ -191,24 +200,23 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
     const Settings settings = Settings::read(environment);
     PracticeChoice choice = choosePractice(options, environment, settings, store);
     useLocale(environment, choice.setup.model->order);
-    keepOptions(options, choice.setup.model->language, settings);
+    keepOptions(options, choice.setup.model->language, environment);
     const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
     std::string remark = keyboard.remark(choice.setup.model->order, choice.setup.layout, choice.fitting);
-    tapcore::FileProblems problems;
-    const auto complain = [&] { complainOf(std::exchange(problems, {})); };
-    tapcore::PracticeHistory history = store.practiceHistory(&problems);
-    complain();
+    Remarks remarks;
+    tapcore::PracticeHistory history = store.practiceHistory(&remarks.problems);
+    remarks.say();
     requireAddable(history, store);
     Trainer trainer(std::move(choice.setup), std::move(history), chosenSeed(options), calendar,
-                    worldOf(options, environment, calendar, problems));
+                    worldOf(options, environment, calendar, remarks));
     {
-        PracticeLock lock(environment);
+        PracticeLock lock(environment, store.root);
         Screen screen(environment);
         TrainerLoop(trainer, keyboard, std::move(remark), screen, lock).run();
     }
-    complain();
+    remarks.say();
     if (trainer.hasUnsaved()) trainer.save();
-    complain();
+    remarks.say();
 }
 
 }  // namespace tappora

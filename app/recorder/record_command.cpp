@@ -56,16 +56,16 @@ EventRules::Watch watchFor(const RecordOptions& options) {
 }
 
 /// The folder's writing lock; should another program hold it, waits for it or gives nothing.
-std::optional<tapcore::FileLock> writingLock(const fs::path& folder, const Environment& environment,
-                                             Wait wait) {
+std::optional<FolderLock> writingLock(const fs::path& folder, const Environment& environment, Wait wait) {
     if (wait == Wait::yes) return lockForWriting(environment, folder);
-    return tapcore::FileLock::tryAcquire(lockFile(environment, folder, FolderLock::writing));
+    return tryLockForWriting(environment, folder);
 }
 
 /// The rules for what is typed now: what is typed in a trainer does not count.
-EventRules::Options liveRulesFor(const RecordOptions& options, const Environment& environment) {
+EventRules::Options liveRulesFor(const RecordOptions& options, const fs::path& folder,
+                                 const Environment& environment) {
     EventRules::Options rules = rulesFor(options);
-    rules.isPractising = [environment] { return isPractising(environment); };
+    rules.isPractising = [places = practicePlaces(environment, folder)] { return isPractising(places); };
     return rules;
 }
 
@@ -186,9 +186,9 @@ void storeAll(const DayBook& book, const DayBook::Write& write) {
 void replayFile(const std::string& file, const RecordOptions& options, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
     const tapcore::Instant starting = startOf(options, calendar);
-    const tapcore::Store store = storeFor(options, environment);
     const Recording recording = readRecording(file);
     warnOfMaskedKeys(file, recording);
+    const tapcore::Store store = storeFor(options, environment);
 
     tapcore::Counter counter;
     DayBook book;
@@ -219,13 +219,13 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
 void recordLive(const RecordOptions& options, const Environment& environment) {
     const tapcore::Store store = storeFor(options, environment);
     requireWritable(store);
-    const auto lock = tapcore::FileLock::tryAcquire(lockFile(environment, store.root, FolderLock::recording));
+    const auto lock = tryLockForRecording(environment, store.base() / "days");
     if (!lock) throw Failure(store.root.string(), "another recorder is counting into it");
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder recorder(liveRulesFor(options, environment), watchFor(options),
+    LiveRecorder recorder(liveRulesFor(options, store.root, environment), watchFor(options),
                           {.now = hostNow,
                            .zone = tapcore::Calendar::hostZone,
                            .tryWrite = writerTo(store, options, environment, Wait::no),

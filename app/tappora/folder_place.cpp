@@ -110,16 +110,13 @@ void showFolder(const FolderOptions& options, const Environment& environment, bo
 }
 
 void setFolder(const std::optional<std::string>& directory, const Environment& environment) {
-    Settings settings = Settings::read(environment);
-    if (!directory) {
-        settings.remove(folderKey);
-    } else {
-        if (directory->empty()) throw UsageError("folder set: name a folder, or say --usual");
-        const fs::path folder = fs::absolute(*directory).lexically_normal();
+    if (directory && directory->empty()) throw UsageError("folder set: name a folder, or say --usual");
+    const fs::path folder = directory ? fs::absolute(*directory).lexically_normal() : fs::path();
+    const Settings settings = Settings::change(environment, [&](Settings& all) {
+        if (!directory) return all.remove(folderKey);
         complainOf(tapcore::makeFolders(folder));
-        settings.setText(folderKey, folder.string());
-    }
-    settings.write();
+        all.setText(folderKey, folder.string());
+    });
     const FolderChoice choice = chooseFolder({}, environment);
     if (choice.rule == FolderChoice::Rule::environment)
         return print(fmt::format("{}: stored, but TAPPORA_FOLDER overrules it: {}\n",

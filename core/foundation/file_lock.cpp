@@ -4,6 +4,8 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -15,34 +17,65 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// What systems answer where a file system has no locks.
+constexpr std::array noLocks = {ENOLCK, ENOSYS, ENOTSUP, EOPNOTSUPP, EINVAL, EBADF};
+
 [[noreturn]] void fail(const fs::path& path) {
-    throw fs::filesystem_error("cannot lock", path, {errno, std::generic_category()});
+    const bool isUnsupported = std::find(noLocks.begin(), noLocks.end(), errno) != noLocks.end();
+    const int code = isUnsupported ? ENOTSUP : errno;
+    throw fs::filesystem_error("cannot lock", path, {code, std::generic_category()});
 }
 
-Descriptor openLockFile(const fs::path& path) {
-    Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+Descriptor opened(const fs::path& path, int flags) {
+    Descriptor file(retrying([&] { return ::open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR); }));
     if (!file.isOpen()) fail(path);
     return file;
 }
 
-/// False with errno when the lock is not to be had.
-bool lock(const Descriptor& file, int how) {
-    return retrying([&] { return ::flock(file.get(), how); }) == 0;
+Descriptor openedFile(const fs::path& path) { return opened(path, O_RDWR | O_CREAT | O_NOFOLLOW); }
+Descriptor openedFolder(const fs::path& path) { return opened(path, O_RDONLY | O_DIRECTORY); }
+
+/// Whether what is open still has this name: another may have taken its place while the lock was waited for.
+bool isNamed(const Descriptor& folder, const fs::path& path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(folder.get(), &open) == 0 && ::stat(path.c_str(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+/// Whether the lock was to be had.
+bool lock(const Descriptor& file, int how, const fs::path& path) {
+    if (retrying([&] { return ::flock(file.get(), how); }) == 0) return true;
+    if (errno != EWOULDBLOCK) fail(path);
+    return false;
 }
 
 }  // namespace
 
 FileLock FileLock::acquire(const fs::path& path) {
-    Descriptor file = openLockFile(path);
-    if (!lock(file, LOCK_EX)) fail(path);
+    Descriptor file = openedFile(path);
+    lock(file, LOCK_EX, path);
     return FileLock(std::move(file));
 }
 
 std::optional<FileLock> FileLock::tryAcquire(const fs::path& path) {
-    Descriptor file = openLockFile(path);
-    if (lock(file, LOCK_EX | LOCK_NB)) return FileLock(std::move(file));
-    if (errno != EWOULDBLOCK) fail(path);
-    return std::nullopt;
+    Descriptor file = openedFile(path);
+    if (!lock(file, LOCK_EX | LOCK_NB, path)) return std::nullopt;
+    return FileLock(std::move(file));
+}
+
+FileLock FileLock::acquireFolder(const fs::path& folder) {
+    while (true) {
+        Descriptor file = openedFolder(folder);
+        lock(file, LOCK_EX, folder);
+        if (isNamed(file, folder)) return FileLock(std::move(file));
+    }
+}
+
+std::optional<FileLock> FileLock::tryAcquireFolder(const fs::path& folder) {
+    Descriptor file = openedFolder(folder);
+    if (!lock(file, LOCK_EX | LOCK_NB, folder)) return std::nullopt;
+    return FileLock(std::move(file));
 }
 
 }  // namespace tapcore

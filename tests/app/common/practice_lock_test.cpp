@@ -2,36 +2,49 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 
+#include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tappora {
 namespace {
 
+namespace fs = std::filesystem;
+
 TEST(PracticeLock, IsHeldAsLongAsOneOfItsHoldersHoldsIt) {
-    const tapcore::TemporaryFolder run;
-    const Environment environment{
-        .variable = [&](const std::string&) { return run.path().string(); }, .now = {}, .zone = "UTC"};
-    EXPECT_FALSE(isPractising(environment));
-    EXPECT_TRUE(run.files().empty()) << "who asks makes nothing";
-    std::optional<PracticeLock> first(environment);
-    PracticeLock second(environment);
-    EXPECT_FALSE(isPractising(environment)) << "not held from the start";
+    const tapcore::TemporaryFolder data;
+    const Environment homeless = environmentWith({});
+    const auto places = practicePlaces(homeless, data.path());
+    EXPECT_FALSE(isPractising(places));
+    std::optional<PracticeLock> first(std::in_place, homeless, data.path());
+    PracticeLock second(homeless, data.path());
+    EXPECT_FALSE(isPractising(places)) << "not held from the start";
     first->hold();
     second.hold();
     second.hold();
     second.release();
-    EXPECT_TRUE(isPractising(environment));
-    EXPECT_TRUE(isPractising(environment)) << "asking takes nothing";
+    EXPECT_TRUE(isPractising(places));
+    EXPECT_TRUE(isPractising(places)) << "asking takes nothing";
     first.reset();
-    EXPECT_FALSE(isPractising(environment));
+    EXPECT_FALSE(isPractising(places));
+    EXPECT_TRUE(fs::is_empty(data.path()));
+}
 
-    second.hold();
-    std::filesystem::rename(run / "tappora", run / "others");
-    std::filesystem::create_directory_symlink(run / "others", run / "tappora");
-    EXPECT_FALSE(isPractising(environment)) << "what leads elsewhere is not the user's own";
-    EXPECT_THROW(PracticeLock{environment}, Failure);
+// A service that was started before its user logged in, or by another user, has another environment.
+TEST(PracticeLock, IsFoundByTheDataFolderOrByTheUsersSettings) {
+    const tapcore::TemporaryFolder base;
+    const auto startedIn = [&](const char* home) { return environmentWith({{"HOME", base / home}}); };
+    PracticeLock trainer(startedIn("user"), base / "data");
+    trainer.hold();
+    EXPECT_TRUE(isPractising(practicePlaces(startedIn("user"), base / "other")));
+    EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "data"))) << "is not there yet";
+    fs::create_directory(base / "data");
+    trainer.hold();
+    EXPECT_TRUE(isPractising(practicePlaces(startedIn("root"), base / "data")));
+    EXPECT_TRUE(isPractising(practicePlaces(environmentWith({}), base / "data")));
+    EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "other")));
 }
 
 }  // namespace

@@ -39,20 +39,29 @@ class TrainerOnATerminal : public testing::Test {
   protected:
     /// `starter` is a command that starts the one that follows it.
     void start(std::vector<std::string> starter = {}) {
-        const std::string trainer[] = {PROGRAMS "/tappora-practice", "--folder", data.path().string(),
-                                       "--today", "2026-09-20", "--language", "en", "--layout", "qwerty",
-                                       "--words", "5", "--seed", std::to_string(seed)};
+        const std::string trainer[] = {PROGRAMS "/tappora-practice",
+                                       "--folder",
+                                       data.path().string(),
+                                       "--today",
+                                       "2026-09-20",
+                                       "--language",
+                                       "en",
+                                       "--layout",
+                                       "qwerty",
+                                       "--words",
+                                       "5",
+                                       "--seed",
+                                       std::to_string(seed)};
         starter.insert(starter.end(), std::begin(trainer), std::end(trainer));
-        terminal.emplace(
-            std::move(starter),
-            PseudoTerminal::Variables{{"HOME", home.path().string()},
-                                      {"XDG_CONFIG_HOME", (home / "config").string()},
-                                      {"XDG_RUNTIME_DIR", home.path().string()},
-                                      {"TAPPORA_RESOURCES", RESOURCES},
-                                      {"TERM", "xterm-256color"},
-                                      {"LC_ALL", "C.UTF-8"},
-                                      {"TZ", "UTC"}},
-            24, 80);
+        terminal.emplace(std::move(starter),
+                         PseudoTerminal::Variables{{"HOME", home.path().string()},
+                                                   {"XDG_CONFIG_HOME", (home / "config").string()},
+                                                   {"XDG_RUNTIME_DIR", home.path().string()},
+                                                   {"TAPPORA_RESOURCES", RESOURCES},
+                                                   {"TERM", "xterm-256color"},
+                                                   {"LC_ALL", "C.UTF-8"},
+                                                   {"TZ", "UTC"}},
+                         24, 80);
         ASSERT_TRUE(terminal->shows("Esc leaves")) << terminal->seen();
     }
 
@@ -111,9 +120,10 @@ class TrainerOnATerminal : public testing::Test {
         const Environment environment{
             .variable = [&](const std::string&) { return home.path().string(); }, .now = {}, .zone = "UTC"};
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (isPractising(environment) != wanted && std::chrono::steady_clock::now() < deadline)
+        const auto places = practicePlaces(environment, data.path());
+        while (isPractising(places) != wanted && std::chrono::steady_clock::now() < deadline)
             terminal->readSome(10);
-        return isPractising(environment) == wanted;
+        return isPractising(places) == wanted;
     }
 
     const tapcore::TemporaryFolder data, home;

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <thread>
 
+#include "tests/support/refused_locks.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tapcore {
@@ -71,6 +72,14 @@ TEST(WriteFileDeathTest, WhatIsInPlaceIsDoneThoughTheFolderCannotBeFlushed) {
     EXPECT_EXIT(writeAndExit(folder / "day.md", "new", becomeNobody), testing::ExitedWithCode(3),
                 "tappora-test-[^/]*: Permission denied");
     ::chmod(folder.path().c_str(), 0777);
+    EXPECT_EQ(folder.files(), (std::map<std::string, std::string>{{"day.md", "new"}}));
+}
+
+TEST(WriteFileDeathTest, RemovesWhatACrashLeftAlsoWhereFilesHaveNoLocks) {
+    const TemporaryFolder folder;
+    folder.put(".tappora.tmp", "half of a text");
+    const auto withoutLocks = [] { refusedLocks = RefusedLocks::all; };
+    EXPECT_EXIT(writeAndExit(folder / "day.md", "new", withoutLocks), testing::ExitedWithCode(0), "");
     EXPECT_EQ(folder.files(), (std::map<std::string, std::string>{{"day.md", "new"}}));
 }
 
