@@ -1,7 +1,5 @@
 #include "app/recorder/evemu_reader.h"
 
-#include <linux/input.h>
-
 #include <optional>
 
 #include "app/recorder/field_walker.h"
@@ -65,7 +63,7 @@ void readIds(std::string_view line, InputDevice& device) {
         !takeField(fields, read.product, 16))
         return;
     device = read;
-    device.isVirtual = device.bus == BUS_VIRTUAL;
+    device.isVirtual = isVirtualInRecording(device);
 }
 
 }  // namespace

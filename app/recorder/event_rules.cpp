@@ -31,17 +31,26 @@ ButtonWords wordsFor(std::uint16_t code) {
 }  // namespace
 
 void EventRules::plug(DeviceId id, const InputDevice& device) {
-    sources_[id] = Source{.device = device};
-    // A device may be the copy of one that came only now.
-    for (auto& [other, source] : sources_) source.isPosting = isPosting(source.device);
+    unplug(id);
+    const Source& source = sources_[id] = Source{.id = id, .device = device};
+    if (!device.isVirtual) realDevices_.insert(device.identity());
+    if (isPosting(source) || !options_.heldOn) return;
+    for (const LinuxKey key : options_.heldOn(id).value_or(std::vector<LinuxKey>())) held_.assume(id, key);
 }
 
-void EventRules::unplug(DeviceId id) { sources_.erase(id); }
+void EventRules::unplug(DeviceId id) {
+    const auto found = sources_.find(id);
+    if (found == sources_.end()) return;
+    const InputDevice& device = found->second.device;
+    if (!device.isVirtual) realDevices_.erase(realDevices_.find(device.identity()));
+    sources_.erase(found);
+    held_.releaseAll(id);
+}
 
-bool EventRules::isPosting(const InputDevice& device) const {
-    if (!device.isVirtual || isRemapper(device, options_.remappers)) return false;
-    return std::none_of(sources_.begin(), sources_.end(),
-                        [&](const auto& entry) { return isCopy(device, entry.second.device); });
+bool EventRules::isPosting(const Source& source) const {
+    const InputDevice& device = source.device;
+    return device.isVirtual && !isRemapper(device, options_.remappers) &&
+           !realDevices_.contains(device.identity());
 }
 
 void EventRules::take(DeviceId id, const InputEvent& event) {
@@ -57,10 +66,10 @@ void EventRules::take(Source& source, const KeyEvent& event) {
     press(source, event);
 }
 
-void EventRules::followModifier(Source& source, const KeyEvent& event) {
-    if (modifierOf(event.code).isEmpty() || source.isPosting) return;
-    std::erase(source.held, event.code);
-    if (event.action != KeyEvent::Action::release) source.held.push_back(event.code);
+void EventRules::followModifier(const Source& source, const KeyEvent& event) {
+    if (modifierOf(event.code).isEmpty() || isPosting(source)) return;
+    if (event.action == KeyEvent::Action::release) held_.release(source.id, event.code);
+    else held_.press(source.id, event.code);
 }
 
 void EventRules::press(const Source& source, const KeyEvent& event) {
@@ -69,7 +78,7 @@ void EventRules::press(const Source& source, const KeyEvent& event) {
     if (const auto why = objection(source, event)) return tell(kind, *why);
     if (options_.isPractising && options_.isPractising()) return tellPractice(kind);
     if (const auto code = macKeyCode(event.code, options_.board)) {
-        counter_.press(*code, isModifier ? Modifiers{} : held());
+        counter_.press(*code, isModifier ? Modifiers{} : heldAtPressOn(source));
         return tell(kind, EventWatch::Counted{});
     }
     if (!watch_) return;
@@ -86,7 +95,7 @@ void EventRules::click(const Source& source, const KeyEvent& event) {
 }
 
 std::optional<EventWatch::Verdict> EventRules::objection(const Source& source, const KeyEvent& event) const {
-    if (source.isPosting) return EventWatch::PostedBy{source.device.name};
+    if (isPosting(source)) return EventWatch::PostedBy{source.device.name};
     if (event.action == KeyEvent::Action::repeat) return EventWatch::Repeated{};
     return std::nullopt;
 }
@@ -100,7 +109,7 @@ void EventRules::tellPractice(Kind kind) const {
 }
 
 bool EventRules::countsPointer(const Source& source) const {
-    return options_.countsMouse && !source.isPosting && !paused_;
+    return options_.countsMouse && !paused_ && !isPosting(source);
 }
 
 void EventRules::take(Source& source, const WheelEvent& event) {
@@ -117,13 +126,11 @@ void EventRules::take(Source& source, const MotionEvent& event) {
     if (countsPointer(source)) counter_.moved(std::hypot(event.dx, event.dy));
 }
 
-void EventRules::take(Source& source, LostEvents) { source.held.clear(); }
+void EventRules::take(Source& source, LostEvents) { held_.releaseAll(source.id); }
 
-Modifiers EventRules::held() const {
-    Modifiers held;
-    for (const auto& [id, source] : sources_)
-        for (const LinuxKey key : source.held) held.insert(modifierOf(key));
-    return held;
+Modifiers EventRules::heldAtPressOn(const Source& source) {
+    if (options_.heldOn) held_.check(source.id, options_.heldOn);
+    return held_.all();
 }
 
 }  // namespace tappora

@@ -4,9 +4,11 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "app/recorder/held_modifiers.h"
 #include "app/recorder/input_device.h"
 #include "app/recorder/input_event.h"
 #include "app/recorder/key_codes.h"
@@ -25,6 +27,8 @@ class EventRules {
         std::vector<std::string> remappers{};  ///< parts of device names, besides the known ones
         /// Whether the keys struck now are practice, which is not counted; asked at each press.
         std::function<bool()> isPractising{};
+        /// What a device holds; without it, every release of a key has to be taken.
+        HeldModifiers::Ask heldOn{};
     };
 
     /// Called with each line of the event watch.
@@ -44,9 +48,8 @@ class EventRules {
 
   private:
     struct Source {
+        DeviceId id = 0;
         InputDevice device;
-        bool isPosting = false;          ///< a program's: its events are not the user's
-        std::vector<LinuxKey> held{};    ///< modifier keys
         std::array<double, 2> turned{};  ///< of each wheel, less than a step
     };
 
@@ -55,7 +58,7 @@ class EventRules {
     void take(Source& source, const MotionEvent& event);
     void take(Source& source, LostEvents);
 
-    static void followModifier(Source& source, const KeyEvent& event);
+    void followModifier(const Source& source, const KeyEvent& event);
     void press(const Source& source, const KeyEvent& event);
     void click(const Source& source, const KeyEvent& event);
     /// Why a press or click does not count, whatever key it is of.
@@ -63,13 +66,16 @@ class EventRules {
     void tell(tapcore::EventWatch::Kind kind, const tapcore::EventWatch::Verdict& verdict) const;
     void tellPractice(tapcore::EventWatch::Kind kind) const;
     bool countsPointer(const Source& source) const;
-    tapcore::Modifiers held() const;
-    bool isPosting(const InputDevice& device) const;
+    tapcore::Modifiers heldAtPressOn(const Source& source);
+    /// Whether a device is a program's: its events are not the user's.
+    bool isPosting(const Source& source) const;
 
     Options options_;
     tapcore::Counter& counter_;
     Watch watch_;
     std::map<DeviceId, Source> sources_;
+    std::multiset<DeviceIdentity> realDevices_;
+    HeldModifiers held_;
     bool paused_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "app/recorder/input_device.h"
 
+#include <linux/input.h>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -8,6 +10,9 @@ namespace tappora {
 namespace {
 
 constexpr std::array<std::string_view, 5> remappers = {"keyd", "kanata", "kmonad", "interception", "xremap"};
+
+/// In the names of what virtual machines give their guests (virtio, Hyper-V).
+constexpr std::array<std::string_view, 2> machines = {"virtio", "vmbus"};
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -27,9 +32,9 @@ bool isRemapper(const InputDevice& device, const std::vector<std::string>& names
                                 std::any_of(names.begin(), names.end(), isNamed));
 }
 
-bool isCopy(const InputDevice& device, const InputDevice& real) {
-    return device.isVirtual && !real.isVirtual && device.name == real.name && device.bus == real.bus &&
-           device.vendor == real.vendor && device.product == real.product;
+bool isVirtualInRecording(const InputDevice& device) {
+    const auto isNamed = [&](std::string_view part) { return contains(device.name, part); };
+    return device.bus == BUS_VIRTUAL && std::none_of(machines.begin(), machines.end(), isNamed);
 }
 
 }  // namespace tappora

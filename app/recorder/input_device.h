@@ -2,9 +2,13 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tappora {
+
+/// By what a device and its copy are alike: name, bus, vendor and product.
+using DeviceIdentity = std::tuple<std::string, std::uint16_t, std::uint16_t, std::uint16_t>;
 
 /// A device that events come from.
 struct InputDevice {
@@ -18,6 +22,7 @@ struct InputDevice {
 
     /// "NAME (NODE)".
     std::string description() const;
+    DeviceIdentity identity() const { return {name, bus, vendor, product}; }
 
     bool operator==(const InputDevice&) const = default;
 };
@@ -30,7 +35,9 @@ using DeviceId = std::uint32_t;
 /// hardware's events back.
 bool isRemapper(const InputDevice& device, const std::vector<std::string>& names);
 
-/// Whether a virtual device is a copy of a real one, as interception tools make them: of its name and ids.
-bool isCopy(const InputDevice& device, const InputDevice& real);
+/// Whether a device of a recording is one that a program made. A recording does not say where in the system a
+/// device is; those of bus type 6 are virtual, but for the keyboards and mice that a virtual machine is
+/// given.
+bool isVirtualInRecording(const InputDevice& device);
 
 }  // namespace tappora

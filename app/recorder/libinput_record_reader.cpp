@@ -141,7 +141,7 @@ void readIds(const YAML::Node& ids, InputDevice& device) {
     device.bus = ids[0].as<std::uint16_t>();
     device.vendor = ids[1].as<std::uint16_t>();
     device.product = ids[2].as<std::uint16_t>();
-    device.isVirtual = device.bus == BUS_VIRTUAL;
+    device.isVirtual = isVirtualInRecording(device);
 }
 
 InputDevice deviceOf(const YAML::Node& node) {

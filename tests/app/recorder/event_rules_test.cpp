@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -79,6 +81,28 @@ TEST(EventRules, TakeTheModifiersOfBothSidesAndAllKeyboards) {
     for (const int key : {KEY_RIGHTALT, KEY_RIGHTMETA, KEY_FN}) desk.press(key);
     desk.press(KEY_S);
     EXPECT_THAT(desk.chords(), ElementsAre("opt+cmd+fn 1"));
+}
+
+TEST(EventRules, AskWhatIsHeldWhereAReleaseMayNotBeSeen) {
+    std::map<DeviceId, std::vector<LinuxKey>> down = {{0, {KEY_LEFTCTRL}}};
+    Desk desk({.heldOn = [&](DeviceId id) { return std::optional(down[id]); }});
+    const auto chordsOn = [&](DeviceId id) {
+        desk.press(KEY_S, id);
+        return desk.chords();
+    };
+    EXPECT_THAT(chordsOn(0), ElementsAre("ctrl 1")) << "held since before the recorder began";
+    down[0] = {};
+    EXPECT_THAT(chordsOn(0), ElementsAre()) << "its release is never seen";
+    desk.press(KEY_LEFTALT);
+    EXPECT_THAT(chordsOn(0), ElementsAre("opt 1")) << "a keyboard that types tells its own releases";
+    down[0] = {KEY_LEFTALT};
+    desk.rules.plug(2, {.name = "keyd virtual keyboard", .isVirtual = true});
+    EXPECT_THAT(chordsOn(2), ElementsAre("opt 1"));
+    down[0] = {};
+    EXPECT_THAT(chordsOn(2), ElementsAre()) << "released while the remapper kept it to itself";
+    down[3] = {KEY_LEFTSHIFT, KEY_LEFTMETA};
+    desk.rules.plug(3, {.name = "ydotoold", .isVirtual = true});
+    EXPECT_THAT(chordsOn(0), ElementsAre()) << "a program holds nothing";
 }
 
 TEST(EventRules, LeaveOutWhatProgramsPostButNotWhatRemappersPassOn) {
