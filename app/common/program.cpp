@@ -59,9 +59,11 @@ void forgetOutput() {
     std::clearerr(stdout);
 }
 
+std::string complaint(std::string_view text) { return "tappora: " + harmless(text); }
+
 void complain(std::string_view text) {
     std::fflush(stdout);
-    std::fprintf(stderr, "tappora: %s\n", harmless(text).c_str());
+    std::fprintf(stderr, "%s\n", complaint(text).c_str());
 }
 
 }  // namespace tappora

@@ -51,7 +51,10 @@ void print(std::string_view text);
 /// Drops what was printed and not yet written: it has no reader any more, which is no failure.
 void forgetOutput();
 
-/// Prints "tappora: TEXT" on standard error, without what would steer the terminal.
+/// "tappora: TEXT", without what would steer the terminal.
+std::string complaint(std::string_view text);
+
+/// Prints that line on standard error.
 void complain(std::string_view text);
 
 }  // namespace tappora

@@ -30,13 +30,20 @@ void forget(Tally& tally, tapcore::KeyCode key) {
 
 }  // namespace
 
+void DayCounts::add(const DayCounts& later) {
+    tally.merge(later.tally);
+    peakPerMinute = std::max(peakPerMinute, later.peakPerMinute);
+    pausedMinutes += later.pausedMinutes;
+}
+
 void DayBook::add(const tapcore::Day& day, const tapcore::Counter::Drained& drained,
                   std::int64_t pausedMinutes) {
-    if (drained.tally.isEmpty() && pausedMinutes == 0) return;
-    DayCounts& counts = days_[day];
-    counts.tally.merge(drained.tally);
-    counts.peakPerMinute = std::max(counts.peakPerMinute, drained.peakPerMinute);
-    counts.pausedMinutes += pausedMinutes;
+    const DayCounts counts{drained.tally, drained.peakPerMinute, pausedMinutes};
+    if (!counts.isEmpty()) days_[day].add(counts);
+}
+
+void DayBook::add(const DayBook& other) {
+    for (const auto& [day, counts] : other.days_) days_[day].add(counts);
 }
 
 void DayBook::store(const Write& write) {

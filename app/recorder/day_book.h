@@ -16,6 +16,7 @@ struct DayCounts {
     std::int64_t peakPerMinute = 0;
     std::int64_t pausedMinutes = 0;
 
+    void add(const DayCounts& later);
     bool isEmpty() const { return tally.isEmpty() && pausedMinutes == 0; }
     bool operator==(const DayCounts&) const = default;
 };
@@ -27,6 +28,8 @@ class DayBook {
     using Write = std::function<void(const tapcore::Day& day, const DayCounts& counts)>;
 
     void add(const tapcore::Day& day, const tapcore::Counter::Drained& drained, std::int64_t pausedMinutes);
+
+    void add(const DayBook& other);
 
     /// Hands every day to `write`, by date, and forgets those it stored. The others stay for another time;
     /// the first failure is thrown on once all were tried.

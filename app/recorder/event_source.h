@@ -1,12 +1,15 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
 
 #include "app/recorder/input_device.h"
 #include "app/recorder/input_event.h"
+#include "app/recorder/key_codes.h"
 
 namespace tappora {
 
@@ -20,7 +23,10 @@ class EventListener {
     virtual void unplugged(DeviceId id) = 0;
     /// A device is there whose events cannot be read.
     virtual void unreadable(const InputDevice& device, std::error_code why) = 0;
-    virtual void happened(DeviceId id, const InputEvent& event) = 0;
+    /// An event, and how long ago it was made: one may wait to be read.
+    virtual void happened(DeviceId id, const InputEvent& event, std::chrono::milliseconds ago) = 0;
+    /// The kernel dropped events of a device, since they were not read in time.
+    virtual void dropped() = 0;
 };
 
 /// The input devices of a seat, those to come included.
@@ -33,6 +39,9 @@ class EventSource {
     /// Tells the listener what happened since the last time; does not wait for more. At the first time, all
     /// devices that are there are plugged, or unreadable.
     virtual void dispatch(EventListener& listener) = 0;
+    /// The modifier keys that a device holds at this moment, also when another program keeps its events to
+    /// itself; nothing when the device does not say.
+    virtual std::optional<std::vector<LinuxKey>> heldModifiers(DeviceId id) const = 0;
 };
 
 struct SourceOptions {

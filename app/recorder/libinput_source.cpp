@@ -1,21 +1,27 @@
 #include <fcntl.h>
 #include <libinput.h>
 #include <libudev.h>
-#include <linux/input-event-codes.h>
+#include <linux/input.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdarg>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string_view>
 #include <utility>
 
 #include "app/common/program.h"
 #include "app/recorder/event_source.h"
+#include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {
@@ -111,15 +117,63 @@ double fingerAmount(libinput_event_pointer* event, libinput_pointer_axis axis) {
     return libinput_event_pointer_get_scroll_value(event, axis) / unitsPerStep * WheelEvent::step;
 }
 
+/// How long ago a moment of libinput's clock was.
+std::chrono::milliseconds since(std::uint64_t microseconds) {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    const auto age = std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec) -
+                     std::chrono::microseconds(microseconds);
+    return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(age), std::chrono::milliseconds(0));
+}
+
+/// The modifier keys that are down on an opened device, by the bits that the kernel keeps of its keys.
+std::optional<std::vector<LinuxKey>> modifiersDown(int device) {
+    std::array<std::uint8_t, KEY_CNT / 8> bits{};
+    if (::ioctl(device, EVIOCGKEY(bits.size()), bits.data()) < 0) return std::nullopt;
+    std::vector<LinuxKey> down;
+    for (LinuxKey key = 0; key < KEY_CNT; ++key)
+        if ((bits[key / 8U] >> key % 8U & 1U) != 0 && !modifierOf(key).isEmpty()) down.push_back(key);
+    return down;
+}
+
+/// Hands on what a device's event says happened, and when on libinput's clock.
+using HandOn = std::function<void(const InputEvent& happened, std::uint64_t time)>;
+
+void handOnKey(libinput_event_keyboard* event, const HandOn& handOn) {
+    handOn(keyEvent(event), libinput_event_keyboard_get_time_usec(event));
+}
+
+void handOnFrom(libinput_event* event, libinput_event_type type, const HandOn& handOn) {
+    const auto pointer = [&] { return libinput_event_get_pointer_event(event); };
+    const auto atItsTime = [&](const InputEvent& happened) {
+        handOn(happened, libinput_event_pointer_get_time_usec(pointer()));
+    };
+    switch (type) {
+        case LIBINPUT_EVENT_KEYBOARD_KEY:
+            return handOnKey(libinput_event_get_keyboard_event(event), handOn);
+        case LIBINPUT_EVENT_POINTER_BUTTON:
+            return atItsTime(buttonEvent(pointer()));
+        case LIBINPUT_EVENT_POINTER_MOTION:
+            return atItsTime(motionEvent(pointer()));
+        case LIBINPUT_EVENT_POINTER_SCROLL_WHEEL:
+            return scroll(pointer(), libinput_event_pointer_get_scroll_value_v120, atItsTime);
+        case LIBINPUT_EVENT_POINTER_SCROLL_FINGER:
+        case LIBINPUT_EVENT_POINTER_SCROLL_CONTINUOUS:
+            return scroll(pointer(), fingerAmount, atItsTime);
+        default:
+            return;  // touches, pens, gestures, and the older form of scrolling
+    }
+}
+
 class LibinputSource : public EventSource {
   public:
     explicit LibinputSource(const SourceOptions& options);
 
     int descriptor() const override { return libinput_get_fd(libinput_.get()); }
     void dispatch(EventListener& listener) override;
+    std::optional<std::vector<LinuxKey>> heldModifiers(DeviceId id) const override;
 
   private:
-    using HandOn = std::function<void(const InputEvent& event)>;
     struct Unreadable {
         std::string node;
         std::error_code why;
@@ -127,29 +181,35 @@ class LibinputSource : public EventSource {
 
     static int open(const char* path, int flags, void* self);
     static void close(int file, void*) { ::close(file); }
+    static void noticeDrops(libinput* context, libinput_log_priority, const char* format, va_list);
 
     void take(libinput_event* event, EventListener& listener);
-    static void take(libinput_event* event, libinput_event_type type, const HandOn& handOn);
     void plug(libinput_device* device, EventListener& listener);
     bool isIgnored(const InputDevice& device) const;
 
     SourceOptions options_;
     std::vector<Unreadable> unreadable_;  ///< not yet told
     DeviceId nextId_ = 1;
+    std::map<DeviceId, std::string> nodes_;
+    int drops_ = 0;  ///< not yet told
     Owned<udev, udev_unref> udev_;
     Owned<libinput, libinput_unref> libinput_;
 };
-
-void keepSilent(libinput*, libinput_log_priority, const char*, va_list) {}
 
 LibinputSource::LibinputSource(const SourceOptions& options) : options_(options), udev_(udev_new()) {
     static constexpr libinput_interface interface { .open_restricted = open, .close_restricted = close };
     libinput_.reset(udev_ ? libinput_udev_create_context(&interface, this, udev_.get()) : nullptr);
     if (!libinput_) throw Failure("input devices", "libinput cannot be started");
-    // Its messages could name keys; what matters of them is said here.
-    libinput_log_set_handler(libinput_.get(), keepSilent);
+    libinput_log_set_handler(libinput_.get(), noticeDrops);
+    libinput_log_set_priority(libinput_.get(), LIBINPUT_LOG_PRIORITY_INFO);
     if (libinput_udev_assign_seat(libinput_.get(), options_.seat.c_str()) < 0)
         throw Failure("input devices", "libinput cannot listen to " + options_.seat);
+}
+
+/// Its messages could name keys: none is printed. That the kernel dropped events it says in no other way.
+void LibinputSource::noticeDrops(libinput* context, libinput_log_priority, const char* format, va_list) {
+    if (std::string_view(format).find("SYN_DROPPED event") == std::string_view::npos) return;
+    ++static_cast<LibinputSource*>(libinput_get_user_data(context))->drops_;
 }
 
 int LibinputSource::open(const char* path, int flags, void* self) {
@@ -164,6 +224,7 @@ void LibinputSource::dispatch(EventListener& listener) {
     if (const int error = libinput_dispatch(libinput_.get()); error < 0)
         throw Failure("input devices", std::generic_category().message(-error));
     while (const Event event{libinput_get_event(libinput_.get())}) take(event.get(), listener);
+    for (int drops = std::exchange(drops_, 0); drops > 0; --drops) listener.dropped();
     for (const auto& [node, why] : std::exchange(unreadable_, {}))
         if (const InputDevice device = describeUnopened(node); !isIgnored(device))
             listener.unreadable(device, why);
@@ -178,6 +239,7 @@ void LibinputSource::plug(libinput_device* device, EventListener& listener) {
     if (isIgnored(described)) return leaveAlone(device);
     if (options_.tapsClick) libinput_device_config_tap_set_enabled(device, LIBINPUT_CONFIG_TAP_ENABLED);
     setId(device, nextId_);
+    nodes_[nextId_] = described.node;
     listener.plugged(nextId_++, described);
 }
 
@@ -187,27 +249,21 @@ void LibinputSource::take(libinput_event* event, EventListener& listener) {
     if (type == LIBINPUT_EVENT_DEVICE_ADDED) return plug(device, listener);
     const DeviceId id = idOf(device);
     if (id == noId) return;
-    if (type == LIBINPUT_EVENT_DEVICE_REMOVED) return listener.unplugged(id);
-    take(event, type, [&](const InputEvent& happened) { listener.happened(id, happened); });
+    if (type == LIBINPUT_EVENT_DEVICE_REMOVED) {
+        nodes_.erase(id);
+        return listener.unplugged(id);
+    }
+    handOnFrom(event, type, [&](const InputEvent& happened, std::uint64_t time) {
+        listener.happened(id, happened, since(time));
+    });
 }
 
-void LibinputSource::take(libinput_event* event, libinput_event_type type, const HandOn& handOn) {
-    const auto pointer = [&] { return libinput_event_get_pointer_event(event); };
-    switch (type) {
-        case LIBINPUT_EVENT_KEYBOARD_KEY:
-            return handOn(keyEvent(libinput_event_get_keyboard_event(event)));
-        case LIBINPUT_EVENT_POINTER_BUTTON:
-            return handOn(buttonEvent(pointer()));
-        case LIBINPUT_EVENT_POINTER_MOTION:
-            return handOn(motionEvent(pointer()));
-        case LIBINPUT_EVENT_POINTER_SCROLL_WHEEL:
-            return scroll(pointer(), libinput_event_pointer_get_scroll_value_v120, handOn);
-        case LIBINPUT_EVENT_POINTER_SCROLL_FINGER:
-        case LIBINPUT_EVENT_POINTER_SCROLL_CONTINUOUS:
-            return scroll(pointer(), fingerAmount, handOn);
-        default:
-            return;  // touches, pens, gestures, and the older form of scrolling
-    }
+/// Asks through a file of its own: asking drops the key events that wait to be read from the file asked.
+std::optional<std::vector<LinuxKey>> LibinputSource::heldModifiers(DeviceId id) const {
+    const auto node = nodes_.find(id);
+    if (node == nodes_.end()) return std::nullopt;
+    const tapcore::Descriptor device(::open(node->second.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    return device.isOpen() ? modifiersDown(device.get()) : std::nullopt;
 }
 
 }  // namespace

@@ -1,69 +1,67 @@
 #pragma once
 
 #include <functional>
-#include <set>
 #include <string>
-#include <system_error>
+#include <utility>
 
 #include "app/common/wake_ups.h"
-#include "app/recorder/counting_clock.h"
 #include "app/recorder/day_book.h"
+#include "app/recorder/device_reader.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
-#include "core/counting/counter.h"
+#include "app/recorder/hand_over.h"
 #include "core/foundation/calendar.h"
 
 namespace tappora {
 
 /// What a recorder takes from the world around it.
 struct LiveWorld {
-    std::function<tapcore::Instant()> now;
+    std::function<tapcore::Instant()>
+        now;  ///< called by the thread that reads, all others by the one that stores
     std::function<std::string()> zone;  ///< the time zone's name; asked for each minute
-    DayBook::Write tryWrite;       ///< fails when another program is writing in the folder
-    DayBook::Write write;          ///< waits for it
-    std::function<void()> stored;  ///< called when counts were stored; throws nothing
-    /// Tells the user what happens: which devices are listened to, what fails. Never a key.
+    std::function<void()> ready;        ///< called once a keyboard is listened to; what it throws ends it
+    DayBook::Write tryWrite;            ///< fails when another program is writing in the folder
+    DayBook::Write write;               ///< waits for it
+    std::function<void()> stored;       ///< called when counts were stored; throws nothing
+    /// Tells the user what happens: which devices are listened to, what fails. Never a key. Does not wait for
+    /// who reads it.
     std::function<void(const std::string& text)> tell;
+    /// Shows lines of the event watch, in the same way; false when their reader has gone. None: nothing is
+    /// watched.
+    std::function<bool(const Lines& lines)> watch{};
 };
 
 /// Counts what input devices do, until a signal ends it, and stores it every minute, so that a crash loses
-/// one minute at most. One thread, one loop: it waits for the devices, for the minute to end, and for
-/// signals.
+/// one minute at most. A thread of its own reads the devices and counts (DeviceReader), so that a slow disk
+/// never stops the reading; the caller's thread stores and tells.
 ///
-/// SIGINT, SIGTERM, SIGHUP, and a reader of the watch that is gone (SIGPIPE), end it; SIGUSR1 pauses it, and
-/// ends a pause. What fails to be stored stays, and is tried again with each minute.
-class LiveRecorder : private EventListener {
+/// SIGINT, SIGTERM, SIGHUP, and a reader of the watch that has gone, end it; SIGUSR1 pauses it, and ends a
+/// pause. What fails to be stored stays, and is tried again with each minute.
+class LiveRecorder {
   public:
-    LiveRecorder(EventRules::Options options, EventRules::Watch watch, LiveWorld world);
+    LiveRecorder(EventRules::Options options, LiveWorld world)
+        : options_(std::move(options)), world_(std::move(world)) {}
 
-    /// Listens to the source until a signal ends it, and stores what was counted; gives that signal. Failure
-    /// when no keyboard of the source can be read, and when what was counted could not be stored in the end.
-    int run(EventSource& source);
+    /// Listens to the source until a signal ends it, and stores what was counted. Failure when no keyboard of
+    /// the source can be read, and when what was counted could not be stored in the end.
+    void run(EventSource& source);
 
   private:
-    void plugged(DeviceId id, const InputDevice& device) override;
-    void unplugged(DeviceId id) override;
-    void unreadable(const InputDevice& device, std::error_code why) override;
-    void happened(DeviceId id, const InputEvent& event) override;
+    enum class Next { goOn, stop };
 
-    void requireKeyboard() const;
-    int listen(EventSource& source, const SignalQueue& signals);
+    void storeAllThatComes(DeviceReader& reader, const SignalQueue& signals);
+    Next take(Harvest&& harvest, HandOver& handOver);
+    void tell(const Harvest& harvest) const;
+    void followZone(HandOver& handOver);
     void finish();
-    void goTo(tapcore::Instant now);
     void store();
     void storeBy(const DayBook::Write& write);
-    void togglePause();
     std::string unstored() const;
 
+    EventRules::Options options_;
     LiveWorld world_;
     std::string zone_;
-    tapcore::Counter counter_;
     DayBook book_;
-    CountingClock clock_;
-    EventRules rules_;
-    std::set<DeviceId> keyboards_;
-    bool foundDevice_ = false;
-    bool wasRemedyTold_ = false;
     bool isFailing_ = false;  ///< to store
 };
 

@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -16,8 +15,10 @@
 #include "app/common/command_line.h"
 #include "app/common/folder_lock.h"
 #include "app/common/practice_lock.h"
+#include "app/common/terminal.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
+#include "app/recorder/line_output.h"
 #include "app/recorder/live_recorder.h"
 #include "app/recorder/local_time.h"
 #include "app/recorder/replay.h"
@@ -50,10 +51,7 @@ EventRules::Options rulesFor(const RecordOptions& options) {
     return {.countsMouse = !options.noMouse, .board = shapeOf(options), .remappers = options.remappers};
 }
 
-EventRules::Watch watchFor(const RecordOptions& options) {
-    if (!options.watch) return {};
-    return [](const std::string& line) { std::puts(line.c_str()); };
-}
+void printLine(const std::string& line) { print(line + '\n'); }
 
 /// The folder's writing lock; should another program hold it, waits for it or gives nothing.
 std::optional<FolderLock> writingLock(const fs::path& folder, const Environment& environment, Wait wait) {
@@ -149,7 +147,8 @@ tapcore::Instant startOf(const RecordOptions& options, const tapcore::Calendar& 
     return *moment;
 }
 
-void warnOfMaskedKeys(const std::string& file, const Recording& recording) {
+void warnOf(const std::string& file, const Recording& recording) {
+    if (lacksEvents(recording)) complain(file + ": some presses were not seen: the machine was too busy");
     if (recording.keysAreMasked)
         complain(
             file +
@@ -183,23 +182,39 @@ void storeAll(const DayBook& book, const DayBook::Write& write) {
     }
 }
 
+/// What a recording counts, by day. Each line of the event watch goes to `watch`.
+DayBook countsOf(const Recording& recording, tapcore::Instant starting, const RecordOptions& options,
+                 const tapcore::Calendar& calendar, EventRules::Watch watch) {
+    tapcore::Counter counter;
+    DayBook book;
+    CountingClock clock(calendar, counter, book);
+    EventRules rules(rulesFor(options), counter, std::move(watch));
+    replay(recording, starting, clock, rules);
+    clock.finish();
+    if (recording.keysAreMasked) book.forgetKey(maskedKey);
+    return book;
+}
+
+/// What was counted is stored before any of it is printed: nobody who reads it can be in the way.
+void requirePrinted() {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+    throw Failure("standard output",
+                  "cannot write; the counts are stored, and another replay would count them twice");
+}
+
 void replayFile(const std::string& file, const RecordOptions& options, const Environment& environment) {
     const tapcore::Calendar calendar(environment.zone);
     const tapcore::Instant starting = startOf(options, calendar);
     const Recording recording = readRecording(file);
-    warnOfMaskedKeys(file, recording);
+    warnOf(file, recording);
     const tapcore::Store store = storeFor(options, environment);
 
-    tapcore::Counter counter;
-    DayBook book;
-    CountingClock clock(calendar, counter, book);
-    EventRules rules(rulesFor(options), counter, watchFor(options));
-    replay(recording, starting, clock, rules);
-    clock.finish();
-    if (recording.keysAreMasked) book.forgetKey(maskedKey);
+    const DayBook book = countsOf(recording, starting, options, calendar, {});
     storeAll(book, writerTo(store, options, environment, Wait::yes));
     MonthKeeper(options.folder, environment).refresh(store, Wait::yes);
+    if (options.watch) countsOf(recording, starting, options, calendar, printLine);
     printCounts(book);
+    requirePrinted();
 }
 
 /// Makes the folder that days are stored in: what will not do should be known before hours are counted.
@@ -216,24 +231,58 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
             .tapsClick = options.taps};
 }
 
+/// What a live recorder says, to readers that it does not wait for.
+class LiveOutput {
+  public:
+    void tell(std::string_view text) { told_.write(complaint(text)); }
+
+    /// Shows lines of the event watch; false when nobody can read them any more.
+    bool watch(const Lines& lines) {
+        for (const std::string& line : lines.kept) watched_.write(line);
+        watched_.drop(lines.dropped);
+        const bool wasStalled = std::exchange(isStalled_, watched_.isStalled());
+        if (isStalled_ && !wasStalled) tell("nobody takes the lines of --watch: they are dropped");
+        if (!isStalled_) tellDropped();
+        return !watched_.isGone();
+    }
+
+    void tellDropped() {
+        const std::int64_t dropped = watched_.takeDropped();
+        if (dropped == 0 || watched_.isGone()) return;
+        tell(fmt::format("{} of --watch dropped",
+                         counted(static_cast<std::size_t>(dropped), "line", "lines")));
+    }
+
+  private:
+    LineOutput watched_{STDOUT_FILENO};
+    LineOutput told_{STDERR_FILENO};
+    bool isStalled_ = false;
+};
+
 void recordLive(const RecordOptions& options, const Environment& environment) {
     const tapcore::Store store = storeFor(options, environment);
-    requireWritable(store);
-    const auto lock = tryLockForRecording(environment, store.base() / "days");
-    if (!lock) throw Failure(store.root.string(), "another recorder is counting into it");
+    LiveOutput output;
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);
-    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    const auto tell = [&](const std::string& text) { output.tell(text); };
+    std::optional<FolderLock> lock;
+    const auto begin = [&] {
+        requireWritable(store);
+        lock = tryLockForRecording(environment, store.base() / "days");
+        if (!lock) throw Failure(store.root.string(), "another recorder is counting into it");
+        tell("counts go to " + (store.base() / "days").string());
+    };
+    LiveWorld world{.now = hostNow,
+                    .zone = tapcore::Calendar::hostZone,
+                    .ready = begin,
+                    .tryWrite = writerTo(store, options, environment, Wait::no),
+                    .write = writerTo(store, options, environment, Wait::yes),
+                    .stored = afterStoring(store, options.folder, environment),
+                    .tell = tell};
+    if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder recorder(liveRulesFor(options, store.root, environment), watchFor(options),
-                          {.now = hostNow,
-                           .zone = tapcore::Calendar::hostZone,
-                           .tryWrite = writerTo(store, options, environment, Wait::no),
-                           .write = writerTo(store, options, environment, Wait::yes),
-                           .stored = afterStoring(store, options.folder, environment),
-                           .tell = complain});
-    complain("counts go to " + (store.base() / "days").string());
-    if (recorder.run(*source) == SIGPIPE) forgetOutput();
+    LiveRecorder(liveRulesFor(options, store.root, environment), std::move(world)).run(*source);
+    output.tellDropped();
 }
 
 }  // namespace

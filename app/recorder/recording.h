@@ -48,8 +48,12 @@ class RecordingError : public std::runtime_error {
 /// one more than three hundred years from 0, or no time at all.
 std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t microseconds);
 
+/// Whether the kernel dropped events while this was recorded.
+bool lacksEvents(const Recording& recording);
+
 /// Reads a file that evemu-record or libinput record wrote. Failure names the file, and the line, of what
-/// cannot be read: a missing file, another kind of file, a recording without events, a damaged line.
+/// cannot be read: a missing file, another kind of file, a recording without events, a damaged line,
+/// more than 256 MB.
 Recording readRecording(const std::filesystem::path& path);
 
 }  // namespace tappora

@@ -45,7 +45,7 @@ std::error_code readAll(const Descriptor& file, std::string& text, std::size_t m
         if (got == 0) break;  // less than asked for is no end: a pipe gives what it has
         size += static_cast<std::size_t>(got);
         if (size > most) return std::make_error_code(std::errc::file_too_large);
-        if (size == text.size()) text.resize(text.size() * 2);
+        if (size == text.size()) text.resize(std::min(size, most - size) + size + reserve);
     }
     text.resize(size);
     return {};

@@ -1,11 +1,12 @@
 #include "app/recorder/recording.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "app/common/program.h"
 #include "app/recorder/evemu_reader.h"
@@ -62,6 +63,10 @@ TEST_F(RecordingFile, NamesTheLineThatIsDamaged) {
         {"version: 1\nevents:\n- evdev:\n  - [0, 0, 1, 30, 1]\n", ":2: events of no device"},
         {evemuHead, ": no events in it"},
         {"Dear Ada,\n", ": not a recording of evemu-record or libinput record"},
+        {"# A mouse\nD: 0\nN: device 0:0\nI: 3 046d c31c\nE: 000000.000000 8 00 00 04\n",
+         ": not a recording"},
+        {"R: 3 05 01 09\nN: A mouse\nE: 0.000010 1 01\n", ": not a recording"},
+        {"P: /devices/pci0\nN: input/event5\nE: DEVNAME=/dev/input/event5\n", ": not a recording"},
         {"", ": not a recording of evemu-record or libinput record"},
     };
     for (const auto& [text, message] : cases)
@@ -69,6 +74,20 @@ TEST_F(RecordingFile, NamesTheLineThatIsDamaged) {
     fs::remove(path);
     EXPECT_THROW(readRecording(path), Failure);
     EXPECT_THROW(readRecording(testing::TempDir()), Failure);
+}
+
+TEST_F(RecordingFile, IsNotReadWithoutEnd) {
+    const std::string why = "/dev/zero: larger than 256 MB, too large for a recording; replay it in parts";
+    EXPECT_THAT([] { readRecording("/dev/zero"); }, testing::ThrowsMessage<Failure>(why));
+}
+
+TEST(Recording, TakesTheKeyboardsOfVirtualMachinesForReal) {
+    for (const auto& [name, isVirtual] :
+         {std::pair("QEMU Virtio Keyboard", false), std::pair("Microsoft Vmbus HID-compliant Mouse", false),
+          std::pair("ydotoold virtual device", true)}) {
+        const std::string head = "N: " + std::string(name) + "\nI: 0006 0627 0001 0001\n";
+        EXPECT_EQ(readEvemu(head).devices.at(0).isVirtual, isVirtual) << name;
+    }
 }
 
 TEST(Recording, BearsWhatATerminalPrintsAmongTheEvents) {

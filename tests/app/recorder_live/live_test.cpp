@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,16 +31,54 @@ using tapcore::WidgetSnapshot;
 const MockDevice keyboard{.number = 5, .name = "A keyboard"};
 const MockDevice mouse{.number = 6, .name = "A mouse", .isMouse = true};
 
+/// A pipe of so many bytes that nobody reads.
+class Pipe {
+  public:
+    explicit Pipe(int size) {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC) < 0) throw std::runtime_error("no pipe");
+        reader_ = tapcore::Descriptor(ends[0]);
+        writer_ = tapcore::Descriptor(ends[1]);
+        capacity_ = ::fcntl(ends[1], F_SETPIPE_SZ, size);
+    }
+    int writer() const { return writer_.get(); }
+
+    /// Waits for the next line in it, and says whether another like it will do.
+    bool takesMore() const {
+        const int before = seen_;
+        while ((seen_ = size()) == before) ::poll(nullptr, 0, 1);
+        return seen_ + (seen_ - before) <= capacity_;
+    }
+    void empty() const {
+        std::string bytes(static_cast<std::size_t>(size()), '\0');
+        EXPECT_EQ(::read(reader_.get(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        seen_ = 0;
+    }
+
+  private:
+    int size() const {
+        int bytes = 0;
+        ::ioctl(reader_.get(), FIONREAD, &bytes);
+        return bytes;
+    }
+
+    tapcore::Descriptor reader_;
+    tapcore::Descriptor writer_;
+    int capacity_ = 0;
+    mutable int seen_ = 0;
+};
+
 /// A recorder that runs as a program of its own, until a signal.
 class Program {
   public:
-    explicit Program(std::vector<std::string> arguments) {
+    /// Standard output goes to `other` instead, when one is given.
+    explicit Program(std::vector<std::string> arguments, int other = -1) {
         int ends[2];
         if (::pipe2(ends, O_CLOEXEC) < 0) throw std::runtime_error("no pipe");
         output_ = tapcore::Descriptor(ends[0]);
         const tapcore::Descriptor input(ends[1]);
         process_ = ::fork();
-        if (process_ == 0) run(std::move(arguments), input.get());
+        if (process_ == 0) run(std::move(arguments), other < 0 ? input.get() : other, input.get());
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -80,13 +119,13 @@ class Program {
     std::string printed;
 
   private:
-    [[noreturn]] static void run(std::vector<std::string> arguments, int output) {
+    [[noreturn]] static void run(std::vector<std::string> arguments, int output, int errors) {
         arguments.insert(arguments.begin(), "tappora-record");
         std::vector<char*> pointers;
         for (std::string& argument : arguments) pointers.push_back(argument.data());
         pointers.push_back(nullptr);
         ::dup2(output, STDOUT_FILENO);
-        ::dup2(output, STDERR_FILENO);
+        ::dup2(errors, STDERR_FILENO);
         ::execv(PROGRAMS "/tappora-record", pointers.data());
         ::_exit(127);
     }
@@ -191,6 +230,58 @@ TEST_F(Live, TellsProgramsFromPeople) {
     EXPECT_TRUE(recorder.prints("tappora: the widgets stay as they are: " + share.string()))
         << recorder.printed;
     EXPECT_EQ(recorder.end(), 0);
+    EXPECT_EQ(counted().total(), 1);
+}
+
+TEST_F(Live, KnowsWhatWasHeldBeforeItBeganAndSeesItReleased) {
+    MockDevice holding = keyboard;
+    holding.held = {KEY_LEFTCTRL, KEY_A};
+    bed.plug(holding);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    bed.tap(keyboard, KEY_S);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    bed.change(keyboard);
+    bed.tap(keyboard, KEY_S);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    EXPECT_EQ(recorder.stop(), 0);
+    EXPECT_EQ(counted().byKey(), (Tally::KeyCounts{{1, 2}}));
+    EXPECT_EQ(counted().byChord(), (Tally::ChordCounts{{{tapcore::Modifiers::control, 1}, 1}}));
+}
+
+TEST_F(Live, SaysThatTheKernelDroppedEvents) {
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    bed.send(keyboard, {{EV_KEY, KEY_A, 1}, {EV_SYN, SYN_DROPPED, 0}});
+    bed.tap(keyboard, KEY_S);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    recorder.signal(SIGTERM);
+    EXPECT_TRUE(recorder.prints("tappora: some presses were not seen: the machine was too busy\n"))
+        << recorder.printed;
+    EXPECT_EQ(recorder.end(), 0);
+}
+
+TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
+    const MockDevice tool{.number = 8, .name = "tool " + std::string(200, 'x'), .isVirtual = true};
+    bed.plug(keyboard);
+    bed.plug(tool);
+    const Pipe watch(4096);
+    Program recorder(watching(), watch.writer());
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    ASSERT_TRUE(recorder.prints("listening to tool")) << recorder.printed;
+    const auto fill = [&] {
+        do bed.tap(tool, KEY_A);
+        while (watch.takesMore());
+        bed.tap(tool, KEY_A);
+        return recorder.prints("tappora: nobody takes the lines of --watch: they are dropped\n");
+    };
+    ASSERT_TRUE(fill()) << recorder.printed;
+    watch.empty();
+    bed.tap(keyboard, KEY_A);
+    EXPECT_TRUE(recorder.prints("of --watch dropped\n")) << recorder.printed;
+    ASSERT_TRUE(fill()) << recorder.printed;
+    EXPECT_EQ(recorder.stop(), 0);
     EXPECT_EQ(counted().total(), 1);
 }
 

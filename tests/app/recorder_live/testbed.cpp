@@ -46,8 +46,8 @@ std::string answers(const MockDevice& device) {
     const std::vector<int> types =
         device.isMouse ? std::vector{EV_SYN, EV_KEY, EV_REL} : std::vector{EV_SYN, EV_KEY};
     all += "EVIOCGPROP 8 " + bits({}, 8) + "\nEVIOCGBIT(0) 8 " + bits(types, 8) + "\n";
-    all += "EVIOCGBIT(1) 96 " + bits(device.isMouse ? buttons : keys, 96) + "\nEVIOCGKEY 96 " + bits({}, 96) +
-           "\n";
+    all += "EVIOCGBIT(1) 96 " + bits(device.isMouse ? buttons : keys, 96) + "\nEVIOCGKEY 96 " +
+           bits(device.held, 96) + "\n";
     all += "EVIOCGBIT(2) 8 " + bits(device.isMouse ? axes : std::vector<int>{}, 8) + "\n";
     for (const int type : {EV_ABS, EV_MSC, EV_SW, EV_LED, EV_SND})
         all += fmt::format("EVIOCGBIT({}) 8 {}\n", type, bits({}, 8));
@@ -82,13 +82,19 @@ void Testbed::plug(const MockDevice& device) {
     GError* error = nullptr;
     umockdev_testbed_add_from_string(bed_, description(device).c_str(), &error);
     require(error);
+    change(device);
+    umockdev_testbed_uevent(bed_, device.path().c_str(), "add");
+}
+
+void Testbed::change(const MockDevice& device) {
+    GError* error = nullptr;
     const auto file =
         std::filesystem::temp_directory_path() / fmt::format("answers-{}-{}", ::getpid(), device.number);
     std::ofstream(file) << answers(device);
+    removeBelow("/ioctl" + device.node());
     umockdev_testbed_load_ioctl(bed_, device.node().c_str(), file.c_str(), &error);
     std::filesystem::remove(file);
     require(error);
-    umockdev_testbed_uevent(bed_, device.path().c_str(), "add");
 }
 
 void Testbed::unplug(const MockDevice& device) {
@@ -96,9 +102,11 @@ void Testbed::unplug(const MockDevice& device) {
     umockdev_testbed_remove_device(bed_, device.path().c_str());
 }
 
-void Testbed::removeFile(const MockDevice& device) {
+void Testbed::removeFile(const MockDevice& device) { removeBelow(device.node()); }
+
+void Testbed::removeBelow(const std::string& path) {
     g_autofree gchar* root = umockdev_testbed_get_root_dir(bed_);
-    std::filesystem::remove(root + device.node());
+    std::filesystem::remove(root + path);
 }
 
 void Testbed::send(const MockDevice& device, const std::vector<Input>& inputs) {

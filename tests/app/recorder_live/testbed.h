@@ -14,6 +14,7 @@ struct MockDevice {
     std::string name;
     bool isMouse = false;
     bool isVirtual = false;
+    std::vector<int> held{};  ///< keys that are down, as it says when it is asked
 
     std::string node() const { return "/dev/input/event" + std::to_string(number); }
     std::string path() const;
@@ -30,6 +31,8 @@ class Testbed {
     /// Adds a device, and tells programs that run.
     void plug(const MockDevice& device);
     void unplug(const MockDevice& device);
+    /// Lets a plugged device answer otherwise from now on.
+    void change(const MockDevice& device);
     /// Takes the device's file away: it is there and cannot be opened.
     void removeFile(const MockDevice& device);
 
@@ -42,6 +45,8 @@ class Testbed {
     void tap(const MockDevice& device, int key);
 
   private:
+    void removeBelow(const std::string& path);
+
     UMockdevTestbed* bed_;
 };
 

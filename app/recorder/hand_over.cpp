@@ -1,0 +1,62 @@
+#include "app/recorder/hand_over.h"
+
+#include <utility>
+
+namespace tappora {
+
+void Lines::add(std::string line) {
+    if (kept.size() < most) kept.push_back(std::move(line));
+    else ++dropped;
+}
+
+void Lines::add(Lines&& later) {
+    for (std::string& line : later.kept) add(std::move(line));
+    dropped += later.dropped;
+}
+
+bool Harvest::isEmpty() const {
+    return !hasEndedMinute && counts.days().empty() && drops == 0 && told.kept.empty() &&
+           watched.kept.empty();
+}
+
+void Harvest::add(Harvest&& later) {
+    counts.add(later.counts);
+    hasEndedMinute = hasEndedMinute || later.hasEndedMinute;
+    drops += later.drops;
+    told.add(std::move(later.told));
+    watched.add(std::move(later.watched));
+}
+
+void HandOver::give(Harvest&& harvest) {
+    if (harvest.isEmpty()) return;
+    const std::lock_guard lock(mutex_);
+    harvest_.add(std::move(harvest));
+    given_.notify_one();
+}
+
+void HandOver::end(std::exception_ptr failure) {
+    const std::lock_guard lock(mutex_);
+    hasEnded_ = true;
+    failure_ = std::move(failure);
+    given_.notify_one();
+}
+
+std::optional<tapcore::Calendar> HandOver::newCalendar() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(calendar_, std::nullopt);
+}
+
+std::optional<Harvest> HandOver::take() {
+    std::unique_lock lock(mutex_);
+    given_.wait(lock, [&] { return hasEnded_ || !harvest_.isEmpty(); });
+    if (!harvest_.isEmpty()) return std::exchange(harvest_, {});
+    if (failure_) std::rethrow_exception(failure_);
+    return std::nullopt;
+}
+
+void HandOver::changeCalendar(tapcore::Calendar calendar) {
+    const std::lock_guard lock(mutex_);
+    calendar_ = std::move(calendar);
+}
+
+}  // namespace tappora
