@@ -4,41 +4,43 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <system_error>
 #include <utility>
 
 #include "app/common/command_line.h"
-#include "app/common/folder_lock.h"
 #include "app/common/practice_lock.h"
 #include "app/common/terminal.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
+#include "app/recorder/folder_writer.h"
 #include "app/recorder/line_output.h"
 #include "app/recorder/live_recorder.h"
 #include "app/recorder/local_time.h"
 #include "app/recorder/replay.h"
 #include "core/counting/counter.h"
 #include "core/files/store.h"
-#include "core/foundation/file_io.h"
 
 namespace tappora {
 namespace {
 
 namespace fs = std::filesystem;
 
-enum class Wait { yes, no };
+using Wait = FolderWriter::Wait;
 
-tapcore::Store storeFor(const RecordOptions& options, const Environment& environment) {
-    const auto format =
-        options.format ? std::optional(parseFormat("--format", *options.format)) : std::nullopt;
-    tapcore::Store store = LockedStore(options.folder, environment, options.shared).store;
-    if (format) store.format = *format;
-    return store;
+WritingOptions writingFor(const RecordOptions& options) {
+    return {.folder = options.folder,
+            .format = options.format ? std::optional(parseFormat("--format", *options.format)) : std::nullopt,
+            .board = options.board,
+            .layout = options.layout};
+}
+
+FolderWriter writerFor(const RecordOptions& options, const Environment& environment, const Tell& tell) {
+    WritingOptions writing = writingFor(options);
+    const tapcore::Store store = LockedStore(options.folder, environment, options.shared).store;
+    return {store, std::move(writing), environment, tell};
 }
 
 /// An ISO board is one by its name: "macbook-iso".
@@ -53,12 +55,6 @@ EventRules::Options rulesFor(const RecordOptions& options) {
 
 void printLine(const std::string& line) { print(line + '\n'); }
 
-/// The folder's writing lock; should another program hold it, waits for it or gives nothing.
-std::optional<FolderLock> writingLock(const fs::path& folder, const Environment& environment, Wait wait) {
-    if (wait == Wait::yes) return lockForWriting(environment, folder);
-    return tryLockForWriting(environment, folder);
-}
-
 /// The rules for what is typed now: what is typed in a trainer does not count.
 EventRules::Options liveRulesFor(const RecordOptions& options, const fs::path& folder,
                                  const Environment& environment) {
@@ -67,75 +63,17 @@ EventRules::Options liveRulesFor(const RecordOptions& options, const fs::path& f
     return rules;
 }
 
-/// On each new day, takes the finished ones into their months. What fails there is told, and stops nothing.
-class MonthKeeper {
-  public:
-    MonthKeeper(const FolderOptions& options, const Environment& environment)
-        : options_(options), environment_(environment) {}
-
-    /// Once the counts are stored: nothing that goes wrong here may seem to be about them.
-    void refresh(const tapcore::Store& store, Wait wait) {
-        try {
-            tryRefreshing(store, wait);
-        } catch (const fs::filesystem_error& error) {
-            complain(fmt::format("the months are not summed: {}: {}", error.path1().string(),
-                                 error.code().message()));
-        } catch (const std::exception& error) {
-            complain(fmt::format("the months are not summed: {}", error.what()));
-        }
-    }
-
-  private:
-    void tryRefreshing(const tapcore::Store& store, Wait wait) {
-        const Environment current = atThisMoment(environment_);
-        const tapcore::Day now = today(options_, current, tapcore::Calendar(current.zone));
-        if (refreshed_ == now) return;
-        const auto lock = writingLock(store.root, environment_, wait);
-        if (!lock) return;
-        refreshed_ = now;
-        store.refreshRollups(now);
-    }
-
-    FolderOptions options_;
-    Environment environment_;
-    std::optional<tapcore::Day> refreshed_;
-};
-
-/// Adds counts to the day's file.
-DayBook::Write writerTo(const tapcore::Store& store, const RecordOptions& options,
-                        const Environment& environment, Wait wait) {
-    return [=](const tapcore::Day& day, const DayCounts& counts) {
-        try {
-            const auto lock = writingLock(store.root, environment, wait);
-            if (!lock) throw Failure(store.root.string(), "another program is writing in it");
-            store.add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options.board, options.layout,
-                      day);
-        } catch (const fs::filesystem_error& error) {
-            throw Failure(error.path1().string(), error.code().message());
-        }
-    };
-}
-
 /// Brings the widgets' file up to date. What fails is told once, and stops nothing.
-std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment) {
+std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment,
+                                    const Tell& tell) {
     return [=, wasTold = false]() mutable {
         const Environment current = atThisMoment(environment);
         try {
             writeWidgetFile(widgetSnapshot(folder, current, nullptr), current);
         } catch (const std::exception& error) {
             if (!std::exchange(wasTold, true))
-                complain(std::string("the widgets stay as they are: ") + error.what());
+                tell(std::string("the widgets stay as they are: ") + error.what());
         }
-    };
-}
-
-/// What follows when a recorder has stored counts.
-std::function<void()> afterStoring(const tapcore::Store& store, const FolderOptions& folder,
-                                   const Environment& environment) {
-    return [=, months = MonthKeeper(folder, environment),
-            updateWidgets = widgetUpdater(folder, environment)]() mutable {
-        months.refresh(store, Wait::no);
-        updateWidgets();
     };
 }
 
@@ -171,6 +109,7 @@ void printCounts(const DayBook& book) {
 void storeAll(const DayBook& book, const DayBook::Write& write) {
     DayBook left = book;
     try {
+        for (const auto& [day, counts] : book.days()) requireStorable(day);
         left.store(write);
     } catch (const std::exception& error) {
         std::string stored;
@@ -207,22 +146,14 @@ void replayFile(const std::string& file, const RecordOptions& options, const Env
     const tapcore::Instant starting = startOf(options, calendar);
     const Recording recording = readRecording(file);
     warnOf(file, recording);
-    const tapcore::Store store = storeFor(options, environment);
-
+    FolderWriter writer = writerFor(options, environment, complain);
     const DayBook book = countsOf(recording, starting, options, calendar, {});
-    storeAll(book, writerTo(store, options, environment, Wait::yes));
-    MonthKeeper(options.folder, environment).refresh(store, Wait::yes);
+    storeAll(book,
+             [&](const tapcore::Day& day, const DayCounts& counts) { writer.write(day, counts, Wait::yes); });
+    writer.refreshMonths(Wait::yes);
     if (options.watch) countsOf(recording, starting, options, calendar, printLine);
     printCounts(book);
     requirePrinted();
-}
-
-/// Makes the folder that days are stored in: what will not do should be known before hours are counted.
-void requireWritable(const tapcore::Store& store) {
-    const fs::path days = store.base() / "days";
-    store.settle(tapcore::makeFolders(days));
-    if (::access(days.c_str(), W_OK | X_OK) < 0)
-        throw Failure(days.string(), std::generic_category().message(errno));
 }
 
 SourceOptions sourceFor(const RecordOptions& options, const Environment& environment) {
@@ -260,28 +191,34 @@ class LiveOutput {
 };
 
 void recordLive(const RecordOptions& options, const Environment& environment) {
-    const tapcore::Store store = storeFor(options, environment);
     LiveOutput output;
+    const Tell tell = [&](const std::string& text) { output.tell(text); };
+    FolderWriter writer = writerFor(options, environment, tell);
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);
-    const auto tell = [&](const std::string& text) { output.tell(text); };
-    std::optional<FolderLock> lock;
-    const auto begin = [&] {
-        requireWritable(store);
-        lock = tryLockForRecording(environment, store.base() / "days");
-        if (!lock) throw Failure(store.root.string(), "another recorder is counting into it");
-        tell("counts go to " + (store.base() / "days").string());
+    const auto writing = [&](Wait wait) {
+        return [&writer, wait](const tapcore::Day& day, const DayCounts& counts) {
+            writer.write(day, counts, wait);
+        };
     };
     LiveWorld world{.now = hostNow,
                     .zone = tapcore::Calendar::hostZone,
-                    .ready = begin,
-                    .tryWrite = writerTo(store, options, environment, Wait::no),
-                    .write = writerTo(store, options, environment, Wait::yes),
-                    .stored = afterStoring(store, options.folder, environment),
+                    .ready =
+                        [&] {
+                            writer.hold();
+                            tell("counts go to " + writer.days().string());
+                        },
+                    .tryWrite = writing(Wait::no),
+                    .write = writing(Wait::yes),
+                    .stored =
+                        [&, updateWidgets = widgetUpdater(options.folder, environment, tell)] {
+                            writer.refreshMonths(Wait::no);
+                            updateWidgets();
+                        },
                     .tell = tell};
     if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder(liveRulesFor(options, store.root, environment), std::move(world)).run(*source);
+    LiveRecorder(liveRulesFor(options, writer.root(), environment), std::move(world)).run(*source);
     output.tellDropped();
 }
 

@@ -1,0 +1,124 @@
+#include "app/recorder/folder_writer.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "core/files/folder_config.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Runs what throws filesystem_error, and throws a Failure instead.
+void naming(auto work) try { work(); } catch (const fs::filesystem_error& error) {
+    throw Failure(error.path1().string(), error.code().message());
+}
+
+}  // namespace
+
+void requireStorable(const tapcore::Day& day) {
+    if (tapcore::Day::parse(day.description()) != day)
+        throw Failure(day.description(), "years have four digits in the names of files");
+}
+
+FolderWriter::FolderWriter(tapcore::Store store, WritingOptions options, const Environment& environment,
+                           Tell tell)
+    : store_(store.telling(complainOnce(tell))),
+      options_(std::move(options)),
+      environment_(environment),
+      tell_(std::move(tell)) {}
+
+fs::path FolderWriter::days() const { return store_.base() / "days"; }
+
+void FolderWriter::hold() {
+    naming([&] {
+        store_.settle(tapcore::makeFolders(days()));
+        base_ = HeldFolder(store_.base());
+        holdDays();
+    });
+}
+
+void FolderWriter::holdDays() {
+    store_.settle(tapcore::makeFolders(days()));
+    if (::access(days().c_str(), W_OK | X_OK) < 0)
+        throw fs::filesystem_error("cannot write", days(), {errno, std::generic_category()});
+    recording_.reset();
+    recording_ = tryLockForRecording(environment_, days());
+    if (!recording_) throw Failure(store_.root.string(), "another recorder is counting into it");
+    heldDays_ = HeldFolder(days());
+}
+
+/// What is held may be gone, and something else may have its name: a mount point shows the folder below.
+void FolderWriter::requireFolder() {
+    if (!base_.isOpen()) return;
+    const fs::path base = store_.base();
+    if (!base_.isAt(base)) {
+        if (!tapcore::isThere(base)) throw Failure(base.string(), "the folder is gone");
+        if (!isOurs(base)) throw Failure(base.string(), "another folder has taken its place");
+        base_ = HeldFolder(base);
+    }
+    if (!heldDays_.isAt(days())) holdDays();
+}
+
+bool FolderWriter::isOurs(const fs::path& folder) const {
+    const fs::path days = folder / "days";
+    if (!lastWritten_) return tapcore::isThere(days);
+    const auto& formats = tapcore::FileFormat::allCases;
+    return std::any_of(formats.begin(), formats.end(), [&](const tapcore::FileFormat format) {
+        return tapcore::isThere(days /
+                                fmt::format("{}.{}", lastWritten_->description(), format.fileExtension()));
+    });
+}
+
+std::optional<FolderLock> FolderWriter::lock(Wait wait) const {
+    if (wait == Wait::yes) return lockForWriting(environment_, store_.root);
+    return tryLockForWriting(environment_, store_.root);
+}
+
+/// `folder convert` may have given the folder another format meanwhile.
+tapcore::Store FolderWriter::storeNow() const {
+    tapcore::Store store = store_;
+    store.format = options_.format ? *options_.format : tapcore::FolderConfig::read(store.root).format;
+    return store;
+}
+
+void FolderWriter::write(const tapcore::Day& day, const DayCounts& counts, Wait wait) {
+    requireStorable(day);
+    naming([&] {
+        requireFolder();
+        const auto locked = lock(wait);
+        if (!locked) throw Failure(store_.root.string(), "another program is writing in it");
+        storeNow().add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options_.board,
+                       options_.layout, day);
+    });
+    lastWritten_ = day;
+    oldestUnsummed_ = std::min(oldestUnsummed_.value_or(day), day);
+}
+
+void FolderWriter::refreshMonths(Wait wait) {
+    try {
+        naming([&] { tryRefreshing(wait); });
+    } catch (const std::exception& error) {
+        tell_(std::string("the months are not summed: ") + error.what());
+    }
+}
+
+void FolderWriter::tryRefreshing(Wait wait) {
+    const Environment current = atThisMoment(environment_);
+    const tapcore::Day now = today(options_.folder, current, tapcore::Calendar(current.zone));
+    if (summedUpTo_ == now && !(oldestUnsummed_ && *oldestUnsummed_ < now)) return;
+    const auto locked = lock(wait);
+    if (!locked) return;
+    summedUpTo_ = now;
+    oldestUnsummed_.reset();
+    storeNow().refreshRollups(now);
+}
+
+}  // namespace tappora

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "app/common/data_folder.h"
+#include "app/common/folder_lock.h"
+#include "app/common/program.h"
+#include "app/common/write_told.h"
+#include "app/recorder/day_book.h"
+#include "app/recorder/held_folder.h"
+#include "core/files/store.h"
+
+namespace tappora {
+
+/// How counts are written.
+struct WritingOptions {
+    FolderOptions folder;
+    std::optional<tapcore::FileFormat> format;  ///< the folder's own at each write, when there is none
+    std::optional<std::string> board;           ///< as the day files are to name it
+    std::optional<std::string> layout;
+};
+
+/// Writes what a recorder counted into the data folder, and brings the months up to date.
+class FolderWriter {
+  public:
+    /// What to do while another program writes in the folder.
+    enum class Wait { yes, no };
+
+    FolderWriter(tapcore::Store store, WritingOptions options, const Environment& environment, Tell tell);
+
+    /// Makes the folder of days and holds on to it as the one live recorder into it, for as long as this
+    /// lives. Nothing is written from then on while the folder is gone (unmounted, renamed, removed), nor
+    /// into another one in its place. One that holds the day last written is taken for the same: it was moved
+    /// back, or brought back from a copy. Throws when another recorder holds it or it cannot be written.
+    void hold();
+
+    /// Adds counts to a day's file. What it throws means that it did not.
+    void write(const tapcore::Day& day, const DayCounts& counts, Wait wait);
+
+    /// Takes the days that are over into their months, when there are new ones. What fails there is told, and
+    /// throws nothing: the counts are stored.
+    void refreshMonths(Wait wait);
+
+    const std::filesystem::path& root() const { return store_.root; }
+    /// Where the days are.
+    std::filesystem::path days() const;
+
+  private:
+    std::optional<FolderLock> lock(Wait wait) const;
+    void requireFolder();
+    void holdDays();
+    bool isOurs(const std::filesystem::path& folder) const;
+    tapcore::Store storeNow() const;
+    void tryRefreshing(Wait wait);
+
+    tapcore::Store store_;
+    WritingOptions options_;
+    Environment environment_;
+    Tell tell_;
+    HeldFolder base_;
+    HeldFolder heldDays_;
+    std::optional<FolderLock> recording_;
+    std::optional<tapcore::Day> lastWritten_;
+    std::optional<tapcore::Day> oldestUnsummed_;
+    std::optional<tapcore::Day> summedUpTo_;
+};
+
+/// Throws Failure for a day that no file can be named after: years have four digits.
+void requireStorable(const tapcore::Day& day);
+
+}  // namespace tappora

@@ -1,0 +1,111 @@
+#include "app/recorder/folder_writer.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+
+#include "core/files/folder_config.h"
+#include "tests/support/temporary_folder.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using Wait = FolderWriter::Wait;
+using tapcore::Day;
+
+const Day day(2026, 9, 20);
+
+/// A recorder's writer into a folder that things happen to.
+class Writer : public testing::Test {
+  protected:
+    tapcore::TemporaryFolder disk;
+    fs::path folder = disk / "data";
+    std::string told;
+    FolderWriter writer = anotherWriter();
+
+    FolderWriter anotherWriter() {
+        fs::create_directories(folder);
+        WritingOptions options;
+        options.folder = {.folder = folder.string(), .today = "2026-10-02"};
+        const auto nothing = [](const std::string&) { return std::nullopt; };
+        return {{folder, tapcore::FileFormat::org},
+                options,
+                {.variable = nothing, .now = {}, .zone = "UTC"},
+                [this](const std::string& text) { told += text; }};
+    }
+
+    /// "" when a press was stored, else why not.
+    std::string press(const Day& on = day) {
+        DayCounts counts;
+        counts.tally.add(tapcore::KeyCode{0}, 9, 1);
+        try {
+            writer.write(on, counts, Wait::no);
+            return "";
+        } catch (const Failure& failure) {
+            const std::string text = failure.what();
+            return text.starts_with(folder.string()) ? text.substr(folder.string().size()) : text;
+        }
+    }
+    std::int64_t stored() const {
+        return tapcore::Store(folder, tapcore::FileFormat::org).read(day).tally.total();
+    }
+};
+
+TEST_F(Writer, WritesIntoTheFolderThatItOpenedAlone) {
+    writer.hold();
+    EXPECT_EQ(press(), "");
+    fs::rename(folder, disk / "away");
+    EXPECT_EQ(press(), ": the folder is gone");
+    fs::create_directories(folder / "days");  // what a mount point shows when its disk is gone
+    EXPECT_EQ(press(), ": another folder has taken its place");
+    EXPECT_TRUE(fs::is_empty(folder / "days"));
+    fs::remove_all(folder);
+    fs::rename(disk / "away", folder);
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(stored(), 2);
+}
+
+TEST_F(Writer, GoesOnInACopyAndIsTheOneRecorderThere) {
+    writer.hold();
+    EXPECT_EQ(press(), "");
+    fs::copy(folder, disk / "copy", fs::copy_options::recursive);
+    fs::remove_all(folder);
+    fs::rename(disk / "copy", folder);
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(stored(), 2);
+    FolderWriter second = anotherWriter();
+    EXPECT_THAT([&] { second.hold(); },
+                testing::ThrowsMessage<Failure>(testing::EndsWith("another recorder is counting into it")));
+}
+
+TEST_F(Writer, WritesInTheFormatThatTheFolderHasNow) {
+    writer.hold();
+    EXPECT_EQ(press(), "");
+    tapcore::FolderConfig config;
+    config.format = tapcore::FileFormat::markdown;
+    config.write(folder).requireSafe();
+    EXPECT_EQ(press(), "");
+    EXPECT_TRUE(fs::exists(folder / "days/2026-09-20.md"));
+    EXPECT_FALSE(fs::exists(folder / "days/2026-09-20.org"));
+    EXPECT_EQ(stored(), 2);
+}
+
+TEST_F(Writer, TakesEachPastDayIntoItsMonthHoweverLateItIsStored) {
+    const tapcore::Store store(folder, tapcore::FileFormat::org);
+    for (const Day& on : {Day(2026, 9, 20), Day(2026, 9, 20), Day(2026, 10, 1)}) {
+        EXPECT_EQ(press(on), "");
+        writer.refreshMonths(Wait::no);
+        EXPECT_FALSE(store.isOutOfDate(on.monthName(), Day(2026, 10, 2)));
+    }
+    EXPECT_EQ(told, "");
+}
+
+TEST_F(Writer, StoresNoDayThatNoFileCanBeNamedAfter) {
+    EXPECT_EQ(press(Day(10000, 1, 1)), "10000-01-01: years have four digits in the names of files");
+    EXPECT_EQ(press(Day(9999, 12, 31)), "");
+}
+
+}  // namespace
+}  // namespace tappora
