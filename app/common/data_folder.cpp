@@ -56,9 +56,12 @@ const FolderOptions& checked(const FolderOptions& options) {
 }
 
 /// Locks the data folder, which is made when nobody named one and nothing was counted yet.
-FolderLock lockData(const FolderOptions& options, const Environment& environment, const Tell& tell) {
+FolderLock lockData(const FolderOptions& options, const Environment& environment, bool share,
+                    const Tell& tell) {
     const FolderChoice choice = chooseFolder(checked(options), environment);
     requireFolder(choice);
+    // Before the lock: the settings have one of their own, and may be in this very folder.
+    if (share || Store::isShared(choice.root)) (void)Machine::kept(environment, tell);
     complainOf(tapcore::makeFolders(choice.root), tell);
     FolderLock lock = lockForWriting(environment, choice.root);
     complainOfReach(lock, choice.root, tell);
@@ -119,7 +122,7 @@ Store openStore(const FolderOptions& options, const Environment& environment) {
 
 LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share,
                          const Tell& tell)
-    : lock(lockData(options, environment, tell)),
+    : lock(lockData(options, environment, share, tell)),
       store(openStore(options, environment).telling(complainOnce(tell))) {
     if (store.mac || (!share && !Store::isShared(store.root))) return;
     const Machine machine = Machine::kept(environment, tell);

@@ -181,7 +181,7 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
     const auto chosen = format ? std::optional(parseFormat("--to", *format)) : std::nullopt;
     LockedStore locked(options, environment);
     if (chosen) {
-        auto config = tapcore::FolderConfig::read(locked.store.root);
+        auto config = tapcore::FolderConfig::readToChange(locked.store.root);
         config.format = locked.store.format = *chosen;
         locked.store.settle(config.write(locked.store.root));
     }

@@ -93,11 +93,14 @@ Written mergeUnderNote(const fs::path& folder, std::string_view name, const fs::
     });
 }
 
+/// A note that cannot be read is one more copy that cannot: nobody knows which of the others count.
 void readNote(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
-    const FileRead note = readStoredFile(notePath(folder, name));
-    if (note.status != FileRead::Status::read) return;
+    const fs::path path = notePath(folder, name);
+    FileRead note = readStoredFile(path);
     const bool waits = isThere(mergedPath(folder, name));
-    markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
+    if (note.status == FileRead::Status::read)
+        markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
+    if (note.status == FileRead::Status::unreadable) copies.push_back({path, std::move(note), false});
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ struct FileCopy {
 /// A copy's file name: "2026-09-20.org".
 std::string copyName(std::string_view name, std::string_view extension);
 
-/// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included. Of
+/// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included; and
+/// last, when it cannot be read, the note that says which of them are merged. Of
 /// one that is only there as a placeholder of iCloud Drive, `fetch` is told, when it is given. With a listing
 /// of the folder, only what that lists is looked for.
 std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name,

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/files/folder_error.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
@@ -96,6 +97,12 @@ FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
     if (file.status == FileRead::Status::read) return parse(file.text, why);
     if (file.status == FileRead::Status::unreadable) say(why, file.error.message());
     return {};
+}
+
+FolderConfig FolderConfig::readToChange(const fs::path& root) {
+    const FileRead file = readStoredFile(url(root));
+    if (file.status == FileRead::Status::unreadable) refuse(url(root), file.error);
+    return parse(file.text);
 }
 
 Written FolderConfig::write(const fs::path& root) const { return writeFile(url(root), text()); }

@@ -44,6 +44,10 @@ struct FolderConfig {
     /// The settings of a folder; the defaults also when the file is missing or cannot be read.
     static FolderConfig read(const std::filesystem::path& root, std::string* why = nullptr);
 
+    /// The same, for changing them: throws filesystem_error with the path when the file cannot be read, since
+    /// what it holds would be lost.
+    static FolderConfig readToChange(const std::filesystem::path& root);
+
     /// Writes the file whole, and its folder when missing. Throws std::filesystem::filesystem_error with the
     /// path.
     Written write(const std::filesystem::path& root) const;

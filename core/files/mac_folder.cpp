@@ -23,6 +23,9 @@ constexpr std::size_t longestNameInBytes = 240;
 /// Stands in a machine's folder while another folder's files are taken over, and says which.
 constexpr std::string_view adoptingNote = ".adopting";
 
+/// A machine's new folder, before it has its mark and then its name.
+constexpr std::string_view newFolder = ".tappora.new";
+
 constexpr std::array<std::string_view, 3> machineFolders = {"days", "months", "practice"};
 constexpr std::array<std::string_view, 3> commonFolders = {".keys", "reports", "assistant"};
 
@@ -118,7 +121,8 @@ std::string sanitized(std::string_view name) {
 
 std::optional<std::string> find(const fs::path& root, std::string_view id) {
     for (const std::string& entry : namesIn(root))
-        if (const auto mark = readMark(root / entry); mark && mark->id == id) return entry;
+        if (const auto mark = readMark(root / entry); mark && mark->id == id && entry != newFolder)
+            return entry;
     return std::nullopt;
 }
 
@@ -130,7 +134,8 @@ std::string resolve(const fs::path& root, std::string_view id, std::string_view 
         return *known;
     }
     std::string own = freeName(root, cut(sanitized(name), longestName));
-    tellUnlessSafe(writeFile(root / own / marker, mark), told);
+    writeFile(root / newFolder / marker, mark).requireSafe();
+    tellUnlessSafe(renameFile(root / newFolder, root / own), told);
     return own;
 }
 

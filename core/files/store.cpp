@@ -159,7 +159,9 @@ void Store::change(const Day& day, LeftOut leftOut, const std::function<void(Day
                 [&](std::string_view text) { file.merge(DayFile(text, &lines.emplace_back())); });
     change(file);
     if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, lines, nullptr);
-    settle(replaceCopies(folder, day.description(), format, file.text(format, day), copies));
+    const Written written = replaceCopies(folder, day.description(), format, file.text(format, day), copies);
+    // What was to be forgotten may still be in what remains.
+    leftOut == LeftOut::dropped ? written.requireSafe() : settle(written);
 }
 
 Written Store::write(std::string_view text, const fs::path& url) { return writeFile(url, text); }

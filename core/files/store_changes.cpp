@@ -45,7 +45,9 @@ std::set<std::string> namesOf(const fs::path& folder, IsData isData) {
 
 /// Removes the data files of a folder, and nothing that is no data file.
 void clearFolder(const fs::path& folder, IsData isData) {
-    for (const std::string& name : namesOf(folder, isData)) removeCopies(folder, name);
+    const auto names = namesOf(folder, isData);
+    for (const std::string& name : names) removeCopies(folder, name);
+    if (!names.empty()) flushFolder(folder).requireSafe();
 }
 
 /// Removes the files of days, or of one, that were kept as they were for the lines that a rewrite left out.
@@ -107,6 +109,7 @@ void Store::clearDay(const Day& day) const {
     });
     removeCopies(own.root / daysFolder, day.description());
     removeKept(own.root / daysFolder, day.description());
+    if (isThere(own.root / daysFolder)) flushFolder(own.root / daysFolder).requireSafe();
 }
 
 bool Store::resetHeatmap(const Progress& progress) const {

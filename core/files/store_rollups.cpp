@@ -106,11 +106,11 @@ void removeRollup(const Store& own, std::string_view month) {
         removeFile(own.base() / monthsFolder / copyName(month, format.fileExtension()));
 }
 
-void writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
+Written writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
     const fs::path path = own.urlForMonth(month);
-    own.settle(Store::write(rollup.text(own.format, month), path).then([&] {
+    return Store::write(rollup.text(own.format, month), path).then([&] {
         own.removeOthers(monthsFolder, month, path);
-    }));
+    });
 }
 
 bool isReadable(const Store& own, const Day& day) {
@@ -144,7 +144,7 @@ bool rebuild(const Store& own, std::string_view month, const FilesByDay& files) 
     std::vector<Day> days;
     for (const auto& item : files) days.push_back(item.first);
     const auto rollup = sumOf(own, days);
-    if (rollup) writeRollup(own, month, *rollup);
+    if (rollup) own.settle(writeRollup(own, month, *rollup));
     return rollup.has_value();
 }
 
@@ -206,7 +206,7 @@ void Store::changeRollup(std::string_view month, const std::function<void(MonthR
         if (auto anew = sumOf(own, listed)) stored->rollup = std::move(*anew);
     change(stored->rollup);
     if (stored->rollup.days.empty()) removeRollup(own, month);
-    else writeRollup(own, month, stored->rollup);
+    else writeRollup(own, month, stored->rollup).requireSafe();  // or what was to be forgotten may remain
     removeFile(own.root / monthsFolder / copyName(month, "tsv"));
 }
 

@@ -63,6 +63,9 @@ TEST(MacFolder, IsFoundByItsIdAndElseTakesAFreeName) {
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-2", "Studio"), "Studio 2");
     std::filesystem::create_directory(root / "Studio 3");
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-3", "Studio"), "Studio 4");
+    root.put(".tappora.new/.keys-mac", MacFolder::Mark{"id-9", "Attic"}.text());  // a crash left it
+    EXPECT_EQ(MacFolder::resolve(root.path(), "id-9", "Attic"), "Attic");
+    EXPECT_FALSE(isThere(root / ".tappora.new"));
     EXPECT_EQ(MacFolder::resolve(root.path(), "id-1", "Renamed"), "Studio");
     EXPECT_EQ(MacFolder::readMark(root / "Studio")->name, "Renamed");
     std::filesystem::rename(root / "Studio 2", root / "Keller");

@@ -238,6 +238,17 @@ TEST_F(StoreTest, AnInterruptedMergeNeitherLosesNorDoublesTheDay) {
     EXPECT_EQ(alone.read(day).tally.total(), 51) << "a copy written since the interruption counts";
 }
 
+TEST_F(StoreTest, NothingIsAddedBesideAMergeWhoseNoteCannotBeRead) {
+    folder.put("days/2026-09-20.org", dayText(0, 11));
+    folder.put("days/2026-09-20.md", dayText(0, 10, FileFormat::markdown));
+    const std::filesystem::path note = folder / "days/.2026-09-20.merging";
+    std::filesystem::create_directory(note);
+    EXPECT_THROW(alone.add(pressed(0, 1), 0, 0, {}, {}, day), std::filesystem::filesystem_error);
+    FileProblems problems;
+    (void)alone.read(day, &problems);
+    EXPECT_EQ(problems, (FileProblems{{note, 0, "Is a directory"}}));
+}
+
 TEST_F(StoreTest, WhatIsStoredIsTidiedUpByTheNextWriterAndToldOfOnce) {
     const std::filesystem::path inTheWay = folder / "days/.2026-09-20.merging";
     std::filesystem::create_directories(inTheWay);
