@@ -34,13 +34,7 @@ wire::Headers keyHeaders(const ProviderAccess& access, const std::string& model)
 }
 
 /// A body that need not be JSON, and then says nothing.
-json parsed(const std::string& body) {
-    try {
-        return tapcore::JsonValue::parse(body);
-    } catch (const tapcore::JsonError&) {
-        return json();
-    }
-}
+json parsed(const std::string& body) { return tapcore::JsonValue::tryParse(body).value_or(json()); }
 
 /// A key as a file or the environment holds it. Whatever could end a header line is refused.
 std::string soundKey(std::string_view what, std::string_view text) {

@@ -21,8 +21,8 @@ json exchange(Dialogue& dialogue, const Send& send) {
     try {
         return send(dialogue.request());
     } catch (const Refused& refused) {
-        const json body = json::parse(refused.body, nullptr, false);
-        if (body.is_discarded() || !dialogue.adapt(body)) throw;
+        const auto body = tapcore::JsonValue::tryParse(refused.body);
+        if (!body || !dialogue.adapt(*body)) throw;
     }
     return send(dialogue.request());
 }

@@ -22,6 +22,7 @@ using tapcore::Layout;
 
 constexpr const char* usualBoard = "full-size-ansi";
 constexpr const char* usualLayout = "qwerty";
+constexpr tapcore::KeyCode leftOfOneOnIso = 10;
 
 bool isPath(std::string_view name) {
     return name.find('/') != std::string_view::npos || name.ends_with(".json");
@@ -134,14 +135,22 @@ Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
     return board("board", counted && isOurs(*counted) ? *counted : usualBoard);
 }
 
+std::optional<Layout> Keyboards::systemLayout(const KeyboardOptions& options) const {
+    const auto keyboard = systemKeyboard(systemSources(environment_));
+    if (!keyboard) return std::nullopt;
+    // Apple's ISO boards, and the bundled ones of that kind, count the key left of "1" as 10; others as 50.
+    const bool isIso = chosenBoard(options).key(leftOfOneOnIso) != nullptr;
+    return tappora::systemLayout(*keyboard, isIso ? IsoKeys::present : IsoKeys::absent,
+                                 Catalog::read({}, resources_ / "Layouts"));
+}
+
 LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
     const auto set = settings_.text("keyboard.layout");
     if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
     if (!options.layout && !set && config_.layout != "auto" && findLayout(config_.layout))
         return layout("layout", config_.layout);
-    const auto system = systemLayoutID(environment_);
-    if (system && findLayout(*system)) return layout("layout", *system);
+    if (auto system = systemLayout(options)) return withBases(std::move(*system));
     const auto counted = lastDay().layout;
     return layout("layout", counted && findLayout(*counted) ? *counted : usualLayout);
 }

@@ -51,12 +51,13 @@ class Keyboards {
     tapcore::Board chosenBoard(const KeyboardOptions& options) const;
 
     /// The layout that the options name, else the settings ("keyboard.layout"), else those of the data
-    /// folder. "auto", and nothing, stand for the system's own, else that of the last day counted, else
-    /// QWERTY.
+    /// folder. "auto", and nothing, stand for the system's own, a bundled one or one made of what the system
+    /// types (see `systemLayout`), else for that of the last day counted, else QWERTY.
     LegendSet chosenLayout(const KeyboardOptions& options) const;
 
   private:
     std::optional<tapcore::Layout> findLayout(const std::string& id) const;
+    std::optional<tapcore::Layout> systemLayout(const KeyboardOptions& options) const;
     LegendSet withBases(tapcore::Layout layout) const;
     tapcore::DayFile lastDay() const;
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/foundation/calendar.h"
+#include "core/foundation/characters.h"
 
 namespace tappora {
 
@@ -36,13 +37,13 @@ std::string version();
 class Failure : public std::runtime_error {
   public:
     Failure(std::string_view what, std::string_view why)
-        : std::runtime_error(std::string(what) + ": " + std::string(why)) {}
+        : std::runtime_error(tapcore::withVisibleNuls(std::string(what).append(": ").append(why))) {}
 };
 
 /// A command line that cannot be meant. Ends the program with status 2.
 class UsageError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit UsageError(std::string_view why) : std::runtime_error(tapcore::withVisibleNuls(why)) {}
 };
 
 /// Prints a text as it stands on standard output.

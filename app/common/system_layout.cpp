@@ -1,66 +1,37 @@
 #include "app/common/system_layout.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <set>
 #include <string_view>
+#include <utility>
 
+#include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
-#include "core/keyboard/input_source_layout.h"
 
 namespace tappora {
 namespace {
 
-/// XKB's names of a layout, and what has the same legends.
-struct Counterpart {
-    std::string_view layout;
-    std::string_view variants;  ///< separated by spaces; "-" is the layout without one
-    std::string_view name;
-};
+using tapcore::Layout;
 
-constexpr Counterpart inputSources[] = {
-    {"us", "- alt-intl altgr-intl euro haw hbs intl mac olpc2", "com.apple.keylayout.US"},
-    {"us", "dvorak dvorak-alt-intl dvorak-classic dvorak-intl dvorak-mac dvp", "com.apple.keylayout.Dvorak"},
-    {"us", "dvorak-l", "com.apple.keylayout.Dvorak-Left"},
-    {"us", "dvorak-r", "com.apple.keylayout.Dvorak-Right"},
-    {"us", "colemak", "com.apple.keylayout.Colemak"},
-    {"us", "colemak_dh colemak_dh_iso colemak_dh_wide colemak_dh_wide_iso", "com.apple.keylayout.Colemak-DH"},
-    {"us", "colemak_dh_ortho", "com.apple.keylayout.Colemak-DH-Ortho"},
-    {"us", "workman workman-intl", "com.apple.keylayout.Workman"},
-    {"gb", "- extd intl mac mac_intl", "com.apple.keylayout.British"},
-    {"gb", "dvorak dvorakukp", "com.apple.keylayout.Dvorak"},
-    {"gb", "colemak", "com.apple.keylayout.Colemak"},
-    {"gb", "colemak_dh", "com.apple.keylayout.Colemak-DH"},
-    {"de", "- T3 deadacute deadgraveacute deadtilde e1 e2 mac mac_nodeadkeys nodeadkeys",
-     "com.apple.keylayout.German"},
-    {"at", "- mac nodeadkeys", "com.apple.keylayout.German"},
-    {"fr", "- azerty latin9 latin9_nodeadkeys mac nodeadkeys oss oss_latin9 oss_nodeadkeys",
-     "com.apple.keylayout.French"},
-    {"es", "- ast cat deadtilde mac nodeadkeys winkeys", "com.apple.keylayout.Spanish-ISO"},
-    {"ru", "- dos legacy os_legacy os_winkeys typewriter typewriter-legacy winkeys",
-     "com.apple.keylayout.RussianWin"},
-    {"ru", "mac", "com.apple.keylayout.Russian"},
-    {"ua", "- legacy macOS typewriter winkeys", "com.apple.keylayout.Ukrainian-PC"},
-};
+constexpr const char* madeID = "system";
+constexpr std::string_view first = "qwerty";  ///< of bundled layouts that are equally near
 
-/// Layouts that macOS has no input source for.
-constexpr Counterpart ownLayouts[] = {
-    {"fr", "bepo bepo_afnor bepo_latin9", "bepo"},
-    {"de", "neo", "neo2"},
-};
-
-bool hasWord(std::string_view words, std::string_view word) {
-    const auto surrounded = " " + std::string(words) + " ";
-    return surrounded.find(" " + std::string(word) + " ") != std::string::npos;
+/// Whether a key prints the same: the same characters, or a name ("mod 3") where the system types none.
+bool agrees(tapcore::KeyCode code, const tapcore::Legends& legends, const tapcore::Legends& system) {
+    const auto ours = legends.find(code);
+    const auto theirs = system.find(code);
+    if (ours == legends.end() || ours->second.empty()) return theirs == system.end();
+    if (theirs == system.end()) return !tapcore::isSingleCharacter(ours->second[0]);
+    return ours->second == theirs->second;
 }
 
-template <std::size_t count>
-std::optional<std::string> find(const Counterpart (&counterparts)[count], const XkbLayout& keyboard) {
-    const std::string_view variant = keyboard.variant.empty() ? "-" : std::string_view(keyboard.variant);
-    for (const Counterpart& known : counterparts)
-        if (known.layout == keyboard.layout && hasWord(known.variants, variant))
-            return std::string(known.name);
-    return std::nullopt;
+std::size_t agreeing(const tapcore::Legends& legends, const tapcore::Legends& system,
+                     const std::set<tapcore::KeyCode>& codes) {
+    return static_cast<std::size_t>(std::count_if(
+        codes.begin(), codes.end(), [&](tapcore::KeyCode code) { return agrees(code, legends, system); }));
 }
 
 std::string outputOf(const std::string& command) {
@@ -121,18 +92,24 @@ std::optional<XkbLayout> systemKeyboard(const SystemSources& sources) {
     return hasX && hasWayland ? askX() : std::nullopt;
 }
 
-std::optional<std::string> inputSource(const XkbLayout& keyboard) { return find(inputSources, keyboard); }
-
-std::optional<std::string> layoutID(const XkbLayout& keyboard) {
-    if (auto own = find(ownLayouts, keyboard)) return own;
-    const auto source = inputSource(keyboard);
-    const auto id = source ? tapcore::InputSourceLayout::layoutID(*source) : std::nullopt;
-    return id ? std::optional(std::string(*id)) : std::nullopt;
-}
-
-std::optional<std::string> systemLayoutID(const Environment& environment) {
-    const auto keyboard = systemKeyboard(systemSources(environment));
-    return keyboard ? layoutID(*keyboard) : std::nullopt;
+std::optional<Layout> systemLayout(const XkbLayout& keyboard, IsoKeys isoKeys,
+                                   const tapcore::Catalog& bundled) {
+    auto keymap = compiledKeymap(keyboard, isoKeys);
+    if (!keymap) return std::nullopt;
+    const auto codes = typingCodes(isoKeys);
+    const Layout* nearest = nullptr;
+    std::size_t most = 0;
+    for (const Layout& layout : bundled.layouts) {
+        const std::size_t same = agreeing(bundled.legends(layout.id), keymap->legends, codes);
+        if (same == codes.size()) return layout;
+        if (nearest && (same < most || (same == most && layout.id != first))) continue;
+        nearest = &layout;
+        most = same;
+    }
+    return Layout{.id = madeID,
+                  .name = "System: " + keymap->name,
+                  .base = nearest ? std::optional(nearest->id) : std::nullopt,
+                  .legends = std::move(keymap->legends)};
 }
 
 }  // namespace tappora

@@ -4,8 +4,10 @@
 #include <optional>
 #include <string>
 
+#include "app/common/compiled_keymap.h"
 #include "app/common/program.h"
 #include "app/common/xkb_setting.h"
+#include "core/keyboard/catalog.h"
 
 namespace tappora {
 
@@ -25,11 +27,10 @@ SystemSources systemSources(const Environment& environment);
 /// Under Wayland, where the X server is a guest that may know better or not, it is asked last.
 std::optional<XkbLayout> systemKeyboard(const SystemSources& sources);
 
-/// The macOS input source that has the same legends ("com.apple.keylayout.German" for "de"), or nothing.
-std::optional<std::string> inputSource(const XkbLayout& keyboard);
-
-/// The id of our layout that "auto" stands for, or nothing when the system's is none of ours.
-std::optional<std::string> layoutID(const XkbLayout& keyboard);
-std::optional<std::string> systemLayoutID(const Environment& environment);
+/// The layout that "auto" stands for: the bundled one that prints the same on all 47 typing keys as the
+/// system types on them; else one made of what the system types, with the id "system", on the bundled one
+/// that has most keys in common with it. Nothing when the system's data has no such layout.
+std::optional<tapcore::Layout> systemLayout(const XkbLayout& keyboard, IsoKeys isoKeys,
+                                            const tapcore::Catalog& bundled);
 
 }  // namespace tappora

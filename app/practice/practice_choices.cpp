@@ -73,11 +73,14 @@ void checkSums(const LetterModel& model, const fs::path& path) {
             throw Failure(path.string(), "transitions." + context + ": the sum does not fit into 64 bits");
 }
 
-PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store) {
+/// Of all layouts that are known, and of the one in force, which may be none of them.
+PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store,
+                                           const LegendSet& inForce) {
     const auto catalog =
         tapcore::Catalog::read({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
     PracticeLayout::LegendsByLayout legends;
     for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
+    legends[inForce.id] = inForce.legends;
     return legends;
 }
 
@@ -90,7 +93,7 @@ LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
     PracticeLayout::Settings set;
     if (const auto layout = settings.text(layoutKey(model.language))) set[model.language] = *layout;
     if (set.empty() && PracticeLayout::types(model.order, own.legends)) return own;
-    const auto legends = allLegends(environment, store);
+    const auto legends = allLegends(environment, store, own);
     const std::string picked = PracticeLayout::pick(model.language, model.order, own.id, set, legends);
     return picked == own.id ? own : keyboards.layout(layoutKey(model.language), picked);
 }
@@ -219,7 +222,7 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
                        .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
     std::vector<std::string> fitting;
     if (!PracticeLayout::types(model->order, layout.legends))
-        fitting = PracticeLayout::fitting(model->order, allLegends(environment, store));
+        fitting = PracticeLayout::fitting(model->order, allLegends(environment, store, layout));
     return {std::move(setup), std::move(layout.legends), std::move(fitting)};
 }
 

@@ -31,6 +31,7 @@ struct Asked {
     std::vector<std::string> files;
     std::string file;
     std::string output;
+    std::optional<std::string> keymap;
     tapcore::BoardImportOptions import;
 };
 
@@ -108,15 +109,26 @@ void check(const Asked& asked, const Environment& environment) {
     if (!asked.json) print("No problems.\n");
 }
 
+tapcore::Keymap keymapIn(const std::string& file) try {
+    return tapcore::readKeymap(Catalog::readText(file));
+} catch (const Catalog::FileError& error) {
+    throw Failure(file, error.underlying);
+} catch (const tapcore::KeymapError& error) {
+    throw Failure(file, error.what());
+}
+
 tapcore::BoardImport imported(const Asked& asked, const Catalog& catalog) {
     tapcore::BoardImportOptions options = asked.import;
     options.file = fs::path(asked.file).filename().string();
+    if (asked.keymap) options.keymap = keymapIn(*asked.keymap);
     try {
         return tapcore::importBoard(Catalog::readText(asked.file), catalog.boards, options);
     } catch (const Catalog::FileError& error) {
         throw Failure(asked.file, error.underlying);
     } catch (const tapcore::JsonError& error) {
         throw Failure(asked.file, error.what());
+    } catch (const tapcore::KeymapError& error) {
+        throw Failure(*asked.keymap, error.what());
     }
 }
 
@@ -125,16 +137,39 @@ void printList(std::string_view title, const std::vector<std::string>& sentences
     for (const std::string& sentence : sentences) print("  " + harmlessLine(sentence) + "\n");
 }
 
+/// What to do about codes that are guessed or missing.
+std::string advice(const tapcore::BoardImport& imported, const std::string& output) {
+    if (imported.takesKeymap)
+        return "\nFor certain key codes, give the keymap with --keymap FILE: QMK's keymap.json or keymap.c, "
+               "or the one "
+               "that VIA or Vial saved.\n";
+    return fmt::format("\nCorrect or add key codes in {}.\n", output);
+}
+
+void tellOf(const tapcore::BoardImport& imported, const Asked& asked, const Catalog& catalog) {
+    const Board& board = imported.board;
+    print(harmless(fmt::format("{}: {} keys, {} of them with a key code, as board {}\n", asked.output,
+                               board.keys.size(), board.keyCodes().size(), board.id)));
+    if (catalog.board(board.id))
+        print(fmt::format(
+            "A board of the program has the id {}: name yours by its file, or choose another with --id.\n",
+            board.id));
+    printList("Left out of it", imported.dropped);
+    printList("Guessed key codes", imported.guessed);
+    printList("Keys without a key code", imported.withoutCode);
+    if (!imported.guessed.empty() || !imported.withoutCode.empty())
+        print(harmless(advice(imported, asked.output)));
+}
+
 void import(const Asked& asked, const Environment& environment) {
-    const auto [board, dropped, withoutCode] = imported(asked, bundled(environment));
-    complainOf(tapcore::writeFile(asked.output, board.text()));
-    if (asked.json)
-        return print(tapcore::jsonText(
-            {{"board", board.encoded()}, {"dropped", dropped}, {"withoutCode", withoutCode}}));
-    print(fmt::format("{}: {} keys, {} of them with a key code, as board {}\n", asked.output,
-                      board.keys.size(), board.keyCodes().size(), board.id));
-    printList("Left out of it", dropped);
-    printList("Keys without a key code", withoutCode);
+    const Catalog catalog = bundled(environment);
+    const tapcore::BoardImport result = imported(asked, catalog);
+    complainOf(tapcore::writeFile(asked.output, result.board.text()));
+    if (!asked.json) return tellOf(result, asked, catalog);
+    print(tapcore::jsonText({{"board", result.board.encoded()},
+                             {"dropped", result.dropped},
+                             {"guessed", result.guessed},
+                             {"withoutCode", result.withoutCode}}));
 }
 
 void addImportOptions(CommandSyntax importing, Asked& asked) {
@@ -145,6 +180,10 @@ void addImportOptions(CommandSyntax importing, Asked& asked) {
     importing.option("-o,--output", asked.output, "Where the board is written").required().type("FILE");
     importing.option("--layout", asked.import.layout, "Which layout of a QMK file that has several")
         .type("NAME");
+    importing
+        .option("--keymap", asked.keymap,
+                "What the keys send: QMK's keymap.json or keymap.c, or what VIA or Vial saved")
+        .type("FILE");
     importing.option("--id", asked.import.id, "The board's id; made of its name when not given").type("ID");
     importing.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
     importing.option("--maker", asked.import.maker, "Its maker; the file's own when not given").type("NAME");

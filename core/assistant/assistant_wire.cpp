@@ -105,9 +105,8 @@ std::optional<json> argumentsObject(const json& arguments) {
     if (!arguments.is_string()) return std::nullopt;
     const auto& text = arguments.get_ref<const std::string&>();
     if (text.empty()) return json::object();
-    json parsed = json::parse(text, nullptr, false);
-    if (!parsed.is_object()) return std::nullopt;
-    return parsed;
+    const auto parsed = JsonValue::tryParse(text);
+    return parsed && parsed->is_object() ? parsed : std::nullopt;
 }
 
 std::map<std::string, std::string> arguments(const json& arguments) {

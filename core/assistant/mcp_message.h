@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/foundation/characters.h"
+
 namespace tapcore::mcp {
 
 /// The revisions of the Model Context Protocol that are served, oldest first. All but the last open with a
@@ -16,7 +18,7 @@ enum class Revision { r2024_11_05, r2025_03_26, r2025_06_18, r2025_11_25, r2026_
 class Error : public std::runtime_error {
   public:
     Error(int ofCode, const std::string& message, nlohmann::json withData = nullptr)
-        : std::runtime_error(message), code(ofCode), data(std::move(withData)) {}
+        : std::runtime_error(withVisibleNuls(message)), code(ofCode), data(std::move(withData)) {}
 
     int code;
     nlohmann::json data;  ///< null for none

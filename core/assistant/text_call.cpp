@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/json_fields.h"
 
 namespace tapcore {
 namespace {
@@ -36,7 +37,7 @@ std::string_view unwrapped(std::string_view text) {
 }  // namespace
 
 std::optional<TextCall> textCall(std::string_view text) {
-    json call = json::parse(unwrapped(trimmedWhiteSpace(text)), nullptr, false);
+    json call = JsonValue::tryParse(unwrapped(trimmedWhiteSpace(text))).value_or(json());
     if (call.is_array() && call.size() == 1) call = json(call[0]);
     if (!call.is_object() || !call.contains("name") || !call["name"].is_string()) return std::nullopt;
     for (const char* name : {"arguments", "parameters"})

@@ -48,8 +48,8 @@ std::string utf8(char32_t scalar);
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 
-/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" come to the same. Line
-/// breaks stay where they are.
+/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" come to the same.
+/// Line breaks stay where they are.
 std::string caseFolded(std::string_view text);
 
 /// `text` without white space (Unicode's) at its ends.
@@ -74,5 +74,9 @@ std::size_t firstInvalidUtf8(std::string_view text);
 
 /// `text` with every byte sequence that is not UTF-8 replaced by U+FFFD.
 std::string repairedUtf8(std::string_view text);
+
+/// `text` with U+2400, the sign for it, in place of each NUL: a message that holds one ends there for whoever
+/// asks an exception what it says.
+std::string withVisibleNuls(std::string_view text);
 
 }  // namespace tapcore

@@ -38,14 +38,24 @@ std::size_t tooDeep(std::string_view text) {
     return std::string_view::npos;
 }
 
-void refuseDepth(std::string_view text) {
-    const std::size_t at = tooDeep(text);
-    if (at == std::string_view::npos) return;
+/// "line 3, column 7"
+std::string placeOf(std::size_t at, std::string_view text) {
     const std::string_view before = text.substr(0, at);
     const auto line = std::count(before.begin(), before.end(), '\n') + 1;
     const auto column = before.size() - (before.rfind('\n') + 1) + 1;  // npos + 1 is 0
-    throw JsonError("nested more than " + std::to_string(deepest) + " deep at line " + std::to_string(line) +
-                    ", column " + std::to_string(column));
+    return "line " + std::to_string(line) + ", column " + std::to_string(column);
+}
+
+void refuseDepth(std::string_view text) {
+    const std::size_t at = tooDeep(text);
+    if (at == std::string_view::npos) return;
+    throw JsonError("nested more than " + std::to_string(deepest) + " deep at " + placeOf(at, text));
+}
+
+/// The parser takes a NUL for the end, whatever follows it.
+void refuseNul(std::string_view text) {
+    const std::size_t at = text.find('\0');
+    if (at != std::string_view::npos) throw JsonError("a NUL at " + placeOf(at, text));
 }
 
 /// "[json.exception.parse_error.101] parse error at line 1, column 4: …" without its number.
@@ -88,9 +98,19 @@ void appendText(std::string& text, const json& value, int level) {
 json JsonValue::parse(std::string_view text) {
     refuseDepth(text);
     try {
-        return json::parse(text.begin(), text.end());
+        json document = json::parse(text.begin(), text.end());
+        refuseNul(text);
+        return document;
     } catch (const json::exception& error) {
         throw JsonError(explained(error));
+    }
+}
+
+std::optional<json> JsonValue::tryParse(std::string_view text) {
+    try {
+        return parse(text);
+    } catch (const JsonError&) {
+        return std::nullopt;
     }
 }
 

@@ -11,12 +11,14 @@
 #include <utility>
 #include <vector>
 
+#include "core/foundation/characters.h"
+
 namespace tapcore {
 
 /// JSON that is not what was wanted. `what()` says where and why: "keys[3].w: not a number".
 class JsonError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit JsonError(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
 };
 
 /// A value of a JSON document together with its place in it, read with exact types: a boolean is no
@@ -30,6 +32,8 @@ class JsonValue {
     /// Parses a text; throws JsonError saying line and column. What stands more than 500 arrays and objects
     /// deep is refused, so that whatever walks a document may recurse.
     static nlohmann::json parse(std::string_view text);
+    /// The same, or nothing for what is not JSON.
+    static std::optional<nlohmann::json> tryParse(std::string_view text);
 
     std::string string() const;
     double number() const;

@@ -20,11 +20,11 @@ void sortByName(std::vector<Item>& items) {
                      [](const Item& a, const Item& b) { return a.name < b.name; });
 }
 
-template <class Item>
-Item readItem(const fs::path& path) {
+template <class Item, class... How>
+Item readItem(const fs::path& path, How... how) {
     const FatalContext context("reading", path.native());
     try {
-        return Item::parse(Catalog::readText(path));
+        return Item::parse(Catalog::readText(path), how...);
     } catch (const JsonError& error) {
         throw Catalog::FileError(path.filename().string(), error.what());
     }
@@ -74,7 +74,7 @@ std::string Catalog::readText(const fs::path& path) {
 }
 
 Board Catalog::readBoard(const fs::path& file) { return readItem<Board>(file); }
-Layout Catalog::readLayout(const fs::path& file) { return readItem<Layout>(file); }
+Layout Catalog::readLayout(const fs::path& file) { return readItem<Layout>(file, Layout::Repeats::refused); }
 
 Catalog Catalog::adding(std::vector<Layout> added) const {
     std::unordered_set<std::string_view> replaced;

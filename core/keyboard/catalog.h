@@ -18,7 +18,7 @@ struct Catalog {
     class FileError : public std::runtime_error {
       public:
         FileError(std::string fileName, std::string why)
-            : std::runtime_error(fileName + ": " + why),
+            : std::runtime_error(withVisibleNuls(fileName + ": " + why)),
               file(std::move(fileName)),
               underlying(std::move(why)) {}
 
@@ -44,7 +44,7 @@ struct Catalog {
     /// FileError.
     static std::string readText(const std::filesystem::path& file);
 
-    /// One file. Throws FileError.
+    /// One file, of the user's or of the program's. Throws FileError.
     static Board readBoard(const std::filesystem::path& file);
     static Layout readLayout(const std::filesystem::path& file);
 

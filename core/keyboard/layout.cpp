@@ -22,29 +22,31 @@ std::vector<std::string> strings(const JsonValue& json) {
     return result;
 }
 
-Legends legendsOf(const JsonValue& json) {
+Legends legendsOf(const JsonValue& json, Layout::Repeats repeats) {
     Legends legends;
     json.forEachMember([&](const std::string& name, const JsonValue& value) {
         const std::uint16_t code = keyCodeNamed(name);
-        if (!legends.emplace(code, strings(value)).second)
-            fatal("Duplicate values for key: '" + std::to_string(code) + "'");
+        if (legends.emplace(code, strings(value)).second) return;
+        const std::string message = "Duplicate values for key: '" + std::to_string(code) + "'";
+        if (repeats == Layout::Repeats::fatal) fatal(message);
+        json.fail(message);
     });
     return legends;
 }
 
 }  // namespace
 
-Layout Layout::parse(std::string_view text) {
+Layout Layout::parse(std::string_view text, Repeats repeats) {
     const nlohmann::json document = JsonValue::parse(text);
-    return decode(JsonValue(document));
+    return decode(JsonValue(document), repeats);
 }
 
-Layout Layout::decode(const JsonValue& json) {
+Layout Layout::decode(const JsonValue& json, Repeats repeats) {
     return {.id = json.member("id").string(),
             .name = json.member("name").string(),
             .base = json.optionalMember("base", &JsonValue::string),
             .notes = json.optionalMember("notes", &JsonValue::string),
-            .legends = legendsOf(json.member("legends"))};
+            .legends = legendsOf(json.member("legends"), repeats)};
 }
 
 nlohmann::json Layout::encoded() const {

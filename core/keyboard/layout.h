@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/counting/legends.h"
+#include "core/foundation/characters.h"
 
 namespace tapcore {
 
@@ -21,11 +22,14 @@ struct Layout {
     std::optional<std::string> notes = {};
     Legends legends = {};  ///< its own alone; with those of its bases, ask the catalog
 
+    /// What two spellings of one key code ("7" and "07") are: of a file that comes with the program a broken
+    /// promise, which ends it; of a user's file a fault like any other.
+    enum class Repeats { fatal, refused };
+
     /// The layout of a JSON document, whose members are the fields by name, and those of "legends" the key
-    /// codes in decimal. Throws JsonError saying where it is not one. Two spellings of one key code ("7" and
-    /// "07") are fatal.
-    static Layout parse(std::string_view text);
-    static Layout decode(const JsonValue& json);
+    /// codes in decimal. Throws JsonError saying where it is not one.
+    static Layout parse(std::string_view text, Repeats repeats = Repeats::fatal);
+    static Layout decode(const JsonValue& json, Repeats repeats = Repeats::fatal);
     nlohmann::json encoded() const;
     /// As its file holds it, a key code to a line.
     std::string text() const;
@@ -36,7 +40,7 @@ struct Layout {
 /// A layout that cannot be kept as the user's own. `what()` says why.
 class LayoutProblem : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit LayoutProblem(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
 };
 
 }  // namespace tapcore

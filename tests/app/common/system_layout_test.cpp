@@ -76,36 +76,51 @@ TEST(SystemLayout, IsFoundWhereEachSystemKeepsIt) {
     for (const auto& [keyboard, texts] : cases) EXPECT_EQ(found(texts), keyboard);
 }
 
-TEST(SystemLayout, HasTheLayoutWithTheSameLegends) {
+TEST(SystemLayout, IsABundledOneOnlyWhereAllTypingKeysAgree) {
+    const auto bundled = tapcore::Catalog::bundled(RESOURCES);
     const struct {
         XkbLayout keyboard;
-        std::string inputSource, layoutID;
+        IsoKeys isoKeys;
+        std::string layout;  ///< its id, or "system" with the id of its base
+        tapcore::Legends legends = {};
     } cases[] = {
-        {{"us"}, "com.apple.keylayout.US", "qwerty"},
-        {{"us", "intl"}, "com.apple.keylayout.US", "qwerty"},
-        {{"us", "dvorak-intl"}, "com.apple.keylayout.Dvorak", "dvorak"},
-        {{"us", "dvorak-l"}, "com.apple.keylayout.Dvorak-Left", "none"},
-        {{"us", "colemak_dh"}, "com.apple.keylayout.Colemak-DH", "colemak-dh"},
-        {{"us", "colemak_dh_ortho"}, "com.apple.keylayout.Colemak-DH-Ortho", "colemak-dh-matrix"},
-        {{"us", "workman"}, "com.apple.keylayout.Workman", "workman"},
-        {{"us", "symbolic"}, "none", "none"},
-        {{"gb"}, "com.apple.keylayout.British", "none"},
-        {{"de", "nodeadkeys"}, "com.apple.keylayout.German", "qwertz"},
-        {{"de", "neo"}, "none", "neo2"},
-        {{"de", "us"}, "none", "none"},
-        {{"at"}, "com.apple.keylayout.German", "qwertz"},
-        {{"fr", "oss"}, "com.apple.keylayout.French", "azerty"},
-        {{"fr", "bepo_afnor"}, "none", "bepo"},
-        {{"es"}, "com.apple.keylayout.Spanish-ISO", "spanish"},
-        {{"ru"}, "com.apple.keylayout.RussianWin", "russian"},
-        {{"ru", "phonetic"}, "none", "none"},
-        {{"ua", "macOS"}, "com.apple.keylayout.Ukrainian-PC", "ukrainian"},
-        {{"jp"}, "none", "none"},
+        {{"us"}, IsoKeys::absent, "qwerty"},
+        {{"us", "mac"}, IsoKeys::absent, "qwerty"},
+        {{"us"}, IsoKeys::present, "system qwerty", {{10, {"`", "~"}}, {50, {"<", ">"}}}},
+        {{"us", "intl"}, IsoKeys::absent, "system qwerty", {{39, {"´", "¨"}}, {50, {"`", "~"}}}},
+        {{"us", "dvorak"}, IsoKeys::absent, "dvorak"},
+        {{"us", "dvp"}, IsoKeys::absent, "system dvorak", {{18, {"&", "%"}}, {19, {"[", "7"}}}},
+        {{"us", "dvorak-classic"}, IsoKeys::absent, "system dvorak", {{18, {"[", "{"}}}},
+        {{"us", "colemak_dh"}, IsoKeys::absent, "colemak-dh"},
+        {{"us", "workman"}, IsoKeys::absent, "workman"},
+        {{"gb"}, IsoKeys::absent, "system qwerty", {{20, {"3", "£"}}, {42, {"#", "~"}}, {10, {"\\", "|"}}}},
+        {{"gb", "dvorakukp"}, IsoKeys::absent, "system dvorak", {{20, {"3", "£"}}}},
+        {{"de"}, IsoKeys::present, "qwertz"},
+        {{"de", "nodeadkeys"}, IsoKeys::present, "qwertz"},
+        {{"at"}, IsoKeys::present, "qwertz"},
+        {{"de"}, IsoKeys::absent, "system qwertz", {{50, {"^", "°"}}, {10, {"<", ">"}}}},
+        {{"de", "neo"}, IsoKeys::present, "neo2"},
+        {{"fr"}, IsoKeys::present, "system azerty", {{12, {"a", "A"}}, {27, {")", "°"}}, {44, {"!", "§"}}}},
+        {{"fr", "bepo"}, IsoKeys::present, "bepo"},
+        {{"es"}, IsoKeys::present, "spanish"},
+        {{"ru"}, IsoKeys::absent, "system russian", {{44, {".", ","}}, {50, {"ё", "Ё"}}}},
+        {{"ru", "typewriter"}, IsoKeys::absent, "system russian", {{18, {"№", "1"}}}},
+        {{"ua", "macOS"}, IsoKeys::absent, "system ukrainian", {{1, {"и", "И"}}, {11, {"і", "І"}}}},
+        {{"jp"}, IsoKeys::present, "system qwerty", {{24, {"^", "~"}}, {93, {"\\", "|"}}}},
     };
-    for (const auto& [keyboard, source, id] : cases) {
-        EXPECT_EQ(inputSource(keyboard).value_or("none"), source) << keyboard.layout << keyboard.variant;
-        EXPECT_EQ(layoutID(keyboard).value_or("none"), id) << keyboard.layout << keyboard.variant;
+    for (const auto& [keyboard, isoKeys, expected, legends] : cases) {
+        const auto layout = systemLayout(keyboard, isoKeys, bundled);
+        const std::string name = keyboard.layout + "(" + keyboard.variant + ")";
+        ASSERT_TRUE(layout) << name;
+        EXPECT_EQ(layout->id == "system" ? "system " + layout->base.value_or("") : layout->id, expected)
+            << name;
+        for (const auto& [code, legend] : legends)
+            EXPECT_EQ(layout->legends.at(code), legend) << name << code;
     }
+    EXPECT_EQ(systemLayout({"us", "intl"}, IsoKeys::absent, bundled)->name,
+              "System: English (US, intl., with dead keys)");
+    for (const char* unknown : {"none", "zz", "../us"})
+        EXPECT_EQ(systemLayout({unknown}, IsoKeys::absent, bundled), std::nullopt) << unknown;
 }
 
 }  // namespace

@@ -44,6 +44,12 @@ TEST(JsonValue, FailuresSayThePlace) {
     EXPECT_EQ(failureOf(text, width(2)), "keys: has too few elements");
     EXPECT_EQ(failureOf(text, [](const JsonValue& value) { (void)value.member("none"); }),
               "the document: \"none\" is missing");
+    const std::string_view afterNul("{}\n\0}}}", 7);
+    EXPECT_EQ(failureOf(afterNul, width(0)), "a NUL at line 2, column 1");
+    EXPECT_EQ(
+        failureOf(R"({"\u0000k": {}})",
+                  [](const JsonValue& value) { (void)value.member(std::string_view("\0k", 2)).number(); }),
+        "\u2400k: not a number");
     EXPECT_EQ(failureOf("{\"a\": 1,}", width(0)).substr(0, 34), "parse error at line 1, column 9: s");
 }
 

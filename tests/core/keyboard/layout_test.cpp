@@ -35,12 +35,16 @@ TEST(Layout, NamesThePlaceOfWhatItCannotDecode) {
         return messageOf<JsonError>([&] { return Layout::parse(withLegends(legends)); });
     };
     EXPECT_EQ(whyRefused(R"({"": ["a"]})"), " is not a key code");
+    EXPECT_EQ(whyRefused(R"({"\u0000x": ["a"]})"), "\u2400x is not a key code");
     EXPECT_EQ(whyRefused(R"({"7": null})"), "legends.7: not an array");
     EXPECT_EQ(whyRefused(R"({"7": ["a", null]})"), "legends.7[1]: not a string");
 }
 
 TEST(LayoutDeathTest, EndsAtTwoSpellingsOfOneKeyCode) {
-    EXPECT_DEATH(Layout::parse(withLegends(R"({"7": ["x"], "07": ["y"]})")), "Duplicate values for key: '7'");
+    const std::string twice = withLegends(R"({"7": ["x"], "07": ["y"]})");
+    EXPECT_DEATH(Layout::parse(twice), "Duplicate values for key: '7'");
+    EXPECT_EQ(messageOf<JsonError>([&] { return Layout::parse(twice, Layout::Repeats::refused); }),
+              "legends: Duplicate values for key: '7'");
 }
 
 }  // namespace

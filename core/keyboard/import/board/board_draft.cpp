@@ -15,6 +15,15 @@ std::vector<std::string> mainLegends(const DraftKey& key) {
     return main;
 }
 
+std::vector<std::string> legendLines(std::string_view text) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0, end = 0; end != std::string_view::npos; start = end + 1) {
+        end = text.find('\n', start);
+        lines.emplace_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
 std::string described(const DraftKey& key) {
     std::string shown;
     for (const std::string& legend : mainLegends(key)) shown += (shown.empty() ? "" : " ") + legend;

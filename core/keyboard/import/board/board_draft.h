@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/keyboard/board.h"
@@ -17,6 +20,11 @@ struct DraftKey {
     std::vector<std::string> legends;
     /// Where it stands in the file: "row 2, key 5".
     std::string place;
+    std::size_t order = 0;  ///< of QMK files: which key of the layout it is, from 0
+    std::optional<std::pair<std::int64_t, std::int64_t>> matrix = {};  ///< its row and column, where told
+    bool isInKeymap = false;            ///< whether a keymap has a place for it
+    std::string keymapWord = {};        ///< what the keymap says there: "KC_A", "MO(1)"
+    std::optional<KeyCode> sends = {};  ///< the code that this word stands for
 };
 
 /// A board as a keyboard file has it.
@@ -31,13 +39,19 @@ struct BoardDraft {
     std::vector<DraftKey> keys = {};
     /// What of the file is not among the keys, and why, one sentence each.
     std::vector<std::string> dropped = {};
-    bool lostKeys = false;  ///< whether what was dropped had a place on the board
+    bool lostKeys = false;                          ///< whether what was dropped had a place on the board
+    std::string layout = {};                        ///< of QMK files: the layout that was read
+    std::optional<std::size_t> layoutKeys = {};     ///< how many keys that layout has, encoders with them
+    std::optional<std::size_t> matrixColumns = {};  ///< how many columns the matrix has, where told
 
     void dropKey(const DraftKey& key, std::string_view why);
 };
 
 /// The first two legends, or the first other one where these are blank; without white space at their ends.
 std::vector<std::string> mainLegends(const DraftKey& key);
+
+/// The legends of a text that has one a line.
+std::vector<std::string> legendLines(std::string_view text);
 
 /// "row 2, key 5 (Esc)", for telling the user which key is meant.
 std::string described(const DraftKey& key);

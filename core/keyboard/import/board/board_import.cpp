@@ -17,26 +17,39 @@
 #include "core/keyboard/import/board/known_board.h"
 #include "core/keyboard/import/board/strikes.h"
 #include "core/keyboard/import/board/via_definition.h"
+#include "core/keyboard/import/text/legend_markup.h"
 #include "core/keyboard/import/text/lenient_json.h"
 #include "core/keyboard/import/text/slug.h"
 
 namespace tapcore {
 namespace {
 
+constexpr std::string_view editorRows = "Keyboard Layout Editor";
+
 struct Kind {
     BoardDraft draft;
     std::string_view name;
 };
 
-Kind readDraft(const JsonValue& document, const std::optional<std::string>& layout) {
+/// The layout asked for, else the one that the keymap is for, when the file has it.
+std::optional<std::string> layoutAskedFor(const JsonValue& layouts, const BoardImportOptions& options) {
+    if (options.layout || !options.keymap) return options.layout;
+    const std::string& named = options.keymap->layout;
+    return layouts.raw().contains(named) ? std::optional(named) : std::nullopt;
+}
+
+Kind readDraft(const JsonValue& document, const BoardImportOptions& options) {
+    const auto& layout = options.layout;
     const bool hasRows = document.raw().is_array();
     if (!hasRows && !document.raw().contains("layouts"))
-        document.fail("neither rows of keys nor an object with \"layouts\"");
+        document.fail(
+            "neither rows of keys nor an object with \"layouts\"; QMK may have them in the info.json or "
+            "keyboard.json of a parent folder");
     const bool isVia = !hasRows && document.raw().at("layouts").contains("keymap");
     if (layout && (hasRows || isVia)) throw JsonError("no layouts to choose from: not a QMK file");
-    if (hasRows) return {readEditorBoard(document), "Keyboard Layout Editor"};
+    if (hasRows) return {readEditorBoard(document), editorRows};
     if (isVia) return {readViaBoard(document), "VIA"};
-    return {readFirmwareBoard(document, layout), "QMK"};
+    return {readFirmwareBoard(document, layoutAskedFor(document.member("layouts"), options)), "QMK"};
 }
 
 void dropKeysWithoutSize(BoardDraft& draft) {
@@ -73,13 +86,11 @@ void moveToOrigin(std::vector<DraftKey>& keys, bool lostKeys) {
     for (DraftKey& key : keys) move(key.key, distance(bounds.x), distance(bounds.y));
 }
 
-bool isMarkup(std::string_view legend) { return legend.find_first_of("<&") != std::string_view::npos; }
-
 std::string idOf(const DraftKey& key) {
     if (key.key.keyCode)
         if (const KeyName* name = keyNamed(*key.key.keyCode)) return std::string(name->id);
     for (const std::string& legend : key.legends)
-        if (std::string id = slug(isMarkup(legend) ? comparable(legend) : legend); !id.empty()) return id;
+        if (std::string id = slug(plainLegend(legend)); !id.empty()) return id;
     return "key";
 }
 
@@ -119,10 +130,10 @@ Board named(const BoardDraft& draft, std::string_view kind, const BoardImportOpt
     return board;
 }
 
-std::string notesOn(const KnownBoard& alike) {
-    if (!alike.board) return "Hands, fingers and rows are guessed from the places of the keys.";
-    return "Hands, fingers and rows are guessed from the places of the keys, as on " + alike.board->name +
-           ".";
+std::string notesOn(const KnownBoard& alike, bool guessedCodes) {
+    std::string notes = "Hands, fingers and rows are guessed from the places of the keys";
+    if (alike.board) notes += ", as on " + alike.board->name;
+    return notes + (guessedCodes ? "; so are some key codes." : ".");
 }
 
 }  // namespace
@@ -131,20 +142,25 @@ BoardImport importBoard(std::string_view text, const std::vector<Board>& known,
                         const BoardImportOptions& options) {
     const nlohmann::json json = parseLenientJson(text);
     const JsonValue document(json);
-    auto [draft, kind] = readDraft(document, options.layout);
+    auto [draft, kind] = readDraft(document, options);
+    if (options.keymap) applyKeymap(draft, *options.keymap);
     dropKeysWithoutSize(draft);
     if (draft.keys.empty()) document.fail("no keys");
     moveToOrigin(draft.keys, draft.lostKeys);
 
-    const KnownBoard alike = boardLike(draft.keys, known);
+    const auto readings = readingsOf(draft.keys);
+    const KnownBoard alike = boardLike(draft.keys, readings, known);
+    auto [guessed, withoutCode] = giveCodes(draft.keys, readings, alike);
     BoardImport result{.board = named(draft, kind, options),
                        .dropped = std::move(draft.dropped),
-                       .withoutCode = giveCodes(draft.keys, alike.keys)};
+                       .guessed = std::move(guessed),
+                       .withoutCode = std::move(withoutCode),
+                       .takesKeymap = !options.keymap && kind != editorRows};
     giveIds(draft.keys);
     for (DraftKey& key : draft.keys) result.board.keys.push_back(std::move(key.key));
     guessStrikes(result.board.keys);
     takeStrikes(result.board.keys, alike.keys);
-    result.board.notes = notesOn(alike);
+    result.board.notes = notesOn(alike, !result.guessed.empty());
     return result;
 }
 

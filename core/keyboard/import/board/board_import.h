@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/keyboard/board.h"
+#include "core/keyboard/import/board/keymap_file.h"
 
 namespace tapcore {
 
@@ -16,12 +17,15 @@ struct BoardImportOptions {
     std::optional<std::string> name = {};    ///< the file's own when none is given
     std::optional<std::string> maker = {};   ///< the file's own when none is given
     std::optional<std::string> layout = {};  ///< for QMK files with several layouts
+    std::optional<Keymap> keymap = {};       ///< what the keys send for certain
 };
 
 struct BoardImport {
     Board board;
     std::vector<std::string> dropped;  ///< what of the file is not in the board, and why, one sentence each
+    std::vector<std::string> guessed;  ///< which key codes only the places of the keys speak for
     std::vector<std::string> withoutCode;  ///< which keys have no key code, and why
+    bool takesKeymap = false;  ///< whether a keymap, which was not given, can say what the keys send
 };
 
 /// Reads a keyboard file: rows of Keyboard Layout Editor, a VIA definition, or QMK's `info.json` or

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <optional>
+#include <string_view>
 
-#include "core/foundation/characters.h"
 #include "core/keyboard/import/board/key_names.h"
 
 namespace tapcore {
@@ -16,61 +17,50 @@ constexpr KeyCode deleteCode = 51;
 constexpr KeyCode forwardDeleteCode = 117;
 constexpr KeyCode fnCode = 63;
 
-/// What a key's legends say: nothing, a name, or a character.
-struct Reading {
-    std::optional<NamedCodes> named = {};
-    const KeyName* typed = nullptr;
-};
-
-Reading readLine(const std::string& line, bool isAlone) {
-    const bool canBeName = isAlone || !isSingleCharacter(comparable(line));
-    Reading reading{.typed = keyTyping(line)};
-    if (canBeName) reading.named = codesNamed(line);
-    return reading;
-}
-
-/// "!" over "1" is a key that types; "Page" over "Up" and "7" over "Home" are names; else the first legend
-/// that says something counts.
-Reading read(const std::vector<std::string>& legends) {
-    if (legends.empty()) return {};
-    if (legends.size() == 1) return readLine(legends[0], true);
-    const KeyName* lower = keyTyping(legends[1]);
-    if (lower && legends[0] == lower->shifted) return {.typed = lower};
-    if (const auto joined = codesNamed(legends[0] + legends[1])) return {.named = joined};
-    for (const std::string& line : legends)
-        if (const Reading reading = readLine(line, false); reading.named || reading.typed) return reading;
-    return {};
-}
-
 bool types(KeyCode code) {
     const KeyName* key = keyNamed(code);
     return key && key->types();
 }
 
+/// Keys of this board's own: what they choose is never sent.
+bool isLayerKey(const DraftKey& key) {
+    constexpr std::string_view words[] = {"fn",    "raise", "lower", "adjust", "layer", "nav", "sym",
+                                          "hyper", "meh",   "mo",    "tg",     "to",    "lt"};
+    for (const std::string& legend : mainLegends(key)) {
+        std::string word = comparable(legend);
+        word.erase(std::min(word.find_first_of("(0123456789"), word.size()));
+        if (std::find(std::begin(words), std::end(words), word) != std::end(words)) return true;
+    }
+    return false;
+}
+
 class Coder {
   public:
-    Coder(std::vector<DraftKey>& keys, const std::vector<const Board::Key*>& alike)
-        : keys_(keys), alike_(alike) {
+    Coder(std::vector<DraftKey>& keys, const std::vector<KeyReading>& readings, const KnownBoard& alike)
+        : keys_(keys), readings_(readings), alike_(alike) {
         for (const DraftKey& key : keys_) {
             legends_.push_back(mainLegends(key));
-            readings_.push_back(read(legends_.back()));
+            hasKeymap_ = hasKeymap_ || key.isInKeymap;
         }
         readContext();
-        placesDecide_ = doPlacesDecide();
         middle_ = middle();
     }
 
-    std::vector<std::string> run() {
-        for (std::size_t i = 0; i < keys_.size(); ++i) giveReadCode(i);
-        for (std::size_t i = 0; i < keys_.size(); ++i) givePlaceCode(i);
-        giveSpace();
+    CodesTold run() {
+        for (const bool shiftedOnly : {false, true})
+            for (std::size_t i = 0; i < keys_.size(); ++i)
+                if (readings_[i].isShiftedOnly == shiftedOnly) giveReadCode(i);
+        if (!hasKeymap_) guess();
         for (std::size_t i = 0; i < keys_.size(); ++i) tellOfMissing(i);
-        if (blank_ > 0)
-            told_.push_back(std::to_string(blank_) + (blank_ == 1 ? " key" : " keys") + " without legends");
+        if (blank_ > 0) told_.without.push_back(countOf(blank_) + " without legends");
         return std::move(told_);
     }
 
   private:
+    static std::string countOf(std::size_t keys) {
+        return std::to_string(keys) + (keys == 1 ? " key" : " keys");
+    }
+
     /// Mac boards have an fn key that is counted; others have a key of that name that never leaves the board.
     void readContext() {
         for (std::size_t i = 0; i < keys_.size(); ++i) {
@@ -80,19 +70,8 @@ class Coder {
         }
     }
 
-    KeyCode placeCode(std::size_t i) const { return *alike_[i]->keyCode; }
-    bool hasPlaceCode(std::size_t i) const { return alike_[i] && alike_[i]->keyCode; }
-
-    bool doPlacesDecide() const {
-        std::size_t both = 0;
-        std::size_t same = 0;
-        for (std::size_t i = 0; i < keys_.size(); ++i) {
-            if (!readings_[i].typed || !hasPlaceCode(i)) continue;
-            ++both;
-            if (readings_[i].typed->code == placeCode(i)) ++same;
-        }
-        return same * 2 >= both;
-    }
+    KeyCode placeCode(std::size_t i) const { return *alike_.keys[i]->keyCode; }
+    bool hasPlaceCode(std::size_t i) const { return alike_.keys[i] && alike_.keys[i]->keyCode; }
 
     /// Where the left hand's side ends: the middle of the keys that type, or of all where too few do.
     double middle() const {
@@ -108,17 +87,39 @@ class Coder {
     }
 
     void giveReadCode(std::size_t i) {
-        const auto& [named, typed] = readings_[i];
-        if (typed && hasPlaceCode(i) && placesDecide_) claim(i, placeCode(i));
-        else if (typed && !claim(i, typed->code) && named) claim(i, named->right);
-        else if (named && !typed) claimNamed(i, *named);
+        const KeyReading& reading = readings_[i];
+        if (hasKeymap_ && keys_[i].sends) claim(i, *keys_[i].sends);
+        else if (hasKeymap_) return;
+        else if (reading.typed && alike_.placeDecides[i]) claim(i, placeCode(i));
+        else if (reading.typed && !claim(i, reading.typed->code) && reading.named)
+            claim(i, reading.named->right);
+        else if (reading.named && !reading.typed) claimNamed(i, *reading.named);
     }
+
+    void guess() {
+        for (std::size_t i = 0; i < keys_.size(); ++i) givePlaceCode(i);
+        giveSpace();
+        if (guessedBlank_ > 0)
+            told_.guessed.insert(told_.guessed.begin(), countOf(guessedBlank_) + " without legends" + asOn());
+    }
+
+    std::string asOn() const { return ", by their places as on " + alike_.board->name; }
 
     /// Of a key whose legends say nothing known, its place may say what it sends.
     void givePlaceCode(std::size_t i) {
-        const Reading& reading = readings_[i];
-        if (reading.named || reading.typed || !hasPlaceCode(i)) return;
-        if (owners_.emplace(placeCode(i), i).second) keys_[i].key.keyCode = placeCode(i);
+        if (!readings_[i].saysNothing() || !alike_.placeSpeaks[i] || isLayerKey(keys_[i])) return;
+        if (!owners_.emplace(placeCode(i), i).second) return;
+        keys_[i].key.keyCode = placeCode(i);
+        if (legends_[i].empty()) ++guessedBlank_;
+        else
+            told_.guessed.push_back(described(keys_[i]) + ": " + codeText(placeCode(i)) +
+                                    ", by its place as on " + alike_.board->name);
+    }
+
+    /// "41 (semicolon)"
+    static std::string codeText(KeyCode code) {
+        const KeyName* name = keyNamed(code);
+        return std::to_string(code) + (name ? " (" + std::string(name->id) + ")" : "");
     }
 
     void claimNamed(std::size_t i, NamedCodes codes) {
@@ -140,14 +141,20 @@ class Coder {
         return isFree;
     }
 
+    /// A shift key may be nearly three units wide: without legends only a longer one is surely the space bar.
+    /// Of two that are equally wide neither is.
     void giveSpace() {
-        std::optional<std::size_t> widest;
+        const double least = lackLegends(readings_) ? 4 : 2;
+        std::map<double, std::vector<std::size_t>> blank;
         for (std::size_t i = 0; i < keys_.size(); ++i) {
             const Board::Key& key = keys_[i].key;
-            const bool isBlank = legends_[i].empty() && !key.keyCode && key.w >= 2;
-            if (isBlank && (!widest || key.w > keys_[*widest].key.w)) widest = i;
+            if (legends_[i].empty() && !key.keyCode && key.w >= least) blank[key.w].push_back(i);
         }
-        if (widest) claim(*widest, spaceCode);
+        if (blank.empty() || blank.rbegin()->second.size() > 1) return;
+        const std::size_t widest = blank.rbegin()->second.front();
+        if (claim(widest, spaceCode))
+            told_.guessed.push_back(described(keys_[widest]) + ": " + codeText(spaceCode) +
+                                    ", the widest key without legends");
     }
 
     void tellOfMissing(std::size_t i) {
@@ -156,32 +163,41 @@ class Coder {
         if (const auto wanted = wanted_.find(i); wanted != wanted_.end()) {
             const auto owner = owners_.find(wanted->second);
             const std::string code = std::to_string(wanted->second);
-            told_.push_back(described(key) + ": " + code + " is sent by " + described(keys_[owner->second]));
+            told_.without.push_back(described(key) + ": " + code + " is sent by " +
+                                    described(keys_[owner->second]));
+        } else if (hasKeymap_) {
+            told_.without.push_back(described(key) + ": " + notSent(key));
         } else if (legends_[i].empty()) {
             ++blank_;
         } else {
-            told_.push_back(described(key) + ": not known");
+            told_.without.push_back(described(key) + ": not known");
         }
     }
 
+    static std::string notSent(const DraftKey& key) {
+        return key.isInKeymap ? key.keymapWord + " in the keymap" : "not in the keymap";
+    }
+
     std::vector<DraftKey>& keys_;
-    const std::vector<const Board::Key*>& alike_;
+    const std::vector<KeyReading>& readings_;
+    const KnownBoard& alike_;
     std::vector<std::vector<std::string>> legends_;
-    std::vector<Reading> readings_;
     std::map<KeyCode, std::size_t> owners_;  ///< which key has a code
     std::map<std::size_t, KeyCode> wanted_;  ///< the code that a key asked for last
-    std::vector<std::string> told_;
+    CodesTold told_;
+    bool hasKeymap_ = false;
     bool isMac_ = false;
     bool hasBackspace_ = false;
-    bool placesDecide_ = false;
     double middle_ = 0;
     std::size_t blank_ = 0;
+    std::size_t guessedBlank_ = 0;
 };
 
 }  // namespace
 
-std::vector<std::string> giveCodes(std::vector<DraftKey>& keys, const std::vector<const Board::Key*>& alike) {
-    return Coder(keys, alike).run();
+CodesTold giveCodes(std::vector<DraftKey>& keys, const std::vector<KeyReading>& readings,
+                    const KnownBoard& alike) {
+    return Coder(keys, readings, alike).run();
 }
 
 }  // namespace tapcore

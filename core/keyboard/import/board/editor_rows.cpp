@@ -8,15 +8,6 @@
 namespace tapcore {
 namespace {
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 1) {
-        end = text.find('\n', start);
-        lines.push_back(text.substr(start, end - start));
-    }
-    return lines;
-}
-
 /// What the next key will be like, and where.
 class Cursor {
   public:
@@ -43,7 +34,7 @@ class Cursor {
         ++keyInRow_;
         EditorKey result{
             .draft = {.key = key(),
-                      .legends = linesOf(legends),
+                      .legends = legendLines(legends),
                       .place = "row " + std::to_string(row_) + ", key " + std::to_string(keyInRow_)},
             .isDecal = isDecal_};
         next_.x += next_.w;

@@ -23,7 +23,8 @@ std::vector<std::string> layoutNames(const JsonValue& layouts) {
 
 std::string chosenName(const JsonValue& info, const std::vector<std::string>& names,
                        const std::optional<std::string>& wanted) {
-    if (names.empty()) info.member("layouts").fail("none");
+    if (names.empty())
+        info.member("layouts").fail("none; they may be in the info.json or keyboard.json of a parent folder");
     const auto isThere = [&](const std::string& name) {
         return std::find(names.begin(), names.end(), name) != names.end();
     };
@@ -34,7 +35,7 @@ std::string chosenName(const JsonValue& info, const std::vector<std::string>& na
         if (const auto alias = aliases->optionalMember(name, &JsonValue::string); alias && isThere(*alias))
             return *alias;
     throw JsonError(wanted ? "layouts: no " + name + " among " + joined(names)
-                           : "layouts: choose one of " + joined(names));
+                           : "layouts: choose one of them with --layout: " + joined(names));
 }
 
 double number(const JsonValue& key, std::string_view name, double otherwise) {
@@ -53,12 +54,35 @@ Board::Key placed(const JsonValue& json) {
     return key;
 }
 
+std::optional<std::pair<std::int64_t, std::int64_t>> matrixPlace(const JsonValue& key) {
+    const auto matrix = key.optionalMember("matrix");
+    if (!matrix || !matrix->raw().is_array() || matrix->size() != 2) return std::nullopt;
+    return std::pair(matrix->element(0).integer(), matrix->element(1).integer());
+}
+
+/// How many columns the matrix has: as many as its pins, or as the keys of all layouts use.
+std::optional<std::size_t> matrixColumns(const JsonValue& info) {
+    if (const auto pins = info.optionalMember("matrix_pins"))
+        if (const auto columns = pins->optionalMember("cols"); columns && columns->raw().is_array())
+            return columns->size();
+    std::int64_t last = -1;
+    info.member("layouts").forEachMember([&](const std::string&, const JsonValue& layout) {
+        const auto keys = layout.optionalMember("layout");
+        for (std::size_t i = 0; keys && i < keys->size(); ++i)
+            if (const auto place = matrixPlace(keys->element(i))) last = std::max(last, place->second);
+    });
+    return last < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(last) + 1);
+}
+
 void readKeys(const JsonValue& layout, BoardDraft& draft) {
+    draft.layoutKeys = layout.size();
     for (std::size_t i = 0; i < layout.size(); ++i) {
         const JsonValue json = layout.element(i);
         DraftKey key{.key = placed(json), .legends = {}, .place = "key " + std::to_string(i + 1)};
-        if (auto label = json.optionalMember("label", &JsonValue::string))
-            key.legends.push_back(std::move(*label));
+        key.order = i;
+        key.matrix = matrixPlace(json);
+        if (const auto label = json.optionalMember("label", &JsonValue::string))
+            key.legends = legendLines(*label);
         checkReach(key.key, i, json);
         if (json.optionalMember("encoder")) draft.dropKey(key, "an encoder, not a key");
         else draft.keys.push_back(std::move(key));
@@ -72,9 +96,14 @@ BoardDraft readFirmwareBoard(const JsonValue& info, const std::optional<std::str
     const auto names = layoutNames(layouts);
     const std::string chosen = chosenName(info, names, layout);
     BoardDraft draft;
+    draft.layout = chosen;
+    draft.matrixColumns = matrixColumns(info);
     draft.name = info.optionalMember("keyboard_name", &JsonValue::string).value_or("");
     draft.maker = info.optionalMember("manufacturer", &JsonValue::string).value_or("");
     readKeys(layouts.member(chosen).member("layout"), draft);
+    if (layout && *layout != chosen)
+        draft.dropped.push_back("the name " + *layout + ": stands for " + chosen +
+                                ", which is the layout read");
     for (const std::string& name : names)
         if (name != chosen) draft.dropped.push_back("layout " + name + ": not the one chosen");
     return draft;

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "core/foundation/characters.h"
+#include "core/keyboard/import/text/legend_markup.h"
 
 namespace tapcore {
 namespace {
@@ -80,33 +81,14 @@ constexpr Alias aliases[] = {
     {"6", {22, 88}}, {"7", {26, 89}}, {"8", {28, 91}}, {"9", {25, 92}},
     {"0ins", {82, 82}}, {"1end", {83, 83}}, {"2↓", {84, 84}}, {"3pgdn", {85, 85}}, {"4←", {86, 86}},
     {"6→", {88, 88}}, {"7home", {89, 89}}, {"8↑", {91, 91}}, {"9pgup", {92, 92}}, {".del", {65, 65}},
+    // As XKB names keys.
+    {"rtrn", {36, 36}}, {"spce", {49, 49}}, {"lfsh", {56, 56}}, {"rtsh", {60, 60}}, {"lctl", {59, 59}},
+    {"rctl", {62, 62}}, {"dele", {117, 117}}, {"rght", {124, 124}}, {"prsc", {105, 105}}, {"sclk", {107, 107}},
+    {"kpen", {76, 76}},
     {"英数", {102, 102}}, {"かな", {104, 104}}, {"¥", {93, 93}}, {"volup", {72, 72}},
     {"voldown", {73, 73}},
 };
 // clang-format on
-
-/// Text without what stands between < and >, and with the few references that key legends use resolved.
-std::string withoutMarkup(std::string_view legend) {
-    constexpr std::pair<std::string_view, std::string_view> references[] = {
-        {"&amp;", "&"}, {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&nbsp;", " "}, {"&#8984;", "⌘"}};
-    std::string text;
-    for (std::size_t at = 0; at < legend.size();) {
-        const std::string_view rest = legend.substr(at);
-        const auto reference = std::find_if(std::begin(references), std::end(references),
-                                            [&](const auto& entry) { return rest.starts_with(entry.first); });
-        const std::size_t tagEnd =
-            rest.front() == '<' && rest.size() > 2 ? rest.find('>') : std::string_view::npos;
-        if (reference != std::end(references)) {
-            text += reference->second;
-            at += reference->first.size();
-        } else if (tagEnd != std::string_view::npos) {
-            at += tagEnd + 1;
-        } else {
-            text += legend[at++];
-        }
-    }
-    return text;
-}
 
 /// Whether an id is a name but for its dashes.
 bool isSameName(std::string_view id, std::string_view name) {
@@ -127,10 +109,12 @@ const KeyName* keyNamed(KeyCode code) {
 }
 
 std::string comparable(std::string_view legend) {
-    std::string text = lowercased(trimmedWhiteSpace(withoutMarkup(legend)));
-    if (!isSingleCharacter(text))
-        std::erase_if(text, [](char c) { return c == ' ' || c == '-' || c == '_'; });
-    return text;
+    const std::string plain = plainLegend(legend);
+    std::string text = lowercased(trimmedWhiteSpace(plain));
+    if (isSingleCharacter(text)) return text;
+    std::erase_if(text, [](char c) { return c == ' ' || c == '-' || c == '_'; });
+    const bool isBracketed = text.size() > 2 && text.front() == '<' && text.back() == '>';
+    return isBracketed ? text.substr(1, text.size() - 2) : text;
 }
 
 std::optional<NamedCodes> codesNamed(std::string_view legend) {
@@ -146,6 +130,13 @@ const KeyName* keyTyping(std::string_view plain) {
     const std::string name = comparable(plain);
     for (const KeyName& key : keys)
         if (key.types() && key.plain == name) return &key;
+    return nullptr;
+}
+
+const KeyName* keyTypingShifted(std::string_view shifted) {
+    const std::string name = comparable(shifted);
+    for (const KeyName& key : keys)
+        if (key.types() && key.shifted == name) return &key;
     return nullptr;
 }
 

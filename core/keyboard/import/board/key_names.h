@@ -35,6 +35,9 @@ std::optional<NamedCodes> codesNamed(std::string_view legend);
 /// The key that types a character on the US layout without shift ("a" in either case, ";"), or null.
 const KeyName* keyTyping(std::string_view plain);
 
+/// The same with shift ("*"), or null.
+const KeyName* keyTypingShifted(std::string_view shifted);
+
 /// Whether a legend is one of the Mac's own modifiers, such as "⌘" or "option".
 bool isMacModifier(std::string_view legend);
 

@@ -2,101 +2,132 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <optional>
 #include <utility>
+
+#include "core/keyboard/import/board/board_overlay.h"
 
 namespace tapcore {
 namespace {
 
-// How far two keys may differ, in units and degrees, and be taken for the same one.
-constexpr double tolerance = 0.3;
-constexpr double angleTolerance = 8;
+/// Legends of the draft beside what the board's keys send at their places.
+struct Agreement {
+    std::size_t same = 0;
+    std::size_t both = 0;
+    std::map<long, std::size_t> moved = {};  ///< those that the board has in this row, by how far away
 
-/// At least three in five.
-bool isMostOf(std::size_t some, std::size_t all) { return some * 5 >= all * 3; }
-
-/// A key as it is compared.
-struct Spot {
-    Board::Point center;
-    double w = 1;
-    double h = 1;
-    double angle = 0;
+    bool isClear() const { return both >= 6 && same * 4 >= both * 3; }
 };
 
-Spot spotOf(const Board::Key& key) {
-    return {.center = key.center(), .w = key.w, .h = key.h, .angle = key.isTurned() ? key.r : 0};
-}
+struct Evidence {
+    std::map<Board::Row, Agreement> rows;
+    Agreement all;
+    Agreement names;  ///< of keys that type nothing
 
-/// How well two keys lie on each other, 1 for exactly and 0 for not at all, the second one moved.
-double fit(const Spot& a, const Spot& b, const Board::Point& moved) {
-    const double dx = std::abs(b.center.x + moved.x - a.center.x);
-    const double dy = std::abs(b.center.y + moved.y - a.center.y);
-    const double apart = std::max({dx, dy, std::abs(a.w - b.w), std::abs(a.h - b.h)});
-    if (apart >= tolerance || std::abs(a.angle - b.angle) > angleTolerance) return 0;
-    return 1 - apart / tolerance;
-}
-
-/// One way to lay a board on the draft.
-class Trial {
-  public:
-    Trial(const std::vector<Spot>& draft, const Board& board, const Board::Point& moved) : board_(board) {
-        keys_.resize(draft.size());
-        for (const Board::Key& key : board.keys) place(draft, key, moved);
+    bool holds() const { return all.same * 2 >= all.both; }
+    /// Of a row of another country a half agrees, and the rest is elsewhere, each on its own.
+    bool holds(const Agreement& row) const {
+        return row.same * 2 >= row.both &&
+               std::none_of(row.moved.begin(), row.moved.end(),
+                            [&](const auto& group) { return all.moved.at(group.first) >= 3; });
     }
-
-    std::size_t alike() const {
-        return keys_.size() - static_cast<std::size_t>(std::count(keys_.begin(), keys_.end(), nullptr));
+    bool holdsThroughout() const {
+        return holds() &&
+               std::all_of(rows.begin(), rows.end(), [&](const auto& row) { return holds(row.second); });
     }
-
-    /// How much of both boards lies on the other, 0 to 1.
-    double score() const {
-        const auto all = keys_.size() + board_.keys.size() - alike();
-        return fitted_ / static_cast<double>(all);
-    }
-
-    KnownBoard known() && { return {.board = &board_, .keys = std::move(keys_)}; }
-
-  private:
-    /// Gives the board's key to the free key of the draft on which it lies best.
-    void place(const std::vector<Spot>& draft, const Board::Key& key, const Board::Point& moved) {
-        const Spot spot = spotOf(key);
-        double best = 0;
-        std::size_t at = 0;
-        for (std::size_t i = 0; i < draft.size(); ++i) {
-            const double fits = keys_[i] ? 0 : fit(draft[i], spot, moved);
-            if (fits > best) best = fits, at = i;
-        }
-        if (best == 0) return;
-        keys_[at] = &key;
-        fitted_ += best;
-    }
-
-    const Board& board_;
-    std::vector<const Board::Key*> keys_;
-    double fitted_ = 0;
+    /// Keys in their usual places whose characters are arranged in another way, such as Dvorak's.
+    bool isRearranged() const { return !holds() && names.isClear(); }
 };
+
+/// How many keys away from a place of the same row the board has what the legends say.
+std::optional<long> distanceInRow(const Board& board, const KeyReading& reading, const Board::Key& place) {
+    const Board::Key* own = reading.typed ? board.key(reading.typed->code) : nullptr;
+    if (!own || own->row != place.row) return std::nullopt;
+    return std::lround(own->center().x - place.center().x);
+}
+
+void add(Agreement& agreement, const Board& board, const KeyReading& reading, const Board::Key& place) {
+    ++agreement.both;
+    if (reading.allows(*place.keyCode)) ++agreement.same;
+    else if (const auto distance = distanceInRow(board, reading, place)) ++agreement.moved[*distance];
+}
+
+Evidence evidenceOf(const BoardOverlay& overlay, const std::vector<KeyReading>& readings) {
+    Evidence evidence;
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        const Board::Key* place = overlay.keys[i];
+        if (!place || !place->keyCode || readings[i].saysNothing()) continue;
+        add(evidence.rows[place->row], *overlay.board, readings[i], *place);
+        add(evidence.all, *overlay.board, readings[i], *place);
+        if (!readings[i].typed) add(evidence.names, *overlay.board, readings[i], *place);
+    }
+    return evidence;
+}
+
+bool isLetter(KeyCode code) {
+    const KeyName* key = keyNamed(code);
+    return key && key->id.size() == 1 && key->id[0] >= 'a';
+}
+
+/// Insert to Page Down: in the block of six that full boards have for them, or in a column in any order.
+bool isAboveArrows(KeyCode code) {
+    return code == 114 || code == 115 || code == 116 || code == 117 || code == 119 || code == 121;
+}
+
+/// Whether all boards like this one have this key in this place.
+bool isUsual(const Board& board, KeyCode code) {
+    constexpr KeyCode insertCode = 114;
+    if (!hasTypewriterRows(board)) return isLetter(code);
+    return !isAboveArrows(code) || board.key(insertCode);
+}
+
+/// Only the rows in which the legends agree are this board's.
+KnownBoard known(BoardOverlay overlay, const Evidence& evidence) {
+    KnownBoard known{
+        .board = overlay.board, .keys = std::move(overlay.keys), .placeDecides = {}, .placeSpeaks = {}};
+    for (const Board::Key*& key : known.keys) {
+        const auto row = key ? evidence.rows.find(key->row) : evidence.rows.end();
+        const bool agrees =
+            row == evidence.rows.end() ? evidence.holdsThroughout() : evidence.holds(row->second);
+        const bool decides = key && key->keyCode && agrees;
+        known.placeDecides.push_back(decides);
+        known.placeSpeaks.push_back(decides && isUsual(*known.board, *key->keyCode));
+        if (!agrees && !evidence.isRearranged()) key = nullptr;
+    }
+    return known;
+}
+
+bool areNear(std::size_t one, std::size_t other) { return one * 5 >= other * 3 && other * 5 >= one * 3; }
 
 }  // namespace
 
-KnownBoard boardLike(const std::vector<DraftKey>& keys, const std::vector<Board>& boards) {
-    std::vector<Spot> draft;
-    for (const DraftKey& key : keys) draft.push_back(spotOf(key.key));
-    const Board::Rect bounds = boundsOf(keys);
-    KnownBoard best{.board = nullptr, .keys = std::vector<const Board::Key*>(keys.size())};
+KnownBoard boardLike(const std::vector<DraftKey>& keys, const std::vector<KeyReading>& readings,
+                     const std::vector<Board>& boards) {
+    const bool isBlank = lackLegends(readings);
+    BoardOverlay best;
     double bestScore = 0;
     for (const Board& board : boards) {
-        if (!isMostOf(keys.size(), board.keys.size()) || !isMostOf(board.keys.size(), keys.size())) continue;
-        const Board::Rect other = board.bounds();
-        const Board::Point upper{bounds.x - other.x, bounds.y - other.y};
-        const Board::Point lower{upper.x, upper.y + bounds.h - other.h};
-        for (const Board::Point& moved : {upper, lower}) {
-            Trial trial(draft, board, moved);
-            const bool isLike = isMostOf(trial.alike(), std::max(keys.size(), board.keys.size()));
-            if (!isLike || trial.score() <= bestScore) continue;
-            bestScore = trial.score();
-            best = std::move(trial).known();
+        if (!areNear(keys.size(), board.keys.size())) continue;
+        for (BoardOverlay& overlay : overlays(keys, board)) {
+            const Evidence evidence = evidenceOf(overlay, readings);
+            const bool isLike = isBlank ? overlay.covers(19, 20) : overlay.covers(3, 5);
+            if (!isLike || (!evidence.holds() && !evidence.isRearranged())) continue;
+            const auto agreed = static_cast<double>(1 + evidence.all.same);
+            const double score = overlay.fit * agreed / static_cast<double>(1 + evidence.all.both);
+            if (score <= bestScore) continue;
+            bestScore = score;
+            best = std::move(overlay);
         }
     }
-    return best;
+    if (best.board) {
+        const Evidence evidence = evidenceOf(best, readings);
+        return known(std::move(best), evidence);
+    }
+    return {.board = nullptr,
+            .keys = std::vector<const Board::Key*>(keys.size()),
+            .placeDecides = std::vector<bool>(keys.size()),
+            .placeSpeaks = std::vector<bool>(keys.size())};
 }
 
 }  // namespace tapcore

@@ -46,9 +46,16 @@ std::string optionName(const std::optional<JsonValue>& labels, std::int64_t opti
 
 std::string keys(std::size_t count) { return std::to_string(count) + (count == 1 ? " key" : " keys"); }
 
+std::optional<std::size_t> matrixColumns(const JsonValue& definition) {
+    const auto matrix = definition.optionalMember("matrix");
+    const auto columns = matrix ? matrix->optionalMember("cols", &JsonValue::integer) : std::nullopt;
+    return columns && *columns > 0 ? std::optional(static_cast<std::size_t>(*columns)) : std::nullopt;
+}
+
 /// Names the key by its place in the matrix, and leaves it without legends.
 void nameByMatrix(DraftKey& key) {
-    if (const auto matrix = pairIn(key.legends, matrixLegend))
+    key.matrix = pairIn(key.legends, matrixLegend);
+    if (const auto& matrix = key.matrix)
         key.place = "matrix " + std::to_string(matrix->first) + "," + std::to_string(matrix->second);
     key.legends.clear();
 }
@@ -59,6 +66,7 @@ BoardDraft readViaBoard(const JsonValue& definition) {
     const JsonValue layouts = definition.member("layouts");
     BoardDraft draft;
     draft.name = definition.optionalMember("name", &JsonValue::string).value_or("");
+    draft.matrixColumns = matrixColumns(definition);
     std::map<Pair, std::size_t> otherChoices;
     for (EditorKey& editorKey : readEditorRows(layouts.member("keymap"))) {
         DraftKey& key = editorKey.draft;

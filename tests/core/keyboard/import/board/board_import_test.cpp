@@ -110,8 +110,9 @@ TEST(BoardImport, TakesEachKindOfFileForTheBoardItShows) {
 
     const BoardImport split = fromFile("qmk-keyboard.json");
     EXPECT_EQ(split.board.maker, "Example Keyboards");
-    EXPECT_EQ(split.board.keyCodes(), known("corne").keyCodes());
-    EXPECT_THAT(split.withoutCode, ElementsAre("2 keys without legends"));
+    EXPECT_EQ(split.board.keyCodes().size(), 26u);
+    EXPECT_THAT(split.guessed, ElementsAre("26 keys without legends, by their places as on Corne"));
+    EXPECT_THAT(split.withoutCode, ElementsAre("16 keys without legends"));
 }
 
 TEST(BoardImport, TurnsThumbClustersAndListsKeysWithoutACode) {
@@ -153,16 +154,64 @@ TEST(BoardImport, ReadsTheChosenLayoutOfSeveral) {
     const BoardImport byAlias = fromFile("qmk-info.json", "LAYOUT_kc");
     EXPECT_EQ(byAlias.board.name, "Forty");
     EXPECT_EQ(byAlias.board.keys.size(), 47u);
-    EXPECT_THAT(byAlias.dropped, ElementsAre("key 48 (Right): an encoder, not a key",
-                                             "layout LAYOUT_planck_mit: not the one chosen"));
+    EXPECT_THAT(byAlias.dropped,
+                ElementsAre("key 48 (Right): an encoder, not a key",
+                            "the name LAYOUT_kc: stands for LAYOUT_ortho_4x12, which is the layout read",
+                            "layout LAYOUT_planck_mit: not the one chosen"));
     EXPECT_THAT(byAlias.withoutCode,
                 ElementsAre("key 40 (L1): not known", "key 41 (L2): not known",
                             "key 43 (Space): 49 is sent by key 42 (Space)", "key 44 (L3): not known"));
     EXPECT_EQ(fromFile("qmk-info.json", "LAYOUT_planck_mit").board.keys.size(), 3u);
 }
 
+/// A board as QMK's file, of the keys that are wanted, labelled or not.
+std::string firmwareFile(const std::vector<Board::Key>& keys, auto label) {
+    std::ostringstream text;
+    for (const Board::Key& key : keys) {
+        text << (text.str().empty() ? "" : ",") << "{x:" << key.x << ",y:" << key.y << ",w:" << key.w
+             << ",h:" << key.h << ",label:'" << label(key) << "'";
+        if (key.isTurned()) text << ",r:" << key.r << ",rx:" << *key.rx << ",ry:" << *key.ry;
+        text << "}";
+    }
+    return "{layouts:{LAYOUT:{layout:[" + text.str() + "]}}}";
+}
+
+/// The keys that have a wrong code when their file has these labels. Only the key left of 1 has a choice: it
+/// is Esc on boards without function keys.
+std::string wrongCodes(const std::vector<Board::Key>& keys, auto label) {
+    constexpr KeyCode escape = 53;
+    const Board board = importBoard(firmwareFile(keys, label), known(), {}).board;
+    std::string wrong;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const auto code = board.keys[i].keyCode;
+        if (code && code != keys[i].keyCode && code != escape) wrong += " " + keys[i].id;
+    }
+    return wrong;
+}
+
+TEST(BoardImport, RatherHasNoCodesThanThoseOfAnotherBoard) {
+    const auto blank = [](const Board::Key&) { return ""; };
+    const auto lettered = [](const Board::Key& key) { return key.id.size() == 1 ? key.id : ""; };
+    for (const char* id : {"60-percent-ansi", "75-percent-iso", "tenkeyless-ansi", "macbook-jis", "alice",
+                           "corne", "ferris-sweep", "iris", "moonlander", "planck", "preonic"}) {
+        const Board& board = known(id);
+        std::vector<Board::Key> fewerRows, wider;
+        const double top = board.bounds().y + 0.9;
+        for (Board::Key key : board.keys) {
+            if (key.center().y > top) fewerRows.push_back(key);
+            if (key.hand == Board::Hand::right) key.x += 2, key.rx = key.rx.value_or(0) + 2;
+            wider.push_back(key);
+        }
+        for (const auto& keys : {board.keys, fewerRows, wider}) {
+            EXPECT_EQ(wrongCodes(keys, blank), "") << board.id << ", " << keys.size() << " blank keys";
+            EXPECT_EQ(wrongCodes(keys, lettered), "")
+                << board.id << ", " << keys.size() << " keys with letters";
+        }
+    }
+}
+
 /// The codes that legends give, in a row of their own, "-" for none.
-std::string codesOf(const std::string& legends) {
+std::string codesOfLegends(const std::string& legends) {
     std::string text;
     for (const Board::Key& key : importBoard("[" + legends + "]", {}).board.keys)
         text += (text.empty() ? "" : " ") + (key.keyCode ? std::to_string(*key.keyCode) : "-");
@@ -175,7 +224,10 @@ TEST(BoardImport, ReadsKeyCodesFromLegends) {
     } cases[] = {
         {R"("a","!\n1","\"\n'","?\n/","~\n`","Esc","CAPS_LOCK","Page\nUp","Print Screen")",
          "0 18 39 44 50 53 57 116 105"},
-        {R"("7","7\nHome","Enter","Enter","+","*","=",".\nDel","Num Lock")", "26 89 36 76 69 67 24 65 71"},
+        {R"("7","7\nHome","8","Enter","Enter","+","*","=",".\nDel","Num Lock")",
+         "26 89 28 36 76 69 67 24 65 71"},
+        {R"("*","+","7")", "28 24 26"},
+        {R"("&darr;","&#8593;","&#x21E7;","<RTRN>","<b>&larr;</b>","&#x2318","<")", "125 126 56 36 123 - -"},
         {R"("Shift","Ctrl","AltGr","Alt","","⇧","RCtrl")", "56 59 61 58 - 60 62"},
         {R"("Delete","Backspace")", "117 51"},
         {R"("delete","⌘","fn")", "51 55 63"},
@@ -183,20 +235,22 @@ TEST(BoardImport, ReadsKeyCodesFromLegends) {
         {R"("",{w:6.25},"",{w:2.25},"")", "- 49 -"},
         {R"("\n\n\n\n\n\n\n\n\nTab","&amp;\n7","<b>Q</b>","Ö","F13")", "48 26 12 - 105"},
     };
-    for (const auto& [legends, codes] : cases) EXPECT_EQ(codesOf(std::string(legends)), codes) << legends;
+    for (const auto& [legends, codes] : cases)
+        EXPECT_EQ(codesOfLegends(std::string(legends)), codes) << legends;
 }
 
 TEST(BoardImport, SaysWhereAFileIsNoBoard) {
     std::string tooMany = "[";
     for (int i = 0; i < 10'000; ++i) tooMany += "\"A\",";
+    const std::string parents = "; QMK may have them in the info.json or keyboard.json of a parent folder";
     const struct {
         std::string text, why;
     } cases[] = {
         {"[[\"A\"", "line 1, column 6: expected , or ] but found the end"},
         {"[]", "the document: no keys"},
         {"[[{d:true},\"A\"]]", "the document: no keys"},
-        {"3", "the document: neither rows of keys nor an object with \"layouts\""},
-        {"{}", "the document: neither rows of keys nor an object with \"layouts\""},
+        {"3", "the document: neither rows of keys nor an object with \"layouts\"" + parents},
+        {"{}", "the document: neither rows of keys nor an object with \"layouts\"" + parents},
         {"[[\"A\"],[3]]", "[1][0]: not a string"},
         {"[[\"A\"],\"B\"]", "[1]: not an array"},
         {"[[{x:\"1\"},\"A\"]]", "[0][0].x: not a number"},
@@ -205,9 +259,9 @@ TEST(BoardImport, SaysWhereAFileIsNoBoard) {
         {"[[\"A\"],[{y:1e308},\"B\"],[{y:1e308},\"C\"]]", "[1][1]: a key too far out or too large"},
         {tooMany + "\"A\"]", "[0][1000]: more than 1000 keys"},
         {"{layouts:3}", "layouts: not an object"},
-        {"{layouts:{}}", "layouts: none"},
+        {"{layouts:{}}", "layouts: none; they may be in the info.json or keyboard.json of a parent folder"},
         {"{layouts:{keymap:3}}", "layouts.keymap: not an array"},
-        {"{layouts:{a:{},b:{}}}", "layouts: choose one of a, b"},
+        {"{layouts:{a:{},b:{}}}", "layouts: choose one of them with --layout: a, b"},
         {"{layouts:{a:{}}}", "layouts.a: \"layout\" is missing"},
         {"{layouts:{a:{layout:[{x:1}]}}}", "layouts.a.layout[0]: \"y\" is missing"},
         {"{layouts:{a:{layout:[{x:0,y:0,w:9e9}]}}}", "layouts.a.layout[0]: a key too far out or too large"},

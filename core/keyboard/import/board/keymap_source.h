@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+#include "core/keyboard/import/board/keymap_file.h"
+
+namespace tapcore {
+
+/// Whether a text is C and not JSON: apart from comments it does not begin with a bracket.
+bool isKeymapSource(std::string_view text);
+
+/// Reads QMK's `keymap.c`: of the array `keymaps` the layer 0, by its number, by a `#define` or as the first
+/// of an `enum`; else the first one. Words that the file defines are replaced. Throws KeymapError.
+Keymap readKeymapSource(std::string_view text);
+
+}  // namespace tapcore
