@@ -262,6 +262,22 @@ TEST_F(Live, SaysThatTheKernelDroppedEvents) {
     EXPECT_EQ(recorder.end(), 0);
 }
 
+TEST_F(Live, SaysWhatItCouldNotStoreWhenItsFolderIsGone) {
+    bed.plug(keyboard);
+    Program recorder(watching());
+    ASSERT_TRUE(recorder.prints("counts go to")) << recorder.printed;
+    bed.tap(keyboard, KEY_A);
+    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
+    fs::rename(folder, folder.string() + "-away");
+    recorder.signal(SIGTERM);
+    EXPECT_TRUE(recorder.prints("tappora: " + folder.string() +
+                                ": the folder is gone: lost are presses 1, clicks 0 of 2"))
+        << recorder.printed;
+    EXPECT_EQ(recorder.end(), 1);
+    EXPECT_FALSE(fs::exists(folder));
+    fs::rename(folder.string() + "-away", folder);
+}
+
 TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
     const MockDevice tool{.number = 8, .name = "tool " + std::string(200, 'x'), .isVirtual = true};
     bed.plug(keyboard);
@@ -322,6 +338,7 @@ TEST_F(Live, RefusesToStartWithoutAKeyboardOrBesideAnother) {
     EXPECT_TRUE(blind.prints("A keyboard (/dev/input/event5): cannot be read: No such file or directory\n"));
     EXPECT_TRUE(blind.prints("tappora: input devices: there is no keyboard that can be read\n"));
     EXPECT_EQ(blind.end(), 1);
+    EXPECT_TRUE(fs::is_empty(folder));
 
     bed.plug({.number = 7, .name = "Keyboard 7"});
     Program first(watching());
