@@ -28,8 +28,7 @@ tapcore::Descriptor opened(const fs::path& folder) {
     return tapcore::Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-bool isLocked(const fs::path& folder) {
-    const tapcore::Descriptor place = opened(folder);
+bool isLocked(const tapcore::Descriptor& place) {
     struct flock lock = wholeFile(F_WRLCK);
     return place.isOpen() && ::fcntl(place.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
@@ -67,7 +66,25 @@ void PracticeLock::hold() {
 void PracticeLock::release() { held_.clear(); }
 
 bool isPractising(const std::vector<fs::path>& places) {
-    return std::any_of(places.begin(), places.end(), isLocked);
+    return std::any_of(places.begin(), places.end(),
+                       [](const fs::path& folder) { return isLocked(opened(folder)); });
+}
+
+PracticeWatch::PracticeWatch(std::vector<fs::path> places) : places_(std::move(places)) { lookAgain(); }
+
+void PracticeWatch::lookAgain() {
+    auto folders = std::make_shared<Folders>();
+    for (const fs::path& place : places_) folders->push_back(opened(place));
+    const std::lock_guard lock(mutex_);
+    folders_ = std::move(folders);
+}
+
+bool PracticeWatch::isPractising() const {
+    const auto folders = [&] {
+        const std::lock_guard lock(mutex_);
+        return folders_;
+    }();
+    return std::any_of(folders->begin(), folders->end(), isLocked);
 }
 
 }  // namespace tappora

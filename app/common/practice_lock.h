@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
+#include <mutex>
 #include <vector>
 
 #include "app/common/program.h"
@@ -34,5 +36,23 @@ class PracticeLock {
 /// Whether a trainer holds the lock on one of the places. Takes no lock itself, so that those who ask do not
 /// take each other for trainers.
 bool isPractising(const std::vector<std::filesystem::path>& places);
+
+/// The same question for a thread that may not wait for a disk: asking opens nothing.
+class PracticeWatch {
+  public:
+    explicit PracticeWatch(std::vector<std::filesystem::path> places);
+
+    /// Opens the places again, for another thread to do now and then: at first a folder may not be there yet,
+    /// and later another one may have its name.
+    void lookAgain();
+    bool isPractising() const;
+
+  private:
+    using Folders = std::vector<tapcore::Descriptor>;
+
+    std::vector<std::filesystem::path> places_;
+    mutable std::mutex mutex_;
+    std::shared_ptr<const Folders> folders_;
+};
 
 }  // namespace tappora

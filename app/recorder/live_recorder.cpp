@@ -40,6 +40,7 @@ LiveRecorder::Next LiveRecorder::take(Harvest&& harvest, HandOver& handOver) {
     const bool hasReader = !world_.watch || world_.watch(harvest.watched);
     book_.add(harvest.counts);
     if (harvest.hasEndedMinute) {
+        world_.eachMinute();
         followZone(handOver);
         store();
     }

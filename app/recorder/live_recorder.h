@@ -17,7 +17,8 @@ namespace tappora {
 /// What a recorder takes from the world around it.
 struct LiveWorld {
     std::function<tapcore::Instant()>
-        now;  ///< called by the thread that reads, all others by the one that stores
+        now;                           ///< called by the thread that reads, all others by the one that stores
+    std::function<void()> eachMinute;  ///< called before what the minute held is stored
     std::function<std::string()> zone;  ///< the time zone's name; asked for each minute
     std::function<void()> ready;        ///< called once a keyboard is listened to; what it throws ends it
     DayBook::Write tryWrite;            ///< fails when another program is writing in the folder

@@ -56,10 +56,9 @@ EventRules::Options rulesFor(const RecordOptions& options) {
 void printLine(const std::string& line) { print(line + '\n'); }
 
 /// The rules for what is typed now: what is typed in a trainer does not count.
-EventRules::Options liveRulesFor(const RecordOptions& options, const fs::path& folder,
-                                 const Environment& environment) {
+EventRules::Options liveRulesFor(const RecordOptions& options, const PracticeWatch& practice) {
     EventRules::Options rules = rulesFor(options);
-    rules.isPractising = [places = practicePlaces(environment, folder)] { return isPractising(places); };
+    rules.isPractising = [&practice] { return practice.isPractising(); };
     return rules;
 }
 
@@ -201,11 +200,14 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
             writer.write(day, counts, wait);
         };
     };
+    PracticeWatch practice(practicePlaces(environment, writer.root()));
     LiveWorld world{.now = hostNow,
+                    .eachMinute = [&] { practice.lookAgain(); },
                     .zone = tapcore::Calendar::hostZone,
                     .ready =
                         [&] {
                             writer.hold();
+                            practice.lookAgain();
                             tell("counts go to " + writer.days().string());
                         },
                     .tryWrite = writing(Wait::no),
@@ -218,7 +220,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
                     .tell = tell};
     if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
     const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder(liveRulesFor(options, writer.root(), environment), std::move(world)).run(*source);
+    LiveRecorder(liveRulesFor(options, practice), std::move(world)).run(*source);
     output.tellDropped();
 }
 

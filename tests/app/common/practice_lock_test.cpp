@@ -40,11 +40,17 @@ TEST(PracticeLock, IsFoundByTheDataFolderOrByTheUsersSettings) {
     trainer.hold();
     EXPECT_TRUE(isPractising(practicePlaces(startedIn("user"), base / "other")));
     EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "data"))) << "is not there yet";
+    PracticeWatch watch(practicePlaces(startedIn("root"), base / "data"));
     fs::create_directory(base / "data");
     trainer.hold();
+    EXPECT_FALSE(watch.isPractising());
+    watch.lookAgain();
+    EXPECT_TRUE(watch.isPractising());
     EXPECT_TRUE(isPractising(practicePlaces(startedIn("root"), base / "data")));
     EXPECT_TRUE(isPractising(practicePlaces(environmentWith({}), base / "data")));
     EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "other")));
+    trainer.release();
+    EXPECT_FALSE(watch.isPractising());
 }
 
 }  // namespace

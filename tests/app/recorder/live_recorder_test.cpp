@@ -86,6 +86,7 @@ struct World {
         };
         LiveRecorder recorder(
             {}, {.now = [this] { return now; },
+                 .eachMinute = [] {},
                  .zone = [this] { return locked([&] { return zone; }); },
                  .ready = [this] { told.push_back("ready"); },
                  .tryWrite = write,
