@@ -147,19 +147,46 @@ tapcore::KeylayoutImport imported(const std::string& file, tapcore::KeylayoutImp
     }
 }
 
+void checkIDs(const tapcore::KeylayoutImportOptions& options) {
+    if (!options.id) return;
+    if (!tapcore::Store::isSafeLayoutID(*options.id))
+        throw UsageError(fmt::format(
+            "--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", and not auto", *options.id));
+    if (*options.id == options.base)
+        throw UsageError(fmt::format("--id: {} is the base of the layout; choose another", *options.id));
+}
+
+std::set<std::string> bundledIDs(const Environment& environment) {
+    std::set<std::string> ids;
+    for (const Layout& layout : Catalog::read({}, resourceFolder(environment) / "Layouts").layouts)
+        ids.insert(layout.id);
+    return ids;
+}
+
+void tellOf(const tapcore::KeylayoutImport& result, const Asked& asked,
+            const std::set<std::string>& bundled) {
+    const Layout& layout = result.layout;
+    print(harmless(fmt::format("{}: the legends of {} keys, as layout {}\n", asked.output,
+                               layout.legends.size(), layout.id)));
+    if (result.takenID)
+        print(fmt::format(
+            "The id {} is taken, by a layout of the program or by the base; choose another with --id.\n",
+            *result.takenID));
+    else if (bundled.contains(layout.id))
+        print(fmt::format("Among your own layouts it takes the place of the program's {}.\n", layout.id));
+    if (!result.dropped.empty()) print("\nLeft out of it:\n");
+    for (const std::string& sentence : result.dropped) print("  " + harmless(sentence) + "\n");
+}
+
 void import(const Asked& asked, const Environment& environment) {
     requireLayout(knownLayouts(asked, environment), "--base", asked.import.base);
-    if (asked.import.id && !tapcore::Store::isSafeLayoutID(*asked.import.id))
-        throw UsageError(
-            fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", and not auto",
-                        *asked.import.id));
-    const auto [layout, dropped] = imported(asked.file, asked.import);
-    complainOf(tapcore::writeFile(asked.output, layout.text()));
-    if (asked.json) return print(tapcore::jsonText({{"layout", layout.encoded()}, {"dropped", dropped}}));
-    print(fmt::format("{}: the legends of {} keys, as layout {}\n", asked.output, layout.legends.size(),
-                      layout.id));
-    if (!dropped.empty()) print("\nLeft out of it:\n");
-    for (const std::string& sentence : dropped) print("  " + harmless(sentence) + "\n");
+    checkIDs(asked.import);
+    tapcore::KeylayoutImportOptions options = asked.import;
+    options.taken = bundledIDs(environment);
+    const tapcore::KeylayoutImport result = imported(asked.file, options);
+    complainOf(tapcore::writeFile(asked.output, result.layout.text()));
+    if (!asked.json) return tellOf(result, asked, options.taken);
+    print(tapcore::jsonText({{"layout", result.layout.encoded()}, {"dropped", result.dropped}}));
 }
 
 }  // namespace

@@ -31,11 +31,14 @@ struct Kind {
     std::string_view name;
 };
 
-/// The layout asked for, else the one that the keymap is for, when the file has it.
-std::optional<std::string> layoutAskedFor(const JsonValue& layouts, const BoardImportOptions& options) {
+/// The layout asked for, else the one that the keymap is for, when the file has that name.
+std::optional<std::string> layoutAskedFor(const JsonValue& info, const BoardImportOptions& options) {
     if (options.layout || !options.keymap) return options.layout;
     const std::string& named = options.keymap->layout;
-    return layouts.raw().contains(named) ? std::optional(named) : std::nullopt;
+    for (const char* place : {"layouts", "layout_aliases"})
+        if (const auto names = info.optionalMember(place); names && names->raw().contains(named))
+            return named;
+    return std::nullopt;
 }
 
 Kind readDraft(const JsonValue& document, const BoardImportOptions& options) {
@@ -49,7 +52,7 @@ Kind readDraft(const JsonValue& document, const BoardImportOptions& options) {
     if (layout && (hasRows || isVia)) throw JsonError("no layouts to choose from: not a QMK file");
     if (hasRows) return {readEditorBoard(document), editorRows};
     if (isVia) return {readViaBoard(document), "VIA"};
-    return {readFirmwareBoard(document, layoutAskedFor(document.member("layouts"), options)), "QMK"};
+    return {readFirmwareBoard(document, layoutAskedFor(document, options)), "QMK"};
 }
 
 void dropKeysWithoutSize(BoardDraft& draft) {
@@ -124,7 +127,7 @@ Board named(const BoardDraft& draft, std::string_view kind, const BoardImportOpt
     Board board;
     const std::string stem = std::filesystem::path(options.file).stem().string();
     board.name = options.name.value_or(notEmpty(draft.name, notEmpty(stem, "Imported")));
-    board.id = options.id.value_or(notEmpty(slug(board.name), notEmpty(slug(stem), "imported")));
+    board.id = options.id.value_or(notEmpty(slugOf(board.name, options.file), "imported"));
     board.maker = options.maker.value_or(draft.maker);
     board.source = std::string(kind) + " file" + (options.file.empty() ? "" : " " + options.file);
     return board;

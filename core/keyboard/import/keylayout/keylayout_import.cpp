@@ -1,10 +1,12 @@
 #include "core/keyboard/import/keylayout/keylayout_import.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <utility>
 
 #include "core/files/store.h"
+#include "core/foundation/characters.h"
 #include "core/keyboard/import/keylayout/keylayout_actions.h"
 #include "core/keyboard/import/keylayout/keylayout_dropped.h"
 #include "core/keyboard/import/keylayout/keylayout_key_maps.h"
@@ -26,9 +28,26 @@ std::string nameOf(std::string_view file) {
 }
 
 /// An id that a file and a setting may have.
-std::string idOf(const std::string& name) {
-    const std::string id = slug(name);
+std::string idOf(const std::string& name, std::string_view file) {
+    const std::string id = slugOf(name, file);
     return Store::isSafeLayoutID(id) ? id : "imported";
+}
+
+/// The id itself, or the first of ID-2, ID-3 and so on that is free.
+std::string freeID(const std::string& id, const KeylayoutImportOptions& options) {
+    const auto isTaken = [&](const std::string& one) {
+        return one == options.base || options.taken.contains(one);
+    };
+    std::string free = id;
+    for (int number = 2; isTaken(free); ++number) free = id + "-" + std::to_string(number);
+    return free;
+}
+
+bool typesALetter(const Legends& legends) {
+    return std::any_of(legends.begin(), legends.end(), [](const auto& key) {
+        const std::string& plain = key.second.front();
+        return isLetter(plain);
+    });
 }
 
 /// The <layout> elements, one for each kind of board.
@@ -168,13 +187,18 @@ KeylayoutImport importKeylayout(std::string_view bytes, const KeylayoutImportOpt
     std::string name = options.name.value_or(keyboard.attribute("name").value_or(""));
     if (name.empty()) name = nameOf(options.file);
     const LegendsOfFile file(keyboard);
-    return {.layout = {.id = options.id.value_or(idOf(name)),
+    Legends legends = file.legends();
+    if (!typesALetter(legends)) keyboard.fail("no key types a letter");
+    const std::string wanted = options.id.value_or(idOf(name, options.file));
+    const std::string id = options.id ? wanted : freeID(wanted, options);
+    return {.layout = {.id = id,
                        .name = name,
                        .base = options.base,
                        .notes = "Imported from " +
                                 (options.file.empty() ? "a .keylayout file" : options.file) + ".",
-                       .legends = file.legends()},
-            .dropped = file.dropped()};
+                       .legends = std::move(legends)},
+            .dropped = file.dropped(),
+            .takenID = id == wanted ? std::nullopt : std::optional(wanted)};
 }
 
 }  // namespace tapcore

@@ -21,7 +21,8 @@ constexpr std::string_view firmware =
 constexpr std::string_view via = R"({"name": "Six", "matrix": {"rows": 4, "cols": 2}, "layouts": {"keymap": [
     ["0,0", "0,1", {"x": 2}, "2,1", "2,0"], [{"x": 1}, "1,1", {"x": 2}, "3,1"]]}})";
 
-constexpr std::string_view keymapJson = R"keymap({"version": 1, "keyboard": "six", "keymap": "mine", "layout": "LAYOUT",
+constexpr std::string_view keymapJson =
+    R"keymap({"version": 1, "keyboard": "six", "keymap": "mine", "layout": "LAYOUT",
     "layers": [["KC_Q", "LSFT_T(KC_A)", "KC_P", "KC_SCLN", "LT(1, KC_SPC)", "MO(1)"], ["KC_1"]]
 })keymap";
 constexpr std::string_view keymapSource = R"keymap(#include QMK_KEYBOARD_H
@@ -35,7 +36,8 @@ const uint16_t PROGMEM keymaps[][MATRIX_ROWS][MATRIX_COLS] = {
         LT(_RAISE, KC_SPC),   MO(_RAISE)
     ),
 };)keymap";
-constexpr std::string_view savedByVia = R"keymap({"name": "Six", "vendorProductId": 1, "macros": [""], "layers": [
+constexpr std::string_view savedByVia =
+    R"keymap({"name": "Six", "vendorProductId": 1, "macros": [""], "layers": [
     ["KC_Q", "LSFT_T(KC_A)", "KC_NO", "LT(1,KC_SPC)", "KC_SCLN", "KC_P", "KC_NO", "MO(1)"], []]
 })keymap";
 constexpr std::string_view savedByVial = R"keymap({"version": 1, "uid": 17340026170389061234, "layout": [

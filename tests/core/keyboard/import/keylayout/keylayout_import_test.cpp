@@ -155,7 +155,11 @@ TEST(KeylayoutImport, NamesTheLayoutByTheOptionsTheFileOrItsName) {
         {R"(name="Русская")", {}, "imported", "Русская"},
         {R"(name="Auto")", {}, "imported", "Auto"},
         {R"(name="Mine")", {.id = "own", .name = "My Own"}, "own", "My Own"},
-        {R"(name="")", {.file = "Bépo 2.keylayout"}, "b-po-2", "Bépo 2"},
+        {R"(name="")", {.file = "Bépo 2.keylayout"}, "bepo-2", "Bépo 2"},
+        {R"(name="Русская 2")", {.file = "Mine (ru).keylayout"}, "mine-ru", "Русская 2"},
+        {R"(name="QWERTY")", {}, "qwerty-2", "QWERTY"},
+        {R"(name="Bépo")", {.taken = {"bepo", "bepo-2"}}, "bepo-3", "Bépo"},
+        {R"(name="Bépo")", {.id = "bepo", .taken = {"bepo"}}, "bepo", "Bépo"},
         {"", {}, "imported-layout", "Imported layout"},
     };
     for (const auto& [attributes, options, id, name] : cases) {
@@ -170,6 +174,8 @@ TEST(KeylayoutImport, BearsWhateverAFileRepeats) {
     const struct {
         std::string bytes, outcome;
     } cases[] = {
+        {sampleWith(R"(code="0" output="a")", R"(code="0" output="${a}")"),
+         "error: line 2, column 1: no key types a letter\n"},
         {sampleEndingIn(std::string(std::size_t{16} << 20, ' ')), "error: larger than 16 MiB\n"},
         {sampleEndingIn(repeated("<a>", 200'000)),
          "error: line 12, column 600003: not well-formed XML: start-end tags mismatch\n"},
