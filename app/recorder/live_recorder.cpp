@@ -18,7 +18,6 @@ void LiveRecorder::run(EventSource& source) {
                         tapcore::Calendar(zone_));
     tell(reader.findDevices());
     reader.requireKeyboard();
-    world_.ready();
     try {
         storeAllThatComes(reader, signals);
     } catch (...) {
@@ -31,6 +30,7 @@ void LiveRecorder::run(EventSource& source) {
 void LiveRecorder::storeAllThatComes(DeviceReader& reader, const SignalQueue& signals) {
     HandOver handOver;
     std::jthread reading([&](const std::stop_token& stop) { reader.read(signals, stop, handOver); });
+    world_.ready();
     while (auto harvest = handOver.take())
         if (take(std::move(*harvest), handOver) == Next::stop) reading.request_stop();
 }

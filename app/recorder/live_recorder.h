@@ -20,10 +20,10 @@ struct LiveWorld {
         now;                           ///< called by the thread that reads, all others by the one that stores
     std::function<void()> eachMinute;  ///< called before what the minute held is stored
     std::function<std::string()> zone;  ///< the time zone's name; asked for each minute
-    std::function<void()> ready;        ///< called once a keyboard is listened to; what it throws ends it
-    DayBook::Write tryWrite;            ///< fails when another program is writing in the folder
-    DayBook::Write write;               ///< waits for it
-    std::function<void()> stored;       ///< called when counts were stored; throws nothing
+    std::function<void()> ready;  ///< called once a keyboard is listened to, and read; what it throws ends it
+    DayBook::Write tryWrite;      ///< fails when another program is writing in the folder
+    DayBook::Write write;         ///< waits for it
+    std::function<void()> stored;  ///< called when counts were stored; throws nothing
     /// Tells the user what happens: which devices are listened to, what fails. Never a key. Does not wait for
     /// who reads it.
     std::function<void(const std::string& text)> tell;

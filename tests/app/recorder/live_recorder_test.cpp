@@ -88,7 +88,7 @@ struct World {
             {}, {.now = [this] { return now; },
                  .eachMinute = [] {},
                  .zone = [this] { return locked([&] { return zone; }); },
-                 .ready = [this] { told.push_back("ready"); },
+                 .ready = [this] { locked([&] { told.push_back("ready"); }); },
                  .tryWrite = write,
                  .write = write,
                  .stored = [this] { locked([&] { ++updates; }); },
