@@ -135,6 +135,9 @@ void applyKeymap(BoardDraft& draft, const Keymap& keymap) {
             if (const auto* word = key.matrix ? words.at(key.matrix->first, key.matrix->second) : nullptr)
                 give(key, *word);
     }
+    const auto isInKeymap = [](const DraftKey& key) { return key.isInKeymap; };
+    if (std::none_of(draft.keys.begin(), draft.keys.end(), isInKeymap))
+        throw KeymapError("belongs to another board: it has none of the keys of this one");
     exchangeIsoKeys(draft.keys);
 }
 

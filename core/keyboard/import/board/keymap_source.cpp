@@ -10,6 +10,8 @@
 namespace tapcore {
 namespace {
 
+constexpr std::size_t mostLayers = 32;
+
 using Defines = std::map<std::string, std::string, std::less<>>;
 
 bool isWordPart(char c) {
@@ -161,6 +163,9 @@ Keymap readKeymapSource(std::string_view source) {
         throw KeymapError("not a keymap: neither JSON nor C with an array keymaps");
     const auto entries = splitAtCommas(inBrackets(text, open));
     if (entries.empty()) throw KeymapError("the array keymaps is empty");
+    if (entries.size() > mostLayers)
+        throw KeymapError("more than " + std::to_string(mostLayers) +
+                          " layers, which the firmware cannot have");
     std::vector<Layer> layers;
     for (const std::string& entry : entries) layers.push_back(layerIn(entry));
     const auto base = std::find_if(layers.begin(), layers.end(),

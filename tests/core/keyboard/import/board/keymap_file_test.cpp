@@ -85,6 +85,9 @@ TEST(Keymap, SaysWhyItDoesNotBelongToTheBoard) {
         {via, R"({"layers": [[true]]})", "layers[0][0]: not a string"},
         {via, "int main() {}", "not a keymap: neither JSON nor C with an array keymaps"},
         {via, "keymaps[] = {[0] = LAYOUT(KC_A", "a bracket of the keymap is not closed"},
+        {via, R"({"layout": [[]]})", "belongs to another board: it has none of the keys of this one"},
+        {via, "keymaps[] = {1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6}",
+         "more than 32 layers, which the firmware cannot have"},
         {via, "keymaps[] = {}", "the array keymaps is empty"},
     };
     for (const auto& [board, keymap, why] : cases)
