@@ -27,6 +27,12 @@ fs::path homeFolder(const Environment& environment) {
 
 bool hasText(const std::optional<std::string>& text) { return text && !text->empty(); }
 
+std::optional<FolderChoice> namedByEnvironment(const Environment& environment) {
+    const auto named = environment.variable("TAPPORA_FOLDER");
+    if (!hasText(named)) return std::nullopt;
+    return FolderChoice{*named, FolderChoice::Rule::environment};
+}
+
 FolderChoice usualFolder(const fs::path& home) {
     using Rule = FolderChoice::Rule;
     const fs::path root = Store::defaultRoot(home);
@@ -102,15 +108,17 @@ std::string_view FolderChoice::why() const {
 }
 
 FolderChoice chooseFolder(const FolderOptions& options, const Environment& environment) {
-    using Rule = FolderChoice::Rule;
     if (options.folder && options.folder->empty()) throw UsageError("--folder: empty");
-    if (options.folder) return {*options.folder, Rule::option};
-    if (const auto named = environment.variable("TAPPORA_FOLDER"); hasText(named))
-        return {*named, Rule::environment};
-    const fs::path home = homeFolder(environment);
-    if (const auto set = Settings::read(environment).text(folderKey); hasText(set))
-        return {*set, Rule::setting};
-    return usualFolder(home);
+    if (options.folder) return {*options.folder, FolderChoice::Rule::option};
+    if (const auto named = namedByEnvironment(environment)) return *named;
+    (void)homeFolder(environment);
+    return chooseFolder(Settings::read(environment), environment);
+}
+
+FolderChoice chooseFolder(const Settings& settings, const Environment& environment) {
+    if (const auto named = namedByEnvironment(environment)) return *named;
+    if (const auto set = settings.text(folderKey); hasText(set)) return {*set, FolderChoice::Rule::setting};
+    return usualFolder(homeFolder(environment));
 }
 
 Store openStore(const FolderOptions& options, const Environment& environment) {

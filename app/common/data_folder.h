@@ -14,6 +14,7 @@
 namespace tappora {
 
 class CommandSyntax;
+class Settings;
 
 /// The options that every command takes which reads the data folder.
 struct FolderOptions {
@@ -44,6 +45,9 @@ struct FolderChoice {
 /// --folder, else TAPPORA_FOLDER, else the setting "folder.path", else the app's folder in iCloud Drive, else
 /// the folder of an earlier version, else ~/Documents/Tappora.
 FolderChoice chooseFolder(const FolderOptions& options, const Environment& environment);
+
+/// The same without --folder and with settings that were read already.
+FolderChoice chooseFolder(const Settings& settings, const Environment& environment);
 
 /// Opens the data folder for reading, in the format of its settings; of a shared one all machines are read.
 /// Makes nothing. A folder that was named must exist. Failure says why a folder cannot be read.

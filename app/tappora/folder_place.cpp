@@ -117,7 +117,7 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
         complainOf(tapcore::makeFolders(folder));
         all.setText(folderKey, folder.string());
     });
-    const FolderChoice choice = chooseFolder({}, environment);
+    const FolderChoice choice = chooseFolder(settings, environment);
     if (choice.rule == FolderChoice::Rule::environment)
         return print(fmt::format("{}: stored, but TAPPORA_FOLDER overrules it: {}\n",
                                  settings.text(folderKey).value_or("the usual place"), choice.root.string()));

@@ -126,6 +126,25 @@ std::optional<std::string> find(const fs::path& root, std::string_view id) {
     return std::nullopt;
 }
 
+namespace {
+
+/// Makes a folder that has its mark from the first moment: one without would be nobody's.
+Written makeMarked(const fs::path& root, const std::string& name, std::string_view mark) {
+    const fs::path growing = root / newFolder;
+    try {
+        const Written marked = writeFile(growing / marker, mark);
+        const Written named = renameFile(growing, root / name);
+        return marked.isSafe() ? named : marked;
+    } catch (const fs::filesystem_error&) {
+        std::error_code ignored;
+        fs::remove(growing / marker, ignored);
+        fs::remove(growing, ignored);
+        throw;
+    }
+}
+
+}  // namespace
+
 std::string resolve(const fs::path& root, std::string_view id, std::string_view name, const WriteTold& told) {
     const std::string mark = Mark{std::string(id), std::string(name)}.text();
     if (auto known = find(root, id)) {
@@ -134,8 +153,7 @@ std::string resolve(const fs::path& root, std::string_view id, std::string_view 
         return *known;
     }
     std::string own = freeName(root, cut(sanitized(name), longestName));
-    writeFile(root / newFolder / marker, mark).requireSafe();
-    tellUnlessSafe(renameFile(root / newFolder, root / own), told);
+    tellUnlessSafe(makeMarked(root, own, mark), told);
     return own;
 }
 
