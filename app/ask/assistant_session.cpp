@@ -95,7 +95,7 @@ std::unique_ptr<tapcore::Dialogue> AssistantSession::dialogue(Provider provider,
 /// A conversation may last over midnight.
 tapcore::Day AssistantSession::currentDay() const {
     const Environment current = atThisMoment(environment_);
-    return today(options_.folder, current, tapcore::Calendar(current.zone));
+    return today(options_.folder, current, current.calendar);
 }
 
 void AssistantSession::show(const ProviderAccess& access, const std::string& model,
@@ -134,7 +134,7 @@ tapcore::ChatFile AssistantSession::conversation() const {
 void AssistantSession::shelve() const {
     const LockedStore own(options_.folder, environment_);
     const Environment current = atThisMoment(environment_);
-    own.store.shelveChat(current.now, tapcore::Calendar(current.zone));
+    own.store.shelveChat(current.now, current.calendar);
 }
 
 }  // namespace tappora

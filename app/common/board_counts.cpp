@@ -47,7 +47,7 @@ void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, 
 }
 
 BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const Period period = periodOf(options.dates, today(options.folder, environment, calendar), calendar,
                                    BoardCounts::usualDays);
     const tapcore::Store store = openStore(options.folder, environment);

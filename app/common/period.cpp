@@ -1,21 +1,12 @@
 #include "app/common/period.h"
 
 #include <fmt/format.h>
-#include <chrono>
 
 #include "app/common/command_line.h"
 #include "app/common/data_folder.h"
 #include "app/common/terminal.h"
 
 namespace tappora {
-namespace {
-
-std::int64_t daysBetween(const tapcore::Day& first, const tapcore::Day& last,
-                         const tapcore::Calendar& calendar) {
-    return std::chrono::round<std::chrono::days>(last.date(calendar) - first.date(calendar)).count();
-}
-
-}  // namespace
 
 void addPeriodOptions(CommandSyntax& command, PeriodOptions& options, std::int64_t usualDays) {
     const std::string usual = usualDays == 7 ? "six" : std::to_string(usualDays - 1);
@@ -29,7 +20,7 @@ Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const t
     const tapcore::Day last = options.to ? parseDay("--to", *options.to) : today;
     const tapcore::Day first =
         options.from ? parseDay("--from", *options.from) : last.adding(1 - usualDays, calendar);
-    const std::int64_t days = daysBetween(first, last, calendar) + 1;
+    const std::int64_t days = last.daysSince(first) + 1;
     if (days < 1)
         throw UsageError(fmt::format("--from: {} is after {}", first.description(), last.description()));
     return {first, last, days};

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/common/host_clock.h"
 #include "app/common/terminal.h"
 
 namespace tappora {
@@ -34,7 +35,7 @@ Environment hostEnvironment() {
                 return value ? std::optional<std::string>(value) : std::nullopt;
             },
             .now = hostNow(),
-            .zone = tapcore::Calendar::hostZone(),
+            .calendar = hostCalendar(),
             .onTerminal = isatty(STDOUT_FILENO) == 1,
             .columns = terminalColumns(),
             .program = runningProgram()};
@@ -46,7 +47,7 @@ tapcore::Instant hostNow() {
 
 Environment atThisMoment(Environment environment) {
     environment.now = hostNow();
-    environment.zone = tapcore::Calendar::hostZone();
+    followHostZone();
     return environment;
 }
 

@@ -16,7 +16,7 @@ namespace tappora {
 struct Environment {
     std::function<std::optional<std::string>(const std::string& name)> variable;
     tapcore::Instant now;
-    std::string zone;                    ///< the time zone's name
+    tapcore::Calendar calendar;          ///< of the time zone
     bool onTerminal = false;             ///< whether a person reads standard output on a terminal
     std::size_t columns = 0;             ///< of that terminal; 0 where it does not tell
     std::filesystem::path program = {};  ///< the file that is running
@@ -26,7 +26,7 @@ struct Environment {
 Environment hostEnvironment();
 /// Its time alone.
 tapcore::Instant hostNow();
-/// An environment with the host's time and time zone as they are now, for programs that run for days: who
+/// The host's environment with its time and time zone as they are now, for programs that run for days: who
 /// travels sets another zone meanwhile.
 Environment atThisMoment(Environment environment);
 

@@ -38,7 +38,7 @@ fs::path widgetFile(const Environment& environment) {
 
 WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,
                               FileProblems* problems) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Day day = today(options, environment, calendar);
     const tapcore::Store store = openStore(options, environment);
     // First, since it names the file of which the counts cannot be added up.

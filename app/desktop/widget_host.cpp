@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/common/host_clock.h"
 #include "app/common/language.h"
 #include "app/common/widget_file.h"
 #include "core/counting/day.h"
@@ -22,9 +23,8 @@ using tapwidgets::Entry;
 
 WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment)
     : environment_(environment),
-      calendar_(environment.zone),
       places_(environment_),
-      provider_({}, widgetPlaces(environment), hostNow, calendar_),
+      provider_({}, widgetPlaces(environment), hostNow, environment.calendar),
       systemWords_(systemWords(environment)),
       words_(wordsIn(Words::source, environment)),
       language_(Words::source),
@@ -86,7 +86,7 @@ void WidgetHost::placeAll() {
 void WidgetHost::reload() {
     next_ = hostNow() + tapwidgets::Provider::refresh;
     try {
-        takeZone();
+        followHostZone();
         watchFile();
         const tapwidgets::Timeline timeline = provider_.timeline();
         next_ = timeline.policy.after;
@@ -106,14 +106,6 @@ void WidgetHost::watchFile() {
     } catch (const std::system_error& error) {
         complain(error.what());
     }
-}
-
-/// Who travels sets another zone.
-void WidgetHost::takeZone() {
-    const std::string zone = tapcore::Calendar::hostZone();
-    if (std::exchange(environment_.zone, zone) == zone) return;
-    calendar_ = tapcore::Calendar(zone);
-    provider_ = tapwidgets::Provider({}, widgetPlaces(environment_), hostNow, calendar_);
 }
 
 void WidgetHost::schedule() {
@@ -139,7 +131,8 @@ void WidgetHost::draw() {
 }
 
 Instant WidgetHost::nextDay(Instant moment) const {
-    return tapcore::Day(moment, calendar_).adding(1, calendar_).date(calendar_);
+    const tapcore::Calendar& calendar = environment_.calendar;
+    return tapcore::Day(moment, calendar).adding(1, calendar).date(calendar);
 }
 
 }  // namespace tappora

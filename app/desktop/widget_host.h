@@ -36,7 +36,6 @@ class WidgetHost {
 
     void placeAll();
     void reload();
-    void takeZone();
     void watchFile();
     void schedule();
     void show(const tapwidgets::Entry& entry);
@@ -44,7 +43,6 @@ class WidgetHost {
     tapcore::Instant nextDay(tapcore::Instant now) const;
 
     Environment environment_;
-    tapcore::Calendar calendar_;
     WidgetPlaces places_;
     tapwidgets::Provider provider_;
     tapcore::Words systemWords_;

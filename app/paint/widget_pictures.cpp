@@ -73,8 +73,7 @@ tapcore::WidgetSnapshot snapshotOf(const fs::path& path) {
 Entry entryOf(const Options& options, const Environment& environment) {
     if (options.snapshot) return {environment.now, snapshotOf(*options.snapshot)};
     const auto clock = [&] { return environment.now; };
-    return tapwidgets::Provider({}, widgetPlaces(environment), clock, tapcore::Calendar(environment.zone))
-        .snapshot();
+    return tapwidgets::Provider({}, widgetPlaces(environment), clock, environment.calendar).snapshot();
 }
 
 }  // namespace

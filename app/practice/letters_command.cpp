@@ -112,7 +112,7 @@ json toJson(const LetterRow& row) {
 }  // namespace
 
 void printLetters(const PracticeOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Store store = openStore(options.folder, environment);
     const TrainerSetup setup = choosePractice(options, environment, Settings::read(environment), store).setup;
     tapcore::FileProblems problems;

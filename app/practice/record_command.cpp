@@ -44,8 +44,7 @@ std::string text(const RecordOfToday& today) {
         "  last 7 days   {}\n"
         "  in a row      {}\n"
         "  best lesson   {}\n",
-        minutes(today.todaySeconds), minutes(today.goalSeconds), weekText(record), streakText(today),
-        best);
+        minutes(today.todaySeconds), minutes(today.goalSeconds), weekText(record), streakText(today), best);
 }
 
 json toJson(const RecordOfToday& today) {
@@ -61,7 +60,7 @@ json toJson(const RecordOfToday& today) {
 }  // namespace
 
 void printRecord(const PracticeOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Store store = openStore(options.folder, environment);
     const std::int64_t goal =
         choosePractice(options, environment, Settings::read(environment), store).setup.goalSeconds;

@@ -195,7 +195,7 @@ void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Stor
 }  // namespace
 
 void runTrainer(const PracticeOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Store store = openStore(options.folder, environment);
     const Settings settings = Settings::read(environment);
     PracticeChoice choice = choosePractice(options, environment, settings, store);

@@ -112,7 +112,7 @@ void FolderWriter::refreshMonths(Wait wait) {
 
 void FolderWriter::tryRefreshing(Wait wait) {
     const Environment current = atThisMoment(environment_);
-    const tapcore::Day now = today(options_.folder, current, tapcore::Calendar(current.zone));
+    const tapcore::Day now = today(options_.folder, current, current.calendar);
     if (summedUpTo_ == now && !(oldestUnsummed_ && *oldestUnsummed_ < now)) return;
     const auto locked = lock(wait);
     if (!locked) return;

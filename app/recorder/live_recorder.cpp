@@ -13,9 +13,7 @@ namespace tappora {
 
 void LiveRecorder::run(EventSource& source) {
     const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
-    zone_ = world_.zone();
-    DeviceReader reader(source, std::move(options_), bool(world_.watch), world_.now,
-                        tapcore::Calendar(zone_));
+    DeviceReader reader(source, std::move(options_), bool(world_.watch), world_.now, world_.calendar());
     tell(reader.findDevices());
     reader.requireKeyboard();
     try {
@@ -41,7 +39,7 @@ LiveRecorder::Next LiveRecorder::take(Harvest&& harvest, HandOver& handOver) {
     book_.add(harvest.counts);
     if (harvest.hasEndedMinute) {
         world_.eachMinute();
-        followZone(handOver);
+        handOver.changeCalendar(world_.calendar());
         store();
     }
     return hasReader ? Next::goOn : Next::stop;
@@ -52,11 +50,6 @@ void LiveRecorder::tell(const Harvest& harvest) const {
     if (harvest.drops == 0) return;
     const std::string times = harvest.drops == 1 ? "" : fmt::format(" ({} times)", harvest.drops);
     world_.tell("some presses were not seen: the machine was too busy" + times);
-}
-
-void LiveRecorder::followZone(HandOver& handOver) {
-    if (const std::string zone = world_.zone(); std::exchange(zone_, zone) != zone)
-        handOver.changeCalendar(tapcore::Calendar(zone));
 }
 
 void LiveRecorder::store() {

@@ -19,7 +19,7 @@ struct LiveWorld {
     std::function<tapcore::Instant()>
         now;                           ///< called by the thread that reads, all others by the one that stores
     std::function<void()> eachMinute;  ///< called before what the minute held is stored
-    std::function<std::string()> zone;  ///< the time zone's name; asked for each minute
+    std::function<tapcore::Calendar()> calendar;  ///< of the time zone; asked for each minute
     std::function<void()> ready;  ///< called once a keyboard is listened to, and read; what it throws ends it
     DayBook::Write tryWrite;      ///< fails when another program is writing in the folder
     DayBook::Write write;         ///< waits for it
@@ -53,7 +53,6 @@ class LiveRecorder {
     void storeAllThatComes(DeviceReader& reader, const SignalQueue& signals);
     Next take(Harvest&& harvest, HandOver& handOver);
     void tell(const Harvest& harvest) const;
-    void followZone(HandOver& handOver);
     void finish();
     void store();
     void storeBy(const DayBook::Write& write);
@@ -61,7 +60,6 @@ class LiveRecorder {
 
     EventRules::Options options_;
     LiveWorld world_;
-    std::string zone_;
     DayBook book_;
     bool isFailing_ = false;  ///< to store
 };

@@ -141,7 +141,7 @@ void requirePrinted() {
 }
 
 void replayFile(const std::string& file, const RecordOptions& options, const Environment& environment) {
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Instant starting = startOf(options, calendar);
     const Recording recording = readRecording(file);
     warnOf(file, recording);
@@ -203,7 +203,7 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
     PracticeWatch practice(practicePlaces(environment, writer.root()));
     LiveWorld world{.now = hostNow,
                     .eachMinute = [&] { practice.lookAgain(); },
-                    .zone = tapcore::Calendar::hostZone,
+                    .calendar = [&] { return atThisMoment(environment).calendar; },
                     .ready =
                         [&] {
                             writer.hold();

@@ -22,7 +22,7 @@ void dayCommand(CommandLine& line, const Environment& environment) {
     line.parse();
 
     const tapcore::Day day =
-        date ? parseDay("DATE", *date) : today(folder, environment, tapcore::Calendar(environment.zone));
+        date ? parseDay("DATE", *date) : today(folder, environment, environment.calendar);
     const tapcore::Store store = openStore(folder, environment);
     const auto written = format ? parseFormat("--format", *format) : store.format;
     const std::string place = store.url(day).replace_extension().string();

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -126,10 +125,7 @@ std::string topSection(const tapcore::Summary& summary, const tapcore::Legends& 
 
 std::string weekday(const tapcore::Day& day) {
     constexpr std::array names = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(day.year)),
-                                           std::chrono::month(static_cast<unsigned>(day.month)),
-                                           std::chrono::day(static_cast<unsigned>(day.day)));
-    return names[std::chrono::weekday(date).c_encoding()];
+    return names[day.weekday()];
 }
 
 }  // namespace tappora

@@ -195,7 +195,7 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
 }
 
 void refreshMonths(const FolderOptions& options, const Environment& environment) {
-    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
+    const Day now = today(options, environment, environment.calendar);
     const LockedStore locked(options, environment);
     LongWork work("summing months");
     work.requireDone(locked.store.refreshRollups(now, work.progress()));
@@ -205,7 +205,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
 
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
     const Store store = openStore(options, environment);
-    const Day now = today(options, environment, tapcore::Calendar(environment.zone));
+    const Day now = today(options, environment, environment.calendar);
     const tapcore::FileProblems problems =
         tapcore::checkFolder(store, now, tapcore::leftOutOf<tapcore::PracticeDay>);
     if (json) {

@@ -80,7 +80,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     addFolderOptions(line, folder);
     line.parse();
 
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Day day = today(folder, environment, calendar);
     const tapcore::Store store = openStore(folder, environment);
     tapcore::FileProblems problems;

@@ -51,7 +51,7 @@ mcp::Offer offerOf(const FolderOptions& folder, const KeyboardOptions& options,
     const auto keyboard = AssistantKeyboard::of(options, environment, store);
     const auto day = [folder, environment] {
         const Environment current = atThisMoment(environment);
-        return today(folder, current, tapcore::Calendar(current.zone));
+        return today(folder, current, current.calendar);
     };
     return {.tools = [=] { return assistantTools(store, keyboard, day()); },
             .prompt = [=] { return assistantPrompt(store, keyboard, std::nullopt); },

@@ -27,7 +27,7 @@ void promptCommand(CommandLine& line, const Environment& environment) {
 
     const tapcore::Store store = openStore(folder, environment);
     const auto prompt = assistantPrompt(store, AssistantKeyboard::of(keyboard, environment, store), language);
-    const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
+    const tapcore::Day day = today(folder, environment, environment.calendar);
     std::string text;
     if (introduced)
         text = std::string(tapcore::AgentPrompt::opening()) + "\n" +

@@ -36,7 +36,7 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
     addFolderOptions(line, folder);
     line.parse();
 
-    const tapcore::Calendar calendar(environment.zone);
+    const tapcore::Calendar& calendar = environment.calendar;
     const Period period = periodOf(dates, today(folder, environment, calendar), calendar);
     tapcore::FileProblems problems;
     const tapcore::Store store = openStore(folder, environment);

@@ -93,7 +93,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     line.parse();
 
     const tapcore::Store store = openStore(folder, environment);
-    const tapcore::Day day = today(folder, environment, tapcore::Calendar(environment.zone));
+    const tapcore::Day day = today(folder, environment, environment.calendar);
     tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
     if (name.empty()) return print(asJSON ? jsonText(toJson(tools.specs())) : listOf(tools.specs()));
     const Spec spec = specOf(tools, name);

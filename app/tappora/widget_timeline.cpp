@@ -47,8 +47,7 @@ json toJson(const Widget& widget, const Timeline& timeline, const tapcore::Words
 
 void printTimelines(const Environment& environment) {
     const tapwidgets::Provider provider(
-        std::nullopt, widgetPlaces(environment), [&] { return environment.now; },
-        tapcore::Calendar(environment.zone));
+        std::nullopt, widgetPlaces(environment), [&] { return environment.now; }, environment.calendar);
     const tapcore::Words words = systemWords(environment);
     json all = json::array();
     for (const Widget& widget : tapwidgets::bundle) all.push_back(toJson(widget, provider.timeline(), words));

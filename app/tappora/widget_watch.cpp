@@ -107,7 +107,7 @@ void watchSnapshot(const FolderOptions& options, const Environment& environment)
     printer.printNew(options, environment);
     while (true) {
         Environment current = atThisMoment(environment);
-        const tapcore::Calendar calendar(current.zone);
+        const tapcore::Calendar& calendar = current.calendar;
         if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait()) break;
         current = atThisMoment(environment);
         printer.attempt([&] {

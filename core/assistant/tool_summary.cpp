@@ -22,10 +22,6 @@ std::string listOf(const std::vector<std::string>& items) {
     return items.empty() ? "none" : joined(items, ", ");
 }
 
-std::int64_t daysBetween(const Day& first, const Day& last, const Calendar& calendar) {
-    return std::chrono::floor<std::chrono::days>(last.date(calendar) - first.date(calendar)).count();
-}
-
 std::string periodLine(const Period& period) {
     const auto typed = std::count_if(period.sum.byDay.begin(), period.sum.byDay.end(),
                                      [](const Summary::DayTotal& day) { return day.keystrokes >= 1; });
@@ -97,7 +93,7 @@ std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohma
     period.last = (to ? *Day::parse(*to) : today).adding(0, calendar);
     period.first = from ? Day::parse(*from)->adding(0, calendar) : period.last.adding(-6, calendar);
     if (period.first > period.last) return toolError("\"from\" is after \"to\".");
-    period.days = daysBetween(period.first, period.last, calendar) + 1;
+    period.days = period.last.daysSince(period.first) + 1;
     period.isCut = period.days > spanLimit;
     if (period.isCut) {
         period.days = spanLimit;

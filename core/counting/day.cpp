@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "core/foundation/checked.h"
+#include "core/foundation/civil_date.h"
 #include "core/foundation/integers.h"
 
 namespace tapcore {
@@ -28,6 +29,8 @@ std::optional<std::array<std::string_view, 3>> threePieces(std::string_view text
     if (count != pieces.size()) return std::nullopt;
     return pieces;
 }
+
+std::int64_t numberOf(const Day& day) { return dayNumber({day.year, day.month, day.day}); }
 
 }  // namespace
 
@@ -63,8 +66,13 @@ Instant Day::date(const Calendar& calendar) const {
     return calendar.moment({.year = year, .month = month, .day = day});
 }
 
-Day Day::adding(std::int64_t days, const Calendar& calendar) const {
-    return Day(calendar.moment({.year = year, .month = month, .day = checkedSum(day, days)}), calendar);
+Day Day::adding(std::int64_t days, const Calendar&) const {
+    const CivilDate date = civilDate(checkedSum(numberOf(*this), days));
+    return Day(date.year, date.month, date.day);
 }
+
+std::int64_t Day::daysSince(const Day& other) const { return numberOf(*this) - numberOf(other); }
+
+std::size_t Day::weekday() const { return weekdayOf(numberOf(*this)); }
 
 }  // namespace tapcore

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,8 +34,13 @@ struct Day {
 
     /// The day's start in the calendar.
     Instant date(const Calendar& calendar) const;
-    /// The day so many calendar days later, or earlier when negative.
+    /// The day so many calendar days later, or earlier when negative. Every calendar is the Gregorian one:
+    /// its zone has no say, also where its clocks once skipped a day.
     Day adding(std::int64_t days, const Calendar& calendar) const;
+    /// How many days later than `other` this one is; negative for an earlier one.
+    std::int64_t daysSince(const Day& other) const;
+    /// The day of the week, from 0 for Sunday.
+    std::size_t weekday() const;
 
     auto operator<=>(const Day&) const = default;
 };

@@ -2,8 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
-#include <string>
+#include <functional>
 #include <string_view>
 
 namespace tapcore {
@@ -24,33 +23,27 @@ struct LocalTime {
 };
 
 /// The Gregorian calendar in one time zone; it alone knows where days and hours begin.
-/// Copies are independent; one calendar serves one thread at a time.
+/// One calendar serves one thread at a time.
 class Calendar {
   public:
+    /// How far the clocks of a zone are ahead of UTC at a moment: less than 26 hours, in either direction.
+    using Offset = std::function<std::chrono::seconds(Instant moment)>;
+
+    /// The zone whose clocks are ahead by this.
+    explicit Calendar(Offset offset);
     /// `zone` is an IANA name ("Europe/Berlin") or "UTC". Throws std::invalid_argument naming an unknown one.
     explicit Calendar(std::string_view zone);
-    Calendar(const Calendar& other);
-    Calendar(Calendar&&) noexcept;
-    Calendar& operator=(Calendar other) noexcept;
-    ~Calendar();
-
-    /// The name of the zone the machine is set to (its TZ, else its own setting).
-    static std::string hostZone();
 
     /// What clocks in this zone show at a moment.
     LocalTime local(Instant moment) const;
 
     /// The moment at which clocks in this zone show `time`. Fields past their range roll over (31 February is
-    /// 3 March); of a time that comes twice the first, and one that is skipped lies as far behind the gap's
-    /// start.
+    /// 3 March); a time that comes twice is the first of the two, and one that is skipped is as far behind
+    /// the gap's start.
     Instant moment(const LocalTime& time) const;
 
-    /// The day of the week of a moment, from 0 for Sunday.
-    std::size_t weekday(Instant moment) const;
-
   private:
-    struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    Offset offset_;
 };
 
 }  // namespace tapcore

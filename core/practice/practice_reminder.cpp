@@ -33,7 +33,8 @@ std::vector<Instant> PracticeReminder::plan(Instant now, std::int64_t count, boo
                                                     .day = day.day,
                                                     .hour = minute / 60,
                                                     .minute = minute % 60});
-            if (moment > now) plan.push_back(moment);
+            const bool isOfDay = Day(moment, calendar) == day;  // clocks may have skipped it
+            if (isOfDay && moment > now) plan.push_back(moment);
         }
     }
     return plan;

@@ -17,12 +17,11 @@ using nlohmann::json;
 using DayBar = WidgetSnapshot::DayBar;
 using HeatKey = WidgetSnapshot::HeatKey;
 
-std::vector<DayBar> barsOf(const Summary& week, const Day& today, std::string_view locale,
-                           const Calendar& calendar) {
+std::vector<DayBar> barsOf(const Summary& week, const Day& today, std::string_view locale) {
     const std::array<std::string, 7> names = weekdayNames(locale);
     std::vector<DayBar> bars;
     for (const auto& [day, keystrokes] : week.byDay)
-        bars.push_back({names[calendar.weekday(day.date(calendar))], keystrokes, day == today});
+        bars.push_back({names[day.weekday()], keystrokes, day == today});
     return bars;
 }
 
@@ -141,12 +140,12 @@ WidgetSnapshot snapshotOf(const JsonValue& value) {
 
 WidgetSnapshot::WidgetSnapshot(const Day& ofDay, const Tally& tally, std::optional<std::int64_t> compared,
                                const Summary& summary, const Heatmap* heatmap, const Board* board,
-                               std::string_view locale, std::string ofLanguage, const Calendar& calendar)
+                               std::string_view locale, std::string ofLanguage, const Calendar&)
     : day(ofDay.description()), comparison(compared), language(std::move(ofLanguage)) {
     const auto hours = tally.byHour();
     byHour.assign(hours.begin(), hours.end());
     today = tally.total();
-    week = barsOf(summary, ofDay, locale, calendar);
+    week = barsOf(summary, ofDay, locale);
     if (board) {
         boardName = board->maker + " " + board->name;
         bounds = board->bounds();

@@ -62,8 +62,9 @@ struct WidgetSnapshot {
     std::optional<MapColor> mapColor;        ///< the usual one when absent
 
     WidgetSnapshot() = default;
-    /// Today's figures; `heatmap` and `board` may be null. `locale` gives the names of the weekdays. The
-    /// colour is left to the caller. Fatal when the day's presses leave 64 bits.
+    /// Today's figures; `heatmap` and `board` may be null. `locale` gives the names of the weekdays, which
+    /// are those of the dates in any zone's calendar. The colour is left to the caller. Fatal when the day's
+    /// presses leave 64 bits.
     WidgetSnapshot(const Day& day, const Tally& today, std::optional<std::int64_t> comparison,
                    const Summary& week, const Heatmap* heatmap, const Board* board, std::string_view locale,
                    std::string language, const Calendar& calendar);

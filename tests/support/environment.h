@@ -20,7 +20,7 @@ inline Environment environmentWith(Variables variables, bool onTerminal = false)
                 return found == variables.end() ? std::nullopt : std::optional(found->second);
             },
             .now = std::chrono::sys_days(std::chrono::year(2026) / 9 / 20) + 14h + 30min,
-            .zone = "UTC",
+            .calendar = tapcore::Calendar("UTC"),
             .onTerminal = onTerminal};
 }
 

@@ -14,7 +14,7 @@ Environment environment(const fs::path& program, std::optional<std::string> name
         .variable =
             [named](const std::string& name) { return name == "TAPPORA_RESOURCES" ? named : std::nullopt; },
         .now = {},
-        .zone = "UTC",
+        .calendar = tapcore::Calendar("UTC"),
         .program = program};
 }
 

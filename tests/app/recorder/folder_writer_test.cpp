@@ -32,7 +32,7 @@ class Writer : public testing::Test {
         const auto nothing = [](const std::string&) { return std::nullopt; };
         return {{folder, tapcore::FileFormat::org},
                 options,
-                {.variable = nothing, .now = {}, .zone = "UTC"},
+                {.variable = nothing, .now = {}, .calendar = tapcore::Calendar("UTC")},
                 [this](const std::string& text) { told += text; }};
     }
 

@@ -87,7 +87,7 @@ struct World {
         LiveRecorder recorder(
             {}, {.now = [this] { return now; },
                  .eachMinute = [] {},
-                 .zone = [this] { return locked([&] { return zone; }); },
+                 .calendar = [this] { return locked([&] { return tapcore::Calendar(zone); }); },
                  .ready = [this] { locked([&] { told.push_back("ready"); }); },
                  .tryWrite = write,
                  .write = write,

@@ -113,7 +113,7 @@ class Replay : public testing::Test {
     Environment environment() const {
         return {.variable = [run = folder / "run"](const std::string&) { return run.string(); },
                 .now = {},
-                .zone = "UTC"};
+                .calendar = tapcore::Calendar("UTC")};
     }
 
     void play(const std::string& file, const std::string& format = "org") const {

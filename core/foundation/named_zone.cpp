@@ -1,0 +1,88 @@
+#include "core/foundation/named_zone.h"
+
+#include <unicode/ucal.h>
+#include <unicode/ustring.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "core/foundation/fatal.h"
+
+namespace tapcore {
+namespace {
+
+void require(UErrorCode status) {
+    if (U_FAILURE(status)) fatal(std::string("the calendar failed: ") + u_errorName(status));
+}
+
+std::u16string utf16(std::string_view text) {
+    std::u16string result(text.size(), u'\0');
+    std::int32_t size = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strFromUTF8(result.data(), static_cast<std::int32_t>(result.size()), &size, text.data(),
+                  static_cast<std::int32_t>(text.size()), &status);
+    result.resize(U_FAILURE(status) ? 0 : static_cast<std::size_t>(size));
+    return result;
+}
+
+/// ICU takes any name for a zone and calls those it does not know this.
+constexpr std::u16string_view unknownZone = u"Etc/Unknown";
+
+bool isKnownZone(const std::u16string& zone) {
+    if (zone.empty()) return false;
+    UChar canonical[128];
+    UErrorCode status = U_ZERO_ERROR;
+    UBool isSystem = false;
+    ucal_getCanonicalTimeZoneID(zone.data(), static_cast<std::int32_t>(zone.size()), canonical, 128,
+                                &isSystem, &status);
+    return U_SUCCESS(status) && zone != unknownZone;
+}
+
+struct Close {
+    void operator()(UCalendar* calendar) const { ucal_close(calendar); }
+};
+
+std::chrono::milliseconds field(const UCalendar& calendar, UCalendarDateFields name) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::chrono::milliseconds value(ucal_get(&calendar, name, &status));
+    require(status);
+    return value;
+}
+
+/// A zone's clocks. Copies are independent, so that two threads may have one each.
+class Clock {
+  public:
+    explicit Clock(UCalendar* opened) : calendar_(opened) {}
+    Clock(const Clock& other) {
+        UErrorCode status = U_ZERO_ERROR;
+        calendar_.reset(ucal_clone(other.calendar_.get(), &status));
+        require(status);
+    }
+    Clock(Clock&&) noexcept = default;
+
+    std::chrono::seconds operator()(Instant moment) const {
+        UErrorCode status = U_ZERO_ERROR;
+        ucal_setMillis(calendar_.get(), static_cast<UDate>(moment.time_since_epoch().count()), &status);
+        require(status);
+        return std::chrono::floor<std::chrono::seconds>(field(*calendar_, UCAL_ZONE_OFFSET) +
+                                                        field(*calendar_, UCAL_DST_OFFSET));
+    }
+
+  private:
+    std::unique_ptr<UCalendar, Close> calendar_;
+};
+
+}  // namespace
+
+Calendar::Offset namedZone(std::string_view name) {
+    const std::u16string zone = utf16(name);
+    if (!isKnownZone(zone)) throw std::invalid_argument("unknown time zone: " + std::string(name));
+    UErrorCode status = U_ZERO_ERROR;
+    Clock clock(ucal_open(zone.data(), static_cast<std::int32_t>(zone.size()), "en_US_POSIX", UCAL_GREGORIAN,
+                          &status));
+    require(status);
+    return clock;
+}
+
+}  // namespace tapcore
