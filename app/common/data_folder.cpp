@@ -143,10 +143,11 @@ tapcore::Day today(const FolderOptions& options, const Environment& environment,
     return options.today ? parseDay("--today", *options.today) : tapcore::Day(environment.now, calendar);
 }
 
-std::int64_t hourReached(const tapcore::Day& today, const Environment& environment,
-                         const tapcore::Calendar& calendar) {
-    const bool isOver = today != tapcore::Day(environment.now, calendar);
-    return isOver ? tapcore::Tally::hours - 1 : calendar.local(environment.now).hour;
+double hoursPassed(const tapcore::Day& today, const Environment& environment,
+                   const tapcore::Calendar& calendar) {
+    if (today != tapcore::Day(environment.now, calendar)) return tapcore::Tally::hours;
+    const tapcore::LocalTime time = calendar.local(environment.now);
+    return static_cast<double>(time.hour * 3600 + time.minute * 60 + time.second) / 3600;
 }
 
 tapcore::Day parseDay(std::string_view what, std::string_view text) {

@@ -70,9 +70,10 @@ struct LockedStore {
 tapcore::Day today(const FolderOptions& options, const Environment& environment,
                    const tapcore::Calendar& calendar);
 
-/// The hour that `today` has reached: 23 for a day that is not the environment's own.
-std::int64_t hourReached(const tapcore::Day& today, const Environment& environment,
-                         const tapcore::Calendar& calendar);
+/// How many hours of `today` have passed on the clock, 9.5 at half past nine; 24 for a day that is not the
+/// environment's own.
+double hoursPassed(const tapcore::Day& today, const Environment& environment,
+                   const tapcore::Calendar& calendar);
 
 /// The day that an option or argument names: UsageError naming both when it is none.
 tapcore::Day parseDay(std::string_view what, std::string_view text);

@@ -46,7 +46,7 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
     const tapcore::Tally counted = store.read(day).tally;
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar);
     const auto comparison =
-        tapcore::Comparison::percent(counted.byHour(), usual, hourReached(day, environment, calendar));
+        tapcore::Comparison::percent(counted.byHour(), usual, hoursPassed(day, environment, calendar));
     const tapcore::Board board = Keyboards(environment, store).chosenBoard({});
     // Keys of a widget bear no legends, so that any layout gives the same.
     const tapcore::Heatmap heatmap(board, {}, month.byKey, {});

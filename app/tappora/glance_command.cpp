@@ -26,14 +26,14 @@ struct Glance {
     std::optional<std::int64_t> comparison;
 };
 
-Glance read(const tapcore::Store& store, const tapcore::Day& day, std::int64_t hour,
+Glance read(const tapcore::Store& store, const tapcore::Day& day, double hours,
             const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
     Glance glance{.day = day, .today = {}, .week = store.summary(7, day, calendar), .comparison = {}};
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar, &problems);
     const std::string place = store.url(day).string();
     const tapcore::FatalContext context("summing up", place);
     glance.today.add(day, store.read(day, &problems));
-    glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hour);
+    glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hours);
     return glance;
 }
 
@@ -84,7 +84,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Day day = today(folder, environment, calendar);
     const tapcore::Store store = openStore(folder, environment);
     tapcore::FileProblems problems;
-    const Glance glance = read(store, day, hourReached(day, environment, calendar), calendar, problems);
+    const Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
     complainOf(problems);
     if (!json && store.days().empty()) return print(welcome(store));
     const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;

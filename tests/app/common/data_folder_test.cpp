@@ -31,17 +31,18 @@ TEST(DataFolder, TodayIsTheDayInTheEnvironmentsZoneUnlessNamed) {
 
 TEST(DataFolder, OnlyTheDayThatIsUnderWayHasReachedAnHour) {
     const Calendar utc("UTC");
-    EXPECT_EQ(hourReached({2026, 9, 20}, environmentWith({}), utc), 14);
-    EXPECT_EQ(hourReached({2026, 9, 19}, environmentWith({}), utc), 23);
-    EXPECT_EQ(hourReached({2026, 9, 20}, environmentWith({}), Calendar("Asia/Tokyo")), 23);
-    EXPECT_EQ(hourReached({2026, 9, 21}, environmentWith({}), Calendar("Pacific/Auckland")), 2);
+    EXPECT_EQ(hoursPassed({2026, 9, 20}, environmentWith({}), utc), 14.5);
+    EXPECT_EQ(hoursPassed({2026, 9, 19}, environmentWith({}), utc), 24);
+    EXPECT_EQ(hoursPassed({2026, 9, 20}, environmentWith({}), Calendar("Asia/Tokyo")), 23.5);
+    EXPECT_EQ(hoursPassed({2026, 9, 21}, environmentWith({}), Calendar("Pacific/Auckland")), 2.5);
 }
 
 TEST(DataFolder, TwoProcessesThatShareItAtOneMomentMakeOneSubfolder) {
     for (int round = 0; round < 20; ++round) {
         const tapcore::TemporaryFolder folder;
         std::filesystem::create_directory(folder / "data");
-        const auto environment = environmentWith({{"HOME", folder.path()}, {"XDG_RUNTIME_DIR", folder.path()},
+        const auto environment = environmentWith({{"HOME", folder.path()},
+                                                  {"XDG_RUNTIME_DIR", folder.path()},
                                                   {"TAPPORA_FOLDER", folder / "data"}});
         int gate[2];
         ASSERT_EQ(::pipe(gate), 0);

@@ -20,37 +20,40 @@ TEST(Comparison, IsTheDifferenceFromTheMeanOfTheSameHoursInWholePerCent) {
     struct Case {
         const char* what;
         std::map<std::size_t, std::int64_t> today;
-        std::int64_t hour;
+        double hours;
         std::optional<std::int64_t> percent;
     };
     const Case cases[] = {
-        {"up to and with the hour: 60 against 180 / 3", {{8, 60}}, 9, 0},
-        {"hours to come do not count on either side", {{8, 60}, {10, 999}}, 9, 0},
-        {"more than usual", {{0, 75}}, 9, 25},
-        {"less than usual", {{0, 45}}, 9, -25},
-        {"nothing yet", {}, 9, -100},
+        {"up to the hour: 60 against 180 / 3", {{8, 60}}, 10, 0},
+        {"of the hour under way its part: 60 against 150 / 3 + 10 / 2", {{8, 60}}, 9.5, 9},
+        {"what is typed in it counts whole: 55 against the same", {{8, 50}, {9, 5}}, 9.5, 0},
+        {"hours to come do not count on either side", {{8, 60}, {11, 999}}, 10, 0},
+        {"more than usual", {{0, 75}}, 10, 25},
+        {"less than usual", {{0, 45}}, 10, -25},
+        {"nothing yet", {}, 10, -100},
         {"days without a press in these hours count among the usual ones: 50 against 150 / 3",
          {{8, 50}},
-         8,
+         9,
          0},
-        {"nobody types by then", {{0, 10}}, 7, std::nullopt},
-        {"a figure past 64 bits", {{8, std::numeric_limits<std::int64_t>::max()}}, 9, std::nullopt},
+        {"nobody types by then", {{0, 10}}, 8, std::nullopt},
+        {"a day that is over: 1081 against 1081 / 3", {{8, 81}, {23, 1000}}, 24, 200},
+        {"a figure past 64 bits", {{8, std::numeric_limits<std::int64_t>::max()}}, 10, std::nullopt},
     };
     for (const Case& each : cases)
-        EXPECT_EQ(Comparison::percent(hours(each.today), usual, each.hour), each.percent) << each.what;
+        EXPECT_EQ(Comparison::percent(hours(each.today), usual, each.hours), each.percent) << each.what;
 }
 
 TEST(Comparison, RoundsAHalfAwayFromZero) {
     const std::vector usual(3, hours({{8, 200}}));
-    EXPECT_EQ(Comparison::percent(hours({{8, 201}}), usual, 23), 1);
-    EXPECT_EQ(Comparison::percent(hours({{8, 199}}), usual, 23), -1);
+    EXPECT_EQ(Comparison::percent(hours({{8, 201}}), usual, 24), 1);
+    EXPECT_EQ(Comparison::percent(hours({{8, 199}}), usual, 24), -1);
 }
 
 TEST(Comparison, NeedsThreeDaysWithTyping) {
     const auto typed = hours({{8, 10}});
     const auto untouched = hours({});
-    EXPECT_EQ(Comparison::percent(typed, {typed, untouched, typed}, 23), std::nullopt);
-    EXPECT_EQ(Comparison::percent(typed, {typed, untouched, typed, typed}, 23), 0);
+    EXPECT_EQ(Comparison::percent(typed, {typed, untouched, typed}, 24), std::nullopt);
+    EXPECT_EQ(Comparison::percent(typed, {typed, untouched, typed, typed}, 24), 0);
 }
 
 }  // namespace
