@@ -26,20 +26,31 @@ bool anyHolds(const Letters& words, const std::string& letter) {
                        [&](const std::string& word) { return word.find(letter) != std::string::npos; });
 }
 
-/// So many words for one letter, of all letters when the open ones make none that hold it.
-Letters wordsFor(const LetterModel& model, const Letters& open, const std::string& letter, std::int64_t count,
-                 SeededRandom& rng) {
-    Letters words = model.lesson(open, letter, count, rng);
-    return anyHolds(words, letter) ? words : model.lesson(joined(open, model.order), letter, count, rng);
+/// A share of few words may hold its letter by bad luck nowhere; after so many, the letters make no such
+/// words.
+constexpr int triesForShare = 25;
+
+/// So many words for one letter of these letters.
+Letters wordsFor(const LetterModel& model, const Letters& letters, const std::string& letter,
+                 std::int64_t count, SeededRandom& rng) {
+    Letters words = model.lesson(letters, letter, count, rng);
+    for (int tries = 1; tries < triesForShare && !anyHolds(words, letter); ++tries)
+        words = model.lesson(letters, letter, count, rng);
+    return words;
 }
 
-/// Words in turn for each of the letters.
-Letters mixedWords(const LetterModel& model, const Letters& open, const Letters& letters, std::int64_t count,
-                   SeededRandom& rng) {
-    const auto shares = static_cast<std::int64_t>(letters.size());
+/// Words in turn for each of the letters that are stressed. For one that was asked for and that the open ones
+/// make no words with, they are of all letters.
+Letters mixedWords(const LetterModel& model, const Letters& open, const Letters& stressed, bool isAskedFor,
+                   std::int64_t count, SeededRandom& rng) {
+    const auto shares = static_cast<std::int64_t>(stressed.size());
+    const std::int64_t wordsOfShare = (count + shares - 1) / shares;
     std::vector<Letters> words;
-    for (const std::string& letter : letters)
-        words.push_back(wordsFor(model, open, letter, (count + shares - 1) / shares, rng));
+    for (const std::string& letter : stressed) {
+        words.push_back(wordsFor(model, open, letter, wordsOfShare, rng));
+        if (isAskedFor && !anyHolds(words.back(), letter))
+            words.back() = model.lesson(joined(open, model.order), letter, wordsOfShare, rng);
+    }
     Letters mixed;
     for (std::int64_t i = 0; i < count; ++i) {
         const Letters& share = words[static_cast<std::size_t>(i % shares)];
@@ -69,8 +80,9 @@ LessonPlan planLesson(const LetterModel& model, const PracticeRules& rules, cons
     if (plan.stressed.empty())
         if (const auto focus = rules.focus(plan.open, practised)) plan.stressed = {*focus};
     const Letters letters = joined(plan.open, plan.stressed);
-    plan.words =
-        plan.stressed.empty() ? Letters{} : mixedWords(model, letters, plan.stressed, wish.words, rng);
+    plan.words = plan.stressed.empty()
+                     ? Letters{}
+                     : mixedWords(model, letters, plan.stressed, !wish.letters.empty(), wish.words, rng);
     plan.words =
         wish.extras.apply(std::move(plan.words), plan.openDigits, rules.focus(plan.openDigits, practised),
                           plan.openMarks, rules.focus(plan.openMarks, practised), rng);

@@ -44,9 +44,29 @@ bool LetterWalk::attempt(SeededRandom& rng) {
     return false;
 }
 
-LetterWalk::Candidates& LetterWalk::candidates(Node& node, std::size_t length) {
-    if (length < LetterModel::shortestWord) return node.within;
-    return length < LetterModel::longestWord ? node.any : node.atEnd;
+LetterWalk::Candidates& LetterWalk::candidates(Node& node, std::size_t length) const {
+    const Stage stage = length < LetterModel::shortestWord  ? within
+                        : length < LetterModel::longestWord ? any
+                                                            : atEnd;
+    auto& candidates = node.stages[stage];
+    if (!candidates) candidates = candidatesOf(*node.counts, stage);
+    return *candidates;
+}
+
+bool LetterWalk::isOpen(std::string_view character, Stage stage) const {
+    if (character == LetterModel::wordEnd) return stage != within;
+    return stage != atEnd && open_.contains(std::string(character));
+}
+
+LetterWalk::Candidates LetterWalk::candidatesOf(const LetterModel::Counts& counts, Stage stage) const {
+    Candidates candidates;
+    std::int64_t sum = 0;
+    for (const auto& [character, count] : counts)
+        if (isOpen(character, stage)) {
+            addChecked(sum, count);
+            candidates.push_back({character, sum, nullptr});
+        }
+    return candidates;
 }
 
 /// One of the candidates by the weight of its count, or nothing when they weigh nothing. The first whose
@@ -67,22 +87,7 @@ LetterWalk::Node* LetterWalk::node(std::string_view before, std::string_view las
     if (known != nodes_.end()) return known->second.get();
     const LetterModel::Counts* counts = model_->transitions.find(context);
     if (counts == nullptr) return nullptr;
-    return nodes_.emplace(std::move(context), std::make_unique<Node>(makeNode(*counts, last)))
-        .first->second.get();
-}
-
-LetterWalk::Node LetterWalk::makeNode(const LetterModel::Counts& counts, std::string_view last) const {
-    const auto append = [](Candidates& to, std::string_view character, std::int64_t count) {
-        to.push_back({character, checkedSum(to.empty() ? 0 : to.back().countsSoFar, count), nullptr});
-    };
-    Node node{last, {}, {}, {}};
-    for (const auto& [character, count] : counts) {
-        const bool ends = character == LetterModel::wordEnd;
-        if (!ends && !open_.contains(character)) continue;
-        append(node.any, character, count);
-        append(ends ? node.atEnd : node.within, character, count);
-    }
-    return node;
+    return nodes_.emplace(std::move(context), std::make_unique<Node>(Node{counts, last})).first->second.get();
 }
 
 std::optional<std::string> LetterModel::word(const std::vector<std::string>& open, SeededRandom& rng) const {

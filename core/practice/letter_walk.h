@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -36,18 +38,23 @@ class LetterWalk {
     };
     using Candidates = std::vector<Candidate>;
 
-    /// What may follow a context: in a word too short to end, in one that may, and in one that must.
+    /// What may follow in a word too short to end, in one that may end, and in one that must.
+    enum Stage : std::size_t { within, any, atEnd };
+
+    /// A context. What may follow it is added up for a stage when that is first come to.
     struct Node {
+        const LetterModel::Counts* counts;
         std::string_view last;  ///< the context's second character
-        Candidates within, any, atEnd;
+        std::array<std::optional<Candidates>, 3> stages = {};
     };
 
     /// Fills `letters_` with a word, unless the walk comes to no end in time.
     bool attempt(SeededRandom& rng);
     Node* node(std::string_view before, std::string_view last);
-    Node makeNode(const LetterModel::Counts& counts, std::string_view last) const;
     /// What may follow once the word has so many letters.
-    static Candidates& candidates(Node& node, std::size_t length);
+    Candidates& candidates(Node& node, std::size_t length) const;
+    bool isOpen(std::string_view character, Stage stage) const;
+    Candidates candidatesOf(const LetterModel::Counts& counts, Stage stage) const;
     static Candidate* pick(Candidates& from, SeededRandom& rng);
 
     const LetterModel* model_;

@@ -45,17 +45,20 @@ std::optional<std::string> readLetter(std::string_view cell) {
     return named;
 }
 
+/// Where a title stands in a header line; behind all cells when it is not there.
+std::size_t placeOf(std::string_view title, const Cells& cells) {
+    return static_cast<std::size_t>(std::find(cells.begin(), cells.end(), title) - cells.begin());
+}
+
 /// The places that a header line gives its columns; a title that is not there gets a place behind all cells.
 /// Nothing for a row that is no header.
 std::optional<Places> readHeader(const Cells& cells) {
     const auto isInteger = [](std::string_view cell) { return parseInteger(cell).has_value(); };
-    const auto place = [&](std::string_view title) {
-        return static_cast<std::size_t>(std::find(cells.begin(), cells.end(), title) - cells.begin());
-    };
-    if (place(titles[letterColumn]) == cells.size() || std::any_of(cells.begin(), cells.end(), isInteger))
-        return std::nullopt;
+    const auto hasIntegers = std::any_of(cells.begin(), cells.end(), isInteger);
+    if (placeOf(titles[letterColumn], cells) == cells.size() || hasIntegers) return std::nullopt;
     Places places{};
-    std::transform(titles.begin(), titles.end(), places.begin(), place);
+    std::transform(titles.begin(), titles.end(), places.begin(),
+                   [&](std::string_view title) { return placeOf(title, cells); });
     return places;
 }
 
@@ -110,11 +113,7 @@ void setNumber(PracticeDay& day, std::string_view key, std::int64_t number) {
     else (key == "seconds" ? day.seconds : key == "lessons" ? day.lessons : day.best) = number;
 }
 
-Outcome readDayRow(PracticeDay& day, const Cells& cells) {
-    if (cells.size() != 2) return "a row of Day has 2 cells";
-    const std::string_view key = cells[0];
-    const std::string_view value = cells[1];
-    if (key == "key" && value == "value") return used;
+Outcome setValue(PracticeDay& day, std::string_view key, std::string_view value) {
     if (isNumeric(key)) {
         const auto number = parseInteger(value);
         if (!number) return notNumbers;
@@ -127,6 +126,35 @@ Outcome readDayRow(PracticeDay& day, const Cells& cells) {
     }
     return used;
 }
+
+/// Reads the rows of the Day tables, which may have their two columns in either order and others besides.
+class DayRows {
+  public:
+    Outcome read(PracticeDay& day, const Cells& cells) {
+        if (const auto header = headerOf(cells)) {
+            columns_ = *header;
+            return cells.size() == 2 ? used : unknownColumn;
+        }
+        if (cells.size() < columns_.count) return "a row of Day has a cell for each column";
+        const Outcome outcome = setValue(day, cells[columns_.key], cells[columns_.value]);
+        return outcome.empty() && cells.size() > columns_.count ? beyondColumns : outcome;
+    }
+
+  private:
+    struct Columns {
+        std::size_t key = 0;
+        std::size_t value = 1;
+        std::size_t count = 2;
+    };
+
+    static std::optional<Columns> headerOf(const Cells& cells) {
+        const Columns header{placeOf("key", cells), placeOf("value", cells), cells.size()};
+        if (header.key == header.count || header.value == header.count) return std::nullopt;
+        return header;
+    }
+
+    Columns columns_;
+};
 
 bool isKnownHeading(std::string_view section) {
     return section == "letters" || section == "day" || section == titleWord;
@@ -163,11 +191,15 @@ void addAll(LetterCounts& to, const LetterCounts& counts) {
 
 PracticeDay::PracticeDay(std::string_view text, std::vector<SkippedRow>* skipped) {
     LetterRows letterRows;
+    DayRows dayRows;
     const auto outcomeOf = [&](const TableReader& reader) -> Outcome {
         const bool isRow = !reader.isHeading() && !reader.isOther();
-        if (reader.isHeading()) letterRows = {};
+        if (reader.isHeading()) {
+            letterRows = {};
+            dayRows = {};
+        }
         if (isRow && reader.section() == "letters") return letterRows.read(*this, reader.cells());
-        if (isRow && reader.section() == "day") return readDayRow(*this, reader.cells());
+        if (isRow && reader.section() == "day") return dayRows.read(*this, reader.cells());
         return reader.isHeading() && isKnownHeading(reader.section()) ? used : notOfDay;
     };
     using Lines = TableReader::Lines;

@@ -51,6 +51,23 @@ TEST_F(LessonPlanTest, GivesLettersAskedForEqualShares) {
     EXPECT_NE(asked.words[1].find('z'), std::string::npos);
 }
 
+TEST_F(LessonPlanTest, HoldsOnlyOpenLettersUnlessOthersWereAskedFor) {
+    const auto german = LetterModel::load("de", RESOURCES "/Practice");
+    for (std::uint64_t seed = 0; seed < 40; ++seed) {
+        SeededRandom rng(seed);
+        const LessonPlan few =
+            planLesson(*german, PracticeRules(40), {}, {.words = 5, .lettersOpened = 28}, rng);
+        for (const std::string& word : few.words)
+            for (std::size_t closed = 28; closed < german->order.size(); ++closed)
+                EXPECT_EQ(word.find(german->order[closed]), std::string::npos) << seed << ' ' << word;
+        SeededRandom again(seed);
+        const LessonPlan asked = planLesson(*english, PracticeRules(40), {},
+                                            {.words = 4, .letters = {"d"}, .lettersOpened = 20}, again);
+        EXPECT_GE(holding(asked.words, "d"), 1) << seed;
+        EXPECT_EQ(holding(asked.words, "q"), 0) << "which the open letters do without";
+    }
+}
+
 TEST_F(LessonPlanTest, MixesInOpenDigitsAndMarksAlone) {
     const LessonPlan mixed =
         plan({.words = 200, .extras = {.capitals = true, .punctuation = true, .digits = true}});

@@ -66,6 +66,11 @@ TEST(LetterModel, DrawsOnceForEachLetterAndNeverForNothing) {
     const std::string single =
         R"({"^^": {"a": 1}, "^a": {"a": 1}, "aa": {"a": 1, "$": 9223372036854775806}})";
     EXPECT_EQ(state(single, 4), "aaa");
+    // Nothing is added up that cannot be drawn.
+    EXPECT_EQ(state(R"({"^^": {"a": 1, "$": 9223372036854775807}, "^a": {"a": 1, "$": 9223372036854775807},
+                        "aa": {"a": 1, "$": 9223372036854775806}})",
+                    4),
+              "aaa");
     EXPECT_EQ(state(R"({"^^": {"a": 0, "$": 7}})", 0), std::nullopt);
     EXPECT_EQ(state(R"({"^^": {"a": -3}})", 0), std::nullopt);
     EXPECT_EQ(state(R"({"^^": {"a": 1}, "^a": {"$": 5}})", 40), std::nullopt);

@@ -102,6 +102,21 @@ TEST(PracticeDay, FindsColumnsByTheirTitles) {
                           "## Letters\n| letter | presses |\n| t | 2 |\n"),
               expected);
     EXPECT_EQ(PracticeDay("* Letters\ne\tqwerty\t5\t1\t4\t1000\n|t|-|2|0|0|0|\n"), expected);
+
+    PracticeDay times;
+    times.seconds = 90;
+    times.layout = "qwerty";
+    std::vector<SkippedRow> skipped;
+    EXPECT_EQ(PracticeDay("## Day\n| value | key |\n| 90 | seconds |\n| qwerty | layout |\n", &skipped),
+              times);
+    EXPECT_TRUE(skipped.empty());
+    EXPECT_EQ(PracticeDay("## Day\n| note | value | key |\n| ! | 90 | seconds |\n| | qwerty | layout |\n"
+                          "## Day\n| lessons | 0 | 9 |\n| seconds |\n",
+                          &skipped),
+              times);
+    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{2, "a column that means nothing here"},
+                                                {6, "a cell beyond the columns"},
+                                                {7, "a row of Day has a cell for each column"}}));
 }
 
 TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
