@@ -38,8 +38,9 @@ std::string problemOf(const ModelReply& reply) {
         case Ending::noTools:
             return "this model writes its tool calls as text, so it cannot use the tools; choose another "
                    "with --model";
-        case Ending::calls:
         case Ending::paused:
+            return "the model paused too often to finish its answer";
+        case Ending::calls:
         case Ending::empty:
             break;
     }
@@ -57,13 +58,15 @@ Answer putQuestion(Dialogue& dialogue, const tapcore::AssistantTools& tools, boo
                    const CallObserver& onCall) {
     Answer answer;
     answer.budget.paid = isPaid;
+    std::string said;  // since the last calls: an answer with pauses in it comes in parts
     for (int step = 1;; ++step) {
         const bool isLast = step == tapcore::AssistantWire::maxSteps || answer.budget.spent();
         if (isLast) dialogue.finish(AssistantBudget::finalWord);
         const ModelReply reply = dialogue.take(exchange(dialogue, send), answer.budget);
+        said += (said.empty() || reply.text.empty() ? "" : "\n\n") + reply.text;
         if (!isLast && reply.ending == Ending::paused) continue;
         if (isLast || reply.ending != Ending::calls) {
-            answer.text = reply.text;
+            answer.text = std::move(said);
             answer.problem = problemOf(reply);
             return answer;
         }
@@ -74,6 +77,7 @@ Answer putQuestion(Dialogue& dialogue, const tapcore::AssistantTools& tools, boo
             onCall(call, results.back());
         }
         dialogue.give(results);
+        said.clear();
     }
 }
 

@@ -133,15 +133,14 @@ std::string keyboardLine(const Board& board, const std::optional<Layout>& layout
 }
 
 /// "0=a (A), 18=1 (!), 53=esc".
-Paragraphs legendLines(const Legends& legends) {
+std::string legendsLine(const Legends& legends) {
     Paragraphs items;
     for (const auto& [code, names] : legends) {
         if (names.empty() || names[0].empty()) continue;
         const bool isShifted = names.size() > 1 && !names[1].empty();
         items.push_back(std::to_string(code) + "=" + names[0] + (isShifted ? " (" + names[1] + ")" : ""));
     }
-    if (items.empty()) return {};
-    return {"Keycodes on my layout: " + joined(items, ", ")};
+    return "Keycodes on my layout: " + (items.empty() ? "none" : joined(items, ", "));
 }
 
 /// The codes of the keys that a hand and one of its fingers strike, or that a hand rests on, in the board's
@@ -195,7 +194,7 @@ std::string AgentPrompt::text(std::string_view root) const {
     append(paragraphs, Paragraphs{daysLine(format), monthsLine(format), practiceLine(format)});
     append(paragraphs, fileRules);
     if (!macs.empty()) paragraphs.push_back(macsLine(macs));
-    append(paragraphs, legendLines(legends));
+    paragraphs.push_back(legendsLine(legends));
     if (board) append(paragraphs, fingerLines(*board));
     paragraphs.emplace_back(closing);
     return repairedUtf8(joined(paragraphs, "\n"));  // names of folders need not be UTF-8

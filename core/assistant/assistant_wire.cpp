@@ -89,14 +89,22 @@ json chatBody(std::string_view model, std::string_view system, const std::vector
 
 json history(const std::vector<ChatFile::Turn>& turns) {
     json messages = json::array();
-    for (const ChatFile::Turn& turn : turns) {
-        const std::string_view role = ChatFile::roles.of(turn.role);
-        if (turn.text.empty() || (messages.empty() && turn.role == ChatFile::Role::assistant)) continue;
-        if (!messages.empty() && messages.back()["role"] == role)
-            messages.back()["content"].get_ref<std::string&>().append("\n\n").append(turn.text);
-        else messages.push_back({{"role", role}, {"content", turn.text}});
-    }
+    for (const ChatFile::Turn& turn : turns)
+        messages.push_back({{"role", ChatFile::roles.of(turn.role)}, {"content", turn.text}});
     return messages;
+}
+
+json sendable(const json& messages) {
+    json sent = json::array();
+    for (const json& message : messages) {
+        const auto& text = message["content"].get_ref<const std::string&>();
+        const bool isAnswer = message["role"] == ChatFile::roles.of(ChatFile::Role::assistant);
+        if (text.empty() || (sent.empty() && isAnswer)) continue;
+        if (!sent.empty() && sent.back()["role"] == message["role"])
+            sent.back()["content"].get_ref<std::string&>().append("\n\n").append(text);
+        else sent.push_back(message);
+    }
+    return sent;
 }
 
 std::optional<json> argumentsObject(const json& arguments) {

@@ -67,9 +67,12 @@ nlohmann::json chatBody(std::string_view model, std::string_view system,
 /// A tool's parameters as a JSON Schema.
 nlohmann::json schema(const AssistantTools::Spec& tool);
 
-/// Earlier turns as messages. Turns without text are left out, and turns of one side that follow each other
-/// are one message, since an interface may refuse two.
+/// Earlier turns as messages, one for each.
 nlohmann::json history(const std::vector<ChatFile::Turn>& turns);
+
+/// Such messages as every interface takes them: the user's first, none without text, and those of one side
+/// that follow each other as one.
+nlohmann::json sendable(const nlohmann::json& messages);
 
 /// The arguments of a tool call as a JSON object: given as one, as text that holds one, or as empty text.
 /// Nothing for anything else.

@@ -60,7 +60,8 @@ SentCall callOf(const JsonValue& value) {
 class ChatDialogue : public Dialogue {
   public:
     explicit ChatDialogue(DialogueStart start)
-        : start_(std::move(start)), messages_(AssistantWire::history(start_.turns)) {}
+        : start_(std::move(start)),
+          messages_(AssistantWire::sendable(AssistantWire::history(start_.turns))) {}
 
     json request() const override {
         json body = AssistantWire::chatBody(start_.model, start_.system, start_.tools, messages_);
@@ -78,16 +79,13 @@ class ChatDialogue : public Dialogue {
         readCalls(message, result.text);
 
         if (finish == "content_filter") return {Ending::refused, "", {}, "the provider withheld the answer"};
-        if (const auto refusal = message.optionalMember("refusal"))
-            return {Ending::answered, refusal->string(), {}, ""};
-        if (finish == "length" && (isLast_ || !canRunAll())) result.ending = Ending::cutOff;
-        else if (!calls_.empty() && !isLast_) result.ending = Ending::calls;
-        else if (looksLikeCall(result.text)) result = {Ending::noTools, "", {}, ""};
+        if (std::string refusal = optionalString(message, "refusal"); !refusal.empty())
+            return {Ending::answered, std::move(refusal), {}, ""};
+        const bool isCutOff = finish == "length";
+        if (!calls_.empty() && !isLast_ && (!isCutOff || canRunAll())) return called(std::move(result));
+        if (holdsCall(result.text)) return {hasCalled_ ? Ending::empty : Ending::noTools, "", {}, ""};
+        if (isCutOff) result.ending = Ending::cutOff;
         else if (!result.text.empty()) result.ending = Ending::answered;
-        if (result.ending == Ending::calls) {
-            appendCalls(result.text);
-            for (const SentCall& sent : calls_) result.calls.push_back(sent.call);
-        }
         return result;
     }
 
@@ -111,7 +109,16 @@ class ChatDialogue : public Dialogue {
     }
 
   private:
-    /// The calls of a message, or the one that its whole text is, which is then no text.
+    /// A reply that comes to its calls.
+    ModelReply called(ModelReply reply) {
+        hasCalled_ = true;
+        reply.ending = Ending::calls;
+        appendCalls(reply.text);
+        for (const SentCall& sent : calls_) reply.calls.push_back(sent.call);
+        return reply;
+    }
+
+    /// The calls of a message, or the first that its text holds, which is then no text.
     void readCalls(const JsonValue& message, std::string& text) {
         calls_.clear();
         if (const auto given = message.optionalMember("tool_calls"))
@@ -157,6 +164,7 @@ class ChatDialogue : public Dialogue {
     std::vector<SentCall> calls_;
     std::set<std::string> ids_;
     bool isLast_ = false;
+    bool hasCalled_ = false;
     bool withoutEffort_ = false;
 };
 

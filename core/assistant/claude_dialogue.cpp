@@ -6,6 +6,7 @@
 
 #include "core/assistant/claude_reply.h"
 #include "core/assistant/dialogue.h"
+#include "core/assistant/text_call.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore {
@@ -46,7 +47,8 @@ std::string remark(const std::string& stop) {
 class ClaudeDialogue : public Dialogue {
   public:
     explicit ClaudeDialogue(DialogueStart start)
-        : start_(std::move(start)), messages_(AssistantWire::history(start_.turns)) {}
+        : start_(std::move(start)),
+          messages_(AssistantWire::sendable(AssistantWire::history(start_.turns))) {}
 
     json request() const override {
         json body = AssistantWire::claudeBody(start_.model, start_.system, start_.tools, messages_,
@@ -67,12 +69,15 @@ class ClaudeDialogue : public Dialogue {
         const bool isCutOff = stop == "max_tokens" || stop == "model_context_window_exceeded";
 
         if (stop == "refusal") return {Ending::refused, "", {}, explanation(document)};
+        if (calls_.empty() && holdsCall(result.text))
+            return {hasCalled_ ? Ending::empty : Ending::noTools, "", {}, ""};
         if (isCutOff) result.ending = Ending::cutOff;
         else if (!calls_.empty()) result.ending = Ending::calls;
         else if (stop == "pause_turn" && !reply.content.empty()) result.ending = Ending::paused;
         else if (!result.text.empty()) result = {Ending::answered, result.text, {}, remark(stop)};
         if (result.ending == Ending::calls || result.ending == Ending::paused)
             messages_.push_back(AssistantWire::claudeTurn(reply));
+        hasCalled_ |= !calls_.empty();
         result.calls = calls_;
         return result;
     }
@@ -101,6 +106,7 @@ class ClaudeDialogue : public Dialogue {
     json messages_;
     std::vector<ToolCall> calls_;
     bool isLast_ = false;
+    bool hasCalled_ = false;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/assistant/tool_text.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore::AssistantWire {
@@ -9,14 +10,10 @@ namespace tapcore::AssistantWire {
 using nlohmann::json;
 
 std::string ClaudeReply::text() const {
-    std::string text;
-    for (const json& block : content) {
-        if (block["type"] != "text") continue;
-        const auto part = JsonValue(block).member("text").string();
-        if (!text.empty() && !part.empty()) text += "\n\n";
-        text += part;
-    }
-    return text;
+    std::vector<std::string> parts;
+    for (const json& block : content)
+        if (block["type"] == "text") parts.push_back(JsonValue(block).member("text").string());
+    return joined(parts, "\n\n");
 }
 
 std::vector<json> ClaudeReply::toolUses() const {

@@ -12,7 +12,7 @@ struct ClaudeReply {
     std::vector<nlohmann::json> content;  ///< blocks
     std::optional<std::string> stop;      ///< why it ends
 
-    /// Its text blocks, joined by an empty line.
+    /// All its text blocks, joined by an empty line.
     std::string text() const;
     /// Its tool calls.
     std::vector<nlohmann::json> toolUses() const;

@@ -32,7 +32,7 @@ struct ModelReply {
         cutOff,    ///< the answer reached its length limit; `text` is what there is of it
         refused,   ///< the model declined; `why` may say more
         empty,     ///< no answer came
-        noTools,   ///< the model wrote a tool call as text: it cannot use tools
+        noTools,   ///< the model wrote a tool call as text, and never made one: it cannot use tools
     };
 
     Ending ending = Ending::empty;

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
-#include <utility>
+#include <sstream>
 
+#include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
 
@@ -13,44 +14,66 @@ namespace {
 
 using nlohmann::json;
 
-/// The marks that enclose a call. The last two also enclose other code.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 5> marks = {{
-    {"<tool_call>", "</tool_call>"},
-    {"[TOOL_REQUEST]", "[END_TOOL_REQUEST]"},
-    {"[TOOL_CALLS]", ""},
-    {"```json", "```"},
-    {"```", "```"},
-}};
-constexpr std::size_t surePairs = 3;
+/// What calls begin with in the forms that models are taught.
+constexpr std::array<std::string_view, 4> marks = {"<tool_call>", "[TOOL_REQUEST]", "[TOOL_CALLS]",
+                                                   "<function="};
+
+constexpr std::size_t longestCall = 20'000;  // bytes
+constexpr int mostObjects = 200;             // that are looked at in one text
 
 constexpr std::string_view thoughtStart = "<think>";
 constexpr std::string_view thoughtEnd = "</think>";
 
-/// What stands between the marks; the text itself without any.
-std::string_view unwrapped(std::string_view text) {
-    for (const auto& [start, end] : marks)
-        if (text.starts_with(start) && text.ends_with(end) && text.size() >= start.size() + end.size())
-            return trimmedWhiteSpace(text.substr(start.size(), text.size() - start.size() - end.size()));
-    return text;
+/// The JSON value that a text begins with, whatever follows it; discarded when there is none.
+json valueAt(std::string_view text) {
+    std::istringstream input(std::string(text.substr(0, longestCall)));
+    json value;
+    try {
+        input >> value;
+    } catch (const json::exception&) {
+        return json::value_t::discarded;
+    }
+    return value;
+}
+
+std::optional<TextCall> callOf(const json& value) {
+    if (!value.is_object() || !value.contains("name") || !value["name"].is_string()) return std::nullopt;
+    for (const char* name : {"arguments", "parameters"}) {
+        const auto arguments =
+            value.contains(name) ? AssistantWire::argumentsObject(value[name]) : std::nullopt;
+        if (arguments) return TextCall{value["name"].get<std::string>(), arguments->dump()};
+    }
+    return std::nullopt;
+}
+
+bool holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+
+/// Whether a call begins somewhere that is cut short or no JSON.
+bool holdsBrokenCall(std::string_view text) {
+    for (std::size_t at = text.find('{'); at != std::string_view::npos; at = text.find('{', at + 1)) {
+        const std::string_view behind =
+            text.substr(std::min(text.find_first_not_of(" \t\r\n", at + 1), text.size()));
+        if (behind.starts_with("\"name\""))
+            return holds(behind, "\"arguments\"") || holds(behind, "\"parameters\"");
+    }
+    return false;
 }
 
 }  // namespace
 
 std::optional<TextCall> textCall(std::string_view text) {
-    json call = JsonValue::tryParse(unwrapped(trimmedWhiteSpace(text))).value_or(json());
-    if (call.is_array() && call.size() == 1) call = json(call[0]);
-    if (!call.is_object() || !call.contains("name") || !call["name"].is_string()) return std::nullopt;
-    for (const char* name : {"arguments", "parameters"})
-        if (call.contains(name) && call[name].is_object())
-            return TextCall{call["name"].get<std::string>(), call[name].dump()};
+    std::size_t at = text.find('{');
+    for (int objects = 0; objects < mostObjects && at != std::string_view::npos; ++objects) {
+        if (auto call = callOf(valueAt(text.substr(at)))) return call;
+        at = text.find('{', at + 1);
+    }
     return std::nullopt;
 }
 
-bool looksLikeCall(std::string_view text) {
-    text = trimmedWhiteSpace(text);
-    const bool isMarked = std::any_of(marks.begin(), marks.begin() + surePairs,
-                                      [&](const auto& mark) { return text.starts_with(mark.first); });
-    return isMarked || text.starts_with("<function=") || textCall(text);
+bool holdsCall(std::string_view text) {
+    const bool isMarked =
+        std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) { return holds(text, mark); });
+    return isMarked || textCall(text) || holdsBrokenCall(text);
 }
 
 std::string withoutThoughts(std::string_view text) {

@@ -13,12 +13,12 @@ struct TextCall {
     std::string arguments;  ///< a JSON object
 };
 
-/// The call that a reply's text is, when it is nothing else: a JSON object with a name and its arguments,
-/// bare, in a code fence or between the marks that models know.
+/// The first call in a reply's text, wherever it is: a JSON object with a name and its arguments.
 std::optional<TextCall> textCall(std::string_view text);
 
-/// Whether a text starts as such a call does, whole or not: it is no answer to show.
-bool looksLikeCall(std::string_view text);
+/// Whether a text holds such a call, or what begins as one and is cut short or broken: it is no answer to
+/// show.
+bool holdsCall(std::string_view text);
 
 /// `text` without the thoughts that a model wrote between <think> and </think>, trimmed.
 std::string withoutThoughts(std::string_view text);

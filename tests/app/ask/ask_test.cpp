@@ -170,6 +170,16 @@ TEST_F(Ask, HasTheLastWordOnceTheBudgetIsSpent) {
     EXPECT_EQ(sent(1)["tool_choice"], json({{"type", "none"}}));
 }
 
+TEST_F(Ask, JoinsWhatIsSaidBetweenPausesAndShowsItHoweverItEnds) {
+    const LoopbackServer::Reply pause = {
+        claude(R"([{"type":"text","text":"So far."}])", "pause_turn").dump()};
+    EXPECT_EQ(askClaude({pause, {claude(R"([{"type":"text","text":"Done."}])").dump()}}), 0);
+    EXPECT_EQ(program->output(), "So far.\n\nDone.\n");
+    EXPECT_EQ(askClaude(std::vector(8, pause)), 1);
+    EXPECT_TRUE(program->output().starts_with("So far.\n\nSo far.\n\n")) << program->output();
+    EXPECT_THAT(program->errors(), HasSubstr("ask: the model paused too often to finish its answer\n"));
+}
+
 TEST_F(Ask, SaysWhatWentWrongInWords) {
     const struct {
         LoopbackServer::Reply reply;

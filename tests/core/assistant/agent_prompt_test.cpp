@@ -65,7 +65,8 @@ TEST(AgentPrompt, LeavesOutWhatIsNotKnown) {
     EXPECT_THAT(some.text(), HasSubstr("\nKeyboard: Tiny.\n"));
     some.board = Board{.id = "bare", .name = "Bare"};
     EXPECT_THAT(some.text(), Not(HasSubstr("home row, where")));
-    EXPECT_THAT((AgentPrompt{.format = FileFormat::org}.text()), Not(HasSubstr("Keycodes on my layout")));
+    EXPECT_THAT((AgentPrompt{.format = FileFormat::org}.text()),
+                HasSubstr("\nKeycodes on my layout: none\n"));
 }
 
 TEST(AgentPrompt, OffersTheTwoTextsAroundIt) {

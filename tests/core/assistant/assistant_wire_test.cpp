@@ -48,15 +48,19 @@ TEST(AssistantWire, SendsEachClaudeModelOnlyWhatItTakes) {
     }
 }
 
-TEST(AssistantWire, MakesTurnsMessagesThatAlternate) {
+TEST(AssistantWire, MakesEachTurnAMessageAndSendsThemAlternating) {
+    const json messages = history({{Role::assistant, "Lost", {}},
+                                   {Role::user, "One", {"days/a.md"}},
+                                   {Role::assistant, "", {}},
+                                   {Role::user, "Two", {}},
+                                   {Role::assistant, "Three", {}}});
+    EXPECT_EQ(messages, json::parse(R"([{"role":"assistant","content":"Lost"},{"role":"user","content":"One"},
+                                        {"role":"assistant","content":""},{"role":"user","content":"Two"},
+                                        {"role":"assistant","content":"Three"}])"));
     EXPECT_EQ(
-        history({{Role::assistant, "Lost", {}},
-                 {Role::user, "One", {"days/a.md"}},
-                 {Role::assistant, "", {}},
-                 {Role::user, "Two", {}},
-                 {Role::assistant, "Three", {}}}),
+        sendable(messages),
         json::parse(R"([{"role":"user","content":"One\n\nTwo"},{"role":"assistant","content":"Three"}])"));
-    EXPECT_EQ(history({}), json::array());
+    EXPECT_EQ(sendable(history({})), json::array());
 }
 
 TEST(AssistantWire, ReadsArgumentsInEveryFormThatServersSend) {
@@ -102,7 +106,7 @@ TEST(ClaudeReply, KeepsEveryBlockAndReadsTheTextOfSome) {
         {"type":"thinking","thinking":"","signature":"s"},{"type":"text","text":"One"},{"type":"text","text":""},
         {"type":"tool_use","id":"t","name":"summary","input":{}},{"type":"text","text":"Two"},{"type":"new","x":[1]}]})");
     const ClaudeReply reply = claudeReply(document);
-    EXPECT_EQ(reply.text(), "One\n\nTwo");
+    EXPECT_EQ(reply.text(), "One\n\n\n\nTwo");
     EXPECT_EQ(reply.toolUses(), std::vector<json>{document["content"][3]});
     EXPECT_EQ(claudeTurn(reply), (json{{"role", "assistant"}, {"content", document["content"]}}));
 }
@@ -135,18 +139,23 @@ TEST(TextCall, IsReadInTheFormsThatSmallModelsWrite) {
     for (const std::string& text :
          {bare, "\n<tool_call>\n" + bare + "\n</tool_call> ", "[TOOL_REQUEST]" + bare + "[END_TOOL_REQUEST]",
           "[TOOL_CALLS][" + bare + "]", "```json\n" + bare + "\n```",
-          std::string(R"({"name":"search","parameters":{"query":"a"}})")}) {
+          std::string(R"({"name":"search","parameters":{"query":"a"}})"),
+          std::string(R"({"arguments":"{\"query\":\"a\"}","name":"search"})"),
+          "Let me look {first}: " + bare + " now.",
+          R"({"tool_calls":[{"type":"function","function":)" + bare + "}]}"}) {
         const auto call = textCall(text);
         ASSERT_TRUE(call) << text;
         EXPECT_EQ(call->name, "search");
         EXPECT_EQ(call->arguments, R"({"query":"a"})");
-        EXPECT_TRUE(looksLikeCall(text));
+        EXPECT_TRUE(holdsCall(text));
     }
-    for (const std::string& text :
-         {"I call " + bare, bare + " now", std::string("{}"), std::string("[TOOL_CALLS][]")})
-        EXPECT_FALSE(textCall(text)) << text;
-    EXPECT_TRUE(looksLikeCall("<function=search><parameter=query>a"));
-    EXPECT_FALSE(looksLikeCall("```\ntext\n```"));
+    for (const char* broken : {"Well. <function=search><parameter=query>a", "[TOOL_CALLS][]",
+                               "So: <tool_call>{", R"({ "name": "search", "arguments": {"query": "a)"}) {
+        EXPECT_FALSE(textCall(broken)) << broken;
+        EXPECT_TRUE(holdsCall(broken)) << broken;
+    }
+    for (const char* text : {"```\ntext\n```", "{}", "{\"name\": \"Ann\"}", "Press { and } often."})
+        EXPECT_FALSE(holdsCall(text)) << text;
 }
 
 TEST(TextCall, ThoughtsAreNoPartOfAnAnswer) {

@@ -134,8 +134,35 @@ TEST(ChatDialogue, KnowsEveryWayAReplyCanEnd) {
     EXPECT_EQ(ending("stop", written), Ending::calls);
     EXPECT_EQ(ending("stop", written, true), Ending::noTools);
     EXPECT_EQ(ending("stop", unknown), Ending::noTools);
+    EXPECT_EQ(ending("length", R"({"content":"Now <tool_call>{"})"), Ending::noTools);
     EXPECT_EQ(takenBy(Dialogue::chat, chat("stop", R"({"content":null,"refusal":"I won't."})")),
               (ModelReply{Ending::answered, "I won't.", {}, ""}));
+    EXPECT_EQ(takenBy(Dialogue::chat, chat("stop", R"({"content":"Well.","refusal":""})")),
+              (ModelReply{Ending::answered, "Well.", {}, ""}));
+    EXPECT_EQ(ending("stop", R"({"refusal":"","tool_calls":[{"function":{"name":"search"}}]})"),
+              Ending::calls);
+}
+
+TEST(Dialogue, SaysOfNoModelThatHasCalledAToolThatItCannot) {
+    AssistantBudget budget;
+    const char* const written =
+        "Now <tool_call>{\"name\":\"search\",\"arguments\":{\"query\":\"a\"}}</tool_call>";
+    const json text = {{"content", written}};
+    const auto local = Dialogue::chat(start("m", {search}));
+    EXPECT_EQ(local->take(chat("stop", text.dump().c_str()), budget),
+              (ModelReply{Ending::calls, "", {{"call_0", "search", {{"query", "a"}}, true}}, ""}));
+    local->give({{"No lines.", false, {}}});
+    local->finish("Answer now.");
+    EXPECT_EQ(local->take(chat("stop", text.dump().c_str()), budget).ending, Ending::empty);
+
+    const auto answer = [&](const char* use) {
+        return claude("end_turn", json::array({json::parse(use)}).dump().c_str());
+    };
+    const json textBlock = {{"type", "text"}, {"text", written}};
+    const auto remote = Dialogue::claude(start("m", {search}));
+    EXPECT_EQ(remote->take(answer(textBlock.dump().c_str()), budget).ending, Ending::noTools);
+    remote->take(answer(R"({"type":"tool_use","id":"t","name":"search","input":{}})"), budget);
+    EXPECT_EQ(remote->take(answer(textBlock.dump().c_str()), budget).ending, Ending::empty);
 }
 
 TEST(ChatDialogue, InventsTheIdsThatServersLeaveOut) {
