@@ -60,6 +60,30 @@ void requireModern(const json& meta) {
     throw Error(methodNotFound, "Method not found: " + shortened(method));
 }
 
+/// The id that a notification cancels; null when the value is no such notification.
+const json* cancelledID(const json& value) {
+    const bool isCancel = value.is_object() && !value.contains("id") &&
+                          value.value("method", json()) == "notifications/cancelled" &&
+                          value.contains("params") && value["params"].is_object() &&
+                          value["params"].contains("requestId");
+    return isCancel ? &value["params"]["requestId"] : nullptr;
+}
+
+/// Whether a value is the request with this id. A handshake cannot be cancelled.
+bool isRequest(const json& value, const json& id) {
+    return value.is_object() && value.contains("method") && value["method"] != "initialize" &&
+           value.value("id", json()) == id;
+}
+
+/// Takes a request out of a batch; true when nothing is left of the batch then.
+bool withdraw(json& batch, const json& id) {
+    const auto end =
+        std::remove_if(batch.begin(), batch.end(), [&](const json& value) { return isRequest(value, id); });
+    if (end == batch.end()) return false;
+    batch.erase(end, batch.end());
+    return batch.empty();
+}
+
 std::string line(const json& answer) { return answer.dump(-1, ' ', false, json::error_handler_t::replace); }
 
 }  // namespace
@@ -127,21 +151,20 @@ std::vector<std::string> Server::end() {
 }
 
 void Server::Implementation::receive(const json& value) {
-    const bool isCancel = value.is_object() && !value.contains("id") &&
-                          value.value("method", json()) == "notifications/cancelled" &&
-                          value.contains("params") && value["params"].is_object() &&
-                          value["params"].contains("requestId");
-    if (isCancel) cancel(value["params"]["requestId"]);
-    else waiting.emplace_back(value);
+    const json* id = cancelledID(value);
+    if (!id) waiting.emplace_back(value);
+    if (id) cancel(*id);
+    else if (value.is_array())
+        for (const json& part : value)
+            if (const json* partID = cancelledID(part)) cancel(*partID);
 }
 
 void Server::Implementation::cancel(const json& id) {
-    const auto isOfRequest = [&](const Waiting& item) {
-        const json* value = std::get_if<json>(&item);
-        return value && value->is_object() && value->contains("method") &&
-               (*value)["method"] != "initialize" && value->value("id", json()) == id;
+    const auto isCancelled = [&](Waiting& item) {
+        json* value = std::get_if<json>(&item);
+        return value && (isRequest(*value, id) || (value->is_array() && withdraw(*value, id)));
     };
-    waiting.erase(std::remove_if(waiting.begin(), waiting.end(), isOfRequest), waiting.end());
+    waiting.erase(std::remove_if(waiting.begin(), waiting.end(), isCancelled), waiting.end());
     subscriptions.erase(std::remove(subscriptions.begin(), subscriptions.end(), id), subscriptions.end());
 }
 

@@ -254,6 +254,18 @@ TEST_F(Mcp, NeverBeginsWhatIsCancelledWhileItWaits) {
               std::vector<json>{json::parse(R"({"jsonrpc":"2.0","id":"1","result":{}})")});
 }
 
+TEST_F(Mcp, NeverBeginsARequestOfABatchThatIsCancelled) {
+    answer(hello("2025-03-26"));
+    const std::string ping = R"({"jsonrpc":"2.0","method":"ping","id":)";
+    const std::string cancel =
+        R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":)";
+    server.receive("[" + ping + "1}," + ping + "2}]");
+    server.receive("[" + ping + "3}]");
+    server.receive(cancel + "3}}");
+    EXPECT_EQ(said("[" + ping + "4}," + cancel + "1}}," + cancel + "4}}]"),
+              std::vector<json>{json::parse(R"([{"jsonrpc":"2.0","id":2,"result":{}}])")});
+}
+
 TEST_F(Mcp, KeepsASubscriptionOpenUntilItsEnd) {
     const auto open = [&](std::string_view id) {
         const json listen = {{"_meta", modernMeta}, {"notifications", {{"toolsListChanged", true}}}};
