@@ -44,20 +44,29 @@ bool looksLikeMark(std::string_view line, FileFormat format) {
     return isMark(line, format);
 }
 
-/// Calls `visit` with each line, its line feed left out. A text that ends in a line feed has no line after
-/// it.
+/// Whether an editor has ended the lines with CR LF: then the first one is ended so.
+bool endsLinesWithCRLF(std::string_view text) {
+    const std::size_t end = text.find('\n');
+    return end != std::string_view::npos && end > 0 && text[end - 1] == '\r';
+}
+
+enum class LineEnd { lf, crlf };
+
+/// Calls `visit` with each line, its line end left out. A text that ends in a line end has no line after it.
 template <class Visit>
-void forEachLine(std::string_view text, Visit visit) {
+void forEachLine(std::string_view text, LineEnd lineEnd, Visit visit) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        visit(text.substr(0, end));
+        std::string_view line = text.substr(0, end);
+        if (lineEnd == LineEnd::crlf && line.ends_with('\r')) line.remove_suffix(1);
+        visit(line);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
 }
 
 std::string escaped(std::string_view text, FileFormat format) {
     std::string result;
-    forEachLine(text, [&](std::string_view line) {
+    forEachLine(text, LineEnd::lf, [&](std::string_view line) {
         if (looksLikeMark(line, format)) result += escapeMark(format);
         result.append(line).append("\n");
     });
@@ -110,7 +119,8 @@ ChatFile::ChatFile(std::string_view text) {
     const auto finish = [&](bool isLast) {
         if (section) turns.push_back(std::move(*section).finished(isLast));
     };
-    forEachLine(text, [&](std::string_view line) {
+    const LineEnd lineEnd = endsLinesWithCRLF(text) ? LineEnd::crlf : LineEnd::lf;
+    forEachLine(text, lineEnd, [&](std::string_view line) {
         if (line.starts_with(headingPrefix(format))) {
             finish(false);
             const bool isAnswer =

@@ -48,6 +48,9 @@ TEST(ChatFile, ReadsWhatAHandHasEdited) {
                 {Role::user, "", {}}}));
     EXPECT_EQ(ChatFile("* Answer\n## not a heading here"),
               chatOf({{Role::assistant, "## not a heading here", {}}}));
+    EXPECT_EQ(ChatFile("# Ask AI\r\n\r\n## You\r\n\r\nOne\r\n\r\ntwo\r\n\r\n## Answer\r\n\r\nYes.\r\n"
+                       "<!-- read: a, b -->\r\n"),
+              chatOf({{Role::user, "One\n\ntwo", {}}, {Role::assistant, "Yes.", {"a", "b"}}}));
     for (const char* text : {"", "\n\n", "# Ask AI", "no heading at all"})
         EXPECT_EQ(ChatFile(text), ChatFile());
 }
