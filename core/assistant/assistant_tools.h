@@ -58,6 +58,9 @@ struct AssistantTools {
     static constexpr std::int64_t spanLimit = 400;   ///< days of one `summary`
     /// Characters of a line found, or of an argument given back in a message; what is longer ends in "…".
     static constexpr std::size_t quoteLimit = 1000;
+    /// Bytes of any result, for each of `readLimit` characters: one character can hold any number of marks.
+    static constexpr std::size_t bytesOfCharacter = 24;
+    static constexpr std::size_t byteLimit = readLimit * bytesOfCharacter;
 
     std::filesystem::path base;     ///< the data folder
     std::vector<std::string> macs;  ///< the machines' sub-folders; none in a folder that is not shared

@@ -11,6 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::size_t longestName = 255;  // in bytes: a file of a longer name is nowhere
+
 constexpr std::array<std::string_view, 3> perMac = {"days", "months", "practice"};
 
 template <class Range>
@@ -69,6 +71,7 @@ std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
     if (pieces.size() == 3 && !holds(macs, pieces.front())) return std::nullopt;
     if (holds(pieces, "..") || !holds(folders, pieces[pieces.size() - 2])) return std::nullopt;
     if (!isDataFileName(pieces.back())) return std::nullopt;
+    if (pieces.back().size() > longestName) return base / path;
     return inside(base, path);
 }
 

@@ -12,18 +12,16 @@ struct AssistantTools::Copy {
 
 namespace {
 
-std::string cut(std::string_view text) {
-    return std::string(firstCharacters(text, AssistantTools::readLimit));
-}
-
-std::string limitText() { return std::to_string(AssistantTools::readLimit); }
-
 std::string oneCopy(const std::string& text) {
     if (text.empty()) return "(empty file)";
-    const std::size_t size = characterCount(text);
-    if (size <= AssistantTools::readLimit) return text;
-    return cut(text) + "\n[The file is longer: " + std::to_string(size) + " characters; this is the first " +
-           limitText() + ".]";
+    const std::string_view shown = bounded(text, AssistantTools::readLimit);
+    if (shown.size() == text.size()) return text;
+    const std::size_t count = characterCount(text);
+    const bool isLong = count > AssistantTools::readLimit;  // or its characters take many bytes each
+    const std::size_t whole = isLong ? count : text.size();
+    const std::size_t first = isLong ? characterCount(shown) : shown.size();
+    return std::string(shown) + "\n[The file is longer: " + std::to_string(whole) +
+           (isLong ? " characters" : " bytes") + "; this is the first " + std::to_string(first) + ".]";
 }
 
 void endLine(std::string& text) {
@@ -57,14 +55,20 @@ AssistantTools::Output AssistantTools::readFile(std::string_view path) const {
     if (found.size() == 1) return {oneCopy(found[0].text), false, {found[0].name}};
 
     Output output;
+    std::vector<std::size_t> starts;
     for (const Copy& copy : found) {
         endLine(output.text);
         if (!output.text.empty()) output.text += '\n';
-        output.text += "=== " + copy.name + " — one Mac's part; add the Macs together ===\n" + copy.text;
-        output.read.push_back(copy.name);
+        output.text += "=== " + copy.name + " — one Mac's part; add the Macs together ===\n";
+        starts.push_back(output.text.size());
+        output.text += copy.text;
     }
-    if (characterCount(output.text) > readLimit)
-        output.text = cut(output.text) + "\n[Longer; this is the first " + limitText() + " characters.]";
+    const std::string_view shown = bounded(output.text, readLimit);
+    for (std::size_t i = 0; i < found.size(); ++i)
+        if (starts[i] < shown.size() || starts[i] == output.text.size()) output.read.push_back(found[i].name);
+    if (shown.size() < output.text.size())
+        output.text = std::string(shown) + "\n[Longer; this is the first " +
+                      std::to_string(characterCount(shown)) + " characters.]";
     return output;
 }
 

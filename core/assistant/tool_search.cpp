@@ -13,10 +13,11 @@ class LineCursor {
   public:
     explicit LineCursor(std::string_view text) : rest_(text) {}
 
-    /// Goes to the line with this number, from 1, that is not behind.
+    /// Goes to the line with this number, from 1, that is not behind. Without its line end, LF or CR LF.
     std::string_view goTo(std::size_t number) {
         for (; line_ < number; ++line_) rest_.remove_prefix(rest_.find('\n') + 1);
-        return rest_.substr(0, rest_.find('\n'));
+        const std::string_view line = rest_.substr(0, rest_.find('\n'));
+        return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
     }
 
   private:
@@ -46,15 +47,17 @@ AssistantTools::Output AssistantTools::search(std::string_view query) const {
     if (query.empty()) return toolError("Empty query.");
     const std::string folded = caseFolded(query);
     std::vector<std::string> lines;
-    std::size_t found = 0;
+    std::size_t found = 0, bytes = 0;
     Output output;
     const auto searchFile = [&](const DataFile& file) {
         const auto text = textOfFile(file.path);
         if (!text) return;
         LineCursor cursor(*text);
         forEachMatch(caseFolded(*text), folded, [&](std::size_t number) {
-            if (++found > searchLimit) return;
+            ++found;
+            if (lines.size() == searchLimit || bytes > byteLimit) return;
             lines.push_back(file.name + ":" + std::to_string(number) + ": " + shortened(cursor.goTo(number)));
+            bytes += lines.back().size();
             if (output.read.empty() || output.read.back() != file.name) output.read.push_back(file.name);
         });
     };
@@ -65,8 +68,8 @@ AssistantTools::Output AssistantTools::search(std::string_view query) const {
             for (const DataFile& file : filesIn(place)) searchFile(file);
 
     if (found == 0) return toolText("No lines contain \"" + shortened(query) + "\".");
-    if (found > searchLimit)
-        lines.push_back("… and " + std::to_string(found - searchLimit) + " more lines — narrow the query.");
+    if (found > lines.size())
+        lines.push_back("… and " + std::to_string(found - lines.size()) + " more lines — narrow the query.");
     output.text = joined(lines, "\n");
     return output;
 }

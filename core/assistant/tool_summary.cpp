@@ -53,14 +53,14 @@ std::string hoursLine(const Summary& summary) {
 std::string keysLine(const Summary& summary, const Legends& legends) {
     std::vector<std::string> items;
     for (const auto& [code, count] : topKeys(summary.byKey))
-        items.push_back(item(Chords::name(code, legends), count));
+        items.push_back(item(shortened(Chords::name(code, legends)), count));
     return "Most pressed keys: " + listOf(items);
 }
 
 std::string chordsLine(const Summary& summary, const Legends& legends) {
     std::vector<std::string> items;
     for (const ChordRow& row : Chords::top(summary.byChord, legends, chordsShown))
-        items.push_back(item(Chords::compact(row.keys), row.count));
+        items.push_back(item(shortened(Chords::compact(row.keys)), row.count));
     return "Most used shortcuts: " + listOf(items);
 }
 

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/assistant/tool_summary.h"
+#include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
 
 namespace tapcore {
@@ -34,10 +35,10 @@ json periodJson(const AssistantTools::Period& period, const Legends& legends) {
     const Summary& sum = period.sum;
     json keys = json::array();
     for (const auto& [code, count] : topKeys(sum.byKey))
-        keys.push_back({{"key", Chords::name(code, legends)}, {"count", count}});
+        keys.push_back({{"key", shortened(Chords::name(code, legends))}, {"count", count}});
     json shortcuts = json::array();
     for (const ChordRow& row : Chords::top(sum.byChord, legends, chordsShown))
-        shortcuts.push_back({{"shortcut", Chords::compact(row.keys)}, {"count", row.count}});
+        shortcuts.push_back({{"shortcut", shortened(Chords::compact(row.keys))}, {"count", row.count}});
     json days = json::array();
     for (const auto& [day, keystrokes] : sum.byDay)
         days.push_back({{"day", day.description()}, {"keystrokes", keystrokes}});

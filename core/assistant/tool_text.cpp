@@ -1,5 +1,6 @@
 #include "core/assistant/tool_text.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/characters.h"
@@ -18,8 +19,16 @@ std::optional<std::string> argument(const nlohmann::json& arguments, std::string
     return found->get<std::string>();
 }
 
+std::string_view bounded(std::string_view text, std::size_t limit) {
+    const auto isInsideCodePoint = [](char byte) { return (byte & 0xC0) == 0x80; };
+    const std::string_view first = firstCharacters(text, limit);
+    std::size_t size = std::min(first.size(), limit * AssistantTools::bytesOfCharacter);
+    while (size > 0 && size < first.size() && isInsideCodePoint(first[size])) --size;
+    return first.substr(0, size);
+}
+
 std::string shortened(std::string_view text) {
-    const std::string_view shown = firstCharacters(text, AssistantTools::quoteLimit);
+    const std::string_view shown = bounded(text, AssistantTools::quoteLimit);
     return std::string(shown) + (shown.size() < text.size() ? "…" : "");
 }
 

@@ -19,6 +19,9 @@ AssistantTools::Output toolError(std::string text);
 /// A string argument of a call; nothing when it is missing or no string.
 std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name);
 
+/// The first characters of a text, as many as `limit`; fewer when they take more bytes than so many may.
+std::string_view bounded(std::string_view text, std::size_t limit);
+
 /// `text` as a message or a result gives it back: bounded, however long it is.
 std::string shortened(std::string_view text);
 

@@ -170,6 +170,8 @@ TEST_F(Tools, ReadWhatIsMissingEmptyOrNoTextPlainly) {
     std::filesystem::create_directories(folder / "days/2026-09-19.org");
     EXPECT_EQ(run("read_file", {{"path", "days/2026-09-17.org"}}),
               fine("(empty file)", {"days/2026-09-17.org"}));
+    EXPECT_EQ(run("read_file", {{"path", "days/" + std::string(252, 'x') + ".org"}}),
+              noSuchDay("days/" + std::string(252, 'x') + ".org"));
     for (const std::string path : {"days/2026-09-16.org", "days/2026-09-18.org", "days/2026-09-19.org"})
         EXPECT_EQ(run("read_file", {{"path", path}}), noSuchDay(path));
     EXPECT_EQ(run("search", {{"query", "caf"}}), fine("No lines contain \"caf\"."));
@@ -189,9 +191,37 @@ TEST_F(Tools, CutLongFilesByCharacters) {
               repeated(family, 12000) + "\n[The file is longer: 12001 characters; this is the first 12000.]");
     macs = {"Air"};
     folder.put("Air/days/b.md", "more");
-    const std::string parts = run("read_file", {{"path", "days/b.md"}}).text;
-    EXPECT_TRUE(parts.starts_with("=== days/b.md — one Mac's part"));
-    EXPECT_TRUE(parts.ends_with(family + "\n[Longer; this is the first 12000 characters.]"));
+    const Output parts = run("read_file", {{"path", "days/b.md"}});
+    EXPECT_TRUE(parts.text.starts_with("=== days/b.md — one Mac's part"));
+    EXPECT_TRUE(parts.text.ends_with(family + "\n[Longer; this is the first 12000 characters.]"));
+    EXPECT_THAT(parts.read, ElementsAre("days/b.md")) << "nothing of the other part is in the text";
+}
+
+TEST_F(Tools, BoundResultsInBytesToo) {
+    const std::size_t limit = AssistantTools::byteLimit;
+    std::string marks = "e";
+    while (marks.size() < 2'000'000) marks += "\u0301";
+    for (int line = 0; line < 60; ++line) folder.put("days/" + std::to_string(line) + ".md", marks + "\n");
+    legends[0] = {marks};
+    store = Store(folder.path(), FileFormat::org);
+    Store(folder.path(), FileFormat::org)
+        .add(
+            [] {
+                Tally tally;
+                tally.add(0, 9, 1);
+                return tally;
+            }(),
+            0, 0, {}, {}, today);
+    const std::string one = run("read_file", {{"path", "days/7.md"}}).text;
+    EXPECT_TRUE(one.ends_with("\n[The file is longer: 2000002 bytes; this is the first 287999.]"))
+        << one.substr(limit - 9);
+    const Output found = run("search", {{"query", "e"}});
+    EXPECT_LT(found.text.size(), 2 * limit);
+    EXPECT_LT(found.read.size(), 20u);
+    EXPECT_TRUE(found.text.ends_with(" more lines — narrow the query."))
+        << found.text.substr(found.text.size() - 60);
+    EXPECT_LT(run("summary", json::object()).text.size(), limit);
+    EXPECT_LT(run("search", {{"query", marks + "x"}}).text.size(), limit);
 }
 
 TEST_F(Tools, SearchEveryFileWithoutRegardToCase) {
@@ -211,7 +241,7 @@ TEST_F(Tools, SearchEveryFileWithoutRegardToCase) {
              "reports/a.md:4: last shift+cmd",
              {"days/2026-09-01.org", "days/2026-09-02.org", "Studio/days/2026-09-01.org", "reports/a.md"}));
     EXPECT_EQ(run("search", {{"query", "STRASSE"}}).text, "reports/a.md:1: Straße");
-    EXPECT_EQ(run("search", {{"query", "οδοσ"}}).text, "reports/a.md:3: ΟΔΟΣ\r");
+    EXPECT_EQ(run("search", {{"query", "οδοσ"}}).text, "reports/a.md:3: ΟΔΟΣ");
     EXPECT_EQ(run("search", {{"query", "nothing\nshift"}}).text, "No lines contain \"nothing\nshift\".");
 }
 
