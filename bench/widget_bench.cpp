@@ -68,7 +68,8 @@ const Words words = Words::load(RESOURCES "/Words", "de");
 const tapwidgets::Entry entry{{}, snapshot};
 
 drawing::Picture pictureOf(const tapwidgets::Widget& widget) {
-    return tapwidgets::picture(widget, entry, widget.families.back(), {words, words});
+    return tapwidgets::picture(widget, entry, widget.families.back(),
+                               {words, words, drawing::systemTextWidth()});
 }
 
 void view(benchmark::State& state, std::size_t widget) {

@@ -54,14 +54,15 @@ double roughWidth(std::string_view text, const Font& font) {
     return static_cast<double>(tapcore::characterCount(text)) * perCharacter * font.size;
 }
 
-std::vector<std::string> linesOf(std::string_view text, const Font& font, double room) {
+std::vector<std::string> linesOf(std::string_view text, const Font& font, double room,
+                                 const TextWidth& width) {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at <= text.size();) {
         const std::size_t end = std::min(text.find(' ', at), text.size());
         const std::string word(text.substr(at, end - at));
         at = end + 1;
         if (word.empty()) continue;
-        if (!lines.empty() && roughWidth(lines.back() + ' ' + word, font) <= room) lines.back() += ' ' + word;
+        if (!lines.empty() && width(lines.back() + ' ' + word, font) <= room) lines.back() += ' ' + word;
         else lines.push_back(word);
     }
     return lines;

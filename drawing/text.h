@@ -25,7 +25,7 @@ struct Font {
     static Font caption() { return {.size = 10}; }
     static Font body() { return {.size = 13}; }
     static Font title() { return {.size = 22}; }
-    static Font largeTitle() { return {.size = 34}; }
+    static Font largeTitle() { return {.size = 26}; }
 
     Font withWeight(Weight value) const;
     Font withSize(double value) const;
@@ -65,12 +65,12 @@ struct Text {
 /// there is.
 double roughWidth(std::string_view text, const Font& font);
 
-/// A text in lines that have about that room, broken at blanks; a word too long for one has a line of its
-/// own.
-std::vector<std::string> linesOf(std::string_view text, const Font& font, double room);
-
 /// How wide a text is in a font, in points.
 using TextWidth = std::function<double(std::string_view text, const Font& font)>;
+
+/// A text in lines that have that room, broken at blanks; a word too long for one has a line of its own.
+std::vector<std::string> linesOf(std::string_view text, const Font& font, double room,
+                                 const TextWidth& width);
 
 /// A text as it is painted: shrunk, and then cut, until it keeps to its room, and on its baseline.
 struct FittedText {

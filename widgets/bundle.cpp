@@ -49,7 +49,7 @@ drawing::Picture picture(const Widget& widget, const Entry& entry, Family family
     const drawing::Size size = sizeOf(family);
     const drawing::Size room{size.width - 2 * margin, size.height - 2 * margin};
     auto content = entry.snapshot ? widget.content(*entry.snapshot, {room, texts.snapshot}) : std::nullopt;
-    if (!content) content = waiting({room, texts.system});
+    if (!content) content = waiting({room, texts.system}, texts.width);
     std::vector<Node> inner;  // lists in braces would copy all of the content
     inner.push_back(*std::move(content));
     std::vector<Node> parts;

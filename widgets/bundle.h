@@ -42,6 +42,7 @@ extern const std::array<Widget, 4> bundle;
 struct Texts {
     const tapcore::Words& snapshot;  ///< in the snapshot's language
     const tapcore::Words& system;    ///< in the one that the user prefers
+    drawing::TextWidth width;        ///< measures as they will be painted
 };
 
 /// A widget as it stands on the desktop: its content, or Waiting, inside a container of the family's size.

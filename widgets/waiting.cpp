@@ -12,11 +12,11 @@ using drawing::Font;
 using drawing::Node;
 using drawing::Text;
 
-Node waiting(const Canvas& canvas) {
+Node waiting(const Canvas& canvas, const drawing::TextWidth& width) {
     const Font font = Font::caption();
     const double symbol = Font::title().size;
     std::string text = canvas.words.text("widget.waiting");
-    const std::vector<std::string> lines = drawing::linesOf(text, font, canvas.size.width);
+    const std::vector<std::string> lines = drawing::linesOf(text, font, canvas.size.width, width);
     const double height = symbol + spacing + static_cast<double>(lines.size()) * font.lineHeight();
     const double middle = canvas.size.width / 2;
     double y = (canvas.size.height - height) / 2;

@@ -125,8 +125,8 @@ void WidgetHost::show(const Entry& entry) {
 void WidgetHost::draw() {
     if (!shownEntry_) return;
     for (const Shown& shown : shown_)
-        shown.window->show(tapwidgets::picture(*shown.choice.widget, *shownEntry_,
-                                               shown.choice.family, {words_, systemWords_}),
+        shown.window->show(tapwidgets::picture(*shown.choice.widget, *shownEntry_, shown.choice.family,
+                                               {words_, systemWords_, textWidth_}),
                            {.theme = scheme_.theme()});
 }
 

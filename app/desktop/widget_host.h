@@ -13,6 +13,7 @@
 #include "app/desktop/widget_choice.h"
 #include "app/desktop/widget_window.h"
 #include "core/words/words.h"
+#include "drawing/painter.h"
 #include "widgets/provider.h"
 
 namespace tappora {
@@ -48,6 +49,7 @@ class WidgetHost {
     tapcore::Words systemWords_;
     tapcore::Words words_;  ///< in the snapshot's language
     std::string language_;  ///< that of `words_`, as the snapshot has it
+    drawing::TextWidth textWidth_ = drawing::systemTextWidth();
     std::optional<tapwidgets::Entry> shownEntry_;
     tapcore::Instant next_{};  ///< when the provider is to be asked again
     FolderWatch folder_;

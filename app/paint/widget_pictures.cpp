@@ -10,6 +10,7 @@
 #include "app/common/widget_file.h"
 #include "app/paint/picture_file.h"
 #include "core/foundation/file_io.h"
+#include "drawing/painter.h"
 #include "widgets/bundle.h"
 #include "widgets/provider.h"
 
@@ -85,9 +86,10 @@ void renderWidgets(CommandLine& line, const Environment& environment) {
     const Entry entry = entryOf(options, environment);
     const Words system = systemWords(environment);
     const Words words = wordsIn(entry.snapshot ? entry.snapshot->language : Words::source, environment);
+    const tapwidgets::Texts texts{words, system, drawing::systemTextWidth()};
     for (const Widget& widget : tapwidgets::bundle) {
         for (const Family family : widget.families) {
-            const drawing::Picture picture = tapwidgets::picture(widget, entry, family, {words, system});
+            const drawing::Picture picture = tapwidgets::picture(widget, entry, family, texts);
             for (const auto& [appearance, name] : appearances) {
                 const fs::path file =
                     options.folder / fmt::format("{}-{}-{}.{}", widget.name, tapwidgets::families.of(family),

@@ -10,6 +10,7 @@
 #include "widgets/bundle.h"
 #include "widgets/heat_board.h"
 #include "widgets/provider.h"
+#include "widgets/waiting.h"
 
 namespace tapwidgets {
 namespace {
@@ -24,6 +25,7 @@ using testing::ElementsAre;
 constexpr tapcore::Instant tenOClock = std::chrono::sys_days(std::chrono::year(2026) / 9 / 20) + 10h;
 const Words english = Words::load(RESOURCES "/Words", "en");
 const Words german = Words::load(RESOURCES "/Words", "de");
+const drawing::TextWidth measured = drawing::systemTextWidth();
 
 WidgetSnapshot sample() {
     WidgetSnapshot snapshot;
@@ -68,7 +70,10 @@ TEST(Provider, KnowsTheDayByTheZonesMidnight) {
     const auto isShown = [&](tapcore::Instant moment) {
         const WidgetSnapshot::Places places{{}, folder.path()};
         const tapcore::Calendar berlin("Europe/Berlin");
-        return Provider({}, places, [=] { return moment; }, berlin).read().has_value();
+        return Provider(
+                   {}, places, [=] { return moment; }, berlin)
+            .read()
+            .has_value();
     };
     EXPECT_FALSE(isShown(tenOClock - 12h - 1s));
     EXPECT_TRUE(isShown(tenOClock - 12h));
@@ -88,8 +93,8 @@ const Widget& widget(std::string_view kind) {
 
 /// What assistive tools are told of a widget.
 std::vector<Element> elements(std::string_view kind, const std::optional<WidgetSnapshot>& snapshot) {
-    const auto shown =
-        picture(widget(kind), {tenOClock, snapshot}, widget(kind).families.front(), {german, english});
+    const auto shown = picture(widget(kind), {tenOClock, snapshot}, widget(kind).families.front(),
+                               {german, english, measured});
     return drawing::elementsOf(shown.content).front().children;
 }
 
@@ -130,8 +135,20 @@ TEST(Widgets, WaitInTheUsersLanguageForWhatIsMissing) {
     for (const Widget& each : bundle) EXPECT_EQ(elements(each.kind, std::nullopt), waiting);
 }
 
+TEST(Waiting, BreaksItsTextWhereTheFontHasNoRoom) {
+    const auto fivePoints = [](std::string_view text, const auto&) {
+        return 5.0 * static_cast<double>(text.size());
+    };
+    const drawing::Node shown = waiting({{105, 105}, Words::load(RESOURCES "/Words", "es")}, fivePoints);
+    std::vector<std::string> lines;
+    for (const drawing::Node& part : std::get<drawing::Group>(shown.content).children)
+        if (const auto* text = std::get_if<drawing::Text>(&part.content)) lines.push_back(text->text);
+    EXPECT_THAT(lines, ElementsAre("Esperando las", "primeras pulsaciones", "de hoy"));
+}
+
 TEST(Widgets, DimTheDaysThatAreNotToday) {
-    const auto shown = picture(widget("TapWeek"), {tenOClock, sample()}, Family::small, {german, english});
+    const auto shown =
+        picture(widget("TapWeek"), {tenOClock, sample()}, Family::small, {german, english, measured});
     const std::string text = drawing::svg(shown, {}, [](auto, const auto&) { return 10.0; });
     EXPECT_EQ(text.find("fill-opacity=\"0.55\""), text.rfind("fill-opacity=\"0.55\""));
     EXPECT_NE(text.find("fill-opacity=\"0.55\""), text.npos);
@@ -178,7 +195,7 @@ TEST(Widgets, AreDrawnWhateverTheNumbers) {
         snapshot.bounds = tapcore::Board::Rect{-size, 0, size, size};
         for (const Widget& each : bundle)
             for (const Family family : each.families) {
-                const auto shown = picture(each, {tenOClock, snapshot}, family, {german, english});
+                const auto shown = picture(each, {tenOClock, snapshot}, family, {german, english, measured});
                 EXPECT_FALSE(drawing::png(shown, {}, 0.05).empty());
             }
     }
