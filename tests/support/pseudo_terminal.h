@@ -63,9 +63,9 @@ class PseudoTerminal {
         terminal_ = -1;
     }
 
-    /// Whether a text comes, after what was seen before, within ten seconds.
+    /// Whether a text comes, after what was seen before, within a minute.
     bool shows(std::string_view text) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
         while (std::chrono::steady_clock::now() < deadline) {
             const std::size_t found = seen_.find(text, from_);
             if (found != std::string::npos) {
@@ -98,7 +98,7 @@ class PseudoTerminal {
 
     /// The exit status, once the program has ended; -1 when a signal ended it.
     int wait() {
-        while (terminal_ >= 0 && !hasEnded_) readSome(10'000);
+        while (terminal_ >= 0 && !hasEnded_) readSome(60'000);
         int status = 0;
         waitpid(process_, &status, 0);
         process_ = 0;

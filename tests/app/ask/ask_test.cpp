@@ -238,13 +238,13 @@ TEST_F(Ask, EndsAtCtrlCBetweenTwoCalls) {
     for (int i = 0; i < 5000; ++i)
         calls.push_back({{"type", "tool_use"}, {"id", std::to_string(i)}, {"name", "summary"}});
     server.emplace(std::vector<LoopbackServer::Reply>{{claude(calls.dump().c_str(), "tool_use").dump()}});
-    begin({"Hello?", "--provider", "claude", "--url", server->url(), "--tools"});
-    while (program->errors().find("summary: ") == std::string::npos)
-        std::this_thread::sleep_for(milliseconds(10));
-    ::kill(program->id(), SIGINT);
-    EXPECT_EQ(program->wait(), 1);
-    EXPECT_LT(std::ranges::count(program->errors(), '\n'), 5000);
-    EXPECT_THAT(program->errors(), HasSubstr("tappora: ask: stopped\n"));
+    PseudoTerminal terminal =
+        onTerminal({"Hello?", "--provider", "claude", "--url", server->url(), "--tools"});
+    ASSERT_TRUE(terminal.shows("summary: ")) << terminal.seen();
+    terminal.type("\x03");  // while it waits for its terminal to take what it printed
+    EXPECT_TRUE(terminal.shows("tappora: ask: stopped\r\n")) << terminal.seen();
+    EXPECT_EQ(terminal.wait(), 1);
+    EXPECT_LT(std::ranges::count(terminal.seen(), '\n'), 5000);
 }
 
 TEST_F(Ask, ShowsExactlyWhatWouldLeaveTheMachine) {
@@ -270,8 +270,9 @@ TEST_F(Ask, HoldsAConversationThatIsKept) {
         {"{}", 401},
         {claude(R"([{"type":"text","text":"Again."}])").dump()},
     });
-    EXPECT_EQ(
-        ask({"--provider", "claude", "--url", server->url()}, "4\n\nlost?\n/exit\nAnd now?\n/quit \nnot read\n"), 0)
+    EXPECT_EQ(ask({"--provider", "claude", "--url", server->url()},
+                  "4\n\nlost?\n/exit\nAnd now?\n/quit \nnot read\n"),
+              0)
         << program->errors();
     EXPECT_THAT(program->output(), HasSubstr("  1  How is today?\n"));
     EXPECT_THAT(program->errors(), HasSubstr("tappora: /exit: no such command; there are /new and /quit\n"));

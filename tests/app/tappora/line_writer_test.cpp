@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <future>
 #include <thread>
 
 #include "app/tappora/line_reader.h"
@@ -16,10 +16,11 @@ TEST(LineWriter, LosesNothingBetweenEndsThatDoNotWait) {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0);
     const std::string longLine(1 << 20, 'x');
+    std::promise<void> isShortRead;
     std::thread writer([&] {
         EXPECT_TRUE(writeLine(ends[1], longLine));
         EXPECT_TRUE(writeLine(ends[1], "short"));
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));  // the reader has nothing and waits
+        isShortRead.get_future().wait();  // now the reader has nothing and waits
         EXPECT_TRUE(writeLine(ends[1], "last"));
         ::close(ends[1]);
     });
@@ -28,6 +29,7 @@ TEST(LineWriter, LosesNothingBetweenEndsThatDoNotWait) {
         const auto line = reader.next(true);
         ASSERT_TRUE(line);
         EXPECT_EQ(line->text, text);
+        if (text == "short") isShortRead.set_value();
     }
     EXPECT_FALSE(reader.next(true));
     writer.join();
