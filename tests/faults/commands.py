@@ -1,0 +1,169 @@
+"""The commands that are disturbed, one row each: what they are called with, what is there before, and what is special."""
+
+from collections.abc import Callable
+from dataclasses import dataclass, field
+from pathlib import Path
+
+from actors import ask, counted, practise, record, said_lost
+from ledger import digest
+
+SETTINGS = '{"machine.id": "0123456789abcdef0123456789abcdef", "machine.name": "vm"}\n'
+
+
+@dataclass(frozen=True)
+class Command:
+    name: str
+    arguments: tuple  # the program first; {root} is the world's place
+    files: dict = field(default_factory=dict)
+    adds: bool = False  # another run adds what this one adds once more
+    destroys: bool = False  # what is gone in part may stay so, until it is run again
+    reads: bool = False  # it changes nothing: its text is what counts
+    again: int = 0  # how another run may end when nothing is left to be done
+    follows: tuple = ()  # what may come later, when that is said: kinds of items, or names of files
+    partial: bool = False  # what it adds may be added in part; it says then how much is lost
+    says: Callable | None = None  # what is wrong with what it said of a failure
+    midway: tuple = ()  # items that may be missing on the way
+    most: int = 36  # faults in an ordinary run
+    play: Callable | None = None  # how it is run, when it needs somebody at it
+
+
+def keys(*rows):
+    """A day's text, of either format: (hour, key, count)."""
+    return "* Keys\n" + "".join(f"| {h} | {k} | {n} |\n" for h, k, n in rows)
+
+
+def chords(text, *rows):
+    return text + "* Chords\n" + "".join(f"| {h} | {m} | {k} | {n} |\n" for h, m, k, n in rows)
+
+
+def practice(presses):
+    return ("* Letters\n| letter | layout | presses | misses | timed | ms |\n"
+            f"| a | qwerty | {presses} | 1 | 3 | 815 |\n* Day\n| lessons | 1 |\n")
+
+
+def month(name, *rows):
+    total = sum(count for _, count in rows)
+    return (f"#+title: {name}\n\n* Days\n| date | keystrokes | active_hours | peak | clicks |\n"
+            + "".join(f"| {day} | {count} | 1 | 0 | 0 |\n" for day, count in rows)
+            + f"* Keys\n| 0 | {total} |\n* Chords\n")
+
+
+def config(text):
+    return '{"format": "%s"}\n' % text
+
+
+def recording():
+    """Three taps at a keyboard, a second between them, as evemu-record writes it."""
+    lines = ["# EVEMU 1.3", "N: A keyboard", "I: 0003 046d 0001 0111", "P: 00 00 00 00 00 00 00 00",
+             "B: 00 0b 00 00 00 00 00 00 00"]
+    lines += ["B: 01 " + " ".join(["fe"] + ["ff"] * 7), "B: 01 " + " ".join(["ff"] * 7 + ["00"])]
+    lines += ["B: 01 " + " ".join(["00"] * 8)] * 10
+    for second, key in enumerate((30, 48, 46)):
+        for later, value in ((0, 1), (100_000, 0)):
+            moment = f"{second}.{later:06d}"
+            lines += [f"E: {moment} 0001 {key:04x} {value:04d}", f"E: {moment} 0000 0000 0000"]
+    return "\n".join(lines) + "\n"
+
+
+def record_says(outcome, changed, now):
+    """All that was counted is stored or said to be lost, when the recorder itself ends."""
+    stored = sum(sum(value[0].values()) for name, value in now.items() if name == ("day", "2026-09-20"))
+    lost = said_lost(outcome)
+    return [] if stored + lost == counted(outcome) else [f"{counted(outcome)} counted, {stored} stored, {lost} said lost"]
+
+
+def replay_says(outcome, changed, now):
+    """"nothing is stored", or which days are; it must be exactly so."""
+    stored = sorted(name[1] for name, done in changed.items() if done and name[0] == "day")
+    if stored and f"stored is {', '.join(stored)}, which another replay would count twice" not in outcome.err:
+        return [f"stored is {stored}, which was not said"]
+    if not stored and "stored is" in outcome.err:
+        return ["said to be stored, and it is not"]
+    return []
+
+
+def data(name):
+    return (Path(__file__).resolve().parent.parent / "data" / name).read_text()
+
+
+OWN = {"home/.config/tappora/settings.json": SETTINGS}
+DAYS = {
+    "data/days/2026-08-30.org": keys((9, 0, 40)),
+    "data/days/2026-09-18.org": chords(keys((9, 0, 1200), (10, 1, 3)), (9, "cmd", 8, 3)),
+    "data/days/2026-09-19.org": chords(keys((9, 0, 100)), (9, "cmd", 8, 5)),
+    "data/days/2026-09-19.md": keys((8, 0, 60)).replace("*", "##"),
+}
+MONTHS = {
+    "data/months/2026-08.org": month("2026-08", ("2026-08-30", 40)),
+    "data/months/2026-09.org": month("2026-09", ("2026-09-18", 1203), ("2026-09-19", 160)),
+}
+MERGED, HELD = keys((8, 0, 60), (9, 0, 50)), keys((8, 0, 60)).replace("*", "##")
+CUT_MERGE = {  # when the merged text had taken its place, and not all else was done
+    "data/days/2026-09-20.org": MERGED,
+    "data/days/2026-09-20.md": HELD,
+    "data/days/.2026-09-20.merging": f"# Merging\n| {digest(MERGED.encode())} | 2026-09-20.org |\n"
+    f"| {digest(HELD.encode())} | 2026-09-20.md |\n| {digest(keys((9, 0, 50)).encode())} | 2026-09-20.org |\n",
+}
+PRACTICE = {"data/practice/2026-09-19.org": practice(4)}
+CONFIG = {"data/.keys/config.json": config("org")}
+CHAT = {"data/assistant/chat.org": "#+title: Ask AI\n\n* You\n\nWhat?\n\n* Answer\n\nThat.\n"}
+EVERYTHING = OWN | DAYS | MONTHS | PRACTICE | CONFIG | CHAT | {"data/reports/2026-08.md": "a report\n"}
+
+AT = ("--folder", "{root}/data", "--today", "2026-09-20")
+
+
+def folder(name, *words, files=None, **special):
+    return Command(name, ("tappora", "folder", *words, *AT), files or EVERYTHING, **special)
+
+
+REPLAY = ("tappora-record", "--replay", "{root}/in/typing.evemu", "--starting")
+TYPING = {"in/typing.evemu": recording()}
+
+COMMANDS = [
+    Command("replay", (*REPLAY, "2026-09-20T23:59:59", "--folder", "{root}/data", "--today", "2026-09-21"),
+            OWN | CONFIG | TYPING | {"data/days/2026-09-20.org": keys((9, 0, 50)),
+                                     "data/days/2026-09-20.md": keys((8, 0, 60)).replace("*", "##")},
+            adds=True, follows=("month", "formats"), says=replay_says),
+    Command("replay-after-a-cut-merge", (*REPLAY, "2026-09-20T10:00:00", *AT), OWN | CONFIG | TYPING | CUT_MERGE,
+            adds=True, follows=("month",), says=replay_says),
+    Command("replay-into-a-new-folder", (*REPLAY, "2026-09-20T10:00:00", "--today", "2026-09-20"), OWN | TYPING,
+            adds=True, follows=("month",), says=replay_says),
+    Command("replay-shared", (*REPLAY, "2026-09-20T10:00:00", *AT, "--shared"), OWN | TYPING | CONFIG | DAYS,
+            adds=True, follows=("month",), says=replay_says),
+    folder("convert", "convert", "--to", "markdown"),
+    folder("rollups", "rollups", files=OWN | DAYS | CONFIG | {
+        "data/months/2026-08.org": month("2026-08", ("2026-08-29", 7)),
+        "data/months/2026-07.org": month("2026-07", ("2026-07-01", 7))}),
+    folder("share", "share"),
+    folder("adopt", "adopt", "{root}/old", again=1, files=OWN | {
+        "old/days/2026-09-18.org": keys((9, 0, 1200)),
+        "old/days/2026-09-19.org": keys((9, 0, 100)),
+        "old/months/2026-09.org": month("2026-09", ("2026-09-18", 1200)),
+        "old/practice/2026-09-19.org": practice(4),
+        "old/.keys/config.json": config("org"),
+        "old/reports/2026-08.md": "a report\n"}),
+    folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True),
+    folder("clear-counts", "clear", "counts", "--yes", destroys=True),
+    folder("clear-all", "clear", "all", "--yes", destroys=True),
+    folder("reset-heatmap", "reset", "heatmap", "--yes", destroys=True),
+    folder("reset-shortcuts", "reset", "shortcuts", "--yes", destroys=True),
+    folder("reset-practice", "reset", "practice", "--yes", destroys=True),
+    Command("set", ("tappora", "folder", "set", "{root}/other"), OWN),
+    Command("set-usual", ("tappora", "folder", "set", "--usual"), {
+        "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "folder.path": "{root}/data"}')}),
+    Command("boards-import", ("tappora", "boards", "import", "{root}/in/board.json", "-o", "{root}/out.json"),
+            {"in/board.json": data("boards/full-size-german.json")}),
+    Command("layouts-import", ("tappora", "layouts", "import", "{root}/in/a.keylayout", "-o", "{root}/out.json", *AT),
+            {"in/a.keylayout": data("layouts/ordinary.keylayout")}),
+    Command("practice", (), OWN | PRACTICE | CONFIG, adds=True, play=practise(
+        ("tappora-practice", *AT, "--language", "en", "--layout", "qwerty", "--words", "5", "--seed", "7"), "asdf jkl")),
+    Command("ask", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--continue", *AT)),
+    Command("ask-new", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--new", *AT),
+            midway=(("file", "data/assistant/chat.org"),)),
+    Command("record", (), OWN | CONFIG | {"data/days/2026-09-19.org": keys((9, 0, 50))}, adds=True, partial=True, most=30,
+            play=record("--folder", "{root}/data"), says=record_says,
+            follows=("month", "formats", "home/.local/share/Tappora/widget.json")),
+    Command("widget-write", ("tappora", "widget", "write", *AT), EVERYTHING),
+    Command("summary", ("tappora", "summary", "--from", "2026-07-01", "--json", *AT), EVERYTHING, reads=True),
+    Command("day", ("tappora", "day", "2026-09-19", *AT), EVERYTHING, reads=True),
+]
