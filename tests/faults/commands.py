@@ -152,9 +152,9 @@ COMMANDS = [
     Command("set-usual", ("tappora", "folder", "set", "--usual"), {
         "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "folder.path": "{root}/data"}')}),
     Command("boards-import", ("tappora", "boards", "import", "{root}/in/board.json", "-o", "{root}/out.json"),
-            {"in/board.json": data("boards/full-size-german.json")}),
+            {"in/board.json": data("boards/full-size-german.json")}, most=16),
     Command("layouts-import", ("tappora", "layouts", "import", "{root}/in/a.keylayout", "-o", "{root}/out.json", *AT),
-            {"in/a.keylayout": data("layouts/ordinary.keylayout")}),
+            {"in/a.keylayout": data("layouts/ordinary.keylayout")}, most=16),
     Command("practice", (), OWN | PRACTICE | CONFIG, adds=True, play=practise(
         ("tappora-practice", *AT, "--language", "en", "--layout", "qwerty", "--words", "5", "--seed", "7"), "asdf jkl")),
     Command("ask", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--continue", *AT)),
