@@ -83,7 +83,7 @@ def ask(*arguments):
             servers.append(http.server.ThreadingHTTPServer(("127.0.0.1", 0), Provider))
             threading.Thread(target=servers[0].serve_forever, daemon=True).start()
         address = f"http://127.0.0.1:{servers[0].server_address[1]}/v1"
-        outcome = world.run([str(programs / "tappora-ask"), *map(world.filled, arguments), "--provider", "local", "--model", "m",
+        outcome = world.run([str(programs / "tappora-ask"), *arguments, "--provider", "local", "--model", "m",
                              "--url", address], fault)
         outcome.out = ""
         return outcome

@@ -1,5 +1,5 @@
-"""A small program that adds a press to a day's file, carefully or with a known fault: careless.py HOW FOLDER. The checks
-must find each fault; self_test.py sees to that."""
+"""A small program that adds a press to a day's file, carefully or with a known fault: careless.py HOW FOLDER. The
+checks must find each fault; self_test.py sees to that."""
 
 import os
 import sys
@@ -67,7 +67,8 @@ def main(how, folder):
         if how == "says done":
             print("one press")
             return 0
-        print("tappora: not stored" if how == "names nothing" else f"tappora: {path}: {error.strerror}", file=sys.stderr)
+        named = "not stored" if how == "names nothing" else f"{path}: {error.strerror}"
+        print(f"tappora: {named}", file=sys.stderr)
         return 3 if how == "ends oddly" else 1
     return 0
 

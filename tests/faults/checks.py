@@ -108,7 +108,7 @@ class Judgement:
         found = [f"success was said, but not done: {name}" for name in grave]
         if undone and not grave and not named:
             found.append(f"nothing was said of what is not done: {undone}")
-        if outcome.out != self.plain.out and not (self.command.reads and named):
+        if outcome.out != self.plain.out and not named:
             found.append("success, but with another text")
         is_kept = not Path(call.path).is_relative_to(self.root / "home/.local") and call.path != f"{self.root}/home"
         if call.name == "fsync" and is_kept and fault.action not in (*HARMLESS, "full") and not named:
@@ -118,7 +118,7 @@ class Judgement:
     def of_failure(self, call, outcome, now):
         found = []
         changed = {n: d for n, d in self.done(now).items() if not lagging(n, self.command)}
-        if changed and all(changed.values()) and not self.command.destroys:  # gone is only what is known to be
+        if changed and all(changed.values()) and not self.command.sure:
             found.append("a failure was said, though all of it took effect")
         if not nearby(outcome.err, call, self.root):
             found.append("the message names no file")

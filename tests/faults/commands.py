@@ -1,4 +1,4 @@
-"""The commands that are disturbed, one row each: what they are called with, what is there before, and what is special."""
+"""The commands that are disturbed, one row each: what they are called with, what is there before, what is special."""
 
 from collections.abc import Callable
 from dataclasses import dataclass, field
@@ -17,6 +17,7 @@ class Command:
     files: dict = field(default_factory=dict)
     adds: bool = False  # another run adds what this one adds once more
     destroys: bool = False  # what is gone in part may stay so, until it is run again
+    sure: bool = False  # it says that it is done only when it knows that nothing is left of what was before
     reads: bool = False  # it changes nothing: its text is what counts
     again: int = 0  # how another run may end when nothing is left to be done
     follows: tuple = ()  # what may come later, when that is said: kinds of items, or names of files
@@ -69,7 +70,9 @@ def record_says(outcome, changed, now):
     """All that was counted is stored or said to be lost, when the recorder itself ends."""
     stored = sum(sum(value[0].values()) for name, value in now.items() if name == ("day", "2026-09-20"))
     lost = said_lost(outcome)
-    return [] if stored + lost == counted(outcome) else [f"{counted(outcome)} counted, {stored} stored, {lost} said lost"]
+    if stored + lost == counted(outcome):
+        return []
+    return [f"{counted(outcome)} counted, {stored} stored, {lost} said to be lost"]
 
 
 def replay_says(outcome, changed, now):
@@ -130,24 +133,24 @@ COMMANDS = [
             adds=True, follows=("month",), says=replay_says),
     Command("replay-shared", (*REPLAY, "2026-09-20T10:00:00", *AT, "--shared"), OWN | TYPING | CONFIG | DAYS,
             adds=True, follows=("month",), says=replay_says),
-    folder("convert", "convert", "--to", "markdown"),
-    folder("rollups", "rollups", files=OWN | DAYS | CONFIG | {
+    folder("convert", "convert", "--to", "markdown", sure=True),
+    folder("rollups", "rollups", sure=True, files=OWN | DAYS | CONFIG | {
         "data/months/2026-08.org": month("2026-08", ("2026-08-29", 7)),
         "data/months/2026-07.org": month("2026-07", ("2026-07-01", 7))}),
     folder("share", "share"),
-    folder("adopt", "adopt", "{root}/old", again=1, files=OWN | {
+    folder("adopt", "adopt", "{root}/old", again=1, sure=True, follows=("month",), files=OWN | {
         "old/days/2026-09-18.org": keys((9, 0, 1200)),
         "old/days/2026-09-19.org": keys((9, 0, 100)),
         "old/months/2026-09.org": month("2026-09", ("2026-09-18", 1200)),
         "old/practice/2026-09-19.org": practice(4),
         "old/.keys/config.json": config("org"),
         "old/reports/2026-08.md": "a report\n"}),
-    folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True),
-    folder("clear-counts", "clear", "counts", "--yes", destroys=True),
-    folder("clear-all", "clear", "all", "--yes", destroys=True),
-    folder("reset-heatmap", "reset", "heatmap", "--yes", destroys=True),
-    folder("reset-shortcuts", "reset", "shortcuts", "--yes", destroys=True),
-    folder("reset-practice", "reset", "practice", "--yes", destroys=True),
+    folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True, sure=True),
+    folder("clear-counts", "clear", "counts", "--yes", destroys=True, sure=True),
+    folder("clear-all", "clear", "all", "--yes", destroys=True, sure=True),
+    folder("reset-heatmap", "reset", "heatmap", "--yes", destroys=True, sure=True),
+    folder("reset-shortcuts", "reset", "shortcuts", "--yes", destroys=True, sure=True),
+    folder("reset-practice", "reset", "practice", "--yes", destroys=True, sure=True),
     Command("set", ("tappora", "folder", "set", "{root}/other"), OWN),
     Command("set-usual", ("tappora", "folder", "set", "--usual"), {
         "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "folder.path": "{root}/data"}')}),
@@ -156,12 +159,13 @@ COMMANDS = [
     Command("layouts-import", ("tappora", "layouts", "import", "{root}/in/a.keylayout", "-o", "{root}/out.json", *AT),
             {"in/a.keylayout": data("layouts/ordinary.keylayout")}, most=16),
     Command("practice", (), OWN | PRACTICE | CONFIG, adds=True, play=practise(
-        ("tappora-practice", *AT, "--language", "en", "--layout", "qwerty", "--words", "5", "--seed", "7"), "asdf jkl")),
+        ("tappora-practice", *AT, "--language", "en", "--layout", "qwerty", "--words", "5", "--seed", "7"),
+        "asdf jkl")),
     Command("ask", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--continue", *AT)),
     Command("ask-new", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--new", *AT),
             midway=(("file", "data/assistant/chat.org"),)),
-    Command("record", (), OWN | CONFIG | {"data/days/2026-09-19.org": keys((9, 0, 50))}, adds=True, partial=True, most=30,
-            play=record("--folder", "{root}/data"), says=record_says,
+    Command("record", (), OWN | CONFIG | {"data/days/2026-09-19.org": keys((9, 0, 50))},
+            adds=True, partial=True, most=30, play=record("--folder", "{root}/data"), says=record_says,
             follows=("month", "formats", "home/.local/share/Tappora/widget.json")),
     Command("widget-write", ("tappora", "widget", "write", *AT), EVERYTHING),
     Command("summary", ("tappora", "summary", "--from", "2026-07-01", "--json", *AT), EVERYTHING, reads=True),

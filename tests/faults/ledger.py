@@ -123,6 +123,12 @@ def content(path):
     return json.loads(text) if path.suffix == ".json" or path.name == ".keys-mac" else text
 
 
+def is_note(path):
+    """What is there on the way alone."""
+    return (path.name == TEMPORARY or path.parent.name == UNNAMED or path.suffix in (".merging", ".merged")
+            or path.name.startswith(".adopting"))
+
+
 def is_read_as_table(path, data):
     return path.is_relative_to(data) and path.parent.name in ("days", "months", "practice") and (
         path.suffix[1:] in EXTENSIONS and "as it was" not in path.name)
@@ -136,8 +142,7 @@ def read(root):
     for part in [data, *marked]:
         read_part(part, items)
     for path in sorted(p for p in root.rglob("*") if p.is_file()):
-        hidden = path.name == TEMPORARY or path.parent.name == UNNAMED or path.suffix in (".merging", ".merged") or path.name == ".adopting"
-        if hidden or path.is_relative_to(root / "run") or is_read_as_table(path, data):
+        if is_note(path) or path.is_relative_to(root / "run") or is_read_as_table(path, data):
             continue
         name = ("file", name_of(path, root, [name for _, *names in items for name in names]))
         try:

@@ -25,8 +25,8 @@ class Trial:
     """One command, undisturbed and then disturbed in all ways."""
 
     def __init__(self, command, programs, injector, place, stage):
-        self.command, self.programs = command, Path(programs)
-        self.world = World(place, injector, command.files, stage)
+        self.command, self.programs = command, Path(programs).resolve()
+        self.world = World(place, Path(injector).resolve(), command.files, stage)
         self.known = {}  # what another run came to, by what was there
         self.failures = []
 
@@ -72,8 +72,11 @@ class Trial:
         return self.known[state]
 
     def leftovers(self, tree):
-        """Files of a world in its end that there are not when nothing failed."""
-        return [f"after another run, there is {name}" for name in tree if name not in {**self.tree, **self.twice_tree}]
+        """Files of a world in its end that there are not when nothing failed. One that found nothing left to be done
+        leaves a temporary file to the next writer."""
+        known = {**self.tree, **self.twice_tree}
+        return [f"after another run, there is {name}" for name in tree
+                if name not in known and not (self.command.again and name.endswith(ledger.TEMPORARY))]
 
 
 def place_for(command):
@@ -130,7 +133,8 @@ def main():
             faults = [f for f in chosen(command, calls, asked.thorough) if asked.only in (None, f.at)]
             for fault in faults:
                 trial.disturb(fault)
-            print(f"{command.name}: {len(calls)} calls, {len(faults)} faults, {len(trial.failures)} complaints", flush=True)
+            found = len(trial.failures)
+            print(f"{command.name}: {len(calls)} calls, {len(faults)} faults, {found} complaints", flush=True)
             failures += trial.failures
             tried += len(faults)
     print("\n".join(failures))
