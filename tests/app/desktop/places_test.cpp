@@ -51,9 +51,9 @@ TEST(WidgetPlaces, AreKeptForEachMonitorAndTheLastOneThereIsGoes) {
     EXPECT_EQ(find({{"DP-2", 1280, 800}}), (WidgetPlace{"DP-2", 916, 630}));
     EXPECT_EQ(find({{"DP-2", 100, 100}}), (WidgetPlace{"DP-2", 0, 0}));
 
-    Settings settings = Settings::read(environment);
-    settings.setText("widgets.place.today:small@DP-2", "at the left");
-    settings.write();
+    Settings::change(environment, [](Settings& settings) {
+        settings.setText("widgets.place.today:small@DP-2", "at the left");
+    });
     EXPECT_EQ(places.find("today:small", {screen}, medium), std::nullopt);
 }
 
