@@ -42,6 +42,7 @@ TEST(FolderLock, IsOnTheFolderThatHasTheNameOnceItIsFree) {
     ASSERT_EQ(::pipe(told), 0);
     const pid_t child = ::fork();
     if (child == 0) {
+        held.reset();  // its copy of the opened folder, which would hold the lock too
         (void)!::write(told[1], "x", 1);
         const auto waited = lockForWriting(sessionIn(base / "run"), base / "data");
         std::_Exit(tryLockForWriting(sessionIn(base / "run"), base / "data") ? 1 : 0);
