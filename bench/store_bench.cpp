@@ -14,6 +14,7 @@
 #include "core/files/store.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace {
 

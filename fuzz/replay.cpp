@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

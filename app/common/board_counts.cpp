@@ -58,7 +58,7 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
     const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::FileProblems problems;
     tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
-    complainOf(problems);
+    requireAnswer(problems, summary.isEmpty());
     return {.period = period,
             .board = std::move(board),
             .layout = std::move(layout),

@@ -1,6 +1,8 @@
 #include "app/common/data_folder.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -74,9 +76,19 @@ FolderLock lockData(const FolderOptions& options, const Environment& environment
     return lock;
 }
 
+/// Whether a folder is shared; Failure when that cannot be told, lest its top be taken for this machine's
+/// own.
+bool isShared(const fs::path& root) {
+    tapcore::FileProblems problems;
+    const bool shared = Store::isShared(root, &problems);
+    for (const auto& problem : problems)
+        if (!shared && problem.path == root) throw Failure(root.string(), problem.why);
+    return shared;
+}
+
 /// The sub-folder that bears this machine's mark, if it has one there already.
 std::optional<std::string> ownSubfolder(const fs::path& root, const Environment& environment) {
-    if (!Store::isShared(root)) return std::nullopt;
+    if (!isShared(root)) return std::nullopt;
     Settings settings = Settings::read(environment);
     return tapcore::MacFolder::find(root, Machine::of(settings).id);
 }
@@ -132,7 +144,7 @@ LockedStore::LockedStore(const FolderOptions& options, const Environment& enviro
                          const Tell& tell)
     : lock(lockData(options, environment, share, tell)),
       store(openStore(options, environment).telling(complainOnce(tell))) {
-    if (store.mac || (!share && !Store::isShared(store.root))) return;
+    if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell);
     const auto told = [&](const tapcore::Written& unsafe) { store.settle(unsafe); };
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);
@@ -172,7 +184,16 @@ std::string described(const tapcore::FileProblem& problem) {
 }
 
 void complainOf(const tapcore::FileProblems& problems) {
-    for (const auto& problem : problems) complain(described(problem));
+    for (auto problem = problems.begin(); problem != problems.end(); ++problem)
+        if (std::find(problems.begin(), problem, *problem) == problem) complain(described(*problem));
+}
+
+void requireAnswer(const tapcore::FileProblems& problems, bool isEmpty) {
+    if (!isEmpty || problems.empty()) return complainOf(problems);
+    tapcore::FileProblems others = problems;
+    std::erase(others, problems.front());
+    complainOf(others);
+    throw Failure(problems.front().path.string(), problems.front().why);
 }
 
 }  // namespace tappora

@@ -81,8 +81,12 @@ tapcore::Day parseDay(std::string_view what, std::string_view text);
 /// The format that an option names: UsageError naming both when it is none.
 tapcore::FileFormat parseFormat(std::string_view what, std::string_view text);
 
-/// Prints each problem as a warning: "PATH:LINE: WHY".
+/// Prints each problem as a warning, once: "PATH:LINE: WHY".
 void complainOf(const tapcore::FileProblems& problems);
+
+/// The same behind an answer: where that is empty since nothing could be read, the first problem is a
+/// Failure.
+void requireAnswer(const tapcore::FileProblems& problems, bool isEmpty);
 
 /// "PATH:LINE: WHY".
 std::string described(const tapcore::FileProblem& problem);

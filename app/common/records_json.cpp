@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/terminal.h"
+
 namespace tappora {
 namespace {
 
@@ -118,7 +120,7 @@ json toJson(const std::vector<tapcore::ChordRow>& rows) {
 std::string jsonText(const json& value) {
     std::string text;
     writeReadably(text, value, 0);
-    return text + "\n";
+    return harmlessJson(text) + "\n";
 }
 
 }  // namespace tappora

@@ -82,6 +82,14 @@ std::string harmlessLine(std::string_view text) {
     return line;
 }
 
+std::string harmlessJson(std::string_view json) {
+    std::string result;
+    for (const std::string_view character : tapcore::characters(json))
+        if (character == "\n" || !steers(character)) result += character;
+        else result += fmt::format("\\u{:04x}", static_cast<std::uint32_t>(tapcore::firstScalar(character)));
+    return result;
+}
+
 std::string grouped(std::int64_t number) {
     std::string digits = std::to_string(number);
     const std::size_t first = number < 0 ? 1 : 0;

@@ -44,6 +44,9 @@ std::string harmless(std::string_view text);
 /// The same on one line: line ends, tabs and Unicode's separators of lines and paragraphs become spaces.
 std::string harmlessLine(std::string_view text);
 
+/// JSON with those characters written as \uXXXX, which means the same.
+std::string harmlessJson(std::string_view json);
+
 /// 1234567 as "1,234,567".
 std::string grouped(std::int64_t number);
 

@@ -117,6 +117,7 @@ void printLetters(const PracticeOptions& options, const Environment& environment
     const TrainerSetup setup = choosePractice(options, environment, Settings::read(environment), store).setup;
     tapcore::FileProblems problems;
     const tapcore::PracticeHistory history = store.practiceHistory(&problems);
+    requireAnswer(problems, history.days.empty());
     const tapcore::Day since = today(options.folder, environment, calendar).adding(1 - recentDays, calendar);
     const auto rows = letterRows(setup, {history.totals(setup.layout), history.recent(since, setup.layout)});
     if (options.json) {
@@ -129,7 +130,6 @@ void printLetters(const PracticeOptions& options, const Environment& environment
     } else {
         print(tableText(setup, rows, Terminal::of(environment)));
     }
-    complainOf(problems);
 }
 
 }  // namespace tappora

@@ -70,8 +70,8 @@ void printRecord(const PracticeOptions& options, const Environment& environment)
     const RecordOfToday record{PracticeRecord(history, day, goal, calendar),
                                PracticeRecord::streak(history, day, goal, calendar), history.seconds(day),
                                goal};
+    requireAnswer(problems, history.days.empty());
     print(options.json ? jsonText(toJson(record)) : text(record));
-    complainOf(problems);
 }
 
 }  // namespace tappora

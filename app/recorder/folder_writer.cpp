@@ -118,7 +118,9 @@ void FolderWriter::tryRefreshing(Wait wait) {
     if (!locked) return;
     summedUpTo_ = now;
     oldestUnsummed_.reset();
-    storeNow().refreshRollups(now);
+    tapcore::FileProblems problems;
+    storeNow().refreshRollups(now, {}, &problems);
+    for (const auto& problem : problems) tell_(described(problem));
 }
 
 }  // namespace tappora

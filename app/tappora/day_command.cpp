@@ -4,6 +4,7 @@
 #include "app/common/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/foundation/fatal.h"
 
@@ -29,8 +30,10 @@ void dayCommand(CommandLine& line, const Environment& environment) {
     const tapcore::FatalContext context("printing", place);
     tapcore::FileProblems problems;
     const tapcore::DayFile file = store.read(day, &problems);
-    complainOf(problems);
-    print(json ? jsonText(toJson(file, day)) : file.text(written, day));
+    requireAnswer(problems, file == tapcore::DayFile());
+    if (json) return print(jsonText(toJson(file, day)));
+    const std::string text = file.text(written, day);
+    print(environment.onTerminal ? harmless(text) : text);
 }
 
 }  // namespace tappora

@@ -24,6 +24,7 @@
 #include "core/files/row_reader.h"
 #include "core/files/store.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/folder_listing.h"
 #include "core/practice/practice_day.h"
 
 namespace tappora {
@@ -88,7 +89,8 @@ std::string warning(const Store& store, std::string_view what) {
     std::string stays = hasOthers ? " What other machines wrote stays" : "";
     if (hasTop) stays += hasOthers ? fmt::format(", and so do t{}", top) : fmt::format(" T{}, stay", top);
     if (!stays.empty()) stays += ".";
-    return fmt::format("{} will be gone from {}, for good.{}", what, store.base().string(), stays);
+    return fmt::format("{} will be gone from {}, for good.{}", what, harmlessLine(store.base().string()),
+                       stays);
 }
 
 /// Says what will be gone, asks, and does it, with the folder locked only then: counting goes on meanwhile.
@@ -149,6 +151,13 @@ void perform(const Reset& reset, const Store& store, bool yes, const Environment
     confirmed(store, reset.loss(own(store)), yes, environment, [&] { reset.run(store); });
 }
 
+/// Fails when a folder of this machine cannot be listed: what would be gone is told from them.
+void requireListable(const Store& store) {
+    for (const std::string_view folder : Store::ownFolders)
+        if (const auto why = tapcore::whyUnlisted(store.base() / folder))
+            throw Failure((store.base() / folder).string(), why.message());
+}
+
 /// Whether this machine has files of a day, those included that were kept as they were.
 bool hasFilesOf(const Day& day, const Store& store) {
     const std::string date = day.description();
@@ -180,6 +189,7 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
                    const Environment& environment) {
     const auto chosen = format ? std::optional(parseFormat("--to", *format)) : std::nullopt;
     LockedStore locked(options, environment);
+    requireListable(locked.store);
     if (chosen) {
         auto config = tapcore::FolderConfig::readToChange(locked.store.root);
         config.format = locked.store.format = *chosen;
@@ -190,16 +200,19 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
     if (locked.store.needsConversion())
         throw Failure(locked.store.base().string(),
                       "some files are still in the other format; running it again does the rest");
-    print(
-        fmt::format("{}: every file is in {}\n", locked.store.base().string(), locked.store.format.title()));
+    print(fmt::format("{}: every file is in {}\n", harmlessLine(locked.store.base().string()),
+                      locked.store.format.title()));
 }
 
 void refreshMonths(const FolderOptions& options, const Environment& environment) {
     const Day now = today(options, environment, environment.calendar);
     const LockedStore locked(options, environment);
     LongWork work("summing months");
-    work.requireDone(locked.store.refreshRollups(now, work.progress()));
-    print(fmt::format("{}: {} up to date\n", locked.store.base().string(),
+    tapcore::FileProblems problems;
+    work.requireDone(locked.store.refreshRollups(now, work.progress(), &problems));
+    complainOf(problems);
+    if (!problems.empty()) throw Failure(locked.store.base().string(), "not all months are up to date");
+    print(fmt::format("{}: {} up to date\n", harmlessLine(locked.store.base().string()),
                       counted(own(locked.store).names(tapcore::monthsFolder).size(), "month", "months")));
 }
 
@@ -226,6 +239,7 @@ void resetFolder(const std::string& what, bool yes, const FolderOptions& options
     const Reset* reset = named(resets, what);
     if (!reset) throw UsageError("folder reset: not heatmap, shortcuts or practice: " + what);
     const Store store = LockedStore(options, environment).store;
+    requireListable(store);
     perform(*reset, store, yes, environment);
 }
 
@@ -236,6 +250,7 @@ void clearFolder(const std::string& what, bool yes, const FolderOptions& options
         throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
     const auto day = clearing ? std::nullopt : std::optional(parseDay("folder clear", what));
     const Store store = LockedStore(options, environment).store;
+    requireListable(store);
     if (day) clearOneDay(*day, store, yes, environment);
     else perform(*clearing, store, yes, environment);
 }

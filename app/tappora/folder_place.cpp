@@ -19,6 +19,7 @@
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tappora {
 namespace {
@@ -33,16 +34,19 @@ struct Contents {
 };
 
 /// What lies in the folders of a part.
-void add(Contents& contents, const fs::path& part) {
-    std::error_code error;
-    for (const std::string_view folder : Store::ownFolders) {
-        fs::recursive_directory_iterator entry(part / folder, error);
-        for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-            if (!entry->is_regular_file(error)) continue;
-            ++contents.files;
-            contents.bytes += entry->file_size(error);
-            contents.inCloud += entry->path().extension() == ".icloud" ? 1 : 0;
-        }
+void add(Contents& contents, const fs::path& folder, tapcore::FileProblems& problems) {
+    const tapcore::FolderListing listing = tapcore::listFolder(folder);
+    if (listing.status == tapcore::FolderListing::Status::unreadable)
+        problems.push_back({folder, 0, listing.error.message()});
+    for (const std::string& name : listing.names) {
+        std::error_code error;
+        const fs::path path = folder / name;
+        const fs::file_status status = fs::symlink_status(path, error);
+        if (fs::is_directory(status)) add(contents, path, problems);
+        if (!fs::is_regular_file(fs::status(path, error))) continue;
+        ++contents.files;
+        contents.bytes += fs::file_size(path, error);
+        contents.inCloud += path.extension() == ".icloud" ? 1 : 0;
     }
 }
 
@@ -104,7 +108,10 @@ void showFolder(const FolderOptions& options, const Environment& environment, bo
     const FolderChoice choice = chooseFolder(options, environment);
     const Store store = openStore(options, environment);
     Contents contents;
-    for (const Store& part : store.readParts()) add(contents, part.root);
+    tapcore::FileProblems problems;
+    for (const Store& part : store.readParts(&problems))
+        for (const std::string_view folder : Store::ownFolders) add(contents, part.root / folder, problems);
+    requireAnswer(problems, contents.files == 0);
     if (json) print(jsonText(toJson(choice, store, contents)));
     else printText(choice, store, contents);
 }
@@ -127,24 +134,40 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
 void shareFolder(const FolderOptions& options, const Environment& environment) {
     const LockedStore locked(options, environment, true);
     const Store& store = locked.store;
-    print(fmt::format("{}: this machine writes into \"{}\"\n", store.root.string(), store.mac.value_or("")));
-    if (!tapcore::dataFiles(store.root / tapcore::daysFolder).empty())
+    print(fmt::format("{}: this machine writes into \"{}\"\n", store.root.string(),
+                      harmlessLine(store.mac.value_or(""))));
+    tapcore::FileProblems problems;
+    const bool hasTop = !tapcore::dataFiles(store.root / tapcore::daysFolder, problems).empty();
+    complainOf(problems);
+    if (hasTop)
         print("The files that are there already stay at the top of the folder, and count as before.\n");
 }
 
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
     using tapcore::MacFolder::Adoption;
     if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
+    const tapcore::Day now = today(options, environment, tapcore::Calendar(environment.zone));
     const LockedStore locked(options, environment);
     const Store& store = locked.store;
     LongWork work("taking over");
-    const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress());
-    if (outcome == Adoption::sameFolder) throw Failure(directory, "is the data folder itself");
+    tapcore::FileProblems problems;
+    const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress(), &problems);
+    if (outcome == Adoption::sameFolder)
+        throw Failure(directory, "is the data folder itself, or a part of it");
     if (outcome == Adoption::nothing) throw Failure(directory, "holds no days to take over");
     if (outcome == Adoption::holdsDays)
         throw Failure(store.base().string(), "holds days already, so nothing is taken over");
-    work.requireDone(outcome == Adoption::done);
-    print(fmt::format("{}: took over what {} holds\n", store.base().string(), directory));
+    work.requireDone(outcome != Adoption::interrupted);
+    const std::size_t left = problems.size();
+    store.refreshRollups(now, {}, &problems);
+    complainOf(problems);
+    if (outcome == Adoption::incomplete)
+        throw Failure(directory,
+                      fmt::format("{} not taken over, so this folder is still needed; the same command "
+                                  "again takes what it can by then",
+                                  counted(left, "item was", "items were")));
+    print(fmt::format("{}: took over what {} holds\n", harmlessLine(store.base().string()),
+                      harmlessLine(directory)));
 }
 
 }  // namespace tappora

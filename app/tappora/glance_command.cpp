@@ -24,15 +24,17 @@ struct Glance {
     tapcore::Summary today;
     tapcore::Summary week;  ///< the seven days ending today
     std::optional<std::int64_t> comparison;
+    tapcore::FileProblems problems;  ///< of today and the week
 };
 
 Glance read(const tapcore::Store& store, const tapcore::Day& day, double hours,
             const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
-    Glance glance{.day = day, .today = {}, .week = store.summary(7, day, calendar), .comparison = {}};
+    Glance glance{.day = day, .today = {}, .week = {}, .comparison = {}, .problems = {}};
+    glance.week = store.summary(7, day, calendar, &glance.problems);
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar, &problems);
     const std::string place = store.url(day).string();
     const tapcore::FatalContext context("summing up", place);
-    glance.today.add(day, store.read(day, &problems));
+    glance.today.add(day, store.read(day));
     glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hours);
     return glance;
 }
@@ -85,6 +87,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Store store = openStore(folder, environment);
     tapcore::FileProblems problems;
     const Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
+    requireAnswer(glance.problems, glance.week.isEmpty());
     complainOf(problems);
     if (!json && store.days().empty()) return print(welcome(store));
     const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;

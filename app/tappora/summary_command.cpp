@@ -41,7 +41,7 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
     tapcore::FileProblems problems;
     const tapcore::Store store = openStore(folder, environment);
     const tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
-    complainOf(problems);
+    requireAnswer(problems, summary.isEmpty());
     if (json) return print(jsonText(toJson(summary)));
     const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;
     print(summaryText(period, summary, legends, Terminal::of(environment)));

@@ -13,7 +13,9 @@ namespace {
 tapcore::WidgetSnapshot snapshotNow(const FolderOptions& folder, const Environment& environment) {
     tapcore::FileProblems problems;
     auto snapshot = widgetSnapshot(folder, environment, &problems);
-    complainOf(problems);
+    const auto& week = snapshot.week;
+    requireAnswer(problems,
+                  std::all_of(week.begin(), week.end(), [](const auto& day) { return day.keystrokes == 0; }));
     return snapshot;
 }
 
@@ -32,9 +34,8 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     CommandSyntax write =
         line.task("write", "Write it to the file that the widgets read", "tappora widget write");
     addFolderOptions(write, folder);
-    CommandSyntax render =
-        line.task("render", "Every widget as a picture, in all sizes and appearances",
-                  "tappora widget render -o pictures");
+    CommandSyntax render = line.task("render", "Every widget as a picture, in all sizes and appearances",
+                                     "tappora widget render -o pictures");
     addFolderOptions(render, folder);
     const CommandSyntax timeline = line.task(
         "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline");

@@ -111,8 +111,9 @@ Result listTemplates(Revision revision) {
 Result readResource(const Offer& offer, Revision revision, const json& params) {
     const std::string uri = stringParam(params, "uri");
     const auto path = pathOf(uri);
-    const auto file = path ? offer.tools().resolve(*path) : std::nullopt;
-    const auto text = file ? textOfFile(*file) : std::nullopt;
+    const AssistantTools tools = offer.tools();
+    const auto file = path ? tools.resolve(*path) : std::nullopt;
+    const auto text = file ? DataFileReader(tools.base).text(*file) : std::nullopt;
     if (!text)
         throw Error(revision == Revision::r2026_07_28 ? invalidParams : resourceNotFound,
                     "Resource not found", {{"uri", uri}});

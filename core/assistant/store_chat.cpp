@@ -10,6 +10,7 @@
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tapcore {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "core/assistant/assistant_tools.h"
 #include "core/foundation/characters.h"
-#include "core/foundation/file_io.h"
+#include "core/foundation/held_folder.h"
 
 namespace tapcore {
 namespace {
@@ -51,6 +51,12 @@ std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
     return real;
 }
 
+/// A folder that `inside` gave, opened through no link.
+HeldFolder opened(const fs::path& base, const fs::path& folder) {
+    const fs::path root = fs::weakly_canonical(base);
+    return HeldFolder(root).folder(folder.lexically_relative(root));
+}
+
 bool isFile(const fs::path& path) {
     std::error_code error;
     return fs::is_regular_file(path, error);
@@ -80,13 +86,15 @@ std::vector<AssistantTools::DataFile> AssistantTools::filesIn(const std::string&
     std::vector<DataFile> files;
     const auto folder = inside(base, place);
     if (!folder) return files;
-    for (const std::string& fileName : namesIn(*folder)) {
+    const HeldFolder held = opened(base, *folder);
+    for (const std::string& fileName : held.list().names) {
         std::string name = place + "/" + fileName;
         if (!isDataFileName(fileName) || name.find(contains) == std::string::npos) continue;
+        const HeldFolder::Kind kind = held.kindOf(fileName);
         std::optional<fs::path> path = *folder / fileName;
-        std::error_code gone;
-        if (fs::is_symlink(fs::symlink_status(*path, gone))) path = inside(base, name);
-        if (path && isFile(*path)) files.push_back({std::move(name), std::move(*path)});
+        if (kind == HeldFolder::Kind::link) path = inside(base, name);
+        if (kind == HeldFolder::Kind::file || (kind == HeldFolder::Kind::link && path && isFile(*path)))
+            files.push_back({std::move(name), std::move(*path)});
     }
     return files;
 }

@@ -34,11 +34,12 @@ std::vector<AssistantTools::Copy> AssistantTools::copies(std::string_view path) 
     const std::size_t slash = path.rfind('/');
     const std::string_view folder = path.substr(0, slash);
     const bool isPlain = folder.find('/') == std::string_view::npos;
+    const DataFileReader reader(base);
     std::vector<Copy> copies;
     for (const std::string& place : isPlain ? places(folder) : std::vector{std::string(folder)}) {
         std::string name = place + std::string(path.substr(slash));
         const auto file = resolve(name);
-        auto text = file ? textOfFile(*file) : std::nullopt;
+        auto text = file ? reader.text(*file) : std::nullopt;
         if (text) copies.push_back({std::move(name), std::move(*text)});
     }
     return copies;

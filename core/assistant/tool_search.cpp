@@ -46,11 +46,12 @@ void forEachMatch(std::string_view folded, std::string_view query, Visit visit) 
 AssistantTools::Output AssistantTools::search(std::string_view query) const {
     if (query.empty()) return toolError("Empty query.");
     const std::string folded = caseFolded(query);
+    const DataFileReader reader(base);
     std::vector<std::string> lines;
     std::size_t found = 0, bytes = 0;
     Output output;
     const auto searchFile = [&](const DataFile& file) {
-        const auto text = textOfFile(file.path);
+        const auto text = reader.text(file.path);
         if (!text) return;
         LineCursor cursor(*text);
         forEachMatch(caseFolded(*text), folded, [&](std::size_t number) {

@@ -4,7 +4,6 @@
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/characters.h"
-#include "core/foundation/file_io.h"
 
 namespace tapcore {
 
@@ -41,13 +40,14 @@ std::string joined(std::span<const std::string> items, std::string_view separato
     return text;
 }
 
-std::optional<std::string> textOfFile(const std::filesystem::path& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;  // a pipe would be waited for
-    FileRead file = readFile(path);
-    if (file.status != FileRead::Status::read || firstInvalidUtf8(file.text) != std::string_view::npos)
+DataFileReader::DataFileReader(const std::filesystem::path& base)
+    : root_(std::filesystem::weakly_canonical(base)), held_(root_) {}
+
+std::optional<std::string> DataFileReader::text(const std::filesystem::path& file) const {
+    FileRead read = held_.read(file.lexically_relative(root_));
+    if (read.status != FileRead::Status::read || firstInvalidUtf8(read.text) != std::string_view::npos)
         return std::nullopt;
-    return std::move(file.text);
+    return std::move(read.text);
 }
 
 }  // namespace tapcore

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/assistant/assistant_tools.h"
+#include "core/foundation/held_folder.h"
 
 namespace tapcore {
 
@@ -27,7 +28,18 @@ std::string shortened(std::string_view text);
 
 std::string joined(std::span<const std::string> items, std::string_view separator);
 
-/// A data file's text; nothing when it cannot be read, is no regular file or not UTF-8.
-std::optional<std::string> textOfFile(const std::filesystem::path& path);
+/// Reads the data files of a folder. What was found to be in it is opened once, step by step below the folder
+/// and through no link, so that nothing put in its way meanwhile leads out.
+class DataFileReader {
+  public:
+    explicit DataFileReader(const std::filesystem::path& base);
+
+    /// The text of a file, links resolved; nothing when it cannot be read, is no regular file or not UTF-8.
+    std::optional<std::string> text(const std::filesystem::path& file) const;
+
+  private:
+    std::filesystem::path root_;
+    HeldFolder held_;
+};
 
 }  // namespace tapcore

@@ -1,5 +1,7 @@
 #include "core/files/count_sum.h"
 
+#include <algorithm>
+
 #include "core/files/table_reader.h"
 #include "core/foundation/integers.h"
 
@@ -15,15 +17,18 @@ std::optional<std::int64_t> plus(std::optional<std::int64_t> sum, std::int64_t n
     return sum;
 }
 
-/// The count of a row is a number, or the minutes of "hh:mm".
+/// The count of a row is a number, or the minutes of "hh:mm", whose empty pieces do not count.
 std::optional<std::int64_t> plusCell(std::optional<std::int64_t> sum, std::string_view cell) {
     constexpr std::int64_t minutes = 60;
-    const std::size_t colon = cell.find(':');
-    if (const auto number = parseInteger(cell.substr(0, colon)))
-        sum = plus(sum, *number, colon == std::string_view::npos ? 1 : minutes);
-    if (colon == std::string_view::npos) return sum;
-    const auto rest = parseInteger(cell.substr(colon + 1));
-    return rest ? plus(sum, *rest, 1) : sum;
+    std::int64_t factor = cell.find(':') == std::string_view::npos ? 1 : minutes;
+    while (!cell.empty()) {
+        const std::string_view piece = cell.substr(0, cell.find(':'));
+        cell.remove_prefix(std::min(piece.size() + 1, cell.size()));
+        if (piece.empty()) continue;
+        if (const auto number = parseInteger(piece)) sum = plus(sum, *number, factor);
+        factor = 1;
+    }
+    return sum;
 }
 
 /// More than all numbers of a text come to, found without reading its tables; nothing where a number is so

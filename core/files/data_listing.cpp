@@ -5,7 +5,8 @@
 
 #include "core/counting/day.h"
 #include "core/files/file_format.h"
-#include "core/foundation/file_io.h"
+#include "core/files/folder_error.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tapcore {
 namespace {
@@ -26,23 +27,52 @@ std::optional<ListedFile> listedFile(std::string_view name) {
     return ListedFile{std::string(name.substr(0, dot)), std::string(name.substr(dot + 1)), !isPlaceholder};
 }
 
-}  // namespace
-
-std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder) {
+std::vector<ListedFile> dataFilesAmong(const std::vector<std::string>& names) {
     std::vector<ListedFile> files;
-    for (const std::string& name : namesIn(folder))
-        if (auto file = listedFile(name)) files.push_back(std::move(*file));
+    for (const std::string& name : names) {
+        auto file = listedFile(name);
+        if (file && (file->isHere || !std::binary_search(names.begin(), names.end(), file->fileName())))
+            files.push_back(std::move(*file));
+    }
     return files;
 }
 
-std::vector<ListedFile> dataFiles(const std::filesystem::path& folder) {
-    auto files = allDataFiles(folder);
+std::vector<ListedFile> thoseWritten(std::vector<ListedFile> files) {
     std::erase_if(files, [](const ListedFile& file) { return file.extension == "tsv"; });
     return files;
 }
 
-DataListing::DataListing(const std::filesystem::path& folder) {
-    for (const ListedFile& file : allDataFiles(folder)) fileNames_.push_back(file.fileName());
+/// Whether a text looks like a pattern, whose "0" stands for any digit.
+bool isLike(std::string_view pattern, std::string_view text) {
+    return std::equal(pattern.begin(), pattern.end(), text.begin(), text.end(),
+                      [](char wanted, char c) { return wanted == '0' ? c >= '0' && c <= '9' : c == wanted; });
+}
+
+}  // namespace
+
+std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder) {
+    const FolderListing listing = listFolder(folder);
+    if (listing.status == FolderListing::Status::unreadable) refuse(folder, listing.error);
+    return dataFilesAmong(listing.names);
+}
+
+std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder, FileProblems& problems) {
+    const FolderListing listing = listFolder(folder);
+    if (listing.status == FolderListing::Status::unreadable)
+        problems.push_back({folder, 0, listing.error.message()});
+    return dataFilesAmong(listing.names);
+}
+
+std::vector<ListedFile> dataFiles(const std::filesystem::path& folder) {
+    return thoseWritten(allDataFiles(folder));
+}
+
+std::vector<ListedFile> dataFiles(const std::filesystem::path& folder, FileProblems& problems) {
+    return thoseWritten(allDataFiles(folder, problems));
+}
+
+DataListing::DataListing(const std::filesystem::path& folder, FileProblems& problems) {
+    for (const ListedFile& file : allDataFiles(folder, problems)) fileNames_.push_back(file.fileName());
     std::sort(fileNames_.begin(), fileNames_.end());
 }
 
@@ -50,13 +80,10 @@ bool DataListing::has(std::string_view fileName) const {
     return std::binary_search(fileNames_.begin(), fileNames_.end(), fileName);
 }
 
-bool isDayName(std::string_view name) {
-    // Ten bytes with a year of four digits, a month and a day of two leave room for two dashes alone.
-    return name.size() == 10 && name.find('+') == std::string_view::npos && Day::parse(name).has_value();
-}
+bool isDayName(std::string_view name) { return isLike("0000-00-00", name) && Day::parse(name).has_value(); }
 
 bool isMonthName(std::string_view name) {
-    return name.size() == 7 && Day::parse(std::string(name) + "-01").has_value();
+    return isLike("0000-00", name) && Day::parse(std::string(name) + "-01").has_value();
 }
 
 }  // namespace tapcore

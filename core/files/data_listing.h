@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/files/file_problem.h"
+
 namespace tapcore {
 
 /// A data file as a folder lists it.
@@ -16,18 +18,23 @@ struct ListedFile {
     std::string fileName() const { return name + "." + extension; }
 };
 
-/// The data files of a folder, in all formats read, by name; none when it cannot be listed. A placeholder of
-/// iCloud Drive (".2026-09-17.org.icloud") stands for the file to come.
+/// The data files of a folder, in all formats read, by name; none when there is no such folder. A placeholder
+/// of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there by now.
+/// Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
+/// The same for readers who go on without it: a folder that cannot be listed is named in `problems`.
+std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder, FileProblems& problems);
 
 /// Those in the two formats written: the files that count as being there when a folder is listed.
 std::vector<ListedFile> dataFiles(const std::filesystem::path& folder);
+std::vector<ListedFile> dataFiles(const std::filesystem::path& folder, FileProblems& problems);
 
 /// The names of a folder's data files, of all formats and placeholders included, listed once: for reading
-/// many of them without asking for each one that is not there.
+/// many of them without asking for each one that is not there. A folder that cannot be listed has none, and
+/// is named in `problems`.
 class DataListing {
   public:
-    explicit DataListing(const std::filesystem::path& folder);
+    DataListing(const std::filesystem::path& folder, FileProblems& problems);
 
     bool has(std::string_view fileName) const;
 
@@ -35,11 +42,11 @@ class DataListing {
     std::vector<std::string> fileNames_;
 };
 
-/// Whether a name is exactly how a day is written ("2026-09-20"; "+026-09-20" parses as a day, and is no file
-/// of it).
+/// Whether a name is exactly how a day is written: "2026-09-20". More than that parses as a day
+/// ("2026-09--20"), and is no file of it.
 bool isDayName(std::string_view name);
 
-/// Whether a name is a month's: "2026-09".
+/// Whether a name is exactly how a month is written: "2026-09".
 bool isMonthName(std::string_view name);
 
 }  // namespace tapcore

@@ -1,13 +1,13 @@
 #include "core/files/file_copies.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/integers.h"
 
 namespace tapcore {
@@ -51,14 +51,8 @@ bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
            }) > 1;
 }
 
-std::string digest(std::string_view text) {
-    char hex[17];
-    std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(fnv1a(text)));
-    return hex;
-}
-
 std::string noteLine(std::string_view text, const fs::path& path) {
-    return "| " + digest(text) + " | " + path.filename().string() + " |\n";
+    return "| " + hexDigest(text) + " | " + path.filename().string() + " |\n";
 }
 
 using Cells = std::vector<std::string_view>;
@@ -68,7 +62,7 @@ bool isOf(const FileCopy& copy, const Cells& cells) {
 }
 
 bool holds(const FileCopy& copy, const Cells& cells) {
-    return isOf(copy, cells) && cells[0] == digest(copy.file.text);
+    return isOf(copy, cells) && cells[0] == hexDigest(copy.file.text);
 }
 
 void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
@@ -141,8 +135,12 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         if (listing && !listing->has(fileName)) continue;
         fs::path path = folder / fileName;
         FileRead file = readStoredFile(path);
-        if (file.status == FileRead::Status::missing) fetchIfInCloud(path, fetch);
-        else copies.push_back({std::move(path), std::move(file), false});
+        if (file.status == FileRead::Status::missing && isOnlyInCloud(path)) {
+            if (fetch) fetch(path);
+            file = {FileRead::Status::unreadable, "", FolderError::notHereYet};
+        }
+        if (file.status != FileRead::Status::missing)
+            copies.push_back({std::move(path), std::move(file), false});
     }
     if (copies.size() > 1) readNote(copies, folder, name);
     return copies;
@@ -155,10 +153,6 @@ std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view n
         if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
         if (firstInvalidUtf8(copy.file.text) != std::string_view::npos)
             refuse(copy.path, FolderError::notUtf8);
-    }
-    for (const std::string_view extension : format.readOrder()) {
-        const fs::path path = folder / copyName(name, extension);
-        if (isOnlyInCloud(path)) refuse(path, FolderError::notHereYet);
     }
     return copies;
 }

@@ -14,6 +14,7 @@
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -32,6 +33,12 @@ std::string nameProblem(std::string_view name, bool isMonth) {
     return isMonth ? "the name is no month; it is not counted" : "the name is no date; it is not counted";
 }
 
+/// Whose files a part holds, and so who can bring its months up to date.
+struct Owner {
+    bool isThisMachine = false;
+    std::string remedy;
+};
+
 class FolderCheck {
   public:
     FolderCheck(const Day& today, const SkippedRowsOf& practiceRows)
@@ -43,6 +50,8 @@ class FolderCheck {
         if (!why.empty()) report(FolderConfig::url(root), why + "; the defaults are used");
     }
 
+    void checkFolders(const Store& store) { (void)store.readParts(&problems_); }
+
     void checkMarker(const fs::path& folder) {
         std::string why;
         const auto mark = MacFolder::readMark(folder, &why);
@@ -52,16 +61,17 @@ class FolderCheck {
         if (!isNew) report(folder / MacFolder::marker, "the same id as " + known->second.string());
     }
 
-    void checkPart(const Store& part) {
+    void checkPart(const Store& part, const Owner& owner) {
         for (const std::string_view folder : {daysFolder, monthsFolder, practiceFolder})
-            checkFiles(part, folder);
+            checkFiles(part, folder, owner);
     }
 
-    /// Names the finished months that have days and no rollup. One with days that cannot be read, or are still
-    /// in iCloud Drive, cannot have one yet.
+    /// Names the finished months that have days and no rollup. One with days that cannot be read, or are
+    /// still in iCloud Drive, cannot have one yet.
     void checkMissingRollups(const Store& own) {
         std::map<std::string, bool> canBeMade;
-        for (const ListedFile& file : dataFiles(own.base() / daysFolder)) {
+        FileProblems named;  // when the files themselves were checked
+        for (const ListedFile& file : dataFiles(own.base() / daysFolder, named)) {
             if (!isDayName(file.name)) continue;
             const std::string month = Day::parse(file.name)->monthName();
             if (month < today_.monthName())
@@ -69,9 +79,10 @@ class FolderCheck {
                     file.isHere && !unread_.contains(own.base() / daysFolder / file.fileName());
         }
         std::set<std::string> made;
-        for (ListedFile& file : dataFiles(own.base() / monthsFolder)) made.insert(std::move(file.name));
+        for (ListedFile& file : dataFiles(own.base() / monthsFolder, named))
+            made.insert(std::move(file.name));
         for (const auto& [month, can] : canBeMade)
-            if (can && !made.contains(month))
+            if (named.empty() && can && !made.contains(month))
                 report(own.urlForMonth(month), "missing; tappora folder rollups makes it");
     }
 
@@ -87,23 +98,27 @@ class FolderCheck {
         report(path, std::move(why), line);
     }
 
-    void checkFiles(const Store& part, std::string_view folder) {
+    void checkFiles(const Store& part, std::string_view folder, const Owner& owner) {
         const fs::path path = part.root / folder;
+        const std::size_t before = problems_.size();
+        const std::vector<ListedFile> files = allDataFiles(path, problems_);
+        if (problems_.size() > before) unlisted_.insert(path);
         std::set<std::string> names;
-        for (const ListedFile& file : allDataFiles(path)) {
+        for (const ListedFile& file : files) {
             const std::string problem = nameProblem(file.name, folder == monthsFolder);
             if (!problem.empty()) report(path / file.fileName(), problem);
             else if (file.isHere) checkFile(path / file.fileName(), folder);
             if (problem.empty() && file.isHere && !names.insert(file.name).second)
                 report(path / file.fileName(), "stands beside another format of the same");
-            if (folder == monthsFolder && problem.empty())
-                checkRollup(part, path / file.fileName(), file.name);
+            if (folder == monthsFolder && problem.empty() && !unlisted_.contains(part.root / daysFolder))
+                checkRollup(part, path / file.fileName(), file.name, owner);
         }
     }
 
     void checkFile(const fs::path& path, std::string_view folder) {
         const FileRead file = readStoredFile(path);
         if (file.status != FileRead::Status::read) return reportUnread(path, file.error.message());
+        const FatalContext context("reading", path.native());
         const std::size_t bad = firstInvalidUtf8(file.text);
         if (bad != std::string_view::npos) reportUnread(path, "not UTF-8 text", lineOf(file.text, bad));
         if (!countsFit(file.text)) return reportUnread(path, std::string(tooLarge));
@@ -114,9 +129,11 @@ class FolderCheck {
             report(path, "not used: " + row.why, row.line);
     }
 
-    void checkRollup(const Store& part, const fs::path& path, const std::string& month) {
-        if (part.isOutOfDate(month, today_))
-            report(path, "out of date; tappora folder rollups makes it anew");
+    /// Another machine's months are as old as its last visit, whose own day was still under way.
+    void checkRollup(const Store& part, const fs::path& path, const std::string& month, const Owner& owner) {
+        const std::vector<Day> days = part.days();
+        const Day visit = owner.isThisMachine || days.empty() ? today_ : std::min(today_, days.back());
+        if (part.isOutOfDate(month, visit)) report(path, "out of date; " + owner.remedy);
     }
 
     /// Those of a file, read as the record that its folder holds.
@@ -135,20 +152,31 @@ class FolderCheck {
 
     Day today_;
     const SkippedRowsOf& practiceRows_;
-    std::set<fs::path> unread_;  ///< files that no month is summed with
+    std::set<fs::path> unlisted_;            ///< folders
+    std::set<fs::path> unread_;              ///< files that no month is summed with
     std::map<fs::path, CountSum> together_;  ///< of files that are added to each other: "days/2026-09-20"
     FileProblems problems_;
     std::map<std::string, fs::path> machines_;  ///< by id
 };
 
+Owner ownerOf(const Store& part, const Store& store, bool hasOwn) {
+    if (hasOwn && part.root == store.base()) return {true, "tappora folder rollups makes it again"};
+    if (part.root == store.root)
+        return {false, "it is from before the folder was shared, and no machine brings it up to date"};
+    const std::string name = part.root.filename().string();
+    return {false, "it is the machine " + name + "'s: tappora folder rollups makes it again there"};
+}
+
 }  // namespace
 
 FileProblems checkFolder(const Store& store, const Day& today, const SkippedRowsOf& practiceRows) {
+    const bool hasOwn = store.mac || !Store::isShared(store.root);
     FolderCheck check(today, practiceRows);
+    check.checkFolders(store);
     check.checkSettings(store.root);
     for (const std::string& mac : store.macs()) check.checkMarker(store.root / mac);
-    for (const Store& part : store.readParts()) check.checkPart(part);
-    if (store.mac || !Store::isShared(store.root)) check.checkMissingRollups(store);
+    for (const Store& part : store.readParts()) check.checkPart(part, ownerOf(part, store, hasOwn));
+    if (hasOwn) check.checkMissingRollups(store);
     return check.take();
 }
 

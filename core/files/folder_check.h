@@ -16,8 +16,9 @@ using SkippedRowsOf = std::function<std::vector<SkippedRow>(std::string_view tex
 
 /// What in a data folder does not count, would surprise its owner, or is not as it should be: rows that are
 /// skipped and why, files whose names are no dates, copies that sync tools left, a day in both formats,
-/// rollups out of date, markers and settings that do not decode, two machines with one id. By folder, then by
-/// file name; last, months of this machine's that are over and have no rollup. Changes nothing.
+/// rollups out of date, markers and settings that do not decode, two machines with one id, folders that
+/// cannot be listed. By folder, then by file name; last, months of this machine's that are over and have no
+/// rollup. Changes nothing.
 ///
 /// `today` decides which days a rollup should hold. `practiceRows` tells the rows that a day of practice,
 /// whose record lies above this folder, skips.

@@ -18,6 +18,16 @@ constexpr std::string_view sharedPath = "/Library/Mobile Documents/";
 /// The app's names, the present one first, then earlier ones in the order tried.
 constexpr std::array<std::string_view, 4> cloudNames = {"Tappora", "Morvint", "Pellot", "Track My Hands"};
 
+/// Whether a folder is in iCloud Drive by the name given, or by the one that this leads to: it may be
+/// relative, or a link.
+bool isInCloud(const fs::path& folder) {
+    const auto tells = [](const fs::path& path) {
+        return path.native().find(sharedPath) != std::string::npos;
+    };
+    std::error_code ignored;
+    return tells(folder) || tells(fs::weakly_canonical(fs::absolute(folder, ignored), ignored));
+}
+
 }  // namespace
 
 fs::path Store::cloudFolder(const fs::path& drive) {
@@ -40,11 +50,8 @@ fs::path Store::defaultRoot(const fs::path& home) {
     return home / "Documents/Tappora";
 }
 
-bool Store::isShared(const fs::path& folder) {
-    if (folder.native().find(sharedPath) != std::string::npos) return true;
-    const auto names = namesIn(folder);
-    return std::any_of(names.begin(), names.end(),
-                       [&](const std::string& name) { return isThere(folder / name / MacFolder::marker); });
+bool Store::isShared(const fs::path& folder, FileProblems* problems) {
+    return isInCloud(folder) || !MacFolder::marked(folder, problems).empty();
 }
 
 }  // namespace tapcore

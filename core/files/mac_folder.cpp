@@ -1,13 +1,13 @@
 #include "core/files/mac_folder.h"
 
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 #include <vector>
 
 #include "core/files/store.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore::MacFolder {
@@ -20,14 +20,8 @@ constexpr std::size_t longestName = 60;
 /// What most file systems allow for a name, in bytes, less a number that may have to be added.
 constexpr std::size_t longestNameInBytes = 240;
 
-/// Stands in a machine's folder while another folder's files are taken over, and says which.
-constexpr std::string_view adoptingNote = ".adopting";
-
 /// A machine's new folder, before it has its mark and then its name.
 constexpr std::string_view newFolder = ".tappora.new";
-
-constexpr std::array<std::string_view, 3> machineFolders = {"days", "months", "practice"};
-constexpr std::array<std::string_view, 3> commonFolders = {".keys", "reports", "assistant"};
 
 std::string cut(std::string_view name, std::size_t limit) {
     std::string_view kept = firstCharacters(name, limit);
@@ -45,39 +39,31 @@ std::string freeName(const fs::path& root, const std::string& wished) {
     return name;
 }
 
-/// The files of a folder and those below it, as paths relative to it; none when it cannot be listed.
-std::vector<fs::path> filesIn(const fs::path& folder) {
-    std::vector<fs::path> files;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        if (entry->symlink_status(error).type() == fs::file_type::regular && !isTemporary(entry->path()))
-            files.push_back(entry->path().lexically_relative(folder));
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-struct CopyStep {
-    fs::path from;
-    fs::path to;
+/// A sub-folder and its marker, read once: another program may remove it at any moment.
+struct MarkedFolder {
+    std::string name;
+    Mark mark;
 };
 
-/// What of a tree is missing at its destination.
-void addMissing(std::vector<CopyStep>& steps, const fs::path& from, const fs::path& to) {
-    for (const fs::path& file : filesIn(from))
-        if (!isThere(to / file)) steps.push_back({from / file, to / file});
+/// Throws filesystem_error when `root` cannot be listed: another folder would be made for the machine.
+std::optional<MarkedFolder> findMarked(const fs::path& root, std::string_view id) {
+    const FolderListing listing = listFolder(root);
+    if (listing.status == FolderListing::Status::unreadable)
+        throw fs::filesystem_error("cannot list", root, listing.error);
+    for (const std::string& entry : listing.names)
+        if (auto mark = readMark(root / entry); mark && mark->id == id && entry != newFolder)
+            return MarkedFolder{entry, std::move(*mark)};
+    return std::nullopt;
 }
 
-Written perform(const CopyStep& step) {
-    const FileRead file = readBytes(step.from);
-    if (file.status != FileRead::Status::read)
-        throw fs::filesystem_error("cannot copy", step.from, file.error);
-    return writeFile(step.to, file.text);
-}
-
-bool isSamePlace(const fs::path& a, const fs::path& b) {
-    std::error_code error;
-    return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error);
+/// Whether a folder may be a machine's whose marker cannot be asked for. Those that systems keep at the top
+/// of a disk are none.
+bool mayHideMarker(const std::string& name, std::error_code error) {
+    const bool isMissing =
+        error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    const auto& ours = Store::ownFolders;
+    const bool isNone = std::find(ours.begin(), ours.end(), name) != ours.end() || name == "lost+found";
+    return error && !isMissing && !isNone && !name.starts_with('.');
 }
 
 }  // namespace
@@ -119,11 +105,24 @@ std::string sanitized(std::string_view name) {
     return std::string(firstCharacters(result, longestName));
 }
 
+std::vector<std::string> marked(const fs::path& root, FileProblems* problems) {
+    std::vector<std::string> names;
+    const FolderListing listing = listFolder(root);
+    if (listing.status == FolderListing::Status::unreadable && problems)
+        problems->push_back({root, 0, listing.error.message()});
+    for (const std::string& name : listing.names) {
+        std::error_code error;
+        const bool isMarked = fs::exists(fs::symlink_status(root / name / marker, error));
+        if (isMarked && name != newFolder) names.push_back(name);
+        else if (problems && mayHideMarker(name, error))
+            problems->push_back({root / name, 0, error.message()});
+    }
+    return names;
+}
+
 std::optional<std::string> find(const fs::path& root, std::string_view id) {
-    for (const std::string& entry : namesIn(root))
-        if (const auto mark = readMark(root / entry); mark && mark->id == id && entry != newFolder)
-            return entry;
-    return std::nullopt;
+    const auto own = findMarked(root, id);
+    return own ? std::optional(own->name) : std::nullopt;
 }
 
 namespace {
@@ -147,41 +146,13 @@ Written makeMarked(const fs::path& root, const std::string& name, std::string_vi
 
 std::string resolve(const fs::path& root, std::string_view id, std::string_view name, const WriteTold& told) {
     const std::string mark = Mark{std::string(id), std::string(name)}.text();
-    if (auto known = find(root, id)) {
-        if (readMark(root / *known)->name != name)
-            tellUnlessSafe(writeFile(root / *known / marker, mark), told);
-        return *known;
+    if (const auto known = findMarked(root, id)) {
+        if (known->mark.name != name) tellUnlessSafe(writeFile(root / known->name / marker, mark), told);
+        return known->name;
     }
     std::string own = freeName(root, cut(sanitized(name), longestName));
     tellUnlessSafe(makeMarked(root, own, mark), told);
     return own;
-}
-
-Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& progress) {
-    if (isSamePlace(oldRoot, store.root)) return Adoption::sameFolder;
-    if (Store(oldRoot, store.format).days().empty()) return Adoption::nothing;
-    const fs::path note = store.base() / adoptingNote;
-    const std::string from = fs::weakly_canonical(oldRoot).string();
-    if (!Store(store.base(), store.format).days().empty() && readStoredFile(note).text != from)
-        return Adoption::holdsDays;
-    store.settle(writeFile(note, from));
-    const auto told = [&](const Written& unsafe) { store.settle(unsafe); };
-    if (!copy(oldRoot, store.root, store.mac, progress, told)) return Adoption::interrupted;
-    removeFile(note);
-    return Adoption::done;
-}
-
-bool copy(const fs::path& from, const fs::path& into, const std::optional<std::string>& mac,
-          const Progress& progress, const WriteTold& told) {
-    std::vector<CopyStep> steps;
-    for (const std::string_view folder : machineFolders)
-        addMissing(steps, from / folder, (mac ? into / *mac : into) / folder);
-    for (const std::string_view folder : commonFolders) addMissing(steps, from / folder, into / folder);
-    for (std::size_t done = 0; done < steps.size(); ++done) {
-        if (!goesOn(progress, done, steps.size())) return false;
-        tellUnlessSafe(perform(steps[done]), told);
-    }
-    return true;
 }
 
 }  // namespace tapcore::MacFolder

@@ -4,7 +4,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "core/files/file_problem.h"
 #include "core/foundation/progress.h"
 #include "core/foundation/written.h"
 
@@ -41,7 +43,12 @@ std::optional<Mark> parseMark(std::string_view text, std::string* why = nullptr)
 /// characters.
 std::string sanitized(std::string_view name);
 
-/// The name of the sub-folder in `root` whose marker has this id; nothing when there is none.
+/// The names in `root` of folders that have a marker, be it one that cannot be read, sorted. A `root` that
+/// cannot be listed, and a folder in it that cannot be looked into, are named in `problems`.
+std::vector<std::string> marked(const std::filesystem::path& root, FileProblems* problems = nullptr);
+
+/// The name of the sub-folder in `root` whose marker has this id; nothing when there is none. Throws
+/// std::filesystem::filesystem_error with the path when `root` cannot be listed.
 std::optional<std::string> find(const std::filesystem::path& root, std::string_view id);
 
 /// The name of this machine's sub-folder in `root`: the one whose marker has its id, whatever its name, else
@@ -53,22 +60,38 @@ std::string resolve(const std::filesystem::path& root, std::string_view id, std:
 /// What came of taking over another folder's files.
 enum class Adoption {
     done,
-    interrupted,  ///< by `progress`; a repeat copies what is missing
-    sameFolder,   ///< the other folder is this one
+    incomplete,   ///< something was not taken, as `problems` say; a repeat takes what it can by then
+    interrupted,  ///< by `progress`; a repeat takes what is missing
+    sameFolder,   ///< the other folder is this one, or a part of it
     nothing,      ///< the other folder holds no days
     holdsDays,    ///< this machine's folder holds days of its own already
 };
 
 /// Takes over the files of another data folder, when it is another one, holds days, and this machine's folder
-/// holds none but those of an earlier adoption of it that was interrupted. See `copy`.
-Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const Progress& progress = {});
+/// holds none, or is in the middle of taking that folder over. See `copy`; apart from that:
+///
+/// - A day that is in both, since it was counted while the adoption was interrupted, is put beside as its
+/// copy
+///   in another format, and so is added. A note says until the end what was taken, so that nothing is twice.
+/// - Of a folder that several machines write, what this machine wrote is taken, and what is at its top, when
+/// the
+///   store's folder is shared too; else all of it.
+///
+/// What cannot be taken is named in `problems`: files that are not here yet or cannot be read, symbolic
+/// links, what other machines wrote, files of which another with that name is here. Throws filesystem_error
+/// with the path when something cannot be written.
+Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const Progress& progress = {},
+               FileProblems* problems = nullptr);
 
 /// Copies days, months and practice of `from` into the machine's sub-folder of `into` (its top without one),
 /// and the settings, reports and conversations to its top: file by file, never over one that is there
-/// already, so that after an interruption a repeat copies what is missing. Links are not followed. False when
-/// it was interrupted. Throws filesystem_error with the path.
+/// already, so that after an interruption a repeat copies what is missing. Links are not followed, hidden
+/// files not copied, and months older than their days, so that they are made again. False when it was
+/// interrupted. Throws filesystem_error with the path; tells of what is not yet safe from a power cut. What
+/// is not copied is named in `problems`.
 bool copy(const std::filesystem::path& from, const std::filesystem::path& into,
-          const std::optional<std::string>& mac, const Progress& progress = {}, const WriteTold& told = {});
+          const std::optional<std::string>& mac, const Progress& progress = {}, const WriteTold& told = {},
+          FileProblems* problems = nullptr);
 
 }  // namespace MacFolder
 

@@ -9,6 +9,7 @@
 #include "core/files/row_reader.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tapcore {
 namespace {
@@ -50,22 +51,24 @@ Store Store::single(fs::path folder) const {
 }
 
 /// The marked sub-folders, each once: a disk that ignores case, or a link, may show one under two names.
-std::vector<std::string> Store::markedFolders() const {
+std::vector<std::string> Store::markedFolders(FileProblems* problems) const {
     std::vector<std::string> marked;
     const auto isKnown = [&](const std::string& name) {
         return std::any_of(marked.begin(), marked.end(),
                            [&](const std::string& known) { return isSame(root / known, root / name); });
     };
-    for (const std::string& name : namesIn(root))
-        if (isThere(root / name / MacFolder::marker) && !isKnown(name)) marked.push_back(name);
+    for (const std::string& name : MacFolder::marked(root, problems))
+        if (!isKnown(name)) marked.push_back(name);
     return marked;
 }
 
-std::vector<Store> Store::parts() const {
+std::vector<Store> Store::parts() const { return parts(nullptr); }
+
+std::vector<Store> Store::parts(FileProblems* problems) const {
     if (single_) return {*this};
     std::vector<Store> parts;
     bool hasOwn = false;
-    for (const std::string& name : markedFolders()) {
+    for (const std::string& name : markedFolders(problems)) {
         hasOwn = hasOwn || (mac && isSame(root / name, base()));
         parts.push_back(single(root / name));
     }
@@ -73,8 +76,8 @@ std::vector<Store> Store::parts() const {
     return parts;
 }
 
-std::vector<Store> Store::readParts() const {
-    std::vector<Store> all = parts();
+std::vector<Store> Store::readParts(FileProblems* problems) const {
+    std::vector<Store> all = parts(problems);
     if (!single_ && mac) all.push_back(single(root));
     return all;
 }
@@ -87,20 +90,32 @@ std::vector<std::string> Store::macs() const {
     return names;
 }
 
-std::set<std::string> Store::names(std::string_view folder) const {
+std::vector<fs::path> Store::foldersToRead(std::string_view folder, FileProblems* problems) const {
+    std::vector<fs::path> folders;
+    for (const Store& part : readParts(problems)) {
+        fs::path path = part.root / folder;
+        const std::error_code why = whyUnlisted(path);
+        if (!why) folders.push_back(std::move(path));
+        else if (problems) problems->push_back({std::move(path), 0, why.message()});
+    }
+    return folders;
+}
+
+std::set<std::string> Store::names(std::string_view folder, FileProblems* problems) const {
     std::set<std::string> names;
-    for (const Store& part : readParts())
-        for (ListedFile& file : dataFiles(part.root / folder)) names.insert(std::move(file.name));
+    FileProblems unlisted;
+    for (const Store& part : readParts(&unlisted))
+        for (ListedFile& file : dataFiles(part.root / folder, unlisted)) names.insert(std::move(file.name));
+    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
     return names;
 }
 
-std::vector<Day> Store::days() const { return daysIn(daysFolder); }
+std::vector<Day> Store::days(FileProblems* problems) const { return daysIn(daysFolder, problems); }
 
-std::vector<Day> Store::daysIn(std::string_view folder) const {
+std::vector<Day> Store::daysIn(std::string_view folder, FileProblems* problems) const {
     std::vector<Day> days;
-    for (const std::string& name : names(folder))
-        if (const auto day = Day::parse(name)) days.push_back(*day);
-    std::stable_sort(days.begin(), days.end());
+    for (const std::string& name : names(folder, problems))
+        if (isDayName(name)) days.push_back(*Day::parse(name));
     return days;
 }
 
@@ -129,8 +144,8 @@ std::vector<fs::path> Store::copies(std::string_view folder, std::string_view na
 
 DayFile Store::read(const Day& day, FileProblems* problems) const {
     DayFile sum;
-    for (const Store& part : readParts())
-        addFiles(sum, readCopies(part.root / daysFolder, day.description(), format, fetch_), problems);
+    for (const fs::path& folder : foldersToRead(daysFolder, problems))
+        addFiles(sum, readCopies(folder, day.description(), format, fetch_), problems);
     return sum;
 }
 
@@ -180,11 +195,13 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
         fs::path path;
         std::optional<DataListing> listing;
     };
+    FileProblems unlisted;
     std::vector<DaysFolder> folders;
-    for (const Store& part : readParts()) {
-        folders.push_back({part.root / daysFolder, {}});
-        if (days >= worthListing) folders.back().listing.emplace(folders.back().path);
+    for (fs::path& folder : foldersToRead(daysFolder, &unlisted)) {
+        folders.push_back({std::move(folder), {}});
+        if (days >= worthListing) folders.back().listing.emplace(folders.back().path, unlisted);
     }
+    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
     Summary sum;
     for (std::int64_t before = days - 1; before >= 0; --before) {
         const Day day = endingOn.adding(-before, calendar);

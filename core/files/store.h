@@ -33,8 +33,10 @@ struct PracticeHistory;
 /// writes only into this machine's own sub-folder.
 ///
 /// It holds no state: everything is read from disk on each call. A folder that does not exist reads as empty.
-/// It does no locking: callers serialise what reads, changes and writes. What fails to write, make or remove
-/// something throws std::filesystem::filesystem_error with the path, and leaves the former file in place.
+/// One that cannot be listed does not: readers name it in `problems` and go on without it, and what changes
+/// or removes files throws before its first change. It does no locking: callers serialise what reads, changes
+/// and writes. What fails to write, make or remove something throws std::filesystem::filesystem_error with
+/// the path, and leaves the former file in place.
 /// What took effect does not throw: whoever `telling` names is told when it is not yet safe from a power cut.
 class Store {
   public:
@@ -48,7 +50,9 @@ class Store {
 
     Store(std::filesystem::path folder, FileFormat written,
           std::optional<std::string> subfolder = std::nullopt)
-        : root(std::move(folder)), format(written), mac(std::move(subfolder)) {}
+        : root(std::move(folder)), format(written), mac(std::move(subfolder)) {
+        if (mac && mac->empty()) mac.reset();  // that would be the folder itself, once more
+    }
 
     /// The same store, which asks for files that iCloud Drive has still to bring when it comes upon them.
     Store fetching(CloudFetch fetch) const;
@@ -67,8 +71,8 @@ class Store {
     /// The app's folder in a given iCloud Drive, be it under one of its earlier names.
     static std::filesystem::path cloudFolder(const std::filesystem::path& drive);
     static std::filesystem::path legacyRoot(const std::filesystem::path& home);
-    /// Whether several machines write a folder: it lies in iCloud Drive, or holds a marked sub-folder.
-    static bool isShared(const std::filesystem::path& folder);
+    /// Whether several machines write a folder: it is in iCloud Drive, or holds a marked sub-folder.
+    static bool isShared(const std::filesystem::path& folder, FileProblems* problems = nullptr);
 
     /// Where this machine writes: `root`, or its sub-folder.
     std::filesystem::path base() const;
@@ -79,17 +83,17 @@ class Store {
 
     /// All folders that are read: the parts, and the top of a shared folder, for what lies there from before
     /// it was shared.
-    std::vector<Store> readParts() const;
+    std::vector<Store> readParts(FileProblems* problems = nullptr) const;
 
     /// The names of the machines' sub-folders; none when only one machine writes here.
     std::vector<std::string> macs() const;
 
     /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every
     /// part. Files that iCloud Drive has not brought here yet count.
-    std::set<std::string> names(std::string_view folder) const;
+    std::set<std::string> names(std::string_view folder, FileProblems* problems = nullptr) const;
 
     /// The days that have a file, ascending.
-    std::vector<Day> days() const;
+    std::vector<Day> days(FileProblems* problems = nullptr) const;
 
     /// Whether there is any counted day, practice day or month.
     bool hasData() const;
@@ -101,8 +105,8 @@ class Store {
     std::vector<std::filesystem::path> copies(std::string_view folder, std::string_view name) const;
 
     /// A day's counts, of all parts and copies added; empty without a file. Board, layout and other rows are
-    /// those of the first part that has them. A file that cannot be read or is not UTF-8 is named in
-    /// `problems`; its valid rows count.
+    /// those of the first part that has them. A file that cannot be read, is not here yet or is not UTF-8 is
+    /// named in `problems`; its valid rows count.
     DayFile read(const Day& day, FileProblems* problems = nullptr) const;
     /// The same of this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
@@ -136,15 +140,17 @@ class Store {
     /// The rollup of a month, of all parts merged; nothing when no part has one. Both formats of one are one
     /// rollup.
     std::optional<MonthRollup> readRollup(std::string_view month, FileProblems* problems = nullptr) const;
-    /// Makes this machine's rollup of a month anew from its days before `today`, and removes it when there
-    /// are none. Does nothing, and returns false, while iCloud Drive has still to bring one of those days.
-    bool rebuildRollup(std::string_view month, const Day& today) const;
+    /// Makes this machine's rollup of a month again from its days before `today`, and removes it when there
+    /// are none. Does nothing, and returns false, for a name that is no month's, and while one of those days
+    /// is not here yet, cannot be read, or has counts too large to be added up; it is named in `problems`.
+    bool rebuildRollup(std::string_view month, const Day& today, FileProblems* problems = nullptr) const;
     /// Whether this machine's rollup of a month is missing, does not list exactly the month's own days before
     /// `today`, or is older than one of their files.
     bool isOutOfDate(std::string_view month, const Day& today) const;
     /// Rebuilds this machine's rollups that are out of date and removes those of months without days. False
-    /// when it was interrupted.
-    bool refreshRollups(const Day& today, const Progress& progress = {}) const;
+    /// when it was interrupted. What keeps a month from being summed is named in `problems`.
+    bool refreshRollups(const Day& today, const Progress& progress = {},
+                        FileProblems* problems = nullptr) const;
 
     // The conversation with the assistant.
 
@@ -164,7 +170,7 @@ class Store {
 
     std::filesystem::path practiceURL(const Day& day) const;
     /// The days that have a practice file, ascending.
-    std::vector<Day> practiceDays() const;
+    std::vector<Day> practiceDays(FileProblems* problems = nullptr) const;
     /// A day's practice, of all parts and copies merged; an empty day without a file.
     PracticeDay readPractice(const Day& day, FileProblems* problems = nullptr) const;
     /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
@@ -215,11 +221,16 @@ class Store {
   private:
     /// A store of one folder alone.
     Store single(std::filesystem::path folder) const;
-    std::vector<std::string> markedFolders() const;
+    std::vector<std::string> markedFolders(FileProblems* problems) const;
+    std::vector<Store> parts(FileProblems* problems) const;
+    /// The folders of that name, one a part, less those that cannot be listed.
+    std::vector<std::filesystem::path> foldersToRead(std::string_view folder, FileProblems* problems) const;
     /// The days that the files of a folder are named after, ascending.
-    std::vector<Day> daysIn(std::string_view folder) const;
+    std::vector<Day> daysIn(std::string_view folder, FileProblems* problems) const;
 
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
+    /// Makes this machine's rollup of a day's month again without that day.
+    void takeOutOfRollup(const Day& day) const;
     bool forget(const std::function<void(DayFile&)>& inDay, const std::function<void(MonthRollup&)>& inMonth,
                 const Progress& progress) const;
     void convertFile(std::string_view folder, const std::string& name) const;

@@ -1,7 +1,6 @@
 // Changing what is stored: the members of Store that convert, forget and clear.
 
 #include <algorithm>
-#include <map>
 
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
@@ -43,17 +42,21 @@ std::set<std::string> namesOf(const fs::path& folder, IsData isData) {
     return names;
 }
 
-/// Removes the data files of a folder, and nothing that is no data file.
-void clearFolder(const fs::path& folder, IsData isData) {
-    const auto names = namesOf(folder, isData);
-    for (const std::string& name : names) removeCopies(folder, name);
-    if (!names.empty()) flushFolder(folder).requireSafe();
-}
+/// Data files to be removed, found before the first of them is: a folder that cannot be listed stops it all.
+struct Doomed {
+    fs::path folder;
+    std::set<std::string> names;
 
-/// Removes the files of days, or of one, that were kept as they were for the lines that a rewrite left out.
-void removeKept(const fs::path& folder, std::string_view day = "") {
-    for (const std::string& name : namesOf(folder, isKeptDayName))
-        if (name.starts_with(day)) removeCopies(folder, name);
+    void remove() const {
+        for (const std::string& name : names) removeCopies(folder, name);
+        if (!names.empty() && isThere(folder)) flushFolder(folder).requireSafe();
+    }
+};
+
+Doomed doomed(const fs::path& folder, IsData isData) { return {folder, namesOf(folder, isData)}; }
+
+void remove(const std::vector<Doomed>& all) {
+    for (const Doomed& files : all) files.remove();
 }
 
 /// The names in a folder of data files that are here in the format not written.
@@ -94,22 +97,12 @@ void Store::convertFile(std::string_view folder, const std::string& name) const 
 }
 
 void Store::clearDay(const Day& day) const {
-    const Store own = single(base());
-    changeRollup(day.monthName(), [&](MonthRollup& rollup) {
-        CountSum counts;
-        std::map<Day, DayFile> others;
-        for (const MonthRollup::DayLine& line : rollup.days) {
-            if (line.day == day) continue;
-            addNumbers(counts,
-                       readWholeCopies(own.root / daysFolder, line.day.description(), format, fetch_));
-            if (counts.fits()) others.emplace(line.day, own.read(line.day));
-        }
-        if (!counts.fits()) others.clear();  // and the rollup goes, until its days can be added up
-        rollup = MonthRollup(others);
-    });
-    removeCopies(own.root / daysFolder, day.description());
-    removeKept(own.root / daysFolder, day.description());
-    if (isThere(own.root / daysFolder)) flushFolder(own.root / daysFolder).requireSafe();
+    const std::string name = day.description();
+    Doomed files = doomed(base() / daysFolder, isKeptDayName);
+    std::erase_if(files.names, [&](const std::string& kept) { return !kept.starts_with(name); });
+    files.names.insert(name);
+    takeOutOfRollup(day);
+    files.remove();
 }
 
 bool Store::resetHeatmap(const Progress& progress) const {
@@ -129,6 +122,8 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     requireAllHere(days);
     requireAllHere(months);
     const auto dayNames = namesOf(days, isDayName);
+    const auto monthNames = namesOf(months, isMonthName);
+    const Doomed kept = doomed(days, isKeptDayName);
     for (const std::string& name : dayNames)
         readWholeCopies(days, name, format, fetch_);  // or none is changed
     std::size_t done = 0;
@@ -136,24 +131,22 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
         if (!goesOn(progress, done++, dayNames.size())) return false;
         change(*Day::parse(name), LeftOut::dropped, inDay);
     }
-    removeKept(days);
-    for (const std::string& name : namesOf(months, isMonthName)) changeRollup(name, inMonth);
+    kept.remove();
+    for (const std::string& name : monthNames) changeRollup(name, inMonth);
     return true;
 }
 
-void Store::resetPractice() const { clearFolder(base() / practiceFolder, isAnyDayName); }
+void Store::resetPractice() const { doomed(base() / practiceFolder, isAnyDayName).remove(); }
 
 void Store::clearCounts() const {
-    clearFolder(base() / daysFolder, isAnyDayName);
-    clearFolder(base() / monthsFolder, isMonthName);
+    remove({doomed(base() / daysFolder, isAnyDayName), doomed(base() / monthsFolder, isMonthName)});
 }
 
 void Store::clearAll() const {
-    clearCounts();
-    resetPractice();
-    clearFolder(base() / reportsFolder, isAnyName);
-    clearFolder(base() / assistantFolder, isAnyName);
-    clearFolder(base() / assistantFolder / "history", isAnyName);
+    remove({doomed(base() / daysFolder, isAnyDayName), doomed(base() / monthsFolder, isMonthName),
+            doomed(base() / practiceFolder, isAnyDayName), doomed(base() / reportsFolder, isAnyName),
+            doomed(base() / assistantFolder, isAnyName),
+            doomed(base() / assistantFolder / "history", isAnyName)});
 }
 
 }  // namespace tapcore

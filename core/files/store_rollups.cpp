@@ -26,8 +26,8 @@ struct StoredRollup {
 
 /// The rollup in one folder. Of two formats the one written counts: they are one rollup. One whose counts
 /// cannot be added up reads as empty: it is made anew from its days.
-std::optional<StoredRollup> readStored(const Store& part, std::string_view month, FileProblems* problems) {
-    for (const FileCopy& copy : readCopies(part.base() / monthsFolder, month, part.format)) {
+std::optional<StoredRollup> storedAmong(const std::vector<FileCopy>& copies, FileProblems* problems) {
+    for (const FileCopy& copy : copies) {
         if (copy.file.status == FileRead::Status::read) {
             const bool fits = countsFit(copy.file.text);
             if (!fits && problems) problems->push_back({copy.path, 0, std::string(tooLarge)});
@@ -37,6 +37,22 @@ std::optional<StoredRollup> readStored(const Store& part, std::string_view month
         if (problems) problems->push_back({copy.path, 0, copy.file.error.message()});
     }
     return std::nullopt;
+}
+
+std::vector<FileCopy> copiesOf(const Store& part, std::string_view month) {
+    return readCopies(part.base() / monthsFolder, month, part.format);
+}
+
+std::optional<StoredRollup> readStored(const Store& part, std::string_view month, FileProblems* problems) {
+    return storedAmong(copiesOf(part, month), problems);
+}
+
+/// The same for replacing it: throws filesystem_error with the path when a copy of it cannot be read.
+std::optional<StoredRollup> readWhole(const Store& own, std::string_view month) {
+    const std::vector<FileCopy> copies = copiesOf(own, month);
+    for (const FileCopy& copy : copies)
+        if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
+    return storedAmong(copies, nullptr);
 }
 
 /// The days before today that a folder has files of, by month, each with those files.
@@ -94,13 +110,6 @@ class CurrentRollups {
     FolderTimes months_;
 };
 
-bool allHere(const FilesByDay& files) {
-    return std::all_of(files.begin(), files.end(), [](const auto& item) {
-        return std::all_of(item.second.begin(), item.second.end(),
-                           [](const ListedFile& file) { return file.isHere; });
-    });
-}
-
 void removeRollup(const Store& own, std::string_view month) {
     for (const FileFormat format : FileFormat::allCases)
         removeFile(own.base() / monthsFolder / copyName(month, format.fileExtension()));
@@ -113,39 +122,66 @@ Written writeRollup(const Store& own, std::string_view month, const MonthRollup&
     });
 }
 
-bool isReadable(const Store& own, const Day& day) {
-    const auto copies = readCopies(own.base() / daysFolder, day.description(), own.format);
-    return !copies.empty() && std::all_of(copies.begin(), copies.end(), [](const FileCopy& copy) {
-        return copy.file.status == FileRead::Status::read;
-    });
+void replaceRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
+    if (rollup.days.empty()) removeRollup(own, month);
+    else writeRollup(own, month, rollup).requireSafe();  // or what was to be forgotten may remain
+    removeFile(own.base() / monthsFolder / copyName(month, "tsv"));
 }
 
-/// The sum of days; nothing when one of them has no file that can be read.
-std::optional<MonthRollup> sumOf(const Store& own, const std::vector<Day>& days) {
-    std::map<Day, DayFile> files;
+/// Days of a month as they were read from disk: each once, since what is read a second time may be another
+/// file, or none.
+struct DaysRead {
+    struct Unread {
+        fs::path path;
+        std::error_code why;
+
+        bool isMissing() const { return why == std::errc::no_such_file_or_directory; }
+        bool isAway() const { return why == FolderError::notHereYet; }
+    };
+
+    std::map<Day, std::vector<FileCopy>> copies;  ///< of the days that could be read
+    std::vector<Unread> unread;
+    CountSum counts;
+};
+
+DaysRead readDays(const Store& own, const std::vector<Day>& days) {
+    DaysRead read;
     for (const Day& day : days) {
-        if (!isReadable(own, day)) return std::nullopt;
-        files.emplace(day, own.readOwn(day));
+        auto copies = readCopies(own.base() / daysFolder, day.description(), own.format);
+        const auto failed = std::find_if(copies.begin(), copies.end(), [](const FileCopy& copy) {
+            return copy.file.status != FileRead::Status::read;
+        });
+        if (copies.empty())
+            read.unread.push_back({own.url(day), std::make_error_code(std::errc::no_such_file_or_directory)});
+        if (failed != copies.end()) read.unread.push_back({failed->path, failed->file.error});
+        if (copies.empty() || failed != copies.end()) continue;
+        addNumbers(read.counts, copies);
+        read.copies.emplace(day, std::move(copies));
     }
-    const FatalContext context("adding up the days in", own.base().native());
+    return read;
+}
+
+MonthRollup sumOf(const DaysRead& days, const Store& own) {
+    const std::string place = own.base().string();
+    const FatalContext context("adding up the days in", place);
+    std::map<Day, DayFile> files;
+    for (const auto& [day, copies] : days.copies)
+        forEachText(copies, nullptr,
+                    [&, &file = files[day]](std::string_view text) { file.merge(DayFile(text)); });
     return MonthRollup(files);
 }
 
-/// Whether the counts of days can be added up.
-bool countsFit(const Store& own, const std::vector<Day>& days) {
-    CountSum sum;
-    for (const Day& day : days)
-        addNumbers(sum, readCopies(own.base() / daysFolder, day.description(), own.format));
-    return sum.fits();
-}
-
-bool rebuild(const Store& own, std::string_view month, const FilesByDay& files) {
-    if (!allHere(files)) return false;
+bool rebuild(const Store& own, std::string_view month, const FilesByDay& files, FileProblems* problems) {
     std::vector<Day> days;
     for (const auto& item : files) days.push_back(item.first);
-    const auto rollup = sumOf(own, days);
-    if (rollup) own.settle(writeRollup(own, month, *rollup));
-    return rollup.has_value();
+    const DaysRead read = readDays(own, days);
+    for (const DaysRead::Unread& day : read.unread)
+        if (problems)
+            problems->push_back(
+                {day.path, 0, std::string(month) + " is not summed without it: " + day.why.message()});
+    if (!read.unread.empty()) return false;
+    own.settle(writeRollup(own, month, sumOf(read, own)));
+    return true;
 }
 
 FilesByDay filesOf(std::string_view month, FilesByMonth&& months) {
@@ -164,50 +200,64 @@ std::optional<MonthRollup> Store::readRollup(std::string_view month, FileProblem
     return sum;
 }
 
-bool Store::rebuildRollup(std::string_view month, const Day& today) const {
+bool Store::rebuildRollup(std::string_view month, const Day& today, FileProblems* problems) const {
+    if (!isMonthName(month)) return false;
     const Store own = single(base());
     const FilesByDay files = filesOf(month, filesBefore(today, own.root / daysFolder));
-    if (!files.empty()) return rebuild(own, month, files);
+    if (!files.empty()) return rebuild(own, month, files, problems);
     removeRollup(own, month);
     return true;
 }
 
 bool Store::isOutOfDate(std::string_view month, const Day& today) const {
+    if (!isMonthName(month)) return false;
     const Store own = single(base());
     const FilesByDay files = filesOf(month, filesBefore(today, own.root / daysFolder));
     return files.empty() ? readStored(own, month, nullptr).has_value()
                          : !CurrentRollups(own).have(month, files);
 }
 
-bool Store::refreshRollups(const Day& today, const Progress& progress) const {
+bool Store::refreshRollups(const Day& today, const Progress& progress, FileProblems* problems) const {
     const Store own = single(base());
     const FilesByMonth months = filesBefore(today, own.root / daysFolder);
+    const std::vector<ListedFile> stored = dataFiles(own.root / monthsFolder);
     const CurrentRollups current(own);
     std::size_t done = 0;
     for (const auto& [month, files] : months) {
         if (!goesOn(progress, done++, months.size())) return false;
-        if (!current.have(month, files)) rebuild(own, month, files);
+        if (!current.have(month, files)) rebuild(own, month, files, problems);
     }
-    for (const std::string& name : own.names(monthsFolder))
-        if (isMonthName(name) && !months.contains(name)) removeRollup(own, name);
+    for (const ListedFile& file : stored)
+        if (isMonthName(file.name) && !months.contains(file.name)) removeRollup(own, file.name);
     return true;
 }
 
 void Store::changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const {
-    if (!isMonthName(month)) return;
     const Store own = single(base());
-    for (const FileCopy& copy : readCopies(own.root / monthsFolder, month, format))
-        if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
-    auto stored = readStored(own, month, nullptr);
+    auto stored = readWhole(own, month);
     if (!stored) return;
     // What is written now is newer than the days, and would hide that one of them has changed.
-    const std::vector<Day> listed = daysListedIn(stored->rollup);
-    if (countsFit(own, listed))
-        if (auto anew = sumOf(own, listed)) stored->rollup = std::move(*anew);
+    const DaysRead days = readDays(own, daysListedIn(stored->rollup));
+    for (const DaysRead::Unread& day : days.unread)
+        if (!day.isMissing() && !day.isAway()) refuse(day.path, day.why);
+    if (days.unread.empty() && days.counts.fits()) stored->rollup = sumOf(days, own);
     change(stored->rollup);
-    if (stored->rollup.days.empty()) removeRollup(own, month);
-    else writeRollup(own, month, stored->rollup).requireSafe();  // or what was to be forgotten may remain
-    removeFile(own.root / monthsFolder / copyName(month, "tsv"));
+    replaceRollup(own, month, stored->rollup);
+}
+
+void Store::takeOutOfRollup(const Day& day) const {
+    const Store own = single(base());
+    const std::string month = day.monthName();
+    if (!isMonthName(month)) return;
+    const auto stored = readWhole(own, month);
+    if (!stored) return;
+    std::vector<Day> others = daysListedIn(stored->rollup);
+    std::erase(others, day);
+    const DaysRead days = readDays(own, others);
+    for (const DaysRead::Unread& other : days.unread)
+        if (!other.isMissing()) refuse(other.path, other.why);
+    // Of days that cannot be added up there is no month until that is put right.
+    replaceRollup(own, month, days.counts.fits() ? sumOf(days, own) : MonthRollup());
 }
 
 }  // namespace tapcore

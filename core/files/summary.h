@@ -34,6 +34,8 @@ struct Summary {
     /// first.
     void add(const Day& day, const DayFile& file);
 
+    /// Whether nothing was pressed, clicked, scrolled or moved.
+    bool isEmpty() const { return keystrokes == 0 && byChord.empty() && mouseTotal().isEmpty(); }
     /// Keystrokes per active hour, truncated; 0 when no hour is active.
     std::int64_t averagePerActiveHour() const;
     /// Clicks of all buttons.

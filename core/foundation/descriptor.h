@@ -21,6 +21,8 @@ class Descriptor {
     }
 
     int get() const { return value_; }
+    /// Hands the descriptor out: closing it is no longer this one's.
+    int release() { return std::exchange(value_, -1); }
     bool isOpen() const { return value_ >= 0; }
 
   private:

@@ -1,13 +1,11 @@
 #include "core/foundation/file_io.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 
 #include "core/foundation/retrying.h"
 
@@ -52,10 +50,8 @@ std::error_code readAll(const Descriptor& file, std::string& text, std::size_t m
 }
 
 /// The end of a stream (a pipe, a device) is waited for; or streams are not taken at all.
-FileRead readOpened(const fs::path& path, std::size_t most, bool takesStreams) {
-    const int flags = O_RDONLY | O_CLOEXEC | (takesStreams ? 0 : O_NONBLOCK);
+FileRead readOpened(const Descriptor& file, std::size_t most, bool takesStreams) {
     FileRead result;
-    const Descriptor file(retrying([&] { return ::open(path.c_str(), flags); }));
     if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return result;
     result.error = file.isOpen() ? readAll(file, result.text, most, takesStreams) : lastError();
     if (result.error) {
@@ -65,6 +61,11 @@ FileRead readOpened(const fs::path& path, std::size_t most, bool takesStreams) {
     }
     result.status = FileRead::Status::read;
     return result;
+}
+
+FileRead readNamed(const fs::path& path, std::size_t most, bool takesStreams) {
+    const int flags = O_RDONLY | O_CLOEXEC | (takesStreams ? 0 : O_NONBLOCK);
+    return readOpened(Descriptor(retrying([&] { return ::open(path.c_str(), flags); })), most, takesStreams);
 }
 
 FileRead withoutMark(FileRead file) {
@@ -81,20 +82,11 @@ bool isThere(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, error));
 }
 
-FileRead readBytes(const fs::path& path, std::size_t most) { return readOpened(path, most, true); }
+FileRead readBytes(const fs::path& path, std::size_t most) { return readNamed(path, most, true); }
 
-FileRead readStoredFile(const fs::path& path) { return withoutMark(readOpened(path, anySize, false)); }
+FileRead readStoredFile(const fs::path& path) { return withoutMark(readNamed(path, anySize, false)); }
 
-std::vector<std::string> namesIn(const fs::path& folder) {
-    std::vector<std::string> names;
-    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
-    if (!opened) return names;
-    while (const dirent* entry = ::readdir(opened.get()))
-        if (const std::string_view name = entry->d_name; name != "." && name != "..")
-            names.emplace_back(name);
-    std::sort(names.begin(), names.end());
-    return names;
-}
+FileRead readStoredFile(const Descriptor& file) { return withoutMark(readOpened(file, anySize, false)); }
 
 FolderTimes::FolderTimes(const fs::path& folder)
     : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}

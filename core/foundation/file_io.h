@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 #include "core/foundation/descriptor.h"
 #include "core/foundation/written.h"
@@ -36,6 +35,9 @@ FileRead readFile(const std::filesystem::path& path, std::size_t most = anySize)
 
 /// The same of what must be a file: a pipe, whose end would be waited for, is unreadable.
 FileRead readStoredFile(const std::filesystem::path& path);
+
+/// The same of a file that is open; of one that is not, as errno says why.
+FileRead readStoredFile(const Descriptor& file);
 
 /// All bytes of a file, in the same way. Never throws.
 FileRead readBytes(const std::filesystem::path& path, std::size_t most = anySize);
@@ -65,9 +67,6 @@ Written renameFile(const std::filesystem::path& from, const std::filesystem::pat
 
 /// Removes a file; true when it was there. Throws filesystem_error with the path.
 bool removeFile(const std::filesystem::path& path);
-
-/// The names in a folder, sorted; none when it cannot be listed.
-std::vector<std::string> namesIn(const std::filesystem::path& folder);
 
 /// When the files of one folder were written: for asking about many of them.
 class FolderTimes {

@@ -139,7 +139,8 @@ std::int64_t JsonValue::integer() const {
     if (!value_->is_number_float()) fail("not an integer");
     const double value = value_->get<double>();
     constexpr double limit = 9223372036854775808.0;  // 2 to the 63rd
-    if (value != std::trunc(value) || value < -limit || value >= limit) fail("not a 64-bit integer");
+    // At the limit itself the double stands for many integers, of which all but one are too small.
+    if (value != std::trunc(value) || value <= -limit || value >= limit) fail("not a 64-bit integer");
     return static_cast<std::int64_t>(value);
 }
 

@@ -6,6 +6,7 @@
 
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/layout_index.h"
 

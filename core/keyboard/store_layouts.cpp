@@ -2,7 +2,7 @@
 #include <unordered_set>
 
 #include "core/files/store.h"
-#include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/keyboard/catalog.h"
 
 namespace tapcore {

@@ -7,6 +7,7 @@
 
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore {

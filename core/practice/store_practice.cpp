@@ -17,18 +17,20 @@ std::filesystem::path Store::practiceURL(const Day& day) const {
     return base() / practiceFolder / copyName(day.description(), format.fileExtension());
 }
 
-std::vector<Day> Store::practiceDays() const { return daysIn(practiceFolder); }
+std::vector<Day> Store::practiceDays(FileProblems* problems) const {
+    return daysIn(practiceFolder, problems);
+}
 
 PracticeDay Store::readPractice(const Day& day, FileProblems* problems) const {
     PracticeDay sum;
-    for (const Store& part : readParts())
-        addFiles(sum, readCopies(part.root / practiceFolder, day.description(), format, fetch_), problems);
+    for (const std::filesystem::path& folder : foldersToRead(practiceFolder, problems))
+        addFiles(sum, readCopies(folder, day.description(), format, fetch_), problems);
     return sum;
 }
 
 PracticeHistory Store::practiceHistory(FileProblems* problems) const {
     PracticeHistory history;
-    for (const Day& day : practiceDays()) history.days.emplace(day, readPractice(day, problems));
+    for (const Day& day : practiceDays(problems)) history.days.emplace(day, readPractice(day, problems));
     return history;
 }
 

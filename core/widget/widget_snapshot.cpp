@@ -115,6 +115,7 @@ MapColor mapColor(const JsonValue& value) {
 /// The elements of an array, each read by `read`.
 template <class Read>
 auto list(const JsonValue& value, Read read) {
+    if (value.size() > WidgetSnapshot::longestList) value.fail("too long a list");
     std::vector<decltype(std::invoke(read, value))> items;
     items.reserve(value.size());
     for (std::size_t i = 0; i < value.size(); ++i) items.push_back(std::invoke(read, value.element(i)));

@@ -70,6 +70,8 @@ struct WidgetSnapshot {
                    std::string language, const Calendar& calendar);
 
     static constexpr std::string_view fileName = "widget.json";
+    /// More hours, days or keys than anything has: they would only take long to draw.
+    static constexpr std::size_t longestList = 1000;
 
     /// Where the file lies: in the group's container, else in the folder Tappora of the application support
     /// folder; nothing when there is neither.
@@ -81,7 +83,7 @@ struct WidgetSnapshot {
     std::string data() const;
 
     /// The record of such a text, or nothing. Members that it does not know are ignored. Nothing is checked
-    /// but types: counts may be negative, lists of any length, numbers of any size.
+    /// but types and the length of lists: counts may be negative, numbers of any size.
     static std::optional<WidgetSnapshot> decode(std::string_view data);
 
     bool operator==(const WidgetSnapshot&) const = default;

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore {

@@ -9,6 +9,7 @@
 
 #include "core/assistant/assistant_budget.h"
 #include "core/assistant/chat_file.h"
+#include "core/foundation/folder_listing.h"
 #include "tests/app/ask/loopback_server.h"
 #include "tests/app/ask/own_network.h"
 #include "tests/app/ask/running_program.h"

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "app/common/practice_lock.h"
+#include "core/foundation/folder_listing.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_day.h"
 #include "tests/support/pseudo_terminal.h"

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <nlohmann/json.hpp>
 
+#include "core/assistant/tool_text.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tapcore {
@@ -120,6 +121,23 @@ TEST_F(Tools, FollowNoLinkOutOfTheFolderNorToTheSettings) {
     EXPECT_EQ(run("search", {{"query", "secret"}}),
               fine("days/inside.md:1: secret of my own\nreports/own.md:1: secret of my own",
                    {"days/inside.md", "reports/own.md"}));
+}
+
+TEST_F(Tools, ReadNothingThatALinkPutInTheWayMeanwhileLeadsTo) {
+    const TemporaryFolder outside;
+    outside.put("days/2026-09-17.org", "secret");
+    folder.put("days/2026-09-17.org", "mine");
+    folder.put("days/2026-09-18.org", "mine");
+    const auto found = tools().resolve("days/2026-09-17.org");
+    const auto other = tools().resolve("days/2026-09-18.org");
+    std::filesystem::remove(folder / "days/2026-09-18.org");
+    std::filesystem::create_symlink(outside / "days/2026-09-17.org", folder / "days/2026-09-18.org");
+    EXPECT_EQ(DataFileReader(folder.path()).text(*found), "mine");
+    EXPECT_EQ(DataFileReader(folder.path()).text(*other), std::nullopt);
+    std::filesystem::rename(folder / "days", folder / "away");
+    std::filesystem::create_symlink(outside / "days", folder / "days");
+    EXPECT_EQ(DataFileReader(folder.path()).text(*found), std::nullopt);
+    EXPECT_EQ(DataFileReader(folder.path()).text(outside / "days/2026-09-17.org"), std::nullopt);
 }
 
 TEST_F(Tools, ListNewestFirstByFileNameWithTheMacsInOrder) {

@@ -157,13 +157,13 @@ TEST(DayFile, SkipsRowsItCannotUseAndSaysWhy) {
     const std::string number = "a cell is not a whole number";
     const std::string noTable = "it stands in no table that is read";
     const std::string words = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
-    EXPECT_THAT(skipped,
-                ElementsAre(SkippedRow{6, "a row of Keys has 3 cells"}, SkippedRow{7, number},
-                            SkippedRow{8, "the hour is not 0 to 23"}, SkippedRow{9, "the count is below 1"},
-                            SkippedRow{10, number}, SkippedRow{12, "a chord has ctrl, opt or cmd"},
-                            SkippedRow{13, words}, SkippedRow{14, words},
-                            SkippedRow{17, "the count is below 1"}, SkippedRow{21, number}, SkippedRow{24, noTable},
-                            SkippedRow{25, noTable}));
+    EXPECT_THAT(
+        skipped,
+        ElementsAre(SkippedRow{6, "a row of Keys has 3 cells"}, SkippedRow{7, number},
+                    SkippedRow{8, "the hour is not 0 to 23"}, SkippedRow{9, "the count is below 1"},
+                    SkippedRow{10, number}, SkippedRow{12, "a chord has ctrl, opt or cmd"},
+                    SkippedRow{13, words}, SkippedRow{14, words}, SkippedRow{17, "the count is below 1"},
+                    SkippedRow{21, number}, SkippedRow{24, noTable}, SkippedRow{25, noTable}));
 }
 
 /// The day file of some rows of its Day table.

@@ -78,7 +78,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "left; it is not "
                   "counted",
                   "A/days/notes.md: the name is no date; it is not counted",
-                  "A/months/2026-09.org: out of date; tappora folder rollups makes it anew",
+                  "A/months/2026-09.org: out of date; tappora folder rollups makes it again",
                   "A/months/September.org: the name is no month; it is not counted",
                   "B/days/2026-09-20.md: Is a directory",
                   "practice/2026-09-20 as it was.md: the day as it was before lines were left out; mend the "
@@ -86,6 +86,36 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
                   "practice/2026-09-20.md:3: not used: the letter is not one character",
                   "practice/today.md: the name is no date; it is not counted",
                   "A/months/2026-07.org: missing; tappora folder rollups makes it"));
+}
+
+TEST(FolderCheck, SaysWhoseMonthsAreOutOfDateAndLetsAnAbsentMachineBe) {
+    const TemporaryFolder folder;
+    const std::string keys = "* Keys\n| 9 | 0 | 5 |\n";
+    const auto month = [](std::string_view day) {
+        return "* Days\n| " + std::string(day) + " | 5 | 1 | 0 | 0 |\n";
+    };
+    folder.put("Air/.keys-mac", R"({"id": "1", "name": "Air"})");
+    folder.put("Mini/.keys-mac", R"({"id": "2", "name": "Mini"})");
+    for (const char* day : {"Air/days/2026-09-19.org", "Air/days/2026-09-20.org", "Mini/days/2026-09-18.org",
+                            "Mini/days/2026-09-20.org", "days/2026-08-01.org", "days/2026-08-02.org"})
+        folder.put(day, keys);
+    folder.put("Air/months/2026-09.org", month("2026-09-19"));
+    folder.put("Mini/months/2026-09.org", month("2026-09-17"));
+    folder.put("months/2026-08.org", month("2026-07-31"));
+    EXPECT_THAT(
+        findings(folder, Store(folder.path(), FileFormat::org, "Studio")),
+        testing::ElementsAre("Mini/months/2026-09.org: out of date; it is the machine Mini's: tappora "
+                             "folder rollups makes it again there",
+                             "months/2026-08.org: out of date; it is from before the folder was shared, "
+                             "and no machine brings it up to date"));
+}
+
+TEST(FolderCheck, NamesFoldersThatCannotBeListed) {
+    const TemporaryFolder folder;
+    folder.put("months/2026-09.org", "* Days\n| 2026-09-19 | 5 | 1 | 0 | 0 |\n");
+    std::filesystem::create_symlink("days", folder / "days");
+    EXPECT_THAT(findings(folder, Store(folder.path(), FileFormat::org)),
+                testing::ElementsAre("days: Too many levels of symbolic links"));
 }
 
 TEST(FolderCheck, WaitsForNoPipe) {

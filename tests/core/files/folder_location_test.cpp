@@ -8,7 +8,7 @@
 namespace tapcore {
 namespace {
 
-using testing::ElementsAre;
+namespace fs = std::filesystem;
 
 constexpr std::string_view drive = "Library/Mobile Documents/com~apple~CloudDocs";
 
@@ -34,6 +34,14 @@ TEST(FolderLocation, AFolderIsSharedByItsPlaceOrByAMarker) {
     EXPECT_FALSE(Store::isShared(folder.path()));
     EXPECT_TRUE(Store::isShared("/Users/me/Library/Mobile Documents/x"));
     EXPECT_FALSE(Store::isShared("/Users/me/Library/Mobile Documents"));
+    const fs::path inDrive = folder / drive / "Tappora";
+    fs::create_directories(inDrive);
+    fs::create_symlink(inDrive, folder / "link");
+    EXPECT_TRUE(Store::isShared(folder / "link"));
+    const fs::path before = fs::current_path();
+    fs::current_path(inDrive);
+    EXPECT_TRUE(Store::isShared("."));
+    fs::current_path(before);
     std::filesystem::create_directories(folder / "Air/.keys-mac");
     EXPECT_TRUE(Store::isShared(folder.path())) << "a marker that is no file is one all the same";
 }
@@ -91,32 +99,6 @@ TEST(MacFolder, PassesOverMarkersThatDoNotDecode) {
     std::string why;
     EXPECT_EQ(MacFolder::readMark(root / "C", &why), std::nullopt);
     EXPECT_EQ(why, "id: not a string");
-}
-
-TEST(MacFolder, AdoptsFilesFromBeforeWithoutOverwriting) {
-    const TemporaryFolder old, fresh;
-    for (const char* name : {"days/2026-09-20.org", "months/2026-09.org", "practice/2026-09-20.org",
-                             ".keys/config.json", "reports/a.md", "assistant/history/b.md", "stray.txt"})
-        old.put(name, "old");
-    std::filesystem::create_symlink("/etc/passwd", old / "days/2026-09-21.org");
-    fresh.put(".keys/config.json", "new");
-    const Store store(fresh.path(), FileFormat::org, "Studio");
-
-    const auto stopAtThird = [](std::size_t done, std::size_t) { return done < 2; };
-    EXPECT_EQ(MacFolder::adopt(old.path(), store, stopAtThird), MacFolder::Adoption::interrupted);
-    EXPECT_EQ(Store(store.base(), store.format).days().size(), 1U);
-    EXPECT_EQ(MacFolder::adopt(old.path(), store), MacFolder::Adoption::done)
-        << "it goes on where it stopped";
-    EXPECT_EQ(fresh.files(), (std::map<std::string, std::string>{{".keys/config.json", "new"},
-                                                                 {"Studio/days/2026-09-20.org", "old"},
-                                                                 {"Studio/months/2026-09.org", "old"},
-                                                                 {"Studio/practice/2026-09-20.org", "old"},
-                                                                 {"assistant/history/b.md", "old"},
-                                                                 {"reports/a.md", "old"}}));
-    EXPECT_EQ(MacFolder::adopt(old.path(), store), MacFolder::Adoption::holdsDays);
-    EXPECT_EQ(MacFolder::adopt(fresh / "../" / fresh.path().filename().string(), store),
-              MacFolder::Adoption::sameFolder);
-    EXPECT_EQ(MacFolder::adopt(old / "nowhere", store), MacFolder::Adoption::nothing);
 }
 
 TEST(FolderConfig, FillsInWhatIsMissingAndFallsBackWholeWhenAnythingIsWrong) {

@@ -71,15 +71,55 @@ TEST_F(RollupTest, IsRebuiltWhenADayComesGoesOrChanges) {
 }
 
 TEST_F(RollupTest, OfAMonthWithoutDaysIsRemovedAndNothingElseIs) {
-    for (const char* name :
-         {"months/2026-01.org", "months/2026-01.md", "months/notes.md", "months/2026-00.md"})
+    for (const char* name : {"months/2026-01.org", "months/2026-01.md", "months/notes.md",
+                             "months/2026-00.md", "months/2026-+9.org", "months/+026-09.md"})
         folder.put(name, "mine");
     store.refreshRollups(today);
     std::vector<std::string> months;
     for (const auto& [name, text] : folder.files())
         if (name.starts_with("months/")) months.push_back(name);
-    EXPECT_THAT(months, ElementsAre("months/2026-00.md", "months/2026-09.org", "months/2026-10.org",
-                                    "months/notes.md"));
+    EXPECT_THAT(months, ElementsAre("months/+026-09.md", "months/2026-+9.org", "months/2026-00.md",
+                                    "months/2026-09.org", "months/2026-10.org", "months/notes.md"));
+}
+
+TEST_F(RollupTest, TakesNoOtherNameForAMonths) {
+    const auto before = folder.files();
+    for (const char* name : {"../days/2026-09-20", "../days/2026-08", "2026-13", "2026-+9", ""}) {
+        EXPECT_FALSE(store.rebuildRollup(name, today)) << name;
+        EXPECT_FALSE(store.isOutOfDate(name, today)) << name;
+    }
+    EXPECT_EQ(folder.files(), before);
+}
+
+TEST_F(RollupTest, TellsWhatKeepsAMonthFromBeingSummed) {
+    folder.put("days/.2026-09-05.org.icloud", "");
+    folder.put("days/.2026-10-01.org.icloud", "");  // the file is there, too
+    std::filesystem::create_directory(folder / "days/2026-09-22.org");
+    FileProblems problems;
+    EXPECT_TRUE(store.refreshRollups(today, {}, &problems));
+    EXPECT_THAT(
+        problems,
+        ElementsAre(FileProblem{folder / "days/2026-09-05.org", 0,
+                                "2026-09 is not summed without it: not here yet: iCloud Drive has still "
+                                "to bring it"},
+                    FileProblem{folder / "days/2026-09-22.org", 0,
+                                "2026-09 is not summed without it: Is a directory"}));
+    EXPECT_THAT(rollup("2026-09"), IsEmpty());
+    EXPECT_EQ(rollup("2026-10"), (Lines{{1, 30}}));
+}
+
+TEST_F(RollupTest, StaysAsItWasWhenADayCannotBeReadWhileAnotherIsCleared) {
+    store.refreshRollups(today);
+    std::filesystem::remove(folder / "days/2026-09-21.org");
+    std::filesystem::create_directory(folder / "days/2026-09-21.org");
+    const auto before = folder.files();
+    EXPECT_THROW(store.clearDay({2026, 9, 20}), std::filesystem::filesystem_error);
+    EXPECT_THROW(store.resetHeatmap(), std::filesystem::filesystem_error);
+    EXPECT_EQ(folder.files(), before);
+    std::filesystem::remove(folder / "days/2026-09-21.org");
+    store.clearDay({2026, 10, 1});
+    store.clearDay({2026, 9, 20});
+    EXPECT_THAT(rollup("2026-09"), IsEmpty()) << "a day that is gone leaves no row of zeros";
 }
 
 TEST_F(RollupTest, WaitsForADayThatTheCloudStillHolds) {

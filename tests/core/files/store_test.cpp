@@ -264,5 +264,26 @@ TEST_F(StoreTest, WhatIsStoredIsTidiedUpByTheNextWriterAndToldOfOnce) {
     EXPECT_EQ(told.size(), 1U);
 }
 
+TEST(Store, CountsNothingTwiceForAnEmptyNameOfASubfolderOrADayThatIsNamedTwice) {
+    const TemporaryFolder folder;
+    for (const char* name : {"days/2026-09-20.org", "days/2026-09--20.org"})
+        folder.put(name, "* Keys\n| 9 | 0 | 5 |\n");
+    const Store store(folder.path(), FileFormat::org, "");
+    EXPECT_EQ(store.read({2026, 9, 20}).tally.total(), 5);
+    EXPECT_EQ(store.days(), (std::vector<Day>{{2026, 9, 20}}));
+}
+
+TEST(Store, NamesADayThatIsOnlyAPlaceholder) {
+    const TemporaryFolder folder;
+    folder.put("days/.2026-09-20.org.icloud", "");
+    for (const std::int64_t days : {1, 60}) {
+        FileProblems problems;
+        (void)Store(folder.path(), FileFormat::org).summary(days, {2026, 9, 20}, Calendar("UTC"), &problems);
+        ASSERT_EQ(problems.size(), 1U);
+        EXPECT_EQ(problems[0].path, folder / "days/2026-09-20.org");
+        EXPECT_EQ(problems[0].why, "not here yet: iCloud Drive has still to bring it");
+    }
+}
+
 }  // namespace
 }  // namespace tapcore

@@ -27,6 +27,7 @@ TEST(JsonValue, TakesIntegersByValueAndNothingElseForThem) {
     const auto integer = [](const JsonValue& value) { (void)value.integer(); };
     EXPECT_EQ(failureOf("1.5", integer), "the document: not a 64-bit integer");
     EXPECT_EQ(failureOf("9223372036854775808", integer), "the document: not a 64-bit integer");
+    EXPECT_EQ(failureOf("-9223372036854775809", integer), "the document: not a 64-bit integer");
     EXPECT_EQ(failureOf("1e300", integer), "the document: not a 64-bit integer");
     EXPECT_EQ(failureOf("true", integer), "the document: not an integer");
     EXPECT_NE(failureOf("1e400", integer), "");

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/foundation/characters.h"
-#include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/keyboard/catalog.h"
 
 namespace tapcore {

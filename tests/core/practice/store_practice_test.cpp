@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "core/files/store.h"
+#include "core/foundation/folder_listing.h"
 #include "core/practice/practice_day.h"
 #include "core/practice/practice_history.h"
 #include "tests/support/temporary_folder.h"

@@ -120,6 +120,7 @@ TEST(WidgetSnapshot, IsReadByExactTypesAndNothingElse) {
         {"\"today\":1", "\"today\":true", false},
         {"\"today\":1", "\"today\":1e400", false},
         {"\"today\":1", "\"today\":9223372036854775808", false},
+        {"\"today\":1", "\"today\":-9223372036854775809", false},
         {"\"today\":true", "\"today\":1", false},
         {"\"byHour\":[1]", "\"byHour\":null", false},
         {"\"byHour\":[1]", "\"byHour\":[null]", false},
@@ -129,6 +130,10 @@ TEST(WidgetSnapshot, IsReadByExactTypesAndNothingElse) {
         {"\"language\"", "\"mapColor\":\"pink\",\"language\"", false},
         {"\"language\"", "\"mapColor\":1,\"language\"", false},
     };
+    std::string hours = "\"byHour\":[1";
+    for (std::size_t hour = 1; hour < WidgetSnapshot::longestList; ++hour) hours += ",1";
+    EXPECT_TRUE(with("\"byHour\":[1", hours));
+    EXPECT_FALSE(with("\"byHour\":[1", hours + ",1"));
     for (const auto& [piece, replacement, isSame] : cases)
         EXPECT_EQ(with(piece, replacement), isSame ? snapshot : std::nullopt) << replacement;
     for (std::size_t size = 0; size < small.size(); ++size)

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tapcore {
 namespace {

@@ -1,0 +1,261 @@
+// Taking over another data folder's files: the functions of MacFolder that copy.
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "core/files/cloud.h"
+#include "core/files/data_listing.h"
+#include "core/files/file_copies.h"
+#include "core/files/folder_error.h"
+#include "core/files/folder_names.h"
+#include "core/files/mac_folder.h"
+#include "core/files/store.h"
+#include "core/files/taken_note.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
+
+namespace tapcore::MacFolder {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 3> machineFolders = {daysFolder, monthsFolder, practiceFolder};
+constexpr std::array<std::string_view, 3> commonFolders = {settingsFolder, reportsFolder, assistantFolder};
+
+/// What a file is for whoever takes it over.
+enum class Kind {
+    day,    ///< of counts or of practice: added to the one that is there
+    month,  ///< made again from its days, so that the one that is there stands
+    other,
+};
+
+struct CopyStep {
+    fs::path from;
+    fs::path to;
+    Kind kind;
+};
+
+bool isDataFile(const fs::path& file) {
+    const std::string extension = file.extension().string();
+    const auto& known = FileFormat::knownExtensions;
+    return !extension.empty() && std::find(known.begin(), known.end(), extension.substr(1)) != known.end();
+}
+
+/// Of a file directly in the folder of that name; of one in another folder, "".
+Kind kindOf(const fs::path& file, std::string_view folder) {
+    const std::string name = file.stem().string();
+    if (folder.empty() || !isDataFile(file)) return Kind::other;
+    if (folder == monthsFolder) return isMonthName(name) ? Kind::month : Kind::other;
+    return isDayName(name) ? Kind::day : Kind::other;
+}
+
+bool isSamePlace(const fs::path& a, const fs::path& b) {
+    std::error_code error;
+    return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error);
+}
+
+/// What is to be taken, and what cannot be.
+class Plan {
+  public:
+    explicit Plan(FileProblems& missing) : missing_(missing) {}
+
+    /// The folders of one machine, or of a whole folder that is not shared.
+    void addFolders(const fs::path& from, const fs::path& machine, const fs::path& common) {
+        for (const std::string_view folder : machineFolders) addTree(from / folder, machine / folder, folder);
+        for (const std::string_view folder : commonFolders) addTree(from / folder, common / folder);
+    }
+
+    const std::vector<CopyStep>& steps() const { return steps_; }
+
+  private:
+    void addTree(const fs::path& from, const fs::path& to, std::string_view folder = "") {
+        const FolderListing listing = listFolder(from);
+        if (listing.status == FolderListing::Status::unreadable)
+            missing_.push_back({from, 0, listing.error.message()});
+        for (const std::string& name : listing.names)
+            if (!name.starts_with('.')) addEntry(from / name, to / name, folder);
+            else addPlaceholder(from / name);
+    }
+
+    void addEntry(const fs::path& from, const fs::path& to, std::string_view folder) {
+        std::error_code error;
+        switch (fs::symlink_status(from, error).type()) {
+            case fs::file_type::regular:
+                return steps_.push_back({from, to, kindOf(from, folder)});
+            case fs::file_type::directory:
+                return addTree(from, to);
+            case fs::file_type::symlink:
+                return missing_.push_back({from, 0, "a symbolic link"});
+            default:
+                missing_.push_back({from, 0, error ? error.message() : "not a regular file"});
+        }
+    }
+
+    void addPlaceholder(const fs::path& hidden) {
+        constexpr std::string_view ending = ".icloud";
+        const std::string name = hidden.filename().string();
+        if (!name.ends_with(ending) || name.size() <= ending.size() + 1) return;
+        const fs::path file = hidden.parent_path() / name.substr(1, name.size() - 1 - ending.size());
+        if (isOnlyInCloud(file))
+            missing_.push_back({file, 0, std::error_code(FolderError::notHereYet).message()});
+    }
+
+    std::vector<CopyStep> steps_;
+    FileProblems& missing_;
+};
+
+/// Copies files that are not there, and says which it left.
+class Copier {
+  public:
+    Copier(WriteTold told, FileProblems& missing) : told_(std::move(told)), missing_(missing) {}
+
+    void copy(const CopyStep& step) const {
+        const FileRead file = readBytes(step.from);
+        if (file.status != FileRead::Status::read) return leave(step, whyUnread(file));
+        if (!isThere(step.to) && !isThere(cloudPlaceholder(step.to))) return write(step, file.text);
+        const bool isDifferent = readStoredFile(step.to).text != file.text;
+        const bool ownStands = step.kind == Kind::month || step.from.filename() == "config.json";
+        if (isDifferent && !ownStands) leave(step, "a different file of that name is here already");
+    }
+
+    void leave(const CopyStep& step, std::string why) const {
+        missing_.push_back({step.from, 0, std::move(why)});
+    }
+
+    static std::string whyUnread(const FileRead& file) {
+        return file.error ? file.error.message() : "gone meanwhile";
+    }
+
+    void tell(const Written& written) const { tellUnlessSafe(written, told_); }
+
+  private:
+    void write(const CopyStep& step, std::string_view text) const {
+        tell(writeFile(step.to, text));
+        std::error_code ignored;  // a month that seems too new is still told by the days it lists
+        if (step.kind == Kind::month) fs::last_write_time(step.to, fs::last_write_time(step.from), ignored);
+    }
+
+    WriteTold told_;
+    FileProblems& missing_;
+};
+
+/// Takes days, each once however often it is begun.
+class DayTaker {
+  public:
+    DayTaker(TakenNote& note, const fs::path& oldRoot, FileFormat format, const Copier& copier)
+        : note_(note), oldRoot_(oldRoot), format_(format), copier_(copier) {}
+
+    void take(const CopyStep& step) {
+        const auto copies = readCopies(step.from.parent_path(), step.from.stem().string(), format_);
+        const auto copy = std::find_if(copies.begin(), copies.end(),
+                                       [&](const FileCopy& each) { return each.path == step.from; });
+        if (copy == copies.end()) return copier_.leave(step, "gone meanwhile");
+        if (copy->file.status != FileRead::Status::read)
+            return copier_.leave(step, Copier::whyUnread(copy->file));
+        if (copy->isSuperseded) return;  // its counts are in another copy
+        const std::string name = step.from.lexically_relative(oldRoot_).string();
+        if (!note_.has(name)) copier_.tell(note_.take(name, copy->file.text, step.to));
+        else if (!note_.has(name, copy->file.text))
+            copier_.leave(step, "has changed since it was taken over; only what it was then is here");
+        if (note_.isWaiting(name))
+            copier_.leave(step, "that day is here in every format; tappora folder convert first");
+    }
+
+  private:
+    TakenNote& note_;
+    const fs::path& oldRoot_;
+    FileFormat format_;
+    const Copier& copier_;
+};
+
+bool perform(const Plan& plan, const Progress& progress, const std::function<void(const CopyStep&)>& step) {
+    for (std::size_t done = 0; done < plan.steps().size(); ++done) {
+        if (!goesOn(progress, done, plan.steps().size())) return false;
+        step(plan.steps()[done]);
+    }
+    return true;
+}
+
+/// What of a shared folder goes where: all of it into a folder that is this machine's alone; else what is
+/// this machine's own, and what is at the top, which the machines have in common.
+void addShared(Plan& plan, const fs::path& from, const std::vector<std::string>& macs, const Store& store,
+               FileProblems& missing) {
+    plan.addFolders(from, store.root, store.root);
+    const auto own = store.mac ? readMark(store.base()) : std::nullopt;
+    for (const std::string& mac : macs) {
+        const auto mark = readMark(from / mac);
+        const bool isOwn = own && mark && own->id == mark->id;
+        if (isOwn || !store.mac) plan.addFolders(from / mac, store.base(), store.base());
+        else missing.push_back({from / mac, 0, "another machine's; take it over there"});
+    }
+}
+
+void report(FileProblems* problems, const FileProblems& missing) {
+    if (problems) problems->insert(problems->end(), missing.begin(), missing.end());
+}
+
+bool holdsDays(const fs::path& folder) {
+    const auto files = allDataFiles(folder / daysFolder);
+    return std::any_of(files.begin(), files.end(),
+                       [](const ListedFile& file) { return isDayName(file.name); });
+}
+
+/// Whether a folder is one of those that the store reads.
+bool isPartOf(const Store& store, const fs::path& folder) {
+    const auto parts = store.readParts();
+    return isSamePlace(folder, store.root) || std::any_of(parts.begin(), parts.end(), [&](const Store& part) {
+               return isSamePlace(folder, part.root);
+           });
+}
+
+}  // namespace
+
+Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& progress,
+               FileProblems* problems) {
+    FileProblems missing;
+    const std::vector<std::string> macs = marked(oldRoot, &missing);
+    if (isPartOf(store, oldRoot) || std::any_of(macs.begin(), macs.end(), [&](const std::string& mac) {
+            return isPartOf(store, oldRoot / mac);
+        }))
+        return Adoption::sameFolder;
+    TakenNote note(store.base(), oldRoot);
+    if (!note.isBegun()) {
+        FileProblems unlisted;
+        const bool hasDays = !Store(oldRoot, store.format).days(&unlisted).empty();
+        if (!hasDays) report(problems, unlisted);
+        if (!hasDays) return unlisted.empty() ? Adoption::nothing : Adoption::incomplete;
+        if (holdsDays(store.base())) return Adoption::holdsDays;
+    }
+    const auto told = [&](const Written& unsafe) { store.settle(unsafe); };
+    const Copier copier(told, missing);
+    Plan plan(missing);
+    if (macs.empty()) plan.addFolders(oldRoot, store.base(), store.root);
+    else addShared(plan, oldRoot, macs, store, missing);
+    note.begin();
+    DayTaker days(note, oldRoot, store.format, copier);
+    const bool isWhole = perform(plan, progress, [&](const CopyStep& step) {
+        if (step.kind == Kind::day) days.take(step);
+        else copier.copy(step);
+    });
+    report(problems, missing);
+    if (!isWhole) return Adoption::interrupted;
+    if (!missing.empty()) return Adoption::incomplete;
+    note.remove();
+    return Adoption::done;
+}
+
+bool copy(const fs::path& from, const fs::path& into, const std::optional<std::string>& mac,
+          const Progress& progress, const WriteTold& told, FileProblems* problems) {
+    FileProblems missing;
+    const Copier copier(told, missing);
+    Plan plan(missing);
+    plan.addFolders(from, mac ? into / *mac : into, into);
+    const bool isWhole = perform(plan, progress, [&](const CopyStep& step) { copier.copy(step); });
+    report(problems, missing);
+    return isWhole;
+}
+
+}  // namespace tapcore::MacFolder

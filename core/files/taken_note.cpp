@@ -1,0 +1,133 @@
+#include "core/files/taken_note.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <vector>
+
+#include "core/files/cloud.h"
+#include "core/files/file_format.h"
+#include "core/foundation/descriptor.h"
+#include "core/foundation/digest.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/retrying.h"
+
+namespace tapcore {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The note's first line is the old folder. Then comes a line for each day taken:
+//
+//     9f86d081884c7d65 days/2026-09-20.org days/2026-09-20.md
+//
+// The digest of its text, where it is here, its path in the old folder.
+
+/// The next line, without its end; one that has no end was being written in a crash, and is none.
+bool nextLine(std::string_view& rest, std::string_view& line) {
+    const std::size_t end = rest.find('\n');
+    if (end == std::string_view::npos) return false;
+    line = rest.substr(0, end);
+    rest.remove_prefix(end + 1);
+    return true;
+}
+
+std::string_view firstWord(std::string_view& rest) {
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(std::min(word.size() + 1, rest.size()));
+    return word;
+}
+
+/// The place, or the first under another format's ending that nothing has.
+std::optional<fs::path> freePlace(const fs::path& wished) {
+    std::vector<std::string> extensions = {wished.extension().string()};
+    for (const std::string_view known : FileFormat::knownExtensions)
+        extensions.push_back("." + std::string(known));
+    for (const std::string& extension : extensions) {
+        fs::path place = wished;
+        place.replace_extension(extension);
+        if (!isThere(place) && !isThere(cloudPlaceholder(place))) return place;
+    }
+    return std::nullopt;
+}
+
+[[noreturn]] void fail(const fs::path& path) {
+    const std::error_code why(errno, std::generic_category());
+    throw fs::filesystem_error("cannot write", path, why);
+}
+
+}  // namespace
+
+TakenNote::TakenNote(const fs::path& folder, const fs::path& oldRoot)
+    : folder_(folder), path_(folder / ".adopting"), oldRoot_(keyOf(fs::weakly_canonical(oldRoot).string())) {
+    read();
+}
+
+std::string TakenNote::keyOf(std::string_view name) {
+    std::string key(name);
+    std::replace(key.begin(), key.end(), '\n', '?');
+    return key;
+}
+
+void TakenNote::read() {
+    const FileRead note = readStoredFile(path_);
+    if (note.status == FileRead::Status::unreadable)
+        throw fs::filesystem_error("cannot read", path_, note.error);
+    std::string_view rest = note.text;
+    std::string_view line;
+    isBegun_ = nextLine(rest, line) && line == oldRoot_;
+    while (isBegun_ && nextLine(rest, line)) {
+        const std::string text(firstWord(line));
+        const std::string place(firstWord(line));
+        taken_[std::string(line)] = {text, place};
+    }
+}
+
+void TakenNote::begin() {
+    std::string text = oldRoot_ + "\n";
+    for (const auto& [key, taken] : taken_) text += taken.text + " " + taken.place + " " + key + "\n";
+    writeFile(path_, text).requireSafe();
+    isBegun_ = true;
+    for (const auto& [key, taken] : taken_)
+        if (isThere(hidden(key))) putInPlace(key).requireSafe();
+}
+
+bool TakenNote::has(std::string_view name, std::string_view text) const {
+    const auto found = taken_.find(keyOf(name));
+    return found != taken_.end() && found->second.text == hexDigest(text);
+}
+
+Written TakenNote::take(std::string_view name, std::string_view text, const fs::path& place) {
+    const std::string key = keyOf(name);
+    const Taken taken{hexDigest(text), place.lexically_relative(folder_).string()};
+    writeFile(hidden(key), text).requireSafe();
+    append(taken.text + " " + taken.place + " " + key + "\n");
+    taken_[key] = taken;
+    return putInPlace(key);
+}
+
+bool TakenNote::isWaiting(std::string_view name) const { return isThere(hidden(keyOf(name))); }
+
+Written TakenNote::putInPlace(const std::string& key) const {
+    const auto place = freePlace(folder_ / taken_.at(key).place);
+    return place ? renameFile(hidden(key), *place) : Written();
+}
+
+void TakenNote::remove() const { removeFile(path_); }
+
+fs::path TakenNote::hidden(const std::string& key) const { return folder_ / (".adopting." + hexDigest(key)); }
+
+void TakenNote::append(std::string_view line) const {
+    const Descriptor note(retrying([&] { return ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC); }));
+    if (!note.isOpen()) fail(path_);
+    while (!line.empty()) {
+        const auto written = ::write(note.get(), line.data(), line.size());
+        if (written < 0 && errno != EINTR) fail(path_);
+        if (written > 0) line.remove_prefix(static_cast<std::size_t>(written));
+    }
+    if (retrying([&] { return ::fsync(note.get()); }) < 0) fail(path_);
+}
+
+}  // namespace tapcore

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "core/foundation/descriptor.h"
+
+namespace tapcore {
+
+/// What listing a folder came to.
+struct FolderListing {
+    enum class Status {
+        missing,     ///< nothing has that name
+        unreadable,  ///< something has, and `error` says why it could not be listed whole
+        listed,      ///< `names` is all of it, sorted
+    };
+
+    Status status = Status::missing;
+    std::vector<std::string> names;
+    std::error_code error;
+};
+
+/// The names in a folder. Never throws.
+FolderListing listFolder(const std::filesystem::path& folder);
+
+/// The same of a folder that is open, which is closed; of one that is not, as errno says why.
+FolderListing listFolder(Descriptor folder);
+
+/// The same where a folder that cannot be listed is as good as an empty one.
+std::vector<std::string> namesIn(const std::filesystem::path& folder);
+
+/// Why a folder that is there cannot be listed, found out at its first name alone; nothing for one that can
+/// be, or is missing.
+std::error_code whyUnlisted(const std::filesystem::path& folder);
+
+}  // namespace tapcore

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "core/foundation/descriptor.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
+
+namespace tapcore {
+
+/// A folder held open. What is read below it is below it, whatever is renamed or linked meanwhile: each step
+/// of a path is opened in the folder that the step before it gave, and none of them may be a link.
+class HeldFolder {
+  public:
+    /// Opens a folder by a name that may lead through links. What cannot be opened reads as missing.
+    explicit HeldFolder(const std::filesystem::path& folder);
+
+    /// A folder below this one; `path` has plain names alone.
+    HeldFolder folder(const std::filesystem::path& path) const;
+
+    FolderListing list() const;
+
+    enum class Kind { none, file, link };
+    /// What an entry is: `none` for all else, and for what is not there.
+    Kind kindOf(const std::string& name) const;
+
+    /// A file below this one, as `readStoredFile`.
+    FileRead read(const std::filesystem::path& path) const;
+
+  private:
+    explicit HeldFolder(Descriptor opened) : opened_(std::move(opened)) {}
+    Descriptor open(const std::filesystem::path& path, int flags) const;
+
+    Descriptor opened_;
+};
+
+}  // namespace tapcore
