@@ -210,10 +210,11 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
     LongWork work("summing months");
     tapcore::FileProblems problems;
     work.requireDone(locked.store.refreshRollups(now, work.progress(), &problems));
+    const std::size_t months = own(locked.store).names(tapcore::monthsFolder, &problems).size();
     complainOf(problems);
     if (!problems.empty()) throw Failure(locked.store.base().string(), "not all months are up to date");
     print(fmt::format("{}: {} up to date\n", harmlessLine(locked.store.base().string()),
-                      counted(own(locked.store).names(tapcore::monthsFolder).size(), "month", "months")));
+                      counted(months, "month", "months")));
 }
 
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
