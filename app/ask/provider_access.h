@@ -9,6 +9,7 @@
 #include "app/ask/http_client.h"
 #include "app/common/program.h"
 #include "core/assistant/assistant_wire.h"
+#include "core/foundation/characters.h"
 #include "core/words/words.h"
 
 namespace tappora {
@@ -18,8 +19,8 @@ using tapcore::AssistantWire::Provider;
 /// A provider refused a request. `what()` is what the user is told; never a part of a key.
 class Refused : public std::runtime_error {
   public:
-    Refused(const std::string& text, std::string replyBody)
-        : std::runtime_error(text), body(std::move(replyBody)) {}
+    Refused(std::string_view text, std::string replyBody)
+        : std::runtime_error(tapcore::withVisibleNuls(text)), body(std::move(replyBody)) {}
 
     std::string body;  ///< of the reply, as it came
 };

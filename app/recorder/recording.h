@@ -6,9 +6,11 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/recorder/input_device.h"
+#include "core/foundation/characters.h"
 
 namespace tappora {
 
@@ -36,7 +38,8 @@ struct Recording {
 /// A line of a recording that cannot be read. The rest of it would be counted wrong, so none of it is.
 class RecordingError : public std::runtime_error {
   public:
-    RecordingError(std::size_t line, const std::string& why) : std::runtime_error(why), line_(line) {}
+    RecordingError(std::size_t line, std::string_view why)
+        : std::runtime_error(tapcore::withVisibleNuls(why)), line_(line) {}
 
     std::size_t line() const { return line_; }  ///< from 1
 

@@ -5,12 +5,14 @@
 #include <string>
 #include <string_view>
 
+#include "core/foundation/characters.h"
+
 namespace tapcore {
 
 /// XML that is not what was wanted. `what()` says where and why: "line 3, column 7: no attribute \"index\"".
 class XmlError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit XmlError(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
 };
 
 /// Throws XmlError about a byte of a text; columns count characters of the line, in scalars.
