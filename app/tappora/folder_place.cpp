@@ -146,7 +146,7 @@ void shareFolder(const FolderOptions& options, const Environment& environment) {
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
     using tapcore::MacFolder::Adoption;
     if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
-    const tapcore::Day now = today(options, environment, tapcore::Calendar(environment.zone));
+    const tapcore::Day now = today(options, environment, environment.calendar);
     const LockedStore locked(options, environment);
     const Store& store = locked.store;
     LongWork work("taking over");

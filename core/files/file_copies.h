@@ -29,8 +29,8 @@ std::string copyName(std::string_view name, std::string_view extension);
 
 /// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included; and
 /// last, when it cannot be read, the note that says which of them are merged. One that is only there as a
-/// placeholder of iCloud Drive is unreadable, as FolderError::notHereYet, and `fetch` is told of it, when it is
-/// given. With a listing of the folder, only what that lists is looked for.
+/// placeholder of iCloud Drive is unreadable, as FolderError::notHereYet, and `fetch` is told of it, when it
+/// is given. With a listing of the folder, only what that lists is looked for.
 std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name,
                                  FileFormat format, const CloudFetch& fetch = {},
                                  const DataListing* listing = nullptr);
