@@ -1,5 +1,6 @@
 #include "app/common/widget_file.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "app/common/board_counts.h"
@@ -55,6 +56,11 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
                             &board, language, language, calendar);
     snapshot.mapColor = chosenColor(std::nullopt, environment);
     return snapshot;
+}
+
+bool showsNothing(const WidgetSnapshot& snapshot) {
+    return snapshot.today == 0 && std::all_of(snapshot.week.begin(), snapshot.week.end(),
+                                              [](const auto& day) { return day.keystrokes == 0; });
 }
 
 void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environment) try {

@@ -21,6 +21,9 @@ std::filesystem::path widgetFile(const Environment& environment);
 tapcore::WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,
                                        tapcore::FileProblems* problems);
 
+/// Whether it has no keystroke: with problems of reading, that is no answer.
+bool showsNothing(const tapcore::WidgetSnapshot& snapshot);
+
 /// Writes it whole to the widgets' file, unless that holds the same already. Failure, naming the file, when
 /// it cannot be written.
 void writeWidgetFile(const tapcore::WidgetSnapshot& snapshot, const Environment& environment);

@@ -68,7 +68,11 @@ std::function<void()> widgetUpdater(const FolderOptions& folder, const Environme
     return [=, wasTold = false]() mutable {
         const Environment current = atThisMoment(environment);
         try {
-            writeWidgetFile(widgetSnapshot(folder, current, nullptr), current);
+            tapcore::FileProblems problems;
+            const auto snapshot = widgetSnapshot(folder, current, &problems);
+            if (!problems.empty() && showsNothing(snapshot))
+                throw Failure(problems.front().path.string(), problems.front().why);
+            writeWidgetFile(snapshot, current);
         } catch (const std::exception& error) {
             if (!std::exchange(wasTold, true))
                 tell(std::string("the widgets stay as they are: ") + error.what());
