@@ -50,6 +50,7 @@ void FolderWriter::holdDays() {
     if (::access(days().c_str(), W_OK | X_OK) < 0)
         throw fs::filesystem_error("cannot write", days(), {errno, std::generic_category()});
     recording_.reset();
+    heldDays_ = HeldFolder();  // nothing is written before the new lock is had
     recording_ = tryLockForRecording(environment_, days());
     if (!recording_) throw Failure(store_.root.string(), "another recorder is counting into it");
     heldDays_ = HeldFolder(days());
@@ -95,6 +96,7 @@ void FolderWriter::write(const tapcore::Day& day, const DayCounts& counts, Wait 
         requireFolder();
         const auto locked = lock(wait);
         if (!locked) throw Failure(store_.root.string(), "another program is writing in it");
+        requireFolder();  // the lock may have been waited for
         storeNow().add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options_.board,
                        options_.layout, day);
     });
@@ -116,6 +118,7 @@ void FolderWriter::tryRefreshing(Wait wait) {
     if (summedUpTo_ == now && !(oldestUnsummed_ && *oldestUnsummed_ < now)) return;
     const auto locked = lock(wait);
     if (!locked) return;
+    requireFolder();
     summedUpTo_ = now;
     oldestUnsummed_.reset();
     tapcore::FileProblems problems;

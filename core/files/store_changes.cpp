@@ -7,6 +7,7 @@
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
+#include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
 
 namespace tapcore {
@@ -139,14 +140,21 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
 void Store::resetPractice() const { doomed(base() / practiceFolder, isAnyDayName).remove(); }
 
 void Store::clearCounts() const {
-    remove({doomed(base() / daysFolder, isAnyDayName), doomed(base() / monthsFolder, isMonthName)});
+    const std::vector<Doomed> counts = {doomed(base() / daysFolder, isAnyDayName),
+                                        doomed(base() / monthsFolder, isMonthName)};
+    TakenNote::forget(base());
+    remove(counts);
 }
 
 void Store::clearAll() const {
-    remove({doomed(base() / daysFolder, isAnyDayName), doomed(base() / monthsFolder, isMonthName),
-            doomed(base() / practiceFolder, isAnyDayName), doomed(base() / reportsFolder, isAnyName),
-            doomed(base() / assistantFolder, isAnyName),
-            doomed(base() / assistantFolder / "history", isAnyName)});
+    const std::vector<Doomed> all = {doomed(base() / daysFolder, isAnyDayName),
+                                     doomed(base() / monthsFolder, isMonthName),
+                                     doomed(base() / practiceFolder, isAnyDayName),
+                                     doomed(base() / reportsFolder, isAnyName),
+                                     doomed(base() / assistantFolder, isAnyName),
+                                     doomed(base() / assistantFolder / "history", isAnyName)};
+    TakenNote::forget(base());
+    remove(all);
 }
 
 }  // namespace tapcore

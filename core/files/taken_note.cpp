@@ -12,6 +12,7 @@
 #include "core/foundation/descriptor.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 #include "core/foundation/retrying.h"
 
 namespace tapcore {
@@ -116,6 +117,15 @@ Written TakenNote::putInPlace(const std::string& key) const {
 }
 
 void TakenNote::remove() const { removeFile(path_); }
+
+void TakenNote::forget(const fs::path& folder) {
+    const std::string note = ".adopting";
+    const FolderListing listing = listFolder(folder);
+    if (listing.status == FolderListing::Status::unreadable)
+        throw fs::filesystem_error("cannot list", folder, listing.error);
+    for (const std::string& name : listing.names)
+        if (name == note || name.starts_with(note + ".")) removeFile(folder / name);
+}
 
 fs::path TakenNote::hidden(const std::string& key) const { return folder_ / (".adopting." + hexDigest(key)); }
 

@@ -40,6 +40,10 @@ class TakenNote {
 
     void remove() const;
 
+    /// Removes the note of a folder, whatever is taken over, and the days that wait for their place: what is
+    /// cleared does not come back, and another adoption takes all days again.
+    static void forget(const std::filesystem::path& folder);
+
   private:
     struct Taken {
         std::string text;   ///< its digest

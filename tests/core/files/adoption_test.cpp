@@ -123,6 +123,16 @@ TEST_F(AdoptionTest, NamesWhatItCannotTakeAndTakesItLater) {
     EXPECT_EQ(total(day), 2);
 }
 
+TEST_F(AdoptionTest, TakesAllDaysAgainOnceCountsWereCleared) {
+    old.put("days/2026-09-20.org", counting(2));
+    fs::create_symlink("/etc/passwd", old / "days/2026-09-21.org");
+    EXPECT_EQ(adopt(), Adoption::incomplete);
+    store.clearCounts();
+    fs::remove(old / "days/2026-09-21.org");
+    EXPECT_EQ(adopt(), Adoption::done);
+    EXPECT_EQ(total(day), 2);
+}
+
 TEST_F(AdoptionTest, SaysWhenADayHasChangedSinceItWasTaken) {
     old.put("days/2026-09-20.org", counting(100));
     old.put("days/.2026-09-21.org.icloud", "");
