@@ -33,14 +33,19 @@ struct BoardDraft {
     static constexpr std::size_t mostKeys = 1000;
     /// Keys must lie within so many units of the origin, and be no larger.
     static constexpr double furthest = 1000;
+    /// Rows and columns of the matrix are 0 to this.
+    static constexpr std::int64_t lastInMatrix = 65535;
 
     std::string name = {};
     std::string maker = {};
     std::vector<DraftKey> keys = {};
     /// What of the file is not among the keys, and why, one sentence each.
     std::vector<std::string> dropped = {};
-    bool lostKeys = false;                          ///< whether what was dropped had a place on the board
-    std::string layout = {};                        ///< of QMK files: the layout that was read
+    bool lostKeys = false;    ///< whether what was dropped had a place on the board
+    std::string layout = {};  ///< of QMK files: the layout that was read
+    /// The names that keymaps have for that layout: its own, its aliases, and LAYOUT where it is the only
+    /// one.
+    std::vector<std::string> layoutNames = {};
     std::optional<std::size_t> layoutKeys = {};     ///< how many keys that layout has, encoders with them
     std::optional<std::size_t> matrixColumns = {};  ///< how many columns the matrix has, where told
 

@@ -38,6 +38,21 @@ std::string chosenName(const JsonValue& info, const std::vector<std::string>& na
                            : "layouts: choose one of them with --layout: " + joined(names));
 }
 
+/// The names that keymaps have for a layout.
+std::vector<std::string> namesOf(const std::string& chosen, const JsonValue& info,
+                                 const std::vector<std::string>& layouts) {
+    std::vector<std::string> names = {chosen};
+    if (layouts.size() == 1) names.emplace_back("LAYOUT");
+    const auto isLayout = [&](const std::string& name) {
+        return std::find(layouts.begin(), layouts.end(), name) != layouts.end();
+    };
+    if (const auto aliases = info.optionalMember("layout_aliases"))
+        aliases->forEachMember([&](const std::string& name, const JsonValue& layout) {
+            if (layout.raw() == chosen && !isLayout(name)) names.push_back(name);
+        });
+    return names;
+}
+
 double number(const JsonValue& key, std::string_view name, double otherwise) {
     return key.optionalMember(name, &JsonValue::number).value_or(otherwise);
 }
@@ -54,10 +69,17 @@ Board::Key placed(const JsonValue& json) {
     return key;
 }
 
+std::int64_t inMatrix(const JsonValue& json) {
+    const std::int64_t number = json.integer();
+    if (number < 0 || number > BoardDraft::lastInMatrix)
+        json.fail("not from 0 to " + std::to_string(BoardDraft::lastInMatrix));
+    return number;
+}
+
 std::optional<std::pair<std::int64_t, std::int64_t>> matrixPlace(const JsonValue& key) {
     const auto matrix = key.optionalMember("matrix");
     if (!matrix || !matrix->raw().is_array() || matrix->size() != 2) return std::nullopt;
-    return std::pair(matrix->element(0).integer(), matrix->element(1).integer());
+    return std::pair(inMatrix(matrix->element(0)), inMatrix(matrix->element(1)));
 }
 
 /// How many columns the matrix has: as many as its pins, or as the keys of all layouts use.
@@ -97,6 +119,7 @@ BoardDraft readFirmwareBoard(const JsonValue& info, const std::optional<std::str
     const std::string chosen = chosenName(info, names, layout);
     BoardDraft draft;
     draft.layout = chosen;
+    draft.layoutNames = namesOf(chosen, info, names);
     draft.matrixColumns = matrixColumns(info);
     draft.name = info.optionalMember("keyboard_name", &JsonValue::string).value_or("");
     draft.maker = info.optionalMember("manufacturer", &JsonValue::string).value_or("");

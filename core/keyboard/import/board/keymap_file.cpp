@@ -85,6 +85,10 @@ class MatrixWords {
 void checkLayout(const BoardDraft& draft, const Keymap& keymap) {
     if (!draft.layoutKeys)
         throw KeymapError("goes with QMK's info.json or keyboard.json, which tells the order of its keys");
+    const auto& names = draft.layoutNames;
+    if (!keymap.layout.empty() && std::find(names.begin(), names.end(), keymap.layout) == names.end())
+        throw KeymapError("belongs to another layout: " + keymap.layout + ", but " + draft.layout +
+                          " was read; choose the layout with --layout");
     const std::size_t count = keymap.rows[0].size();
     if (count != *draft.layoutKeys)
         throw KeymapError("belongs to another layout: " + keys(count) + ", but " + draft.layout + " has " +
@@ -116,6 +120,7 @@ void exchangeIsoKeys(std::vector<DraftKey>& keys) {
 }  // namespace
 
 Keymap readKeymap(std::string_view text) {
+    if (text.size() > largestKeymap) throw KeymapError("larger than 1 MiB, which no keymap is");
     if (isKeymapSource(text)) return readKeymapSource(text);
     try {
         return readDocument(text);

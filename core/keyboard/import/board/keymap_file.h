@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@
 #include "core/keyboard/import/board/board_draft.h"
 
 namespace tapcore {
+
+/// Larger keymap files are refused.
+constexpr std::size_t largestKeymap = std::size_t{1} << 20;
 
 /// The base layer of a keymap that firmware or its editors saved: a word for each key ("KC_A", "MO(1)").
 struct Keymap {
@@ -35,7 +39,7 @@ class KeymapError : public std::runtime_error {
 Keymap readKeymap(std::string_view text);
 
 /// Tells each key of a draft what the keymap says of it. Throws KeymapError when the draft's file does not
-/// tell the order of the keymap's words, or has another number of keys.
+/// tell the order of the keymap's words, has another number of keys, or was read with another layout.
 void applyKeymap(BoardDraft& draft, const Keymap& keymap);
 
 }  // namespace tapcore

@@ -49,12 +49,17 @@ std::string keys(std::size_t count) { return std::to_string(count) + (count == 1
 std::optional<std::size_t> matrixColumns(const JsonValue& definition) {
     const auto matrix = definition.optionalMember("matrix");
     const auto columns = matrix ? matrix->optionalMember("cols", &JsonValue::integer) : std::nullopt;
-    return columns && *columns > 0 ? std::optional(static_cast<std::size_t>(*columns)) : std::nullopt;
+    return columns && *columns > 0 && *columns <= BoardDraft::lastInMatrix + 1
+               ? std::optional(static_cast<std::size_t>(*columns))
+               : std::nullopt;
 }
+
+bool isInMatrix(std::int64_t number) { return number >= 0 && number <= BoardDraft::lastInMatrix; }
 
 /// Names the key by its place in the matrix, and leaves it without legends.
 void nameByMatrix(DraftKey& key) {
-    key.matrix = pairIn(key.legends, matrixLegend);
+    const auto place = pairIn(key.legends, matrixLegend);
+    if (place && isInMatrix(place->first) && isInMatrix(place->second)) key.matrix = place;
     if (const auto& matrix = key.matrix)
         key.place = "matrix " + std::to_string(matrix->first) + "," + std::to_string(matrix->second);
     key.legends.clear();

@@ -44,6 +44,12 @@ constexpr std::string_view savedByVial = R"keymap({"version": 1, "uid": 17340026
     [["KC_Q", "LSFT_T(KC_A)"], [-1, "LT1(KC_SPC)"], ["KC_SCLN", "KC_P"], [-1, "MO(1)"]], [[]]], "encoder_layout": []
 })keymap";
 
+std::string many(std::string_view text, std::size_t times) {
+    std::string all;
+    while (times-- > 0) all += text;
+    return all;
+}
+
 BoardImport imported(std::string_view board, std::string_view keymap) {
     return importBoard(board, {}, {.keymap = readKeymap(keymap)});
 }
@@ -70,15 +76,18 @@ TEST(Keymap, OfEachKindTellsWhatTheKeysSend) {
 
 TEST(Keymap, SaysWhyItDoesNotBelongToTheBoard) {
     const struct {
-        std::string_view board, keymap, why;
+        std::string_view board;
+        std::string keymap;
+        std::string_view why;
     } cases[] = {
         {firmware, R"({"layout": "LAYOUT", "layers": [["KC_A"]]})",
          "belongs to another layout: 1 key, but LAYOUT has 6"},
-        {via, keymapJson, "goes with QMK's info.json or keyboard.json, which tells the order of its keys"},
-        {"[['A']]", savedByVial,
+        {via, std::string(keymapJson),
+         "goes with QMK's info.json or keyboard.json, which tells the order of its keys"},
+        {"[['A']]", std::string(savedByVial),
          "goes with a VIA definition or QMK's info.json, which tell the places in the matrix"},
         {via, R"({"layers": [["KC_A"]]})", "belongs to another board: 1 key, which are no rows of 2"},
-        {via, firmware,
+        {via, std::string(firmware),
          "the document: this describes a board; a keymap has \"layers\", or is a keymap.c or a .vil file"},
         {via, "[]", "the document: not a keymap"},
         {via, R"({"layers": []})", "layers: has too few elements"},
@@ -86,12 +95,89 @@ TEST(Keymap, SaysWhyItDoesNotBelongToTheBoard) {
         {via, "int main() {}", "not a keymap: neither JSON nor C with an array keymaps"},
         {via, "keymaps[] = {[0] = LAYOUT(KC_A", "a bracket of the keymap is not closed"},
         {via, R"({"layout": [[]]})", "belongs to another board: it has none of the keys of this one"},
+        {firmware, "keymaps[] = {[_FN] = LAYOUT(KC_1)}",
+         "cannot tell which layer is the base; save the keymap as keymap.json"},
+        {firmware, "#ifdef A\n#define B 0\n#else\n#define B 1\n#endif\nkeymaps[] = {[B] = LAYOUT(KC_1)}",
+         "cannot tell which layer is the base; save the keymap as keymap.json"},
+        {firmware, "enum {\n#ifdef A\n_FN,\n#endif\n_BASE};keymaps[] = {[_BASE] = LAYOUT(KC_1)}",
+         "cannot tell which layer is the base; save the keymap as keymap.json"},
+        {firmware, "keymaps[] = {\n#if A\n[0] = LAYOUT(KC_1)\n#else\n[0] = LAYOUT(KC_2)\n#endif\n};",
+         "has conditions, such as #if; save the keymap as keymap.json"},
+        {firmware, "#if A\nkeymaps[] = {LAYOUT(KC_1)};\n#else\nkeymaps[] = {LAYOUT(KC_2)};\n#endif",
+         "has the array keymaps twice; save the keymap as keymap.json"},
+        {firmware, "#define B 0\nkeymaps[] = {[0] = LAYOUT(KC_1), [B] = LAYOUT(KC_2)}",
+         "has layer 0 twice; save the keymap as keymap.json"},
+        {firmware, "keymaps[] = {LAYOUT_split(KC_A)}",
+         "belongs to another layout: LAYOUT_split, but LAYOUT was read; choose the layout with --layout"},
+        {firmware, many("enum{", 80'000), "not a keymap: neither JSON nor C with an array keymaps"},
+        {firmware, many("keymaps[", 80'000), "not a keymap: neither JSON nor C with an array keymaps"},
+        {firmware, many(" ", (1 << 20) + 1), "larger than 1 MiB, which no keymap is"},
+        {firmware, "#define A A,A,A,A,A,A,A,A\nkeymaps[] = {LAYOUT(A)}",
+         "its definitions make more than 1 MiB of keys"},
+        {firmware, "int mykeymaps[] = {1}; keymaps = {1}; extern keymaps[];",
+         "not a keymap: neither JSON nor C with an array keymaps"},
         {via, "keymaps[] = {1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6}",
          "more than 32 layers, which the firmware cannot have"},
         {via, "keymaps[] = {}", "the array keymaps is empty"},
     };
     for (const auto& [board, keymap, why] : cases)
-        EXPECT_EQ(messageOf<KeymapError>([&] { imported(board, keymap); }), why) << keymap;
+        EXPECT_EQ(messageOf<KeymapError>([&] { imported(board, keymap); }), why) << keymap.substr(0, 200);
+}
+
+TEST(Keymap, InCHasTheBaseLayerThatTheCompilerWouldFind) {
+    const std::string layers = " keymaps[] = {[_FN] = LAYOUT(KC_1, KC_2), [_BASE] = LAYOUT(KC_A, KC_B)};";
+    const std::string cases[] = {
+        "enum layers { _FN = 1, _BASE = 0 };" + layers,
+        "enum { _UP = -1, _BASE, _FN };" + layers,
+        "enum { _FN = 0x1u }; enum { _BASE = (0) };" + layers,
+        "#define NONE (0)\n#define _BASE NONE\n#define _FN 1\n" + layers,
+        "#define FIRST 0\nenum layers : char { _BASE = FIRST, _FN };" + layers,
+        "int mykeymaps[] = {1}; f(keymaps[0]); enum { _BASE, _FN };" + layers,
+        "keymaps[] = {[1] = LAYOUT(KC_1, KC_2), LAYOUT(KC_3, KC_4), [0] = LAYOUT(KC_A, KC_B)};",
+        "#define _ROW_ KC_A, \\\n  KC_B\nkeymaps[] = {LAYOUT(_ROW_)};",
+        "#define A (KC_A)\r\n#define _ROW_ \\\r\n A, KC_B\r\nkeymaps[] = {LAYOUT(_ROW_)};",
+        "#define wrapped(...) LAYOUT(__VA_ARGS__)\nkeymaps[] = {wrapped(KC_A, KC_B)};",
+        "#error don't\nkeymaps[] = {LAYOUT(KC_A, KC_B)};",
+    };
+    for (const std::string& source : cases) {
+        const Keymap keymap = readKeymap(source);
+        EXPECT_EQ(keymap.layout, "LAYOUT") << source;
+        EXPECT_THAT(keymap.rows, ElementsAre(ElementsAre("KC_A", "KC_B"))) << source;
+    }
+}
+
+TEST(Keymap, IsForALayoutOrAnAliasOfIt) {
+    const std::string board = R"({"layout_aliases": {"LAYOUT_old": "LAYOUT_a"}, "layouts": {
+        "LAYOUT_a": {"layout": [{"x": 0, "y": 0}]}, "LAYOUT_b": {"layout": [{"x": 0, "y": 0}]}}})";
+    const auto why = [&](const std::string& layout) {
+        const std::string keymap = R"({"layers": [["KC_A"]], "layout": ")" + layout + "\"}";
+        return messageOf<KeymapError>(
+            [&] { importBoard(board, {}, {.layout = "LAYOUT_a", .keymap = readKeymap(keymap)}); });
+    };
+    EXPECT_EQ(why("LAYOUT_a"), "");
+    EXPECT_EQ(why("LAYOUT_old"), "");
+    for (const std::string other : {"LAYOUT_b", "LAYOUT"})
+        EXPECT_EQ(why(other), "belongs to another layout: " + other +
+                                  ", but LAYOUT_a was read; choose the layout with --layout");
+    EXPECT_EQ(
+        imported(R"({"layouts": {"LAYOUT_a": {"layout": [{"x": 0, "y": 0}]}}})", "keymaps[] = {LAYOUT(KC_A)}")
+            .board.keys[0]
+            .keyCode,
+        0);
+}
+
+TEST(Keymap, CannotReachPastTheMatrix) {
+    for (const std::string place : {"[9223372036854775807, 0]", "[0, 65536]"})
+        EXPECT_EQ(messageOf<std::exception>([&] {
+                      imported(
+                          R"({"layouts": {"L": {"layout": [{"x": 0, "y": 0, "matrix": )" + place + "}]}}}",
+                          savedByVia);
+                  }).substr(0, 25),
+                  "layouts.L.layout[0].matri");
+    for (const std::string_view board :
+         {R"({"matrix": {"cols": 2}, "layouts": {"keymap": [["9223372036854775807,1"]]}})",
+          R"({"matrix": {"cols": 9223372036854775807}, "layouts": {"keymap": [["9,1"]]}})"})
+        EXPECT_NE(messageOf<KeymapError>([&] { imported(board, R"({"layers": [[]]})"); }), "") << board;
 }
 
 TEST(Keymap, OfAnIsoBoardHasItsTwoKeysWhereMacsHaveThem) {
