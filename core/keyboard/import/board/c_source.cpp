@@ -12,6 +12,9 @@ namespace {
 /// The most steps from a name to what it stands for, so that a circle of names ends.
 constexpr int mostSteps = 8;
 
+/// What is longer is neither a name nor a number, and is not read again for each use.
+constexpr std::size_t longestName = 256;
+
 constexpr std::int64_t largestNumber = 65535;
 
 /// A line that ends with a backslash goes on in the next one.
@@ -193,6 +196,7 @@ std::string CSource::replaced(std::string_view name) const {
     for (int step = 0; step < mostSteps; ++step) {
         const auto defined = defines.find(word);
         if (defined == defines.end() || defined->second.empty()) break;
+        if (defined->second.size() > longestName) break;
         word = withoutBrackets(defined->second);
     }
     return std::string(word);
