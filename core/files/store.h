@@ -145,7 +145,7 @@ class Store {
     /// is not here yet, cannot be read, or has counts too large to be added up; it is named in `problems`.
     bool rebuildRollup(std::string_view month, const Day& today, FileProblems* problems = nullptr) const;
     /// Whether this machine's rollup of a month is missing, does not list exactly the month's own days before
-    /// `today`, or is older than one of their files.
+    /// `today`, or may be older than one of their files.
     bool isOutOfDate(std::string_view month, const Day& today) const;
     /// Rebuilds this machine's rollups that are out of date and removes those of months without days. False
     /// when it was interrupted. What keeps a month from being summed is named in `problems`.

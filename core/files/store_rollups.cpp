@@ -25,7 +25,7 @@ struct StoredRollup {
 };
 
 /// The rollup in one folder. Of two formats the one written counts: they are one rollup. One whose counts
-/// cannot be added up reads as empty: it is made anew from its days.
+/// cannot be added up reads as empty: it is made again from its days.
 std::optional<StoredRollup> storedAmong(const std::vector<FileCopy>& copies, FileProblems* problems) {
     for (const FileCopy& copy : copies) {
         if (copy.file.status == FileRead::Status::read) {
@@ -83,11 +83,18 @@ bool lists(const MonthRollup& rollup, const FilesByDay& files) {
         [](const MonthRollup::DayLine& line, const auto& item) { return line.day == item.first; });
 }
 
+/// Whether a file may have changed since its month was summed: one that does not say when it was written may.
+/// A placeholder says nothing, and what it stands for was summed when it was here.
+bool mayBeNewer(const ListedFile& file, const FolderTimes& days, std::chrono::nanoseconds rollup) {
+    if (!file.isHere) return false;
+    const auto written = days.lastWritten(file.fileName());
+    return !written || *written > rollup;
+}
+
 bool hasNewer(const FilesByDay& files, const FolderTimes& days, std::chrono::nanoseconds rollup) {
     for (const auto& [day, copies] : files)
         for (const ListedFile& file : copies)
-            if (const auto written = days.lastWritten(file.fileName()); written && *written > rollup)
-                return true;
+            if (mayBeNewer(file, days, rollup)) return true;
     return false;
 }
 

@@ -73,7 +73,7 @@ class FolderTimes {
   public:
     explicit FolderTimes(const std::filesystem::path& folder);
 
-    /// Since 1970; nothing when there is no such file.
+    /// Since 1970; nothing when the file is not there, or does not say.
     std::optional<std::chrono::nanoseconds> lastWritten(const std::string& name) const;
 
   private:

@@ -70,6 +70,15 @@ TEST_F(RollupTest, IsRebuiltWhenADayComesGoesOrChanges) {
     EXPECT_FALSE(store.isOutOfDate("2026-09", today));
 }
 
+TEST_F(RollupTest, IsOutOfDateWhereADayDoesNotSayWhenItWasWrittenAndNotWhereItIsAway) {
+    store.refreshRollups(today);
+    std::filesystem::remove(folder / "days/2026-09-21.org");
+    folder.put("days/.2026-09-21.org.icloud", "");
+    EXPECT_FALSE(store.isOutOfDate("2026-09", today));
+    std::filesystem::create_symlink("2026-09-21.org", folder / "days/2026-09-21.org");
+    EXPECT_TRUE(store.isOutOfDate("2026-09", today));
+}
+
 TEST_F(RollupTest, OfAMonthWithoutDaysIsRemovedAndNothingElseIs) {
     for (const char* name : {"months/2026-01.org", "months/2026-01.md", "months/notes.md",
                              "months/2026-00.md", "months/2026-+9.org", "months/+026-09.md"})
