@@ -76,7 +76,7 @@ FolderLock lockData(const FolderOptions& options, const Environment& environment
     return lock;
 }
 
-/// Whether a folder is shared; Failure when that cannot be told, lest its top be taken for this machine's
+/// Whether a folder is shared; Failure when that cannot be told: its top might be taken for this machine's
 /// own.
 bool isShared(const fs::path& root) {
     tapcore::FileProblems problems;
@@ -86,11 +86,19 @@ bool isShared(const fs::path& root) {
     return shared;
 }
 
+using ReadConfig = tapcore::FolderConfig (*)(const fs::path& root);
+
 /// The sub-folder that bears this machine's mark, if it has one there already.
 std::optional<std::string> ownSubfolder(const fs::path& root, const Environment& environment) {
     if (!isShared(root)) return std::nullopt;
     Settings settings = Settings::read(environment);
     return tapcore::MacFolder::find(root, Machine::of(settings).id);
+}
+
+Store opened(const FolderOptions& options, const Environment& environment, ReadConfig readConfig) {
+    const FolderChoice choice = chooseFolder(options, environment);
+    requireFolder(choice);
+    return {choice.root, readConfig(choice.root).format, ownSubfolder(choice.root, environment)};
 }
 
 }  // namespace
@@ -134,16 +142,14 @@ FolderChoice chooseFolder(const Settings& settings, const Environment& environme
 }
 
 Store openStore(const FolderOptions& options, const Environment& environment) {
-    const FolderChoice choice = chooseFolder(options, environment);
-    requireFolder(choice);
-    return {choice.root, tapcore::FolderConfig::read(choice.root).format,
-            ownSubfolder(choice.root, environment)};
+    return opened(options, environment,
+                  [](const fs::path& root) { return tapcore::FolderConfig::read(root); });
 }
 
 LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share,
                          const Tell& tell)
     : lock(lockData(options, environment, share, tell)),
-      store(openStore(options, environment).telling(complainOnce(tell))) {
+      store(opened(options, environment, tapcore::FolderConfig::readToChange).telling(complainOnce(tell))) {
     if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell);
     const auto told = [&](const tapcore::Written& unsafe) { store.settle(unsafe); };
@@ -183,9 +189,9 @@ std::string described(const tapcore::FileProblem& problem) {
     return harmlessLine(fmt::format("{}{}: {}", problem.path.string(), line, problem.why));
 }
 
-void complainOf(const tapcore::FileProblems& problems) {
+void complainOf(const tapcore::FileProblems& problems, const Tell& tell) {
     for (auto problem = problems.begin(); problem != problems.end(); ++problem)
-        if (std::find(problems.begin(), problem, *problem) == problem) complain(described(*problem));
+        if (std::find(problems.begin(), problem, *problem) == problem) tell(described(*problem));
 }
 
 void requireAnswer(const tapcore::FileProblems& problems, bool isEmpty) {

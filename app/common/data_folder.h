@@ -56,7 +56,8 @@ tapcore::Store openStore(const FolderOptions& options, const Environment& enviro
 /// The data folder opened for writing, made when missing, and its writing lock, which is waited for and held.
 /// A folder that was named must exist. In a folder that is shared, or made so by `share`, this machine's
 /// sub-folder is found by its marker or made; the machine's id is kept in the settings. UsageError, before
-/// anything is made, when --today names no day. What the store writes and is not yet safe from a power cut is
+/// anything is made, when --today names no day; filesystem_error when the folder's settings cannot be read,
+/// which say in what format to write. What the store writes and is not yet safe from a power cut is
 /// warned of once.
 struct LockedStore {
     LockedStore(const FolderOptions& options, const Environment& environment, bool share = false,
@@ -81,8 +82,8 @@ tapcore::Day parseDay(std::string_view what, std::string_view text);
 /// The format that an option names: UsageError naming both when it is none.
 tapcore::FileFormat parseFormat(std::string_view what, std::string_view text);
 
-/// Prints each problem as a warning, once: "PATH:LINE: WHY".
-void complainOf(const tapcore::FileProblems& problems);
+/// Tells each problem, once: "PATH:LINE: WHY".
+void complainOf(const tapcore::FileProblems& problems, const Tell& tell = complain);
 
 /// The same behind an answer: where that is empty since nothing could be read, the first problem is a
 /// Failure.

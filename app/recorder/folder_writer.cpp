@@ -40,7 +40,7 @@ fs::path FolderWriter::days() const { return store_.base() / "days"; }
 void FolderWriter::hold() {
     naming([&] {
         store_.settle(tapcore::makeFolders(days()));
-        base_ = HeldFolder(store_.base());
+        base_ = KnownFolder(store_.base());
         holdDays();
     });
 }
@@ -50,10 +50,10 @@ void FolderWriter::holdDays() {
     if (::access(days().c_str(), W_OK | X_OK) < 0)
         throw fs::filesystem_error("cannot write", days(), {errno, std::generic_category()});
     recording_.reset();
-    heldDays_ = HeldFolder();  // nothing is written before the new lock is had
+    heldDays_ = KnownFolder();  // nothing is written before the new lock is had
     recording_ = tryLockForRecording(environment_, days());
     if (!recording_) throw Failure(store_.root.string(), "another recorder is counting into it");
-    heldDays_ = HeldFolder(days());
+    heldDays_ = KnownFolder(days());
 }
 
 /// What is held may be gone, and something else may have its name: a mount point shows the folder below.
@@ -63,7 +63,7 @@ void FolderWriter::requireFolder() {
     if (!base_.isAt(base)) {
         if (!tapcore::isThere(base)) throw Failure(base.string(), "the folder is gone");
         if (!isOurs(base)) throw Failure(base.string(), "another folder has taken its place");
-        base_ = HeldFolder(base);
+        base_ = KnownFolder(base);
     }
     if (!heldDays_.isAt(days())) holdDays();
 }
@@ -83,10 +83,12 @@ std::optional<FolderLock> FolderWriter::lock(Wait wait) const {
     return tryLockForWriting(environment_, store_.root);
 }
 
-/// `folder convert` may have given the folder another format meanwhile.
+/// `folder convert` may have given the folder another format meanwhile. Where the format cannot be read,
+/// nothing is written.
 tapcore::Store FolderWriter::storeNow() const {
     tapcore::Store store = store_;
-    store.format = options_.format ? *options_.format : tapcore::FolderConfig::read(store.root).format;
+    store.format =
+        options_.format ? *options_.format : tapcore::FolderConfig::readToChange(store.root).format;
     return store;
 }
 
@@ -108,8 +110,13 @@ void FolderWriter::refreshMonths(Wait wait) {
     try {
         naming([&] { tryRefreshing(wait); });
     } catch (const std::exception& error) {
-        tell_(std::string("the months are not summed: ") + error.what());
+        tellOfMonths(std::string("the months are not summed: ") + error.what());
     }
+}
+
+/// What fails is tried again with every minute, and told once.
+void FolderWriter::tellOfMonths(const std::string& problem) {
+    if (toldOfMonths_.insert(problem).second) tell_(problem);
 }
 
 void FolderWriter::tryRefreshing(Wait wait) {
@@ -119,11 +126,13 @@ void FolderWriter::tryRefreshing(Wait wait) {
     const auto locked = lock(wait);
     if (!locked) return;
     requireFolder();
-    summedUpTo_ = now;
-    oldestUnsummed_.reset();
     tapcore::FileProblems problems;
     storeNow().refreshRollups(now, {}, &problems);
-    for (const auto& problem : problems) tell_(described(problem));
+    for (const auto& problem : problems) tellOfMonths(described(problem));
+    if (!problems.empty()) return;
+    summedUpTo_ = now;
+    oldestUnsummed_.reset();
+    toldOfMonths_.clear();
 }
 
 }  // namespace tappora

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "app/common/data_folder.h"
@@ -9,7 +10,7 @@
 #include "app/common/program.h"
 #include "app/common/write_told.h"
 #include "app/recorder/day_book.h"
-#include "app/recorder/held_folder.h"
+#include "app/recorder/known_folder.h"
 #include "core/files/store.h"
 
 namespace tappora {
@@ -39,8 +40,8 @@ class FolderWriter {
     /// Adds counts to a day's file. What it throws means that it did not.
     void write(const tapcore::Day& day, const DayCounts& counts, Wait wait);
 
-    /// Takes the days that are over into their months, when there are new ones. What fails there is told, and
-    /// throws nothing: the counts are stored.
+    /// Takes the days that are over into their months, when there are new ones, or when that failed the last
+    /// time. What fails there is told once, and throws nothing: the counts are stored.
     void refreshMonths(Wait wait);
 
     const std::filesystem::path& root() const { return store_.root; }
@@ -54,17 +55,19 @@ class FolderWriter {
     bool isOurs(const std::filesystem::path& folder) const;
     tapcore::Store storeNow() const;
     void tryRefreshing(Wait wait);
+    void tellOfMonths(const std::string& problem);
 
     tapcore::Store store_;
     WritingOptions options_;
     Environment environment_;
     Tell tell_;
-    HeldFolder base_;
-    HeldFolder heldDays_;
+    KnownFolder base_;
+    KnownFolder heldDays_;
     std::optional<FolderLock> recording_;
     std::optional<tapcore::Day> lastWritten_;
     std::optional<tapcore::Day> oldestUnsummed_;
     std::optional<tapcore::Day> summedUpTo_;
+    std::set<std::string> toldOfMonths_;  ///< since they were summed last
 };
 
 /// Throws Failure for a day that no file can be named after: years have four digits.

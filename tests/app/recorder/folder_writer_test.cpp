@@ -6,6 +6,8 @@
 #include <string>
 
 #include "core/files/folder_config.h"
+#include "tests/support/environment.h"
+#include "tests/support/refused_locks.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tappora {
@@ -25,14 +27,15 @@ class Writer : public testing::Test {
     std::string told;
     FolderWriter writer = anotherWriter();
 
+    ~Writer() override { refusedLocks = RefusedLocks::none; }
+
     FolderWriter anotherWriter() {
         fs::create_directories(folder);
         WritingOptions options;
         options.folder = {.folder = folder.string(), .today = "2026-10-02"};
-        const auto nothing = [](const std::string&) { return std::nullopt; };
         return {{folder, tapcore::FileFormat::org},
                 options,
-                {.variable = nothing, .now = {}, .calendar = tapcore::Calendar("UTC")},
+                environmentWith({{"XDG_RUNTIME_DIR", disk / "run"}}),
                 [this](const std::string& text) { told += text; }};
     }
 
@@ -80,6 +83,24 @@ TEST_F(Writer, GoesOnInACopyAndIsTheOneRecorderThere) {
                 testing::ThrowsMessage<Failure>(testing::EndsWith("another recorder is counting into it")));
 }
 
+TEST_F(Writer, LooksAgainWhatFolderThereIsOnceItHasWaitedForTheLock) {
+    writer.hold();
+    duringNextLock = [&] {
+        fs::rename(folder, disk / "away");
+        fs::create_directories(folder);
+    };
+    EXPECT_EQ(press(), ": another folder has taken its place");
+    EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(Writer, IsNotInItsOwnWayWhereALockIsAFileOfTheFoldersName) {
+    refusedLocks = RefusedLocks::ofFolders;
+    writer.hold();
+    fs::rename(folder / "days", disk / "away");
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(stored(), 1);
+}
+
 TEST_F(Writer, WritesInTheFormatThatTheFolderHasNow) {
     writer.hold();
     EXPECT_EQ(press(), "");
@@ -90,6 +111,26 @@ TEST_F(Writer, WritesInTheFormatThatTheFolderHasNow) {
     EXPECT_TRUE(fs::exists(folder / "days/2026-09-20.md"));
     EXPECT_FALSE(fs::exists(folder / "days/2026-09-20.org"));
     EXPECT_EQ(stored(), 2);
+}
+
+TEST_F(Writer, WritesNothingWhileItCannotTellTheFormat) {
+    writer.hold();
+    fs::create_directories(folder / ".keys/config.json");
+    EXPECT_EQ(press(), "/.keys/config.json: Is a directory");
+    EXPECT_TRUE(fs::is_empty(folder / "days"));
+    fs::remove(folder / ".keys/config.json");
+    EXPECT_EQ(press(), "");
+}
+
+TEST_F(Writer, SumsAMonthAgainThatFailedAndTellsWhyOnce) {
+    const fs::path inTheWay = folder / "days/2026-09-05.org";
+    fs::create_directories(inTheWay);
+    EXPECT_EQ(press(), "");
+    for (int minute = 0; minute < 3; ++minute) writer.refreshMonths(Wait::no);
+    EXPECT_EQ(told, inTheWay.string() + ": 2026-09 is not summed without it: Is a directory");
+    fs::remove(inTheWay);
+    writer.refreshMonths(Wait::no);
+    EXPECT_FALSE(tapcore::Store(folder, tapcore::FileFormat::org).isOutOfDate("2026-09", Day(2026, 10, 2)));
 }
 
 TEST_F(Writer, TakesEachPastDayIntoItsMonthHoweverLateItIsStored) {

@@ -1,4 +1,4 @@
-#include "app/recorder/held_folder.h"
+#include "app/recorder/known_folder.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,12 +10,12 @@ namespace tappora {
 
 namespace fs = std::filesystem;
 
-HeldFolder::HeldFolder(const fs::path& folder)
+KnownFolder::KnownFolder(const fs::path& folder)
     : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (!isOpen()) throw fs::filesystem_error("cannot open", folder, {errno, std::generic_category()});
 }
 
-bool HeldFolder::isAt(const fs::path& path) const {
+bool KnownFolder::isAt(const fs::path& path) const {
     struct stat held {};
     struct stat named {};
     return ::fstat(folder_.get(), &held) == 0 && ::stat(path.c_str(), &named) == 0 &&

@@ -7,12 +7,12 @@
 namespace tappora {
 
 /// A folder that was opened, and is known again whatever becomes of its name.
-class HeldFolder {
+class KnownFolder {
   public:
     /// Holds no folder.
-    HeldFolder() = default;
+    KnownFolder() = default;
     /// Throws filesystem_error with the path when it cannot be opened.
-    explicit HeldFolder(const std::filesystem::path& folder);
+    explicit KnownFolder(const std::filesystem::path& folder);
 
     bool isOpen() const { return folder_.isOpen(); }
     /// Whether a path leads to this folder.
