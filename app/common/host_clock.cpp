@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <time.h>
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -13,6 +12,7 @@
 #include <string>
 
 #include "app/common/program.h"
+#include "app/common/zone_rules.h"
 
 namespace tappora {
 namespace {
@@ -39,24 +39,11 @@ bool isZoneFile(const fs::path& name) {
     return std::string_view(magic, sizeof magic) == "TZif";
 }
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-/// Whether the text begins as rules do: a name of three letters or more, or any in <>, and how far UTC is.
-bool isRules(std::string_view text) {
-    const auto letters = std::find_if_not(text.begin(), text.end(), isLetter) - text.begin();
-    const std::size_t name = text.starts_with('<') ? text.find('>') + 1 : static_cast<std::size_t>(letters);
-    if (name < 3) return false;
-    text.remove_prefix(name);
-    if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
-    return !text.empty() && isDigit(text.front());
-}
-
 }  // namespace
 
 bool isZone(std::string_view tz) {
     if (tz.starts_with(':')) tz.remove_prefix(1);
-    return tz.empty() || tz == "UTC" || isZoneFile(tz) || isRules(tz);
+    return tz.empty() || tz == "UTC" || isZoneFile(tz) || isZoneRules(tz);
 }
 
 tapcore::Calendar hostCalendar() {
