@@ -8,6 +8,7 @@ import datetime
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import socket
@@ -143,21 +144,23 @@ def replace(file, text):
     beside.rename(file)
 
 
-def switches(process):
-    """How often any thread of it has gone to sleep."""
-    status = [task.read_text() for task in pathlib.Path(f"/proc/{process.pid}/task").glob("*/status")]
-    return sum(int(line.split()[1]) for text in status for line in text.splitlines() if line.startswith("voluntary_ctxt_switches"))
+def watched(process):
+    """The inodes whose changes wake it up."""
+    text = ""
+    for file in pathlib.Path(f"/proc/{process.pid}/fdinfo").iterdir():
+        with contextlib.suppress(FileNotFoundError):  # closed by now
+            text += file.read_text()
+    return {int(inode, 16) for inode in re.findall(r"^inotify .*?ino:([0-9a-f]+)", text, re.MULTILINE)}
 
 
-def sleepsThroughWriting(process, file):
-    before = switches(process)
-    file.write_text("of another program", encoding="utf-8")
-    time.sleep(3)
-    return switches(process) == before
+def sleepsThroughNeighbours(process, folder):
+    """Whether changes in the folder wake it up, and those beside it do not."""
+    inodes = watched(process)
+    return folder.stat().st_ino in inodes and folder.parent.stat().st_ino not in inodes
 
 
 def isLine(desktop):
-    """The hours lie at 40, 40; their line is level, three quarters and more up the chart."""
+    """The hours are at 40, 40; their line is level, three quarters and more up the chart."""
     return ACCENT in desktop.column(200, 70, 60)
 
 
@@ -173,7 +176,7 @@ def test(desktop, programs, home):
         file.parent.mkdir(parents=True)
         replace(file, snapshot(datetime.date.today()))
         until("the hours", lambda: isLine(desktop))
-        until("it sleeps, whatever others write", lambda: sleepsThroughWriting(program, home / "share/stranger"))
+        until("its folder watched, and none above", lambda: sleepsThroughNeighbours(program, file.parent))
         replace(file, snapshot(datetime.date.today() - datetime.timedelta(days=1)))
         until("waiting, yesterday's file being none", lambda: not isLine(desktop))
         desktop.drag(*((60 + 53 * step, 60 + 10 * step) for step in range(21)))
