@@ -44,7 +44,6 @@ class FolderWriter {
     /// time. What fails there is told once, and throws nothing: the counts are stored.
     void refreshMonths(Wait wait);
 
-    const std::filesystem::path& root() const { return store_.root; }
     /// Where the days are.
     std::filesystem::path days() const;
 

@@ -4,10 +4,10 @@
 
 #include <csignal>
 #include <exception>
-#include <thread>
 #include <utility>
 
 #include "app/common/program.h"
+#include "app/common/terminal.h"
 
 namespace tappora {
 
@@ -16,27 +16,37 @@ void LiveRecorder::run(EventSource& source) {
     DeviceReader reader(source, std::move(options_), bool(world_.watch), world_.now, world_.calendar());
     tell(reader.findDevices());
     reader.requireKeyboard();
+    HandOver handOver;
+    std::jthread reading([&](const std::stop_token& stop) { reader.read(signals, stop, handOver); });
+    world_.ready();
     try {
-        storeAllThatComes(reader, signals);
+        storeAllThatComes(handOver, reading);
     } catch (...) {
+        reading.request_stop();
+        keepAllThatComes(handOver);
         finish();
         throw;
     }
     finish();
 }
 
-void LiveRecorder::storeAllThatComes(DeviceReader& reader, const SignalQueue& signals) {
-    HandOver handOver;
-    std::jthread reading([&](const std::stop_token& stop) { reader.read(signals, stop, handOver); });
-    world_.ready();
+void LiveRecorder::storeAllThatComes(HandOver& handOver, std::jthread& reading) {
     while (auto harvest = handOver.take())
         if (take(std::move(*harvest), handOver) == Next::stop) reading.request_stop();
 }
 
+/// Takes the counts that are handed over until reading has ended.
+void LiveRecorder::keepAllThatComes(HandOver& handOver) {
+    try {
+        while (const auto harvest = handOver.take()) book_.add(harvest->counts);
+    } catch (...) {  // what ended the reading; it or another failure is being told
+    }
+}
+
 LiveRecorder::Next LiveRecorder::take(Harvest&& harvest, HandOver& handOver) {
+    book_.add(harvest.counts);
     tell(harvest);
     const bool hasReader = !world_.watch || world_.watch(harvest.watched);
-    book_.add(harvest.counts);
     if (harvest.hasEndedMinute) {
         world_.eachMinute();
         handOver.changeCalendar(world_.calendar());
@@ -73,16 +83,19 @@ void LiveRecorder::finish() {
     try {
         storeBy(world_.write);
     } catch (const std::exception& error) {
-        throw Failure(error.what(), "lost are " + unstored());
+        throw Failure(error.what(), "not stored: " + unstored());
     }
 }
 
-/// "presses 120, clicks 7 of 2026-09-20; …".
+/// "120 presses, 7 clicks of 2026-09-20; …".
 std::string LiveRecorder::unstored() const {
     std::string list;
     for (const auto& [day, counts] : book_.days())
-        list += fmt::format("{}presses {}, clicks {} of {}", list.empty() ? "" : "; ", counts.tally.total(),
-                            counts.tally.mouseTotal().allClicks(), day.description());
+        list += fmt::format(
+            "{}{}, {} of {}", list.empty() ? "" : "; ",
+            counted(static_cast<std::size_t>(counts.tally.total()), "press", "presses"),
+            counted(static_cast<std::size_t>(counts.tally.mouseTotal().allClicks()), "click", "clicks"),
+            day.description());
     return list;
 }
 

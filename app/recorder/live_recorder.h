@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "app/common/wake_ups.h"
@@ -20,9 +21,10 @@ struct LiveWorld {
         now;                           ///< called by the thread that reads, all others by the one that stores
     std::function<void()> eachMinute;  ///< called before what the minute held is stored
     std::function<tapcore::Calendar()> calendar;  ///< of the time zone; asked for each minute
-    std::function<void()> ready;  ///< called once a keyboard is listened to, and read; what it throws ends it
-    DayBook::Write tryWrite;      ///< fails when another program is writing in the folder
-    DayBook::Write write;         ///< waits for it
+    std::function<void()>
+        ready;  ///< called once a keyboard is read; what it throws ends it, and nothing is stored
+    DayBook::Write tryWrite;       ///< fails when another program is writing in the folder
+    DayBook::Write write;          ///< waits for it
     std::function<void()> stored;  ///< called when counts were stored; throws nothing
     /// Tells the user what happens: which devices are listened to, what fails. Never a key. Does not wait for
     /// who reads it.
@@ -50,7 +52,8 @@ class LiveRecorder {
   private:
     enum class Next { goOn, stop };
 
-    void storeAllThatComes(DeviceReader& reader, const SignalQueue& signals);
+    void storeAllThatComes(HandOver& handOver, std::jthread& reading);
+    void keepAllThatComes(HandOver& handOver);
     Next take(Harvest&& harvest, HandOver& handOver);
     void tell(const Harvest& harvest) const;
     void finish();

@@ -8,15 +8,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "app/common/command_line.h"
+#include "app/common/line_output.h"
 #include "app/common/practice_lock.h"
 #include "app/common/terminal.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/folder_writer.h"
-#include "app/recorder/line_output.h"
 #include "app/recorder/live_recorder.h"
 #include "app/recorder/local_time.h"
 #include "app/recorder/replay.h"
@@ -39,7 +40,7 @@ WritingOptions writingFor(const RecordOptions& options) {
 
 FolderWriter writerFor(const RecordOptions& options, const Environment& environment, const Tell& tell) {
     WritingOptions writing = writingFor(options);
-    const tapcore::Store store = LockedStore(options.folder, environment, options.shared).store;
+    const tapcore::Store store = LockedStore(options.folder, environment, options.shared, tell).store;
     return {store, std::move(writing), environment, tell};
 }
 
@@ -168,6 +169,15 @@ SourceOptions sourceFor(const RecordOptions& options, const Environment& environ
 /// What a live recorder says, to readers that it does not wait for.
 class LiveOutput {
   public:
+    LiveOutput() = default;
+    LiveOutput(const LiveOutput&) = delete;
+    LiveOutput& operator=(const LiveOutput&) = delete;
+    ~LiveOutput() {
+        watched_.end();
+        tellDropped();
+        told_.end();
+    }
+
     void tell(std::string_view text) { told_.write(complaint(text)); }
 
     /// Shows lines of the event watch; false when nobody can read them any more.
@@ -180,6 +190,7 @@ class LiveOutput {
         return !watched_.isGone();
     }
 
+  private:
     void tellDropped() {
         const std::int64_t dropped = watched_.takeDropped();
         if (dropped == 0 || watched_.isGone()) return;
@@ -187,45 +198,51 @@ class LiveOutput {
                          counted(static_cast<std::size_t>(dropped), "line", "lines")));
     }
 
-  private:
     LineOutput watched_{STDOUT_FILENO};
     LineOutput told_{STDERR_FILENO};
     bool isStalled_ = false;
 };
 
+/// Finds what is wrong with the choice of a folder, and makes nothing.
+fs::path chosenFolder(const FolderOptions& options, const Environment& environment) {
+    (void)today(options, environment, environment.calendar);
+    return openStore(options, environment).root;
+}
+
+/// The folder is made once there are devices, so that a start that is refused leaves nothing behind.
 void recordLive(const RecordOptions& options, const Environment& environment) {
     LiveOutput output;
     const Tell tell = [&](const std::string& text) { output.tell(text); };
-    FolderWriter writer = writerFor(options, environment, tell);
+    PracticeWatch practice(practicePlaces(environment, chosenFolder(options.folder, environment)));
+    std::optional<FolderWriter> writer;
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);
     const auto writing = [&](Wait wait) {
         return [&writer, wait](const tapcore::Day& day, const DayCounts& counts) {
-            writer.write(day, counts, wait);
+            writer->write(day, counts, wait);
         };
     };
-    PracticeWatch practice(practicePlaces(environment, writer.root()));
     LiveWorld world{.now = hostNow,
                     .eachMinute = [&] { practice.lookAgain(); },
                     .calendar = [&] { return atThisMoment(environment).calendar; },
                     .ready =
                         [&] {
-                            writer.hold();
+                            writer.emplace(writerFor(options, environment, tell));
+                            writer->hold();
                             practice.lookAgain();
-                            tell("counts go to " + writer.days().string());
+                            tell("counts go to " + writer->days().string());
                         },
                     .tryWrite = writing(Wait::no),
                     .write = writing(Wait::yes),
                     .stored =
                         [&, updateWidgets = widgetUpdater(options.folder, environment, tell)] {
-                            writer.refreshMonths(Wait::no);
+                            writer->refreshMonths(Wait::no);
                             updateWidgets();
                         },
                     .tell = tell};
     if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
     const auto source = openInputDevices(sourceFor(options, environment));
     LiveRecorder(liveRulesFor(options, practice), std::move(world)).run(*source);
-    output.tellDropped();
 }
 
 }  // namespace

@@ -194,5 +194,5 @@ def counted(outcome):
 
 
 def said_lost(outcome):
-    return sum(int(number) for number in re.findall(r"presses (\d+)", outcome.err.partition("lost are")[2]))
+    return sum(int(number.replace(",", "")) for number in re.findall(r"([\d,]+) press", outcome.err.partition("not stored: ")[2]))
 

@@ -66,6 +66,7 @@ struct World {
     std::vector<std::string> stored;  ///< "DAY PRESSES PAUSED"
     int updates = 0;                  ///< of what follows the files
     std::function<void()> beforeWriting = [] {};
+    std::function<void()> eachMinute = [] {};
     std::mutex mutex;
     std::condition_variable changed;
 
@@ -86,7 +87,7 @@ struct World {
         };
         LiveRecorder recorder(
             {}, {.now = [this] { return now; },
-                 .eachMinute = [] {},
+                 .eachMinute = eachMinute,
                  .calendar = [this] { return locked([&] { return tapcore::Calendar(zone); }); },
                  .ready = [this] { locked([&] { told.push_back("ready"); }); },
                  .tryWrite = write,
@@ -182,7 +183,7 @@ TEST(LiveRecorder, KeepsWhatFailsToBeStoredAndSaysSoOnce) {
             "stored again, with what was kept"));
 }
 
-TEST(LiveRecorder, FailsInTheEndNamingWhatIsLost) {
+TEST(LiveRecorder, FailsInTheEndSayingWhatIsNotStored) {
     World world;
     try {
         world.run({plugKeyboard, press, world.disk(true)});
@@ -190,8 +191,24 @@ TEST(LiveRecorder, FailsInTheEndNamingWhatIsLost) {
     } catch (const Failure& failure) {
         EXPECT_STREQ(
             failure.what(),
-            "days/2026-09-20.org: No space left on device: lost are presses 1, clicks 0 of 2026-09-20");
+            "days/2026-09-20.org: No space left on device: not stored: 1 press, 0 clicks of 2026-09-20");
     }
+}
+
+TEST(LiveRecorder, StoresAllThatWasPressedBeforeAFailureEndsIt) {
+    World world;
+    bool isPressed = false;
+    world.eachMinute = [&] {
+        std::unique_lock lock(world.mutex);
+        EXPECT_TRUE(world.changed.wait_for(lock, 30s, [&] { return isPressed; }));
+        throw Failure("anything", "wrong");
+    };
+    const auto pressLast = [&](EventListener& listener) {
+        press(listener);
+        world.locked([&] { isPressed = true; });
+    };
+    EXPECT_THROW(world.run({plugKeyboard, press, world.nextMinute(), pressLast}), Failure);
+    EXPECT_THAT(world.stored, ElementsAre("2026-09-20 2 0"));
 }
 
 TEST(LiveRecorder, CountsPausedMinutesAndNothingElseBetweenTwoSignals) {

@@ -31,43 +31,6 @@ using tapcore::WidgetSnapshot;
 const MockDevice keyboard{.number = 5, .name = "A keyboard"};
 const MockDevice mouse{.number = 6, .name = "A mouse", .isMouse = true};
 
-/// A pipe of so many bytes that nobody reads.
-class Pipe {
-  public:
-    explicit Pipe(int size) {
-        int ends[2];
-        if (::pipe2(ends, O_CLOEXEC) < 0) throw std::runtime_error("no pipe");
-        reader_ = tapcore::Descriptor(ends[0]);
-        writer_ = tapcore::Descriptor(ends[1]);
-        capacity_ = ::fcntl(ends[1], F_SETPIPE_SZ, size);
-    }
-    int writer() const { return writer_.get(); }
-
-    /// Waits for the next line in it, and says whether another like it will do.
-    bool takesMore() const {
-        const int before = seen_;
-        while ((seen_ = size()) == before) ::poll(nullptr, 0, 1);
-        return seen_ + (seen_ - before) <= capacity_;
-    }
-    void empty() const {
-        std::string bytes(static_cast<std::size_t>(size()), '\0');
-        EXPECT_EQ(::read(reader_.get(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-        seen_ = 0;
-    }
-
-  private:
-    int size() const {
-        int bytes = 0;
-        ::ioctl(reader_.get(), FIONREAD, &bytes);
-        return bytes;
-    }
-
-    tapcore::Descriptor reader_;
-    tapcore::Descriptor writer_;
-    int capacity_ = 0;
-    mutable int seen_ = 0;
-};
-
 /// A recorder that runs as a program of its own, until a signal.
 class Program {
   public:
@@ -116,6 +79,12 @@ class Program {
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
+    bool hasEnded() const {
+        siginfo_t ended{};
+        return ::waitid(P_PID, static_cast<id_t>(process_), &ended, WEXITED | WNOHANG | WNOWAIT) < 0 ||
+               ended.si_pid != 0;
+    }
+
     std::string printed;
 
   private:
@@ -132,6 +101,47 @@ class Program {
 
     pid_t process_ = -1;
     tapcore::Descriptor output_;
+};
+
+/// A pipe of so many bytes that nobody reads.
+class Pipe {
+  public:
+    explicit Pipe(int size) {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC) < 0) throw std::runtime_error("no pipe");
+        reader_ = tapcore::Descriptor(ends[0]);
+        writer_ = tapcore::Descriptor(ends[1]);
+        capacity_ = ::fcntl(ends[1], F_SETPIPE_SZ, size);
+    }
+    int writer() const { return writer_.get(); }
+
+    /// Waits for the next line in it, and says whether another like it will do; false when none comes, since
+    /// the writer has ended or half a minute has passed.
+    bool takesMore(const Program& writer) const {
+        const int before = seen_;
+        for (int waits = 0; (seen_ = size()) == before; ++waits) {
+            if (waits == 30'000 || writer.hasEnded()) return false;
+            ::poll(nullptr, 0, 1);
+        }
+        return seen_ + (seen_ - before) <= capacity_;
+    }
+    void empty() const {
+        std::string bytes(static_cast<std::size_t>(size()), '\0');
+        EXPECT_EQ(::read(reader_.get(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        seen_ = 0;
+    }
+
+  private:
+    int size() const {
+        int bytes = 0;
+        ::ioctl(reader_.get(), FIONREAD, &bytes);
+        return bytes;
+    }
+
+    tapcore::Descriptor reader_;
+    tapcore::Descriptor writer_;
+    int capacity_ = 0;
+    mutable int seen_ = 0;
 };
 
 class Live : public testing::Test {
@@ -271,7 +281,7 @@ TEST_F(Live, SaysWhatItCouldNotStoreWhenItsFolderIsGone) {
     fs::rename(folder, folder.string() + "-away");
     recorder.signal(SIGTERM);
     EXPECT_TRUE(recorder.prints("tappora: " + folder.string() +
-                                ": the folder is gone: lost are presses 1, clicks 0 of 2"))
+                                ": the folder is gone: not stored: 1 press, 0 clicks of 2"))
         << recorder.printed;
     EXPECT_EQ(recorder.end(), 1);
     EXPECT_FALSE(fs::exists(folder));
@@ -288,7 +298,7 @@ TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
     ASSERT_TRUE(recorder.prints("listening to tool")) << recorder.printed;
     const auto fill = [&] {
         do bed.tap(tool, KEY_A);
-        while (watch.takesMore());
+        while (watch.takesMore(recorder));
         bed.tap(tool, KEY_A);
         return recorder.prints("tappora: nobody takes the lines of --watch: they are dropped\n");
     };
@@ -333,12 +343,13 @@ TEST_F(Live, RefusesToStartWithoutAKeyboardOrBesideAnother) {
     bed.plug(mouse);
     bed.plug(keyboard);
     bed.removeFile(keyboard);
-    Program blind(watching());
+    Program blind({"--watch", "--shared", "--folder", folder.string()});
     EXPECT_TRUE(blind.prints("listening to A mouse"));
     EXPECT_TRUE(blind.prints("A keyboard (/dev/input/event5): cannot be read: No such file or directory\n"));
     EXPECT_TRUE(blind.prints("tappora: input devices: there is no keyboard that can be read\n"));
     EXPECT_EQ(blind.end(), 1);
     EXPECT_TRUE(fs::is_empty(folder));
+    EXPECT_FALSE(fs::exists(share));
 
     bed.plug({.number = 7, .name = "Keyboard 7"});
     Program first(watching());

@@ -1,4 +1,4 @@
-#include "app/recorder/line_output.h"
+#include "app/common/line_output.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -45,7 +45,7 @@ ssize_t writeNow(int file, const tapcore::Descriptor& own, std::string_view text
 LineOutput::LineOutput(int file) : file_(file), own_(openedAgain(file)) {}
 
 void LineOutput::write(std::string_view line) {
-    if (!rest_.empty()) send(rest_);
+    goOn();
     std::string text = std::string(line) + '\n';
     const std::size_t size = text.size();
     if (rest_.empty()) send(text);
@@ -54,11 +54,18 @@ void LineOutput::write(std::string_view line) {
     else if (rest_.empty()) rest_ = std::move(text);
 }
 
+void LineOutput::end() {
+    goOn();
+    if (!rest_.empty()) ++dropped_;
+    rest_.clear();
+}
+
 void LineOutput::send(std::string& text) {
     while (!text.empty()) {
         const ssize_t taken = writeNow(file_, own_, text);
         if (taken < 0 && errno == EINTR) continue;
-        if (taken < 0) isGone_ = isGone_ || errno == EPIPE;
+        failure_ = taken < 0 && errno != EAGAIN ? std::error_code(errno, std::generic_category())
+                                                : std::error_code();
         if (taken <= 0) return;
         text.erase(0, static_cast<std::size_t>(taken));
     }

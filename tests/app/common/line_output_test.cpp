@@ -1,4 +1,4 @@
-#include "app/recorder/line_output.h"
+#include "app/common/line_output.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -7,6 +7,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -67,6 +68,28 @@ TEST(LineOutput, WaitsForNoReaderAndCutsNoLine) {
         ::close(ends.writer);
         ::close(ends.reader);
     }
+}
+
+TEST(LineOutput, FinishesALineOnceItIsTakenAndDropsItWhenItNeverIs) {
+    const Ends ends = pipeEnds();
+    LineOutput output(ends.writer);
+    const std::string line(100'000, 'x');  // more than a pipe takes
+    for (const bool isRead : {true, false}) {
+        output.write(line);
+        EXPECT_TRUE(output.isStalled());
+        std::string text;
+        for (; isRead && !text.ends_with('\n'); output.goOn()) text += readSome(ends.reader);
+        EXPECT_TRUE(!isRead || text == line + '\n');
+        EXPECT_EQ(output.isStalled(), !isRead);
+        output.end();
+        EXPECT_EQ(output.takeDropped(), isRead ? 0 : 1);
+    }
+    ::close(ends.reader);
+    EXPECT_FALSE(output.isGone());
+    ::signal(SIGPIPE, SIG_IGN);
+    output.write("x");
+    EXPECT_TRUE(output.isGone());
+    ::close(ends.writer);
 }
 
 }  // namespace

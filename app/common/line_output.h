@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "core/foundation/descriptor.h"
 
@@ -18,14 +19,20 @@ class LineOutput {
 
     /// `line` comes without its end.
     void write(std::string_view line);
+    /// Writes what is left of a line that was taken in part, as far as it is taken now.
+    void goOn() { send(rest_); }
+    /// The same for the last time: a line that is not taken whole by then is dropped.
+    void end();
     void drop(std::int64_t lines) { dropped_ += lines; }
 
     /// How many lines were dropped since this was last asked.
     std::int64_t takeDropped();
     /// Whether lines are dropped at this moment.
     bool isStalled() const { return !rest_.empty() || wasRefused_; }
+    /// Why the last line was not taken whole, where waiting for its reader does not help.
+    const std::error_code& failure() const { return failure_; }
     /// Whether nobody can read it any more.
-    bool isGone() const { return isGone_; }
+    bool isGone() const { return failure_ == std::errc::broken_pipe; }
 
   private:
     /// Writes as much as is taken now, and removes it from the text.
@@ -36,7 +43,7 @@ class LineOutput {
     std::string rest_;         ///< of a line that was taken in part
     std::int64_t dropped_ = 0;
     bool wasRefused_ = false;  ///< the last line
-    bool isGone_ = false;
+    std::error_code failure_;
 };
 
 }  // namespace tappora
