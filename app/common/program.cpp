@@ -1,6 +1,5 @@
 #include "app/common/program.h"
 
-#include <stdio_ext.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -54,11 +53,6 @@ Environment atThisMoment(Environment environment) {
 std::string version() { return "tappora " TAPPORA_VERSION; }
 
 void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
-
-void forgetOutput() {
-    ::__fpurge(stdout);
-    std::clearerr(stdout);
-}
 
 std::string complaint(std::string_view text) { return "tappora: " + harmless(text); }
 

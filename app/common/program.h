@@ -49,9 +49,6 @@ class UsageError : public std::runtime_error {
 /// Prints a text as it stands on standard output.
 void print(std::string_view text);
 
-/// Drops what was printed and not yet written: it has no reader any more, which is no failure.
-void forgetOutput();
-
 /// "tappora: TEXT", without what would steer the terminal.
 std::string complaint(std::string_view text);
 

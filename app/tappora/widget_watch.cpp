@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "app/common/folder_watch.h"
+#include "app/common/line_output.h"
 #include "app/common/settings.h"
 #include "app/common/wake_ups.h"
 #include "app/common/widget_file.h"
@@ -22,7 +23,7 @@ namespace {
 /// What comes of one change often comes as several, one after the other.
 constexpr std::chrono::milliseconds pause{100};
 
-/// Everything that a snapshot is made of lies in these.
+/// Everything that a snapshot is made of is in these.
 void watchAll(FolderWatch& folders, const FolderOptions& options, const Environment& environment) {
     const auto root = chooseFolder(options, environment).root;
     folders.add(root);
@@ -44,18 +45,20 @@ struct Waits {
     FolderWatch folders;
     Alarm hour;
 
-    /// Waits until there may be something new; false when it is time to end.
-    bool wait() {
+    /// Waits until there may be something new, or, with `output`, until standard output takes more; false
+    /// when it is time to end.
+    bool wait(bool output) {
+        const short toWrite = output ? POLLOUT : 0;
         do {
             pollfd waiting[] = {{folders.descriptor(), POLLIN, 0},
                                 {hour.descriptor(), POLLIN, 0},
                                 {signals.descriptor(), POLLIN, 0},
-                                {STDOUT_FILENO, 0, 0}};
+                                {STDOUT_FILENO, toWrite, 0}};
             if (::poll(waiting, std::size(waiting), -1) < 0 && errno != EINTR)
                 throw std::system_error(errno, std::generic_category(), "waiting");
             const bool isUnread = (waiting[3].revents & (POLLERR | POLLHUP)) != 0;
             if (isUnread || signals.next()) return false;
-            if (waiting[1].revents != 0) return true;
+            if (waiting[1].revents != 0 || (waiting[3].revents & POLLOUT) != 0) return true;
         } while (!folders.takeNote());
         ::poll(nullptr, 0, static_cast<int>(pause.count()));
         folders.takeNote();
@@ -63,18 +66,32 @@ struct Waits {
     }
 };
 
-/// Prints what is new since the last time.
+/// Prints what is new since the last time, and waits for no reader: one that does not read finds what is
+/// current when it goes on.
 class Printer {
   public:
+    Printer() = default;
+    Printer(const Printer&) = delete;
+    Printer& operator=(const Printer&) = delete;
+    ~Printer() {
+        output_.end();
+        told_.end();
+    }
+
+    /// Whether there is something to be printed that its reader did not take.
+    bool isStalled() const { return output_.isStalled() && !output_.failure(); }
+
     void printNew(const FolderOptions& options, const Environment& environment) {
         tapcore::FileProblems problems;
         const std::string line = widgetSnapshot(options, environment, &problems).data();
         complainOfNew(problems);
         problem_.clear();
+        output_.goOn();
         if (line == printed_) return;
-        printed_ = line;
-        print(line + "\n");
-        std::fflush(stdout);
+        output_.write(line);
+        if (output_.takeDropped() == 0) printed_ = line;
+        else if (output_.failure() && !output_.isGone())
+            throw Failure("standard output", output_.failure().message());
     }
 
     /// Tells of a failure once, and goes on.
@@ -84,16 +101,20 @@ class Printer {
         } catch (const std::exception& error) {
             if (problem_ == error.what()) return;
             problem_ = error.what();
-            complain(problem_);
+            tell(problem_);
         }
     }
 
   private:
+    void tell(const std::string& text) { told_.write(complaint(text)); }
+
     void complainOfNew(const tapcore::FileProblems& problems) {
-        if (problems != problems_) complainOf(problems);
+        if (problems != problems_) complainOf(problems, [this](const std::string& text) { tell(text); });
         problems_ = problems;
     }
 
+    LineOutput output_{STDOUT_FILENO};
+    LineOutput told_{STDERR_FILENO};
     std::string printed_, problem_;
     tapcore::FileProblems problems_;
 };
@@ -108,14 +129,13 @@ void watchSnapshot(const FolderOptions& options, const Environment& environment)
     while (true) {
         Environment current = atThisMoment(environment);
         const tapcore::Calendar& calendar = current.calendar;
-        if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait()) break;
+        if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait(printer.isStalled())) break;
         current = atThisMoment(environment);
         printer.attempt([&] {
             watchAll(waits.folders, options, current);
             printer.printNew(options, current);
         });
     }
-    forgetOutput();
 }
 
 }  // namespace tappora
