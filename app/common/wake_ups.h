@@ -26,8 +26,8 @@ class SignalQueue {
     tapcore::Descriptor file_;
 };
 
-/// Becomes readable at a moment of the clock on the wall, or, should the machine sleep then, when it wakes;
-/// and at once when that clock is set.
+/// Becomes readable at a time of the system clock, or, if the machine sleeps then, when it wakes; and at once
+/// when that clock is set.
 class Alarm {
   public:
     Alarm();

@@ -14,7 +14,7 @@ constexpr const char* key = "color-scheme";
 using Glib::Variant;
 using Glib::VariantBase;
 
-/// What lies in a box of boxes.
+/// What is in a box of boxes.
 VariantBase unboxed(VariantBase value) {
     while (value.gobj() && value.get_type_string() == "v")
         value = VariantBase(g_variant_get_variant(value.gobj()));

@@ -9,7 +9,7 @@
 
 namespace tappora {
 
-/// Makes a window lie on the desktop, and places it there. One for each kind of desktop.
+/// Keeps a window on the desktop, and places it there. One for each kind of desktop.
 class DesktopSurface {
   public:
     virtual ~DesktopSurface() = default;

@@ -14,7 +14,7 @@
 namespace tappora {
 namespace {
 
-/// GTK reads the locale; its own arguments are none of ours.
+/// GTK reads the locale; it gets no arguments.
 void startGtk() {
     int count = 0;
     char** none = nullptr;

@@ -19,7 +19,7 @@ std::vector<Monitor> monitors();
 
 std::vector<MonitorArea> areasOf(const std::vector<Monitor>& monitors);
 
-/// The one that a place lies on, which must be among them.
+/// The one that a place is on, which must be among them.
 const Monitor& monitorOf(const WidgetPlace& place, const std::vector<Monitor>& monitors);
 
 }  // namespace tappora

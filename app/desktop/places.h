@@ -10,7 +10,7 @@
 
 namespace tappora {
 
-/// Where a widget lies: so far from the left and the top of the monitor on a connector ("eDP-1").
+/// Where a widget is: so far from the left and the top of the monitor on a connector ("eDP-1").
 struct WidgetPlace {
     std::string connector;
     int x = 0;
@@ -24,11 +24,11 @@ struct MonitorArea {
     std::string connector;
     int width = 0;
     int height = 0;
-    int x = 0;  ///< where its left top lies on the desktop
+    int x = 0;  ///< where its left top is on the desktop
     int y = 0;
 };
 
-/// Where a widget comes to lie whose left top the user left at a point of the desktop: on the monitor that has
+/// Where a widget goes whose left top the user left at a point of the desktop: on the monitor that has
 /// its middle, or else is the nearest, and wholly on it where it fits. There must be a monitor.
 WidgetPlace placeAt(const drawing::Point& leftTop, const drawing::Size& size,
                     const std::vector<MonitorArea>& monitors);

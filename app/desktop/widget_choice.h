@@ -19,7 +19,8 @@ struct WidgetChoice {
     bool operator==(const WidgetChoice&) const = default;
 };
 
-/// The widget that a text names, in the smallest size where it names none. UsageError for one there is not.
+/// The widget that a text names, in the smallest size where it names none. UsageError for one that does not
+/// exist.
 WidgetChoice parseChoice(std::string_view text);
 
 /// The setting that says which widgets to show: choices with blanks between them.

@@ -89,7 +89,7 @@ bool WidgetWindow::draw(const Cairo::RefPtr<Cairo::Context>& context) {
     return true;
 }
 
-/// Where there is no transparency, what lies outside the round corners is no part of the window.
+/// Where there is no transparency, what is outside the round corners is no part of the window.
 void WidgetWindow::cutToShape() {
     if (!get_realized() || get_screen()->is_composited()) return;
     const auto mask =
@@ -136,7 +136,7 @@ void WidgetWindow::followPointer(double pointerX, double pointerY) {
     moveTo(monitor_, static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
 }
 
-/// Comes to lie wholly on the monitor to which it was dragged.
+/// Moves it wholly onto the monitor to which it was dragged.
 void WidgetWindow::settle() {
     const std::vector<Monitor> there = monitors();
     if (there.empty()) return;

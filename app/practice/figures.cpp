@@ -24,7 +24,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 6> names = {
 std::string minutes(std::int64_t seconds) { return fmt::format("{}:{:02}", seconds / 60, seconds % 60); }
 
 std::string percent(double share) {
-    // What is a whole number of hundredths may lie a hair below it: 0.95 * 100.
+    // What is a whole number of hundredths may be slightly below it: 0.95 * 100.
     return fmt::format("{} %", std::floor(share * 100 + 1e-9));
 }
 

@@ -58,7 +58,7 @@ bool isAmong(const std::vector<std::string>& all, const std::string& one) {
 }
 
 bool sumFits(const LetterModel::Counts& counts) {
-    // The sum of any part of them lies between those of all below and all above 0.
+    // The sum of any part of them is between those of all below and all above 0.
     std::int64_t below = 0, above = 0;
     return std::none_of(counts.begin(), counts.end(), [&](const auto& count) {
         std::int64_t& sum = count.second < 0 ? below : above;

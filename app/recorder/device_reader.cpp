@@ -44,7 +44,7 @@ EventRules::Options asking(const EventSource& source, EventRules::Options option
     return options;
 }
 
-/// Waits until one of the files can be read, or a signal that is none of ours came.
+/// Waits until one of the files can be read, or another signal came.
 void waitFor(std::array<int, 4> files) {
     std::array<pollfd, 4> waiting{};
     for (std::size_t i = 0; i < files.size(); ++i)

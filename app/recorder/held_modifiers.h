@@ -14,9 +14,9 @@ namespace tappora {
 
 /// Which modifier keys are held, on which devices.
 ///
-/// Not every release is seen: a remapper that starts keeps a keyboard's events to itself, and a key that was
-/// held before the keyboard was listened to goes up unsaid. What a device holds is asked again where that may
-/// be so.
+/// Some releases are never seen: a remapper that starts keeps a keyboard's events to itself, and a key that
+/// was held before the keyboard was listened to may be released without an event. There the device is asked
+/// again which keys it holds.
 class HeldModifiers {
   public:
     /// The modifier keys that a device holds at this moment; nothing when it does not say.

@@ -35,7 +35,7 @@ struct Day {
     /// The day's start in the calendar.
     Instant date(const Calendar& calendar) const;
     /// The day so many calendar days later, or earlier when negative. Every calendar is the Gregorian one:
-    /// its zone has no say, also where its clocks once skipped a day.
+    /// its time zone does not matter, even where its clocks once skipped a day.
     Day adding(std::int64_t days, const Calendar& calendar) const;
     /// How many days later than `other` this one is; negative for an earlier one.
     std::int64_t daysSince(const Day& other) const;
