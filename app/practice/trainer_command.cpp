@@ -192,6 +192,15 @@ void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Stor
     }
 }
 
+/// Nobody is left to be asked again.
+void saveAtLast(Trainer& trainer) {
+    try {
+        if (trainer.hasUnsaved()) trainer.save();
+    } catch (const std::exception& error) {
+        throw Failure(whyOf(error), "the last practice is not saved");
+    }
+}
+
 }  // namespace
 
 void runTrainer(const PracticeOptions& options, const Environment& environment) {
@@ -215,7 +224,7 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
         TrainerLoop(trainer, keyboard, std::move(remark), screen, lock).run();
     }
     remarks.say();
-    if (trainer.hasUnsaved()) trainer.save();
+    saveAtLast(trainer);
     remarks.say();
 }
 

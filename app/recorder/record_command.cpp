@@ -120,8 +120,8 @@ void storeAll(const DayBook& book, const DayBook::Write& write) {
         for (const auto& [day, counts] : book.days())
             if (!left.days().contains(day)) stored += (stored.empty() ? "" : ", ") + day.description();
         throw Failure(error.what(), stored.empty() ? "nothing is stored"
-                                                   : "not stored; stored is " + stored +
-                                                         ", which another replay would count twice");
+                                                   : "not stored; stored already: " + stored +
+                                                         "; another replay would count that twice");
     }
 }
 

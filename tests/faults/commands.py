@@ -78,9 +78,9 @@ def record_says(outcome, changed, now):
 def replay_says(outcome, changed, now):
     """"nothing is stored", or which days are; it must be exactly so."""
     stored = sorted(name[1] for name, done in changed.items() if done and name[0] == "day")
-    if stored and f"stored is {', '.join(stored)}, which another replay would count twice" not in outcome.err:
+    if stored and f"stored already: {', '.join(stored)}; another replay would count that twice" not in outcome.err:
         return [f"stored is {stored}, which was not said"]
-    if not stored and "stored is" in outcome.err:
+    if not stored and "stored already" in outcome.err:
         return ["said to be stored, and it is not"]
     return []
 

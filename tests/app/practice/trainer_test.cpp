@@ -239,5 +239,16 @@ TEST_F(TrainerOnATerminal, HoldsOnToWhatCannotBeSavedYet) {
     expectRight(savedDay());
 }
 
+TEST_F(TrainerOnATerminal, SaysInTheEndThatItCouldNotSave) {
+    data.put("practice", "in the way");
+    start();
+    typeWithErrors(nextText({}).substr(0, 6));
+    terminal->type("\033");
+    ASSERT_TRUE(terminal->shows("Not saved yet")) << terminal->seen();
+    terminal->type("\033");
+    EXPECT_TRUE(terminal->shows(": the last practice is not saved")) << terminal->seen();
+    EXPECT_EQ(terminal->wait(), 1);
+}
+
 }  // namespace
 }  // namespace tappora
