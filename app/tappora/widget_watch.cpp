@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "app/common/folder_watch.h"
 #include "app/common/line_output.h"
@@ -70,7 +71,7 @@ struct Waits {
 /// current when it goes on.
 class Printer {
   public:
-    Printer() = default;
+    explicit Printer(FolderWatch& folders) : folders_(folders) {}
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
     ~Printer() {
@@ -81,31 +82,43 @@ class Printer {
     /// Whether there is something to be printed that its reader did not take.
     bool isStalled() const { return output_.isStalled() && !output_.failure(); }
 
-    void printNew(const FolderOptions& options, const Environment& environment) {
+    void printFirst(const FolderOptions& options, const Environment& environment) {
+        read(options, environment);
+        printCurrent();
+    }
+
+    /// The same later on: tells of a failure once, and goes on.
+    void printNext(const FolderOptions& options, const Environment& environment) {
+        attempt(unread_, [&] { read(options, environment); });
+        attempt(unprinted_, [&] { printCurrent(); });
+    }
+
+  private:
+    void read(const FolderOptions& options, const Environment& environment) {
+        watchAll(folders_, options, environment);
         tapcore::FileProblems problems;
-        const std::string line = widgetSnapshot(options, environment, &problems).data();
+        current_ = widgetSnapshot(options, environment, &problems).data();
         complainOfNew(problems);
-        problem_.clear();
+    }
+
+    void printCurrent() {
         output_.goOn();
-        if (line == printed_) return;
-        output_.write(line);
-        if (output_.takeDropped() == 0) printed_ = line;
+        if (current_ == printed_) return;
+        output_.write(current_);
+        if (output_.takeDropped() == 0) printed_ = current_;
         else if (output_.failure() && !output_.isGone())
             throw Failure("standard output", output_.failure().message());
     }
 
-    /// Tells of a failure once, and goes on.
-    void attempt(const std::function<void()>& act) {
+    void attempt(std::string& problem, const std::function<void()>& act) {
         try {
             act();
+            problem.clear();
         } catch (const std::exception& error) {
-            if (problem_ == error.what()) return;
-            problem_ = error.what();
-            tell(problem_);
+            if (std::exchange(problem, error.what()) != problem) tell(problem);
         }
     }
 
-  private:
     void tell(const std::string& text) { told_.write(complaint(text)); }
 
     void complainOfNew(const tapcore::FileProblems& problems) {
@@ -113,9 +126,11 @@ class Printer {
         problems_ = problems;
     }
 
+    FolderWatch& folders_;
     LineOutput output_{STDOUT_FILENO};
     LineOutput told_{STDERR_FILENO};
-    std::string printed_, problem_;
+    std::string current_, printed_;
+    std::string unread_, unprinted_;  ///< why the last attempt failed
     tapcore::FileProblems problems_;
 };
 
@@ -123,18 +138,13 @@ class Printer {
 
 void watchSnapshot(const FolderOptions& options, const Environment& environment) {
     Waits waits;
-    Printer printer;
-    watchAll(waits.folders, options, environment);
-    printer.printNew(options, environment);
+    Printer printer(waits.folders);
+    printer.printFirst(options, environment);
     while (true) {
-        Environment current = atThisMoment(environment);
+        const Environment current = atThisMoment(environment);
         const tapcore::Calendar& calendar = current.calendar;
         if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait(printer.isStalled())) break;
-        current = atThisMoment(environment);
-        printer.attempt([&] {
-            watchAll(waits.folders, options, current);
-            printer.printNew(options, current);
-        });
+        printer.printNext(options, atThisMoment(environment));
     }
 }
 
