@@ -4,7 +4,6 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include "app/common/host_clock.h"
@@ -85,27 +84,23 @@ void WidgetHost::placeAll() {
 
 void WidgetHost::reload() {
     next_ = hostNow() + tapwidgets::Provider::refresh;
-    try {
+    const bool isLoaded = loading_.run([this] {
         followHostZone();
         watchFile();
         const tapwidgets::Timeline timeline = provider_.timeline();
         next_ = timeline.policy.after;
         show(timeline.entries.back());
-    } catch (const std::exception& error) {
-        complain(error.what());
-        show({hostNow(), std::nullopt});  // rather none than yesterday's counts
-    }
+    });
+    if (!isLoaded) show({hostNow(), std::nullopt});  // rather none than yesterday's counts
     schedule();
 }
 
 /// A folder that has been made in the meantime is watched from now on, so before the file is read. When it
 /// cannot be watched, the file is still read at its times.
 void WidgetHost::watchFile() {
-    try {
+    watching_.run([this] {
         if (provider_.url()) folder_.add(provider_.url()->parent_path());
-    } catch (const std::system_error& error) {
-        complain(error.what());
-    }
+    });
 }
 
 void WidgetHost::schedule() {

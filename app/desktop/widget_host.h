@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/common/attempt.h"
 #include "app/common/folder_watch.h"
 #include "app/common/program.h"
 #include "app/common/wake_ups.h"
@@ -54,6 +55,7 @@ class WidgetHost {
     tapcore::Instant next_{};  ///< when the provider is to be asked again
     FolderWatch folder_;
     Alarm alarm_;
+    Attempt loading_{complain}, watching_{complain};
     std::unique_ptr<DesktopSurface> surface_;
     ColourScheme scheme_;
     std::vector<Shown> shown_;

@@ -5,16 +5,19 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "app/common/attempt.h"
 #include "app/common/command_line.h"
 #include "app/common/line_output.h"
 #include "app/common/practice_lock.h"
 #include "app/common/terminal.h"
+#include "app/common/wake_ups.h"
 #include "app/common/widget_file.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/folder_writer.h"
@@ -66,18 +69,15 @@ EventRules::Options liveRulesFor(const RecordOptions& options, const PracticeWat
 /// Brings the widgets' file up to date. What fails is told once, and stops nothing.
 std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment,
                                     const Tell& tell) {
-    return [=, wasTold = false]() mutable {
-        const Environment current = atThisMoment(environment);
-        try {
+    return [=, attempt = Attempt(tell, "the widgets stay as they are: ")]() mutable {
+        attempt.run([&] {
+            const Environment current = atThisMoment(environment);
             tapcore::FileProblems problems;
             const auto snapshot = widgetSnapshot(folder, current, &problems);
             if (!problems.empty() && showsNothing(snapshot))
                 throw Failure(problems.front().path.string(), problems.front().why);
             writeWidgetFile(snapshot, current);
-        } catch (const std::exception& error) {
-            if (!std::exchange(wasTold, true))
-                tell(std::string("the widgets stay as they are: ") + error.what());
-        }
+        });
     };
 }
 
@@ -185,12 +185,17 @@ class LiveOutput {
         for (const std::string& line : lines.kept) watched_.write(line);
         watched_.drop(lines.dropped);
         const bool wasStalled = std::exchange(isStalled_, watched_.isStalled());
-        if (isStalled_ && !wasStalled) tell("nobody takes the lines of --watch: they are dropped");
+        if (isStalled_ && !wasStalled && !watched_.isGone()) tell(whyDropped());
         if (!isStalled_) tellDropped();
         return !watched_.isGone();
     }
 
   private:
+    std::string whyDropped() const {
+        if (!watched_.failure()) return "nobody takes the lines of --watch: they are dropped";
+        return "standard output: " + watched_.failure().message() + "; the lines of --watch are dropped";
+    }
+
     void tellDropped() {
         const std::int64_t dropped = watched_.takeDropped();
         if (dropped == 0 || watched_.isGone()) return;
@@ -198,6 +203,7 @@ class LiveOutput {
                          counted(static_cast<std::size_t>(dropped), "line", "lines")));
     }
 
+    SignalQueue broken_{SIGPIPE};  // also at the end, when the recorder holds back no signals any more
     LineOutput watched_{STDOUT_FILENO};
     LineOutput told_{STDERR_FILENO};
     bool isStalled_ = false;

@@ -6,11 +6,10 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <functional>
 #include <string>
 #include <system_error>
-#include <utility>
 
+#include "app/common/attempt.h"
 #include "app/common/folder_watch.h"
 #include "app/common/line_output.h"
 #include "app/common/settings.h"
@@ -89,8 +88,8 @@ class Printer {
 
     /// The same later on: tells of a failure once, and goes on.
     void printNext(const FolderOptions& options, const Environment& environment) {
-        attempt(unread_, [&] { read(options, environment); });
-        attempt(unprinted_, [&] { printCurrent(); });
+        reading_.run([&] { read(options, environment); });
+        printing_.run([&] { printCurrent(); });
     }
 
   private:
@@ -110,19 +109,8 @@ class Printer {
             throw Failure("standard output", output_.failure().message());
     }
 
-    void attempt(std::string& problem, const std::function<void()>& act) {
-        try {
-            act();
-            problem.clear();
-        } catch (const std::exception& error) {
-            if (std::exchange(problem, error.what()) != problem) tell(problem);
-        }
-    }
-
-    void tell(const std::string& text) { told_.write(complaint(text)); }
-
     void complainOfNew(const tapcore::FileProblems& problems) {
-        if (problems != problems_) complainOf(problems, [this](const std::string& text) { tell(text); });
+        if (problems != problems_) complainOf(problems, tell_);
         problems_ = problems;
     }
 
@@ -130,7 +118,8 @@ class Printer {
     LineOutput output_{STDOUT_FILENO};
     LineOutput told_{STDERR_FILENO};
     std::string current_, printed_;
-    std::string unread_, unprinted_;  ///< why the last attempt failed
+    const Tell tell_ = [this](const std::string& text) { told_.write(complaint(text)); };
+    Attempt reading_{tell_}, printing_{tell_};
     tapcore::FileProblems problems_;
 };
 

@@ -311,6 +311,18 @@ TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
     EXPECT_EQ(counted().total(), 1);
 }
 
+TEST_F(Live, SaysWhyItsWatchCannotBeWritten) {
+    bed.plug(keyboard);
+    const tapcore::Descriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+    Program recorder(watching(), full.get());
+    ASSERT_TRUE(recorder.prints("counts go to")) << recorder.printed;
+    bed.tap(keyboard, KEY_A);
+    EXPECT_TRUE(
+        recorder.prints("standard output: No space left on device; the lines of --watch are dropped\n"));
+    EXPECT_EQ(recorder.stop(), 0);
+    EXPECT_EQ(counted().total(), 1);
+}
+
 TEST_F(Live, CountsNoPracticeAndKnowsWhatIsHeldAfterIt) {
     bed.plug(keyboard);
     Program recorder(watching());
