@@ -5,6 +5,7 @@
 
 #include "app/common/records_json.h"
 #include "app/practice/commands.h"
+#include "app/practice/history.h"
 #include "core/practice/lesson_plan.h"
 
 namespace tappora {
@@ -50,10 +51,11 @@ void printPlan(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Store store = openStore(options.folder, environment);
     const Settings settings = Settings::read(environment);
     const TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
+    const tapcore::PracticeHistory history = readHistory(store);
     keepOptions(options, setup.model->language, environment);
     const std::uint64_t seed = chosenSeed(options);
     tapcore::SeededRandom rng(seed);
-    const auto practised = store.practiceHistory().totals(setup.layout);
+    const auto practised = history.totals(setup.layout);
     const tapcore::LessonPlan plan = planLesson(*setup.model, setup.rules, practised, setup.wish, rng);
     print(jsonText({{"language", setup.model->language},
                     {"layout", setup.layout},

@@ -7,9 +7,9 @@
 #include "app/common/terminal.h"
 #include "app/practice/commands.h"
 #include "app/practice/figures.h"
+#include "app/practice/history.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_course.h"
-#include "core/practice/practice_history.h"
 
 namespace tappora {
 namespace {
@@ -115,9 +115,7 @@ void printLetters(const PracticeOptions& options, const Environment& environment
     const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Store store = openStore(options.folder, environment);
     const TrainerSetup setup = choosePractice(options, environment, Settings::read(environment), store).setup;
-    tapcore::FileProblems problems;
-    const tapcore::PracticeHistory history = store.practiceHistory(&problems);
-    requireAnswer(problems, history.days.empty());
+    const tapcore::PracticeHistory history = readHistory(store);
     const tapcore::Day since = today(options.folder, environment, calendar).adding(1 - recentDays, calendar);
     const auto rows = letterRows(setup, {history.totals(setup.layout), history.recent(since, setup.layout)});
     if (options.json) {

@@ -5,7 +5,7 @@
 #include "app/common/records_json.h"
 #include "app/practice/commands.h"
 #include "app/practice/figures.h"
-#include "core/practice/practice_history.h"
+#include "app/practice/history.h"
 #include "core/practice/practice_record.h"
 
 namespace tappora {
@@ -65,12 +65,10 @@ void printRecord(const PracticeOptions& options, const Environment& environment)
     const std::int64_t goal =
         choosePractice(options, environment, Settings::read(environment), store).setup.goalSeconds;
     const tapcore::Day day = today(options.folder, environment, calendar);
-    tapcore::FileProblems problems;
-    const tapcore::PracticeHistory history = store.practiceHistory(&problems);
+    const tapcore::PracticeHistory history = readHistory(store);
     const RecordOfToday record{PracticeRecord(history, day, goal, calendar),
                                PracticeRecord::streak(history, day, goal, calendar), history.seconds(day),
                                goal};
-    requireAnswer(problems, history.days.empty());
     print(options.json ? jsonText(toJson(record)) : text(record));
 }
 
