@@ -135,10 +135,9 @@ Written makeFolders(const fs::path& folder) {
     Written made;
     if (above != folder) made = makeFolders(above);
     if (::mkdir(folder.c_str(), S_IRWXU) < 0 && errno != EEXIST) fail("cannot make the folder", folder);
-    if (!fs::is_directory(folder, error)) {
-        errno = ENOTDIR;
-        fail("cannot make the folder", folder);
-    }
+    if (!fs::is_directory(folder, error))
+        throw fs::filesystem_error("cannot make the folder", folder,
+                                   error ? error : std::make_error_code(std::errc::not_a_directory));
     return both(made, flushFolder(above));
 }
 
