@@ -57,7 +57,7 @@ void requireFolder(const FolderChoice& choice) {
     if (error) throw Failure(choice.root.string(), error.message());
 }
 
-/// Says at once, before anything is written, that --today names no day.
+/// Says at once, before anything is written, that --today does not name a day.
 const FolderOptions& checked(const FolderOptions& options) {
     if (options.today) (void)parseDay("--today", *options.today);
     return options;

@@ -67,7 +67,7 @@ struct LockedStore {
     tapcore::Store store;
 };
 
-/// The day given with --today, else the environment's. UsageError for a text that is no day.
+/// The day given with --today, else the environment's. UsageError for a text that is not a day.
 tapcore::Day today(const FolderOptions& options, const Environment& environment,
                    const tapcore::Calendar& calendar);
 

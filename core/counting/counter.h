@@ -41,7 +41,7 @@ class Counter {
     void closeMinute();
 
     /// What was counted since the last drain, all of it in `hour`, and the busiest closed minute; both start
-    /// anew. The minute under way goes on.
+    /// again. The minute under way goes on.
     Drained drain(std::int64_t hour);
 
     /// Throws away what was counted, the minute under way included; the busiest minute stays.

@@ -18,7 +18,7 @@ struct ListedFile {
     std::string fileName() const { return name + "." + extension; }
 };
 
-/// The data files of a folder, in all formats read, by name; none when there is no such folder. A placeholder
+/// The data files of a folder, in all formats read, by name; none when the folder does not exist. A placeholder
 /// of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there by now.
 /// Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
@@ -43,7 +43,7 @@ class DataListing {
 };
 
 /// Whether a name is exactly how a day is written: "2026-09-20". More than that parses as a day
-/// ("2026-09--20"), and is no file of it.
+/// ("2026-09--20"), and is not a file of it.
 bool isDayName(std::string_view name);
 
 /// Whether a name is exactly how a month is written: "2026-09".

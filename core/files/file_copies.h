@@ -89,7 +89,7 @@ enum class MergedText {
     tookItsPlace,  ///< in the file that the note names first, unless that is as it was before
 };
 
-/// Marks the copies that such a note says are merged into another one; none by a text that is no note.
+/// Marks the copies that such a note says are merged into another one; none by a text that is not a note.
 void markSuperseded(std::vector<FileCopy>& copies, std::string_view note, MergedText merged);
 
 }  // namespace tapcore

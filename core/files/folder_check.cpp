@@ -26,11 +26,12 @@ namespace fs = std::filesystem;
 std::string nameProblem(std::string_view name, bool isMonth) {
     if (isMonth ? isMonthName(name) : isDayName(name)) return "";
     if (isKeptDayName(name))
-        return "the day as it was before lines were left out; mend the day from it, then remove it";
+        return "the day as it was before lines were left out; repair the day from it, then remove it";
     const std::string_view start = name.substr(0, isMonth ? 7 : 10);
     if (isMonth ? isMonthName(start) : isDayName(start))
         return "a copy of " + std::string(start) + " that another program left; it is not counted";
-    return isMonth ? "the name is no month; it is not counted" : "the name is no date; it is not counted";
+    return isMonth ? "not named after a month (YYYY-MM); it is not counted"
+                   : "not named after a day (YYYY-MM-DD); it is not counted";
 }
 
 /// Whose files a part holds, and so who can bring its months up to date.
@@ -109,7 +110,7 @@ class FolderCheck {
             if (!problem.empty()) report(path / file.fileName(), problem);
             else if (file.isHere) checkFile(path / file.fileName(), folder);
             if (problem.empty() && file.isHere && !names.insert(file.name).second)
-                report(path / file.fileName(), "stands beside another format of the same");
+                report(path / file.fileName(), "the same is here in another format too");
             if (folder == monthsFolder && problem.empty() && !unlisted_.contains(part.root / daysFolder))
                 checkRollup(part, path / file.fileName(), file.name, owner);
         }

@@ -263,7 +263,7 @@ void Store::takeOutOfRollup(const Day& day) const {
     const DaysRead days = readDays(own, others);
     for (const DaysRead::Unread& other : days.unread)
         if (!other.isMissing()) refuse(other.path, other.why);
-    // Of days that cannot be added up there is no month until that is put right.
+    // Days that cannot be added up have no month until that is repaired.
     replaceRollup(own, month, days.counts.fits() ? sumOf(days, own) : MonthRollup());
 }
 

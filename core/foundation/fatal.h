@@ -4,7 +4,7 @@
 
 namespace tapcore {
 
-/// Ends the program for a fault that no caller can mend: a count past 64 bits, a broken promise of the code.
+/// Ends the program for a fault that no caller can repair: a count past 64 bits, a broken promise of the code.
 /// Prints "fatal: MESSAGE", followed by what was under way, innermost first, and aborts.
 [[noreturn]] void fatal(std::string_view message);
 

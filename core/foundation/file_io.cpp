@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Why what is no file is not read.
+/// Why something that is not a file is not read.
 class NoFile : public std::error_category {
   public:
     const char* name() const noexcept override { return "no file"; }
@@ -40,7 +40,7 @@ std::error_code readAll(const Descriptor& file, std::string& text, std::size_t m
         const auto got = ::read(file.get(), text.data() + size, text.size() - size);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return lastError();
-        if (got == 0) break;  // less than asked for is no end: a pipe gives what it has
+        if (got == 0) break;  // less than asked for is not the end: a pipe gives what it has
         size += static_cast<std::size_t>(got);
         if (size > most) return std::make_error_code(std::errc::file_too_large);
         if (size == text.size()) text.resize(std::min(size, most - size) + size + reserve);

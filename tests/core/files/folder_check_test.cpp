@@ -65,27 +65,28 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
     auto rest = findings(folder, Store(folder.path(), FileFormat::org, "A"));
     rest.erase(rest.begin());
     EXPECT_THAT(
-        rest, testing::ElementsAre(
-                  "B/.keys-mac: the same id as " + (folder / "A").string(),
-                  "C/.keys-mac: the document: not an object",
-                  "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
-                  "it is not counted",
-                  "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
-                  "A/days/2026-09-20.md:4: not used: a row of Keys has 3 cells",
-                  "A/days/2026-09-20.org:2: not UTF-8 text",
-                  "A/days/2026-09-20.org: stands beside another format of the same",
-                  "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
-                  "left; it is not "
-                  "counted",
-                  "A/days/notes.md: the name is no date; it is not counted",
-                  "A/months/2026-09.org: out of date; tappora folder rollups makes it again",
-                  "A/months/September.org: the name is no month; it is not counted",
-                  "B/days/2026-09-20.md: Is a directory",
-                  "practice/2026-09-20 as it was.md: the day as it was before lines were left out; mend the "
-                  "day from it, then remove it",
-                  "practice/2026-09-20.md:3: not used: the letter is not one character",
-                  "practice/today.md: the name is no date; it is not counted",
-                  "A/months/2026-07.org: missing; tappora folder rollups makes it"));
+        rest,
+        testing::ElementsAre(
+            "B/.keys-mac: the same id as " + (folder / "A").string(),
+            "C/.keys-mac: the document: not an object",
+            "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
+            "it is not counted",
+            "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
+            "A/days/2026-09-20.md:4: not used: a row of Keys has 3 cells",
+            "A/days/2026-09-20.org:2: not UTF-8 text",
+            "A/days/2026-09-20.org: the same is here in another format too",
+            "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
+            "left; it is not "
+            "counted",
+            "A/days/notes.md: not named after a day (YYYY-MM-DD); it is not counted",
+            "A/months/2026-09.org: out of date; tappora folder rollups makes it again",
+            "A/months/September.org: not named after a month (YYYY-MM); it is not counted",
+            "B/days/2026-09-20.md: Is a directory",
+            "practice/2026-09-20 as it was.md: the day as it was before lines were left out; repair the "
+            "day from it, then remove it",
+            "practice/2026-09-20.md:3: not used: the letter is not one character",
+            "practice/today.md: not named after a day (YYYY-MM-DD); it is not counted",
+            "A/months/2026-07.org: missing; tappora folder rollups makes it"));
 }
 
 TEST(FolderCheck, SaysWhoseMonthsAreOutOfDateAndLetsAnAbsentMachineBe) {
@@ -132,7 +133,7 @@ TEST(FolderCheck, WaitsForNoPipe) {
     EXPECT_THAT(findings(folder, store),
                 testing::ElementsAre(".keys/config.json: not a regular file; the defaults are used",
                                      "A/.keys-mac: not a regular file",
-                                     "days/2026-09-19.org: stands beside another format of the same",
+                                     "days/2026-09-19.org: the same is here in another format too",
                                      "days/2026-09-20.org: not a regular file"));
     EXPECT_EQ(store.read({2026, 9, 19}).tally.total(), 10);
     EXPECT_EQ(MacFolder::find(folder.path(), "x"), std::nullopt);
