@@ -36,7 +36,7 @@ using tapcore::Store;
 /// This machine's own files alone.
 Store own(const Store& store) { return {store.base(), store.format}; }
 
-/// "1,204,331 keystrokes", or that there are too many to tell: what destroys is what mends that.
+/// "1,204,331 keystrokes", or that there are too many to tell: what destroys is the way to repair that.
 std::string keystrokes(const Store& store, const std::vector<Day>& days) {
     tapcore::CountSum counts;
     for (const Day& day : days)
@@ -57,7 +57,7 @@ std::string countsOf(const Store& store) {
                        months);
 }
 
-/// What goes besides when days are written anew without what is to be forgotten: ", 2 lines that are no
+/// What else goes when days are rewritten without what is to be forgotten: ", 2 lines that are not
 /// counts, 1 file kept as it was"; "" when there is nothing.
 std::string besides(const Store& store) {
     std::size_t lines = 0;
@@ -72,7 +72,7 @@ std::string besides(const Store& store) {
         lines += tapcore::leftOutOf<tapcore::DayFile>(text).size();
     }
     std::string what;
-    if (lines > 0) what += ", " + counted(lines, "line that is no count", "lines that are no counts");
+    if (lines > 0) what += ", " + counted(lines, "line that is not a count", "lines that are not counts");
     if (kept > 0) what += ", " + counted(kept, "file", "files") + " kept as it was";
     return what;
 }
@@ -93,12 +93,22 @@ std::string warning(const Store& store, std::string_view what) {
                        stays);
 }
 
-/// Says what will be gone, asks, and does it, with the folder locked only then: counting goes on meanwhile.
-void confirmed(const Store& store, std::string_view loss, bool yes, const Environment& environment,
-               const std::function<void()>& destroy) {
-    confirm(warning(store, loss), yes);
-    const auto lock = lockForWriting(environment, store.root);
-    destroy();
+/// What is to be destroyed, in which folder, and whether that needs no answer.
+struct Plan {
+    const FolderOptions& options;
+    const Environment& environment;
+    bool yes;
+    Store store = LockedStore(options, environment).store;
+};
+
+/// Says what will be gone, asks, and does it. The folder is locked and opened again only then: counting goes
+/// on meanwhile, and the format may change.
+void confirmed(const Plan& plan, std::string_view loss, const std::function<void(const Store&)>& destroy) {
+    confirm(warning(plan.store, loss), plan.yes);
+    const LockedStore locked(plan.options, plan.environment);
+    if (locked.store.base() != plan.store.base())
+        throw Failure("nothing done", "the data folder is now " + locked.store.base().string());
+    destroy(locked.store);
     print("Done.\n");
 }
 
@@ -147,8 +157,8 @@ const Reset* named(std::span<const Reset> all, std::string_view name) {
     return nullptr;
 }
 
-void perform(const Reset& reset, const Store& store, bool yes, const Environment& environment) {
-    confirmed(store, reset.loss(own(store)), yes, environment, [&] { reset.run(store); });
+void perform(const Reset& reset, const Plan& plan) {
+    confirmed(plan, reset.loss(own(plan.store)), reset.run);
 }
 
 /// Fails when a folder of this machine cannot be listed: what would be gone is told from them.
@@ -167,7 +177,8 @@ bool hasFilesOf(const Day& day, const Store& store) {
     });
 }
 
-void clearOneDay(const Day& day, const Store& store, bool yes, const Environment& environment) {
+void clearOneDay(const Day& day, const Plan& plan) {
+    const Store& store = plan.store;
     if (!hasFilesOf(day, store)) {
         const bool isElsewhere = store.names(tapcore::daysFolder).contains(day.description());
         print(fmt::format("This machine has no counts of {}.\n", day.description()));
@@ -178,9 +189,9 @@ void clearOneDay(const Day& day, const Store& store, bool yes, const Environment
     const bool isAway = std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
         return file.name == day.description() && !file.isHere;
     });
-    const std::string loss = isAway ? day.description() + ", of which iCloud Drive has still to bring a file,"
+    const std::string loss = isAway ? day.description() + ", of which iCloud Drive has not downloaded a file,"
                                     : day.description() + " with " + keystrokes(own(store), {day});
-    confirmed(store, loss, yes, environment, [&] { store.clearDay(day); });
+    confirmed(plan, loss, [&](const Store& opened) { opened.clearDay(day); });
 }
 
 }  // namespace
@@ -197,6 +208,7 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
     }
     LongWork work("converting");
     work.requireDone(locked.store.convert(work.progress()));
+    requireListable(locked.store);
     if (locked.store.needsConversion())
         throw Failure(locked.store.base().string(),
                       "some files are still in the other format; running it again does the rest");
@@ -239,9 +251,9 @@ void resetFolder(const std::string& what, bool yes, const FolderOptions& options
                  const Environment& environment) {
     const Reset* reset = named(resets, what);
     if (!reset) throw UsageError("folder reset: not heatmap, shortcuts or practice: " + what);
-    const Store store = LockedStore(options, environment).store;
-    requireListable(store);
-    perform(*reset, store, yes, environment);
+    const Plan plan{options, environment, yes};
+    requireListable(plan.store);
+    perform(*reset, plan);
 }
 
 void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
@@ -250,10 +262,10 @@ void clearFolder(const std::string& what, bool yes, const FolderOptions& options
     if (!clearing && !Day::parse(what))
         throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
     const auto day = clearing ? std::nullopt : std::optional(parseDay("folder clear", what));
-    const Store store = LockedStore(options, environment).store;
-    requireListable(store);
-    if (day) clearOneDay(*day, store, yes, environment);
-    else perform(*clearing, store, yes, environment);
+    const Plan plan{options, environment, yes};
+    requireListable(plan.store);
+    if (day) clearOneDay(*day, plan);
+    else perform(*clearing, plan);
 }
 
 }  // namespace tappora

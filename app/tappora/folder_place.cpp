@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "app/common/data_folder.h"
 #include "app/common/long_work.h"
@@ -16,6 +19,7 @@
 #include "app/common/write_told.h"
 #include "app/tappora/folder_tasks.h"
 #include "core/files/data_listing.h"
+#include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
 #include "core/foundation/file_io.h"
@@ -33,7 +37,7 @@ struct Contents {
     std::size_t inCloud = 0;
 };
 
-/// What lies in the folders of a part.
+/// What is in the folders of a part.
 void add(Contents& contents, const fs::path& folder, tapcore::FileProblems& problems) {
     const tapcore::FolderListing listing = tapcore::listFolder(folder);
     if (listing.status == tapcore::FolderListing::Status::unreadable)
@@ -56,49 +60,85 @@ std::string readableSize(std::uintmax_t bytes) {
     return fmt::format("{} MB", bytes / 1'000'000);
 }
 
+/// Of days, of which there are some.
 std::string span(const std::vector<tapcore::Day>& days) {
-    if (days.empty()) return "none yet";
     return fmt::format("{}, {} to {}", counted(days.size(), "day", "days"), days.front().description(),
                        days.back().description());
 }
 
-void printText(const FolderChoice& choice, const Store& store, const Contents& contents) {
+/// What the folder holds, listed once. What could not be listed is missing in it, and named.
+struct Shown {
+    explicit Shown(const Store& store)
+        : days(store.days(&unlistedDays)),
+          months(store.names(tapcore::monthsFolder, &unlistedMonths)),
+          practice(store.names(tapcore::practiceFolder, &unlistedPractice)),
+          needsConversion(store.needsConversion(&problems)) {
+        for (const Store& part : store.readParts(&problems))
+            for (const std::string_view folder : Store::ownFolders)
+                add(contents, part.root / folder, problems);
+        for (const tapcore::FileProblems* some : {&unlistedDays, &unlistedMonths, &unlistedPractice})
+            problems.insert(problems.end(), some->begin(), some->end());
+    }
+
+    tapcore::FileProblems problems, unlistedDays, unlistedMonths, unlistedPractice;
+    std::vector<tapcore::Day> days;
+    std::set<std::string> months;
+    std::set<std::string> practice;
+    bool needsConversion;
+    Contents contents;
+};
+
+/// What was found, said only as far as it is known.
+std::string asKnown(const tapcore::FileProblems& unlisted, bool isNone, std::string_view none,
+                    std::string_view found) {
+    if (unlisted.empty()) return std::string(isNone ? none : found);
+    return isNone ? "not known" : fmt::format("at least {}", found);
+}
+
+void printText(const FolderChoice& choice, const Store& store, const Shown& shown) {
     const auto row = [](std::string_view title, std::string_view value) {
         print(fmt::format("{:<10} {}\n", title, value));
     };
+    const Contents& contents = shown.contents;
     row("Folder", choice.root.string());
     row("Chosen", choice.why());
     row("Format", store.format.title());
     if (const auto macs = store.macs(); !macs.empty())
         row("Machines", harmlessLine(fmt::format("{}", fmt::join(macs, ", "))));
     if (store.mac) row("This one", harmlessLine(*store.mac));
-    row("Counts", span(store.days()));
-    row("Months", std::to_string(store.names(tapcore::monthsFolder).size()));
-    row("Practice", counted(store.names(tapcore::practiceFolder).size(), "day", "days"));
+    row("Counts", asKnown(shown.unlistedDays, shown.days.empty(), "none yet",
+                          shown.days.empty() ? "" : span(shown.days)));
+    row("Months",
+        asKnown(shown.unlistedMonths, shown.months.empty(), "0", std::to_string(shown.months.size())));
+    row("Practice", asKnown(shown.unlistedPractice, shown.practice.empty(), "0 days",
+                            counted(shown.practice.size(), "day", "days")));
     row("Size",
         fmt::format("{} in {}", readableSize(contents.bytes), counted(contents.files, "file", "files")));
     if (contents.inCloud > 0)
         row("In iCloud",
             counted(contents.inCloud, "file that is not here yet", "files that are not here yet"));
-    if (store.needsConversion())
+    if (shown.needsConversion)
         print("Some files are in the other format; tappora folder convert makes them one.\n");
 }
 
-nlohmann::json toJson(const FolderChoice& choice, const Store& store, const Contents& contents) {
+nlohmann::json toJson(const FolderChoice& choice, const Store& store, const Shown& shown) {
     nlohmann::json days = nlohmann::json::array();
-    for (const tapcore::Day& day : store.days()) days.push_back(day.description());
+    for (const tapcore::Day& day : shown.days) days.push_back(day.description());
     nlohmann::json result = {{"root", choice.root.string()},
                              {"why", choice.why()},
                              {"format", store.format.rawValue()},
                              {"macs", store.macs()},
                              {"days", days},
-                             {"months", store.names(tapcore::monthsFolder)},
-                             {"practice", store.names(tapcore::practiceFolder)},
-                             {"bytes", contents.bytes},
-                             {"files", contents.files},
-                             {"inCloud", contents.inCloud},
-                             {"needsConversion", store.needsConversion()}};
+                             {"months", shown.months},
+                             {"practice", shown.practice},
+                             {"bytes", shown.contents.bytes},
+                             {"files", shown.contents.files},
+                             {"inCloud", shown.contents.inCloud},
+                             {"needsConversion", shown.needsConversion}};
     if (store.mac) result["mac"] = *store.mac;
+    std::set<std::string> unlisted;
+    for (const tapcore::FileProblem& problem : shown.problems) unlisted.insert(problem.path.string());
+    if (!unlisted.empty()) result["unlisted"] = unlisted;
     return result;
 }
 
@@ -107,13 +147,10 @@ nlohmann::json toJson(const FolderChoice& choice, const Store& store, const Cont
 void showFolder(const FolderOptions& options, const Environment& environment, bool json) {
     const FolderChoice choice = chooseFolder(options, environment);
     const Store store = openStore(options, environment);
-    Contents contents;
-    tapcore::FileProblems problems;
-    for (const Store& part : store.readParts(&problems))
-        for (const std::string_view folder : Store::ownFolders) add(contents, part.root / folder, problems);
-    requireAnswer(problems, contents.files == 0);
-    if (json) print(jsonText(toJson(choice, store, contents)));
-    else printText(choice, store, contents);
+    const Shown shown(store);
+    requireAnswer(shown.problems, shown.contents.files == 0);
+    if (json) print(jsonText(toJson(choice, store, shown)));
+    else printText(choice, store, shown);
 }
 
 void setFolder(const std::optional<std::string>& directory, const Environment& environment) {
@@ -143,29 +180,60 @@ void shareFolder(const FolderOptions& options, const Environment& environment) {
         print("The files that are there already stay at the top of the folder, and count as before.\n");
 }
 
+namespace {
+
+using tapcore::MacFolder::Adoption;
+
+/// Takes over the files, and names those that were not taken, however it ends.
+Adoption takeOver(const std::string& directory, const Store& store, tapcore::FileProblems& missing) {
+    try {
+        LongWork work("taking over");
+        const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress(), &missing);
+        work.requireDone(outcome != Adoption::interrupted);
+        complainOf(missing);
+        return outcome;
+    } catch (...) {
+        complainOf(missing);
+        throw;
+    }
+}
+
+/// Says that settings which were here stand, where the other folder's differ.
+void tellWhoseSettingsStand(const std::string& directory, const Store& store) {
+    const auto read = [](const fs::path& root) {
+        return tapcore::readStoredFile(tapcore::FolderConfig::url(root));
+    };
+    const tapcore::FileRead theirs = read(directory);
+    const tapcore::FileRead ours = read(store.root);
+    using Status = tapcore::FileRead::Status;
+    if (theirs.status == Status::read && ours.status == Status::read && theirs.text != ours.text)
+        print(fmt::format("{}: keeps its own settings; those of {} differ\n",
+                          harmlessLine(store.root.string()), harmlessLine(directory)));
+}
+
+}  // namespace
+
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
-    using tapcore::MacFolder::Adoption;
     if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
     const tapcore::Day now = today(options, environment, environment.calendar);
     const LockedStore locked(options, environment);
     const Store& store = locked.store;
-    LongWork work("taking over");
-    tapcore::FileProblems problems;
-    const Adoption outcome = tapcore::MacFolder::adopt(directory, store, work.progress(), &problems);
+    tapcore::FileProblems missing;
+    const Adoption outcome = takeOver(directory, store, missing);
     if (outcome == Adoption::sameFolder)
         throw Failure(directory, "is the data folder itself, or a part of it");
     if (outcome == Adoption::nothing) throw Failure(directory, "holds no days to take over");
     if (outcome == Adoption::holdsDays)
         throw Failure(store.base().string(), "holds days already, so nothing is taken over");
-    work.requireDone(outcome != Adoption::interrupted);
-    const std::size_t left = problems.size();
-    store.refreshRollups(now, {}, &problems);
-    complainOf(problems);
+    tellWhoseSettingsStand(directory, store);
+    tapcore::FileProblems unsummed;
+    store.refreshRollups(now, {}, &unsummed);
+    complainOf(unsummed);
     if (outcome == Adoption::incomplete)
         throw Failure(directory,
                       fmt::format("{} not taken over, so this folder is still needed; the same command "
                                   "again takes what it can by then",
-                                  counted(left, "item was", "items were")));
+                                  counted(missing.size(), "item was", "items were")));
     print(fmt::format("{}: took over what {} holds\n", harmlessLine(store.base().string()),
                       harmlessLine(directory)));
 }

@@ -9,6 +9,7 @@
 #include "core/files/cloud.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
+#include "core/files/folder_config.h"
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
@@ -110,14 +111,15 @@ class Plan {
 /// Copies files that are not there, and says which it left.
 class Copier {
   public:
-    Copier(WriteTold told, FileProblems& missing) : told_(std::move(told)), missing_(missing) {}
+    Copier(const fs::path& into, WriteTold told, FileProblems& missing)
+        : settings_(FolderConfig::url(into)), told_(std::move(told)), missing_(missing) {}
 
     void copy(const CopyStep& step) const {
         const FileRead file = readBytes(step.from);
         if (file.status != FileRead::Status::read) return leave(step, whyUnread(file));
         if (!isThere(step.to) && !isThere(cloudPlaceholder(step.to))) return write(step, file.text);
         const bool isDifferent = readStoredFile(step.to).text != file.text;
-        const bool ownStands = step.kind == Kind::month || step.from.filename() == "config.json";
+        const bool ownStands = step.kind == Kind::month || step.to == settings_;
         if (isDifferent && !ownStands) leave(step, "a different file of that name is here already");
     }
 
@@ -138,6 +140,7 @@ class Copier {
         if (step.kind == Kind::month) fs::last_write_time(step.to, fs::last_write_time(step.from), ignored);
     }
 
+    fs::path settings_;
     WriteTold told_;
     FileProblems& missing_;
 };
@@ -171,10 +174,17 @@ class DayTaker {
     const Copier& copier_;
 };
 
-bool perform(const Plan& plan, const Progress& progress, const std::function<void(const CopyStep&)>& step) {
-    for (std::size_t done = 0; done < plan.steps().size(); ++done) {
-        if (!goesOn(progress, done, plan.steps().size())) return false;
-        step(plan.steps()[done]);
+/// Performs each step, and leaves one that fails: what can be taken is taken, and all that cannot is named.
+bool perform(const Plan& plan, const Progress& progress, const Copier& copier,
+             const std::function<void(const CopyStep&)>& perform) {
+    std::size_t done = 0;
+    for (const CopyStep& step : plan.steps()) {
+        if (!goesOn(progress, done++, plan.steps().size())) return false;
+        try {
+            perform(step);
+        } catch (const fs::filesystem_error& error) {
+            copier.leave(step, error.path1().string() + ": " + error.code().message());
+        }
     }
     return true;
 }
@@ -227,33 +237,34 @@ Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& prog
         const bool hasDays = !Store(oldRoot, store.format).days(&unlisted).empty();
         if (!hasDays) report(problems, unlisted);
         if (!hasDays) return unlisted.empty() ? Adoption::nothing : Adoption::incomplete;
+        note.placeWaiting();  // of another adoption, which was cut off: they are days of this folder
         if (holdsDays(store.base())) return Adoption::holdsDays;
     }
+    note.begin();
     const auto told = [&](const Written& unsafe) { store.settle(unsafe); };
-    const Copier copier(told, missing);
+    const Copier copier(store.root, told, missing);
     Plan plan(missing);
     if (macs.empty()) plan.addFolders(oldRoot, store.base(), store.root);
     else addShared(plan, oldRoot, macs, store, missing);
-    note.begin();
     DayTaker days(note, oldRoot, store.format, copier);
-    const bool isWhole = perform(plan, progress, [&](const CopyStep& step) {
+    const bool isWhole = perform(plan, progress, copier, [&](const CopyStep& step) {
         if (step.kind == Kind::day) days.take(step);
         else copier.copy(step);
     });
     report(problems, missing);
     if (!isWhole) return Adoption::interrupted;
     if (!missing.empty()) return Adoption::incomplete;
-    note.remove();
+    TakenNote::forget(store.base());
     return Adoption::done;
 }
 
 bool copy(const fs::path& from, const fs::path& into, const std::optional<std::string>& mac,
           const Progress& progress, const WriteTold& told, FileProblems* problems) {
     FileProblems missing;
-    const Copier copier(told, missing);
+    const Copier copier(into, told, missing);
     Plan plan(missing);
     plan.addFolders(from, mac ? into / *mac : into, into);
-    const bool isWhole = perform(plan, progress, [&](const CopyStep& step) { copier.copy(step); });
+    const bool isWhole = perform(plan, progress, copier, [&](const CopyStep& step) { copier.copy(step); });
     report(problems, missing);
     return isWhole;
 }

@@ -70,16 +70,14 @@ enum class Adoption {
 /// Takes over the files of another data folder, when it is another one, holds days, and this machine's folder
 /// holds none, or is in the middle of taking that folder over. See `copy`; apart from that:
 ///
-/// - A day that is in both, since it was counted while the adoption was interrupted, is put beside as its
-/// copy
-///   in another format, and so is added. A note says until the end what was taken, so that nothing is twice.
+/// - A day that is in both, since it was counted while the adoption was interrupted, becomes a copy in
+///   another format, and so is added. A note says until the end what was taken, so that nothing is twice.
 /// - Of a folder that several machines write, what this machine wrote is taken, and what is at its top, when
-/// the
-///   store's folder is shared too; else all of it.
+///   the store's folder is shared too; else all of it.
 ///
-/// What cannot be taken is named in `problems`: files that are not here yet or cannot be read, symbolic
-/// links, what other machines wrote, files of which another with that name is here. Throws filesystem_error
-/// with the path when something cannot be written.
+/// What cannot be taken is named in `problems`, and the rest is taken: files that are not here yet, cannot be
+/// read or cannot be written here, symbolic links, what other machines wrote, files of which another with
+/// that name is here. Throws filesystem_error with the path when nothing can be taken.
 Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const Progress& progress = {},
                FileProblems* problems = nullptr);
 
@@ -87,8 +85,8 @@ Adoption adopt(const std::filesystem::path& oldRoot, const Store& store, const P
 /// and the settings, reports and conversations to its top: file by file, never over one that is there
 /// already, so that after an interruption a repeat copies what is missing. Links are not followed, hidden
 /// files not copied, and months older than their days, so that they are made again. False when it was
-/// interrupted. Throws filesystem_error with the path; tells of what is not yet safe from a power cut. What
-/// is not copied is named in `problems`.
+/// interrupted. Tells of what is not yet safe from a power cut. What is not copied is named in `problems`,
+/// and so is what cannot be written here, with the reason.
 bool copy(const std::filesystem::path& from, const std::filesystem::path& into,
           const std::optional<std::string>& mac, const Progress& progress = {}, const WriteTold& told = {},
           FileProblems* problems = nullptr);

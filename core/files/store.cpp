@@ -164,8 +164,12 @@ void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pau
 }
 
 void Store::change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const {
+    changeRead(day, readWholeCopies(base() / daysFolder, day.description(), format, fetch_), leftOut, change);
+}
+
+void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, LeftOut leftOut,
+                       const std::function<void(DayFile&)>& change) const {
     const fs::path folder = base() / daysFolder;
-    const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     const std::string place = (folder / day.description()).string();
     const FatalContext context("changing", place);
     DayFile file;

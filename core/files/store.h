@@ -24,6 +24,7 @@
 namespace tapcore {
 
 struct ChatFile;
+struct FileCopy;
 struct Layout;
 struct PracticeDay;
 struct PracticeHistory;
@@ -54,7 +55,7 @@ class Store {
         if (mac && mac->empty()) mac.reset();  // that would be the folder itself, once more
     }
 
-    /// The same store, which asks for files that iCloud Drive has still to bring when it comes upon them.
+    /// The same store, which asks iCloud Drive for files that are not here yet when it finds them.
     Store fetching(CloudFetch fetch) const;
     /// The same store, which tells of what it wrote that is not yet safe from a power cut.
     Store telling(WriteTold told) const;
@@ -81,7 +82,7 @@ class Store {
     /// name, and the own one.
     std::vector<Store> parts() const;
 
-    /// All folders that are read: the parts, and the top of a shared folder, for what lies there from before
+    /// All folders that are read: the parts, and the top of a shared folder, for what is there from before
     /// it was shared.
     std::vector<Store> readParts(FileProblems* problems = nullptr) const;
 
@@ -118,7 +119,7 @@ class Store {
              const std::optional<std::string>& board, const std::optional<std::string>& layout,
              const Day& day) const;
 
-    /// What becomes of lines that cannot be used when their file is written anew: `kept` keeps the old one.
+    /// What becomes of lines that cannot be used when their file is rewritten: `kept` keeps the old one.
     enum class LeftOut { kept, dropped };
     /// Changes the own file of a day as a whole, on the same conditions as `add`.
     void change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const;
@@ -130,8 +131,8 @@ class Store {
     void removeOthers(std::string_view folder, std::string_view name,
                       const std::filesystem::path& keep) const;
 
-    /// So many days up to and with `endingOn`, added up in ascending order: one entry a day, all machines
-    /// together, a day without a file as an empty one.
+    /// So many days up to and including `endingOn`, added up in ascending order: one entry a day, all
+    /// machines together, a day without a file as an empty one.
     Summary summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                     FileProblems* problems = nullptr) const;
 
@@ -141,8 +142,9 @@ class Store {
     /// rollup.
     std::optional<MonthRollup> readRollup(std::string_view month, FileProblems* problems = nullptr) const;
     /// Makes this machine's rollup of a month again from its days before `today`, and removes it when there
-    /// are none. Does nothing, and returns false, for a name that is no month's, and while one of those days
-    /// is not here yet, cannot be read, or has counts too large to be added up; it is named in `problems`.
+    /// are none. Does nothing, and returns false, for a name that is not a month's, and while one of those
+    /// days is not here yet, cannot be read, or has counts too large to be added up; it is named in
+    /// `problems`.
     bool rebuildRollup(std::string_view month, const Day& today, FileProblems* problems = nullptr) const;
     /// Whether this machine's rollup of a month is missing, does not list exactly the month's own days before
     /// `today`, or may be older than one of their files.
@@ -184,8 +186,9 @@ class Store {
     // Changing what is stored, in this machine's own folder alone. What cannot be changed whole is not
     // changed at all.
 
-    /// Whether the own folder holds a day, month or practice file in the other format.
-    bool needsConversion() const;
+    /// Whether the own folder holds a day, month or practice file in the other format. A folder that cannot
+    /// be listed is named in `problems`.
+    bool needsConversion(FileProblems* problems = nullptr) const;
     /// Writes each such file in this format and removes the other copy. May be interrupted at any point and
     /// run again; false when it was.
     bool convert(const Progress& progress = {}) const;
@@ -208,8 +211,8 @@ class Store {
 
     /// Where this machine writes them.
     std::filesystem::path ownLayoutsURL() const;
-    /// Those of all parts; of two with one id, this machine's. A file that is no layout, or whose name is not
-    /// its id, is named in `problems` and left out.
+    /// Those of all parts; of two with one id, this machine's. A file that is not a layout, or whose name is
+    /// not its id, is named in `problems` and left out.
     std::vector<Layout> ownLayouts(FileProblems* problems = nullptr) const;
     /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
     /// digit; and not "auto", which stands for the system's layout.
@@ -228,6 +231,9 @@ class Store {
     /// The days that the files of a folder are named after, ascending.
     std::vector<Day> daysIn(std::string_view folder, FileProblems* problems) const;
 
+    /// The same as `change`, of a day whose files were read.
+    void changeRead(const Day& day, const std::vector<FileCopy>& copies, LeftOut leftOut,
+                    const std::function<void(DayFile&)>& change) const;
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
     /// Makes this machine's rollup of a day's month again without that day.
     void takeOutOfRollup(const Day& day) const;

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Refuses to change a folder in part: what iCloud Drive has still to bring would stay as it is.
+/// Refuses to change a folder in part: what is not here yet would stay as it is.
 void requireAllHere(const fs::path& folder) {
     for (const ListedFile& file : allDataFiles(folder))
         if (isOnlyInCloud(folder / file.fileName()))
@@ -60,11 +60,12 @@ void remove(const std::vector<Doomed>& all) {
     for (const Doomed& files : all) files.remove();
 }
 
-/// The names in a folder of data files that are here in the format not written.
-std::set<std::string> namesToConvert(const fs::path& base, std::string_view folder, FileFormat format) {
+/// The names of data files that are here in the format not written, of those in one of the data folders.
+std::set<std::string> namesToConvert(const std::vector<ListedFile>& files, std::string_view folder,
+                                     FileFormat format) {
     const IsData isData = folder == monthsFolder ? isMonthName : isDayName;
     std::set<std::string> names;
-    for (const ListedFile& file : dataFiles(base / folder))
+    for (const ListedFile& file : files)
         if (file.isHere && file.extension != format.fileExtension() && isData(file.name))
             names.insert(file.name);
     return names;
@@ -72,16 +73,19 @@ std::set<std::string> namesToConvert(const fs::path& base, std::string_view fold
 
 }  // namespace
 
-bool Store::needsConversion() const {
-    return std::any_of(dataFolders.begin(), dataFolders.end(), [&](std::string_view folder) {
-        return !namesToConvert(base(), folder, format).empty();
-    });
+bool Store::needsConversion(FileProblems* problems) const {
+    FileProblems unlisted;
+    bool needs = false;
+    for (const std::string_view folder : dataFolders)
+        needs |= !namesToConvert(dataFiles(base() / folder, unlisted), folder, format).empty();
+    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
+    return needs;
 }
 
 bool Store::convert(const Progress& progress) const {
     std::vector<std::pair<std::string_view, std::string>> files;
     for (const std::string_view folder : dataFolders)
-        for (const std::string& name : namesToConvert(base(), folder, format))
+        for (const std::string& name : namesToConvert(dataFiles(base() / folder), folder, format))
             files.emplace_back(folder, name);
     for (std::size_t done = 0; done < files.size(); ++done) {
         if (!goesOn(progress, done, files.size())) return false;
@@ -103,6 +107,7 @@ void Store::clearDay(const Day& day) const {
     std::erase_if(files.names, [&](const std::string& kept) { return !kept.starts_with(name); });
     files.names.insert(name);
     takeOutOfRollup(day);
+    TakenNote::forgetDay(base(), name);
     files.remove();
 }
 
@@ -125,12 +130,12 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     const auto dayNames = namesOf(days, isDayName);
     const auto monthNames = namesOf(months, isMonthName);
     const Doomed kept = doomed(days, isKeptDayName);
+    std::vector<std::pair<Day, std::vector<FileCopy>>> read;  // all of them, or none is changed
     for (const std::string& name : dayNames)
-        readWholeCopies(days, name, format, fetch_);  // or none is changed
-    std::size_t done = 0;
-    for (const std::string& name : dayNames) {
-        if (!goesOn(progress, done++, dayNames.size())) return false;
-        change(*Day::parse(name), LeftOut::dropped, inDay);
+        read.emplace_back(*Day::parse(name), readWholeCopies(days, name, format, fetch_));
+    for (std::size_t done = 0; done < read.size(); ++done) {
+        if (!goesOn(progress, done, read.size())) return false;
+        changeRead(read[done].first, read[done].second, LeftOut::dropped, inDay);
     }
     kept.remove();
     for (const std::string& name : monthNames) changeRollup(name, inMonth);

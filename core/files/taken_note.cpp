@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <optional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "core/files/cloud.h"
 #include "core/files/file_format.h"
+#include "core/files/folder_names.h"
 #include "core/foundation/descriptor.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
@@ -19,6 +22,10 @@ namespace tapcore {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view noteName = ".adopting";
+/// What the names of days begin with that wait for their place.
+constexpr std::string_view hiddenStart = ".adopting.";
 
 // The note's first line is the old folder. Then comes a line for each day taken:
 //
@@ -54,6 +61,14 @@ std::optional<fs::path> freePlace(const fs::path& wished) {
     return std::nullopt;
 }
 
+std::vector<std::string> namesStartingWith(std::string_view start, const fs::path& folder) {
+    FolderListing listing = listFolder(folder);
+    if (listing.status == FolderListing::Status::unreadable)
+        throw fs::filesystem_error("cannot list", folder, listing.error);
+    std::erase_if(listing.names, [&](const std::string& name) { return !name.starts_with(start); });
+    return std::move(listing.names);
+}
+
 [[noreturn]] void fail(const fs::path& path) {
     const std::error_code why(errno, std::generic_category());
     throw fs::filesystem_error("cannot write", path, why);
@@ -62,7 +77,7 @@ std::optional<fs::path> freePlace(const fs::path& wished) {
 }  // namespace
 
 TakenNote::TakenNote(const fs::path& folder, const fs::path& oldRoot)
-    : folder_(folder), path_(folder / ".adopting"), oldRoot_(keyOf(fs::weakly_canonical(oldRoot).string())) {
+    : folder_(folder), path_(folder / noteName), oldRoot_(keyOf(fs::weakly_canonical(oldRoot).string())) {
     read();
 }
 
@@ -79,20 +94,29 @@ void TakenNote::read() {
     std::string_view rest = note.text;
     std::string_view line;
     isBegun_ = nextLine(rest, line) && line == oldRoot_;
-    while (isBegun_ && nextLine(rest, line)) {
+    while (nextLine(rest, line)) {
         const std::string text(firstWord(line));
         const std::string place(firstWord(line));
         taken_[std::string(line)] = {text, place};
     }
 }
 
-void TakenNote::begin() {
+void TakenNote::write() const {
     std::string text = oldRoot_ + "\n";
     for (const auto& [key, taken] : taken_) text += taken.text + " " + taken.place + " " + key + "\n";
     writeFile(path_, text).requireSafe();
-    isBegun_ = true;
+}
+
+void TakenNote::placeWaiting() const {
     for (const auto& [key, taken] : taken_)
         if (isThere(hidden(key))) putInPlace(key).requireSafe();
+}
+
+void TakenNote::begin() {
+    if (!isBegun_) taken_.clear();
+    write();
+    isBegun_ = true;
+    placeWaiting();
 }
 
 bool TakenNote::has(std::string_view name, std::string_view text) const {
@@ -116,20 +140,28 @@ Written TakenNote::putInPlace(const std::string& key) const {
     return place ? renameFile(hidden(key), *place) : Written();
 }
 
-void TakenNote::remove() const { removeFile(path_); }
-
 void TakenNote::forget(const fs::path& folder) {
-    const std::string note = ".adopting";
-    const FolderListing listing = listFolder(folder);
-    if (listing.status == FolderListing::Status::unreadable)
-        throw fs::filesystem_error("cannot list", folder, listing.error);
-    for (const std::string& name : listing.names)
-        if (name == note || name.starts_with(note + ".")) removeFile(folder / name);
+    for (const std::string& name : namesStartingWith(noteName, folder)) removeFile(folder / name);
 }
 
-fs::path TakenNote::hidden(const std::string& key) const { return folder_ / (".adopting." + hexDigest(key)); }
+void TakenNote::forgetDay(const fs::path& folder, std::string_view day) {
+    const TakenNote note(folder, "");
+    std::set<fs::path> others;
+    for (const auto& [key, taken] : note.taken_) {
+        const fs::path place = taken.place;
+        if (place.parent_path() != daysFolder || place.stem() != day) others.insert(note.hidden(key));
+    }
+    for (const std::string& name : namesStartingWith(hiddenStart, folder))
+        if (!others.contains(folder / name)) removeFile(folder / name);
+}
 
-void TakenNote::append(std::string_view line) const {
+fs::path TakenNote::hidden(const std::string& key) const {
+    return folder_ / std::string(hiddenStart).append(hexDigest(key));
+}
+
+void TakenNote::append(std::string_view line) {
+    if (isTorn_) write();
+    isTorn_ = true;
     const Descriptor note(retrying([&] { return ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC); }));
     if (!note.isOpen()) fail(path_);
     while (!line.empty()) {
@@ -138,6 +170,7 @@ void TakenNote::append(std::string_view line) const {
         if (written > 0) line.remove_prefix(static_cast<std::size_t>(written));
     }
     if (retrying([&] { return ::fsync(note.get()); }) < 0) fail(path_);
+    isTorn_ = false;
 }
 
 }  // namespace tapcore

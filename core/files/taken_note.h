@@ -17,14 +17,18 @@ namespace tapcore {
 /// is in the note and still has its hidden file was cut off there, and gets its place when the note is read.
 class TakenNote {
   public:
-    /// Reads the note of a folder, if it has one of that old folder.
+    /// Reads the note of a folder, when it has one.
     TakenNote(const std::filesystem::path& folder, const std::filesystem::path& oldRoot);
 
-    /// Whether that old folder is being taken over already.
+    /// Whether the note is of that old folder.
     bool isBegun() const { return isBegun_; }
 
-    /// Writes the note as far as it goes, and gives their place to the days that were cut off. Throws
+    /// Gives their place to the days that wait for it, also when the note is of another old folder. Throws
     /// filesystem_error with the path, as all below.
+    void placeWaiting() const;
+
+    /// Writes the note as far as it goes, and gives their place to the days that wait for it. A note of
+    /// another old folder is replaced.
     void begin();
 
     /// Whether a day of the old folder was taken; or taken with that text. `name` is its path in that folder.
@@ -32,17 +36,19 @@ class TakenNote {
     bool has(std::string_view name, std::string_view text) const;
 
     /// Puts a day in its place, or beside what is there, as a copy in another format, which readers add; and
-    /// notes it.
+    /// notes it. One that fails to be noted is not taken; one that fails after it waits for its place.
     Written take(std::string_view name, std::string_view text, const std::filesystem::path& place);
 
     /// Whether a day that was taken still waits for its place: every format of it is there.
     bool isWaiting(std::string_view name) const;
 
-    void remove() const;
-
     /// Removes the note of a folder, whatever is taken over, and the days that wait for their place: what is
     /// cleared does not come back, and another adoption takes all days again.
     static void forget(const std::filesystem::path& folder);
+
+    /// Removes what waits for its place of one day of counts, which stays in the note: what is cleared does
+    /// not come back. Days that were cut off before they were in the note go too: they are taken again.
+    static void forgetDay(const std::filesystem::path& folder, std::string_view day);
 
   private:
     struct Taken {
@@ -55,12 +61,14 @@ class TakenNote {
     std::filesystem::path hidden(const std::string& key) const;
     Written putInPlace(const std::string& key) const;
     void read();
-    void append(std::string_view line) const;
+    void write() const;
+    void append(std::string_view line);
 
     std::filesystem::path folder_;
     std::filesystem::path path_;
     std::string oldRoot_;
     bool isBegun_ = false;
+    bool isTorn_ = false;                              ///< its last line failed to be written
     std::map<std::string, Taken, std::less<>> taken_;  ///< by key
 };
 

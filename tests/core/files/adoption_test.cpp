@@ -81,8 +81,16 @@ TEST_F(AdoptionTest, FinishesADayThatWasCutOffBetweenItsNoteAndItsPlace) {
     adopt([](std::size_t done, std::size_t) { return done < 1; });
     // As a crash right before the last rename would have left it, and counting after it.
     const std::string note = fresh.text(".adopting");
-    const std::string digest = hexDigest("days/2026-09-20.org");
-    fs::rename(fresh / "days/2026-09-20.org", fresh / (".adopting." + digest));
+    const fs::path waiting = fresh / (".adopting." + hexDigest("days/2026-09-20.org"));
+    fs::rename(fresh / "days/2026-09-20.org", waiting);
+    store.clearDay({2026, 9, 21});
+    EXPECT_TRUE(isThere(waiting));
+    const TemporaryFolder other;
+    other.put("days/2026-09-22.org", counting(1));
+    EXPECT_EQ(MacFolder::adopt(other.path(), store), Adoption::holdsDays)
+        << "what waits is a day of this folder";
+    EXPECT_EQ(total(day), 100);
+    fs::rename(fresh / "days/2026-09-20.org", waiting);
     fresh.put("days/2026-09-20.org", counting(5));
     EXPECT_EQ(adopt(), Adoption::done);
     EXPECT_EQ(total(day), 105);
@@ -93,6 +101,12 @@ TEST_F(AdoptionTest, FinishesADayThatWasCutOffBetweenItsNoteAndItsPlace) {
     fresh.put(".adopting", note.substr(0, note.size() - 3));
     EXPECT_EQ(adopt(), Adoption::done);
     EXPECT_EQ(total(day), 100);
+
+    fresh.put(".adopting", note);
+    fs::rename(fresh / "days/2026-09-20.org", waiting);
+    fresh.put(".adopting.0", "cut off before it was in the note");
+    store.clearDay(day);
+    EXPECT_THAT(fresh.files(), ElementsAre(testing::Key(".adopting"), testing::Key("days/2026-09-21.org")));
 }
 
 TEST_F(AdoptionTest, NamesWhatItCannotTakeAndTakesItLater) {
@@ -102,21 +116,27 @@ TEST_F(AdoptionTest, NamesWhatItCannotTakeAndTakesItLater) {
     fs::create_directory(old / "days/2026-09-22.org");
     fs::create_symlink("practice", old / "practice");
     ASSERT_EQ(::mkfifo((old / "days/2026-09-23.org").c_str(), 0600), 0);
-    old.put("reports/a.md", "theirs");
-    fresh.put("reports/a.md", "mine");
+    for (const char* same : {"reports/config.json", ".keys/config.json"}) {
+        old.put(same, "theirs");
+        fresh.put(same, "mine");
+    }
+    old.put("assistant/chat.org", "theirs");
+    fresh.put("assistant", "a file where the folder should be");
     EXPECT_EQ(adopt(), Adoption::incomplete);
     EXPECT_THAT(missing,
-                UnorderedElementsAre("days/2026-09-20.org: not here yet: iCloud Drive has still to bring it",
-                                     "days/2026-09-21.org: a symbolic link",
-                                     "days/2026-09-23.org: not a regular file",
-                                     "practice: Too many levels of symbolic links",
-                                     "reports/a.md: a different file of that name is here already"));
+                UnorderedElementsAre(
+                    "days/2026-09-20.org: not here yet: iCloud Drive has not downloaded it",
+                    "days/2026-09-21.org: a symbolic link", "days/2026-09-23.org: not a regular file",
+                    "practice: Too many levels of symbolic links",
+                    "assistant/chat.org: " + (fresh / "assistant").string() + ": Not a directory",
+                    "reports/config.json: a different file of that name is here already"));
     EXPECT_EQ(total({2026, 9, 19}), 1);
     EXPECT_THAT(store.names("days"), ElementsAre("2026-09-19")) << "no dead file stands for what is to come";
 
-    for (const char* gone : {"days/2026-09-21.org", "days/2026-09-23.org", "practice", "reports/a.md",
+    for (const char* gone : {"days/2026-09-21.org", "days/2026-09-23.org", "practice", "reports/config.json",
                              "days/.2026-09-20.org.icloud"})
         fs::remove(old / gone);
+    fs::remove(fresh / "assistant");
     old.put("days/2026-09-20.org", counting(2));
     EXPECT_EQ(adopt(), Adoption::done);
     EXPECT_EQ(total({2026, 9, 19}), 1);
