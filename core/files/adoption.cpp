@@ -17,13 +17,15 @@
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
+#include "core/foundation/name_taken.h"
 
 namespace tapcore::MacFolder {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 3> machineFolders = {daysFolder, monthsFolder, practiceFolder};
+/// Months come first: days that are written after them show that they are to be summed again.
+constexpr std::array<std::string_view, 3> machineFolders = {monthsFolder, daysFolder, practiceFolder};
 constexpr std::array<std::string_view, 3> commonFolders = {settingsFolder, reportsFolder, assistantFolder};
 
 /// What a file is for whoever takes it over.
@@ -117,7 +119,8 @@ class Copier {
     void copy(const CopyStep& step) const {
         const FileRead file = readBytes(step.from);
         if (file.status != FileRead::Status::read) return leave(step, whyUnread(file));
-        if (!isThere(step.to) && !isThere(cloudPlaceholder(step.to))) return write(step, file.text);
+        if (step.kind == Kind::month && hasDaysHere(step)) return;
+        if (!isTaken(step.to) && !isTaken(cloudPlaceholder(step.to))) return write(step, file.text);
         const bool isDifferent = readStoredFile(step.to).text != file.text;
         const bool ownStands = step.kind == Kind::month || step.to == settings_;
         if (isDifferent && !ownStands) leave(step, "a different file of that name is here already");
@@ -134,6 +137,14 @@ class Copier {
     void tell(const Written& written) const { tellUnlessSafe(written, told_); }
 
   private:
+    /// Whether a month has days here already: it is summed from them, and a copy of it would seem to be that.
+    static bool hasDaysHere(const CopyStep& step) {
+        const auto days = allDataFiles(step.to.parent_path().parent_path() / daysFolder);
+        return std::any_of(days.begin(), days.end(), [&](const ListedFile& day) {
+            return day.name.starts_with(step.to.stem().string());
+        });
+    }
+
     void write(const CopyStep& step, std::string_view text) const {
         tell(writeFile(step.to, text));
         std::error_code ignored;  // a month that seems too new is still told by the days it lists

@@ -9,6 +9,7 @@
 #include "core/foundation/fatal.h"
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/name_taken.h"
 
 namespace tapcore {
 namespace {
@@ -47,7 +48,7 @@ bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
     const auto& known = FileFormat::knownExtensions;
     return std::count_if(known.begin(), known.end(), [&](std::string_view extension) {
                const fs::path path = folder / copyName(name, extension);
-               return isThere(path) || isThere(cloudPlaceholder(path));
+               return isTaken(path) || isTaken(cloudPlaceholder(path));
            }) > 1;
 }
 
@@ -91,9 +92,13 @@ Written mergeUnderNote(const fs::path& folder, std::string_view name, const fs::
 void readNote(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
     const fs::path path = notePath(folder, name);
     FileRead note = readStoredFile(path);
-    const bool waits = isThere(mergedPath(folder, name));
-    if (note.status == FileRead::Status::read)
-        markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
+    try {
+        const bool waits = isTaken(mergedPath(folder, name));
+        if (note.status == FileRead::Status::read)
+            markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
+    } catch (const fs::filesystem_error& error) {
+        note = {FileRead::Status::unreadable, "", error.code()};
+    }
     if (note.status == FileRead::Status::unreadable) copies.push_back({path, std::move(note), false});
 }
 

@@ -9,6 +9,7 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/name_taken.h"
 
 namespace tapcore::MacFolder {
 namespace {
@@ -32,7 +33,7 @@ std::string cut(std::string_view name, std::size_t limit) {
 /// A free name in `root`: the one wished for, or with the first number from 2 that makes it free.
 std::string freeName(const fs::path& root, const std::string& wished) {
     std::string name = wished;
-    for (int number = 2; isThere(root / name); ++number) {
+    for (int number = 2; isTaken(root / name); ++number) {
         const std::string ending = " " + std::to_string(number);
         name = cut(wished, longestName - ending.size()) + ending;
     }

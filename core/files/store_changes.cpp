@@ -9,6 +9,7 @@
 #include "core/files/store.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/name_taken.h"
 
 namespace tapcore {
 namespace {
@@ -50,7 +51,7 @@ struct Doomed {
 
     void remove() const {
         for (const std::string& name : names) removeCopies(folder, name);
-        if (!names.empty() && isThere(folder)) flushFolder(folder).requireSafe();
+        if (!names.empty() && isTaken(folder)) flushFolder(folder).requireSafe();
     }
 };
 

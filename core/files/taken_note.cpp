@@ -16,6 +16,7 @@
 #include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
+#include "core/foundation/name_taken.h"
 #include "core/foundation/retrying.h"
 
 namespace tapcore {
@@ -56,7 +57,7 @@ std::optional<fs::path> freePlace(const fs::path& wished) {
     for (const std::string& extension : extensions) {
         fs::path place = wished;
         place.replace_extension(extension);
-        if (!isThere(place) && !isThere(cloudPlaceholder(place))) return place;
+        if (!isTaken(place) && !isTaken(cloudPlaceholder(place))) return place;
     }
     return std::nullopt;
 }
@@ -109,7 +110,7 @@ void TakenNote::write() const {
 
 void TakenNote::placeWaiting() const {
     for (const auto& [key, taken] : taken_)
-        if (isThere(hidden(key))) putInPlace(key).requireSafe();
+        if (isTaken(hidden(key))) putInPlace(key).requireSafe();
 }
 
 void TakenNote::begin() {
@@ -133,7 +134,7 @@ Written TakenNote::take(std::string_view name, std::string_view text, const fs::
     return putInPlace(key);
 }
 
-bool TakenNote::isWaiting(std::string_view name) const { return isThere(hidden(keyOf(name))); }
+bool TakenNote::isWaiting(std::string_view name) const { return isTaken(hidden(keyOf(name))); }
 
 Written TakenNote::putInPlace(const std::string& key) const {
     const auto place = freePlace(folder_ / taken_.at(key).place);

@@ -155,7 +155,7 @@ COMMANDS = [
         "data/months/2026-07.org": month("2026-07", ("2026-07-01", 7))}),
     folder("share", "share"),
     folder("adopt", "adopt", "{root}/old", again=1, sure=True, follows=("month",), files=OWN | OLD),
-    folder("adopt-again", "adopt", "{root}/old", again=1, sure=True, follows=("month",),
+    folder("adopt-again", "adopt", "{root}/old", again=1, sure=True, follows=("month", "formats"),
            files=OWN | OLD | CUT_ADOPTION, most=18),
     folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True, sure=True),
     folder("clear-counts", "clear", "counts", "--yes", destroys=True, sure=True),
