@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
@@ -19,10 +20,7 @@ std::optional<std::pair<std::string_view, std::string_view>> linkAt(std::string_
 }
 
 /// What keeps a "*" or "_" beside it from being a mark: "2*3", "active_hours", "days/*.org", "\*".
-bool joins(char c) {
-    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    return isLetter || (c >= '0' && c <= '9') || c == '/' || c == '\\';
-}
+bool joins(char c) { return tapcore::isAsciiLetter(c) || tapcore::isDigit(c) || c == '/' || c == '\\'; }
 
 /// Whether the mark at `at` is one of an odd number in a row: two are a mark of their own.
 bool isOdd(std::string_view line, std::size_t at) {

@@ -55,7 +55,7 @@ void requirePrivate(const std::filesystem::path& file) {
 
 HttpRequest ProviderAccess::question(const std::string& model, const json& body) const {
     const char* const path = provider == Provider::claude ? "/messages" : "/chat/completions";
-    return {addressUnder(base, path), keyHeaders(*this, model), body.dump()};
+    return {addressUnder(base, path), keyHeaders(*this, model), tapcore::jsonLine(body)};
 }
 
 HttpRequest ProviderAccess::modelListing() const {

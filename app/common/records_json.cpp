@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/terminal.h"
+#include "core/foundation/json_fields.h"
 
 namespace tappora {
 namespace {
@@ -45,7 +46,7 @@ constexpr std::size_t widest = 100;
 
 /// Appends a value, on one line where it fits and else a line to each element or member.
 void writeReadably(std::string& text, const json& value, std::size_t indent) {
-    const std::string line = value.dump(-1, ' ', false, json::error_handler_t::replace);
+    const std::string line = tapcore::jsonLine(value);
     if (!value.is_structured() || indent + line.size() <= widest) {
         text += line;
         return;
@@ -54,7 +55,7 @@ void writeReadably(std::string& text, const json& value, std::size_t indent) {
     for (const auto& [name, element] : value.items()) {
         if (text.back() != '{' && text.back() != '[') text += ",";
         text += "\n" + std::string(indent + 2, ' ');
-        if (value.is_object()) text += json(name).dump() + ": ";
+        if (value.is_object()) text += tapcore::jsonLine(name) + ": ";
         writeReadably(text, element, indent + 2);
     }
     text += "\n" + std::string(indent, ' ') + (value.is_object() ? "}" : "]");

@@ -92,7 +92,7 @@ std::optional<std::int64_t> Settings::integer(std::string_view key) const {
 }
 
 void Settings::setText(std::string_view key, std::string_view value) {
-    values_[std::string(key)] = json(value).dump(-1, ' ', false, json::error_handler_t::replace);
+    values_[std::string(key)] = tapcore::jsonLine(value);
 }
 
 void Settings::setFlag(std::string_view key, bool value) {

@@ -90,15 +90,4 @@ std::string harmlessJson(std::string_view json) {
     return result;
 }
 
-std::string grouped(std::int64_t number) {
-    std::string digits = std::to_string(number);
-    const std::size_t first = number < 0 ? 1 : 0;
-    for (std::size_t at = digits.size(); at > first + 3;) digits.insert(at -= 3, 1, ',');
-    return digits;
-}
-
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-    return fmt::format("{} {}", grouped(static_cast<std::int64_t>(count)), count == 1 ? one : many);
-}
-
 }  // namespace tappora

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/foundation/integers.h"
+
 namespace tappora {
 
 struct Environment;
@@ -47,10 +49,7 @@ std::string harmlessLine(std::string_view text);
 /// JSON with those characters written as \uXXXX, which means the same.
 std::string harmlessJson(std::string_view json);
 
-/// 1234567 as "1,234,567".
-std::string grouped(std::int64_t number);
-
-/// "1 day", "1,204 days".
-std::string counted(std::size_t count, std::string_view one, std::string_view many);
+using tapcore::counted;
+using tapcore::grouped;
 
 }  // namespace tappora

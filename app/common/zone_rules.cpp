@@ -4,11 +4,14 @@
 #include <charconv>
 #include <system_error>
 
+#include "core/foundation/ascii.h"
+
 namespace tappora {
 namespace {
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isQuotable(char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-'; }
+using tapcore::isAsciiLetter;
+
+bool isQuotable(char c) { return isAsciiLetter(c) || tapcore::isDigit(c) || c == '+' || c == '-'; }
 
 /// Goes through a text. Each function passes over its part of the rules, and says whether it is there.
 class Rules {
@@ -26,7 +29,7 @@ class Rules {
 
     bool name() {
         const bool isQuoted = character('<');
-        const auto end = std::find_if_not(rest_.begin(), rest_.end(), isQuoted ? isQuotable : isLetter);
+        const auto end = std::find_if_not(rest_.begin(), rest_.end(), isQuoted ? isQuotable : isAsciiLetter);
         const auto size = static_cast<std::size_t>(end - rest_.begin());
         rest_.remove_prefix(size);
         return size >= 3 && (!isQuoted || character('>'));

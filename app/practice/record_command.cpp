@@ -6,6 +6,7 @@
 #include "app/practice/commands.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"
+#include "core/foundation/integers.h"
 #include "core/practice/practice_record.h"
 
 namespace tappora {
@@ -22,7 +23,9 @@ struct RecordOfToday {
     std::int64_t goalSeconds = 0;
 };
 
-std::string daysText(std::int64_t days) { return fmt::format("{} {}", days, days == 1 ? "day" : "days"); }
+std::string daysText(std::int64_t days) {
+    return tapcore::counted(static_cast<std::size_t>(days), "day", "days");
+}
 
 std::string weekText(const PracticeRecord& record) {
     std::string text = record.daysThisWeek > 0 ? daysText(record.daysThisWeek) : "not practised";

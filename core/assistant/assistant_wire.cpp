@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/json_fields.h"
 
 namespace tapcore::AssistantWire {
@@ -16,7 +17,7 @@ constexpr std::array<std::string_view, 9> otherModels = {
     "audio", "realtime", "image", "transcribe", "embedding", "search", "instruct", "moderation", "codex"};
 
 bool isChatModel(std::string_view id) {
-    const bool isReasoning = id.size() > 1 && id[0] == 'o' && id[1] >= '0' && id[1] <= '9';
+    const bool isReasoning = id.size() > 1 && id[0] == 'o' && isDigit(id[1]);
     return (id.starts_with("gpt-") || isReasoning) &&
            std::none_of(otherModels.begin(), otherModels.end(),
                         [&](std::string_view part) { return id.find(part) != std::string_view::npos; });

@@ -47,7 +47,7 @@ struct SentCall {
 SentCall callOf(const std::string& id, const std::string& name, const json& arguments) {
     const auto object = AssistantWire::argumentsObject(arguments);
     return {{id, name, AssistantWire::arguments(arguments), object.has_value()},
-            object.value_or(json::object()).dump()};
+            jsonLine(object.value_or(json::object()))};
 }
 
 SentCall callOf(const JsonValue& value) {

@@ -41,7 +41,7 @@ std::optional<TextCall> callOf(const json& value) {
     for (const char* name : {"arguments", "parameters"}) {
         const auto arguments =
             value.contains(name) ? AssistantWire::argumentsObject(value[name]) : std::nullopt;
-        if (arguments) return TextCall{value["name"].get<std::string>(), arguments->dump()};
+        if (arguments) return TextCall{value["name"].get<std::string>(), jsonLine(*arguments)};
     }
     return std::nullopt;
 }

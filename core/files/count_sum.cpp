@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/files/table_reader.h"
+#include "core/foundation/ascii.h"
 #include "core/foundation/integers.h"
 
 namespace tapcore {
@@ -39,7 +40,7 @@ std::optional<std::int64_t> roughSum(std::string_view text) {
     constexpr std::int64_t mostOfNumber = 60LL * 1'000'000'000;  // minutes of an hour, of so many hours
     std::size_t digits = 0;
     for (const char c : text) {
-        digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+        digits = isDigit(c) ? digits + 1 : 0;
         if (digits > longNumber) return std::nullopt;
     }
     if (text.size() > largeText) return std::nullopt;

@@ -20,4 +20,15 @@ std::optional<std::uint16_t> parseKeyCode(std::string_view text) {
     return parse(text, keyCode) ? std::optional(keyCode) : std::nullopt;
 }
 
+std::string grouped(std::int64_t number) {
+    std::string digits = std::to_string(number);
+    const std::size_t first = number < 0 ? 1 : 0;
+    for (std::size_t at = digits.size(); at > first + 3;) digits.insert(at -= 3, 1, ',');
+    return digits;
+}
+
+std::string counted(std::size_t count, std::string_view one, std::string_view many) {
+    return grouped(static_cast<std::int64_t>(count)).append(" ").append(count == 1 ? one : many);
+}
+
 }  // namespace tapcore

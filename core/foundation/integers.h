@@ -4,7 +4,10 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <string>
 #include <string_view>
+
+#include "core/foundation/ascii.h"
 
 namespace tapcore {
 
@@ -22,7 +25,7 @@ inline bool parse(std::string_view text, std::int64_t& value) {
     constexpr std::size_t digitsThatFit = 18;
     std::int64_t digits = text.empty() || text.size() > digitsThatFit ? -1 : 0;
     for (std::size_t at = 0; digits >= 0 && at < text.size(); ++at)
-        digits = text[at] >= '0' && text[at] <= '9' ? digits * 10 + (text[at] - '0') : -1;
+        digits = isDigit(text[at]) ? digits * 10 + (text[at] - '0') : -1;
     value = digits;
     if (digits >= 0) return true;
     const auto any = parseInteger(text);
@@ -36,5 +39,11 @@ inline bool parse(std::string_view text, std::uint16_t& keyCode) {
     keyCode = static_cast<std::uint16_t>(value);
     return true;
 }
+
+/// 1234567 as "1,234,567".
+std::string grouped(std::int64_t number);
+
+/// "1 day", "1,204 days".
+std::string counted(std::size_t count, std::string_view one, std::string_view many);
 
 }  // namespace tapcore

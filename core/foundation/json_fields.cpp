@@ -80,20 +80,20 @@ void appendLines(std::string& text, const json& value, int level, Append append)
     text.append("\n").append(indent) += isObject ? '}' : ']';
 }
 
-std::string oneLine(const json& value) { return value.dump(-1, ' ', false, json::error_handler_t::replace); }
-
 void appendText(std::string& text, const json& value, int level) {
     if (level == 2 || !value.is_structured() || value.empty()) {
-        text += oneLine(value);
+        text += jsonLine(value);
         return;
     }
     appendLines(text, value, level, [&](const json::const_iterator& item) {
-        if (value.is_object()) text.append(oneLine(item.key())).append(": ");
+        if (value.is_object()) text.append(jsonLine(item.key())).append(": ");
         appendText(text, *item, level + 1);
     });
 }
 
 }  // namespace
+
+std::string jsonLine(const json& value) { return value.dump(-1, ' ', false, json::error_handler_t::replace); }
 
 json JsonValue::parse(std::string_view text) {
     refuseDepth(text);

@@ -21,9 +21,12 @@ class JsonError : public std::runtime_error {
     explicit JsonError(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
 };
 
-/// A value of a JSON document together with its place in it, read with exact types: a boolean is no
-/// number, 1.0 is the integer 1, 1.5 is no integer, null is an absent optional, and members nobody asks for
-/// are ignored. Everything else throws JsonError. It refers to the document, which must outlive it.
+/// A value as JSON in one line. Bytes that are not UTF-8 become U+FFFD.
+std::string jsonLine(const nlohmann::json& value);
+
+/// A value of a JSON document together with its place in it, read with exact types: a boolean is not
+/// a number, 1.0 is the integer 1, 1.5 is not an integer, null is an absent optional, and members nobody asks
+/// for are ignored. Everything else throws JsonError. It refers to the document, which must outlive it.
 class JsonValue {
   public:
     /// The whole of a document.
@@ -87,7 +90,7 @@ class JsonValue {
 };
 
 /// A document as people read and edit it: members sorted, those of the document and of its members on lines
-/// of their own and all that lies deeper on one line, and a line end. What is not UTF-8 becomes U+FFFD.
+/// of their own and all that is deeper on one line, and a line end. What is not UTF-8 becomes U+FFFD.
 std::string jsonText(const nlohmann::json& document);
 
 }  // namespace tapcore

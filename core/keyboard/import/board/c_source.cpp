@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/keyboard/import/board/keymap_file.h"
 
@@ -153,9 +154,7 @@ std::size_t skippedLength(std::string_view text) {
     return text.size();
 }
 
-bool isWordPart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
+bool isWordPart(char c) { return isAsciiLetter(c) || isDigit(c) || c == '_'; }
 
 std::string_view inBrackets(std::string_view text, std::size_t open) {
     std::size_t depth = 0;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/foundation/integers.h"
 #include "core/keyboard/import/board/key_names.h"
 
 namespace tapcore {
@@ -52,15 +53,11 @@ class Coder {
                 if (readings_[i].isShiftedOnly == shiftedOnly) giveReadCode(i);
         if (!hasKeymap_) guess();
         for (std::size_t i = 0; i < keys_.size(); ++i) tellOfMissing(i);
-        if (blank_ > 0) told_.without.push_back(countOf(blank_) + " without legends");
+        if (blank_ > 0) told_.without.push_back(counted(blank_, "key", "keys") + " without legends");
         return std::move(told_);
     }
 
   private:
-    static std::string countOf(std::size_t keys) {
-        return std::to_string(keys) + (keys == 1 ? " key" : " keys");
-    }
-
     /// Mac boards have an fn key that is counted; others have a key of that name that never leaves the board.
     void readContext() {
         for (std::size_t i = 0; i < keys_.size(); ++i) {
@@ -100,7 +97,8 @@ class Coder {
         for (std::size_t i = 0; i < keys_.size(); ++i) givePlaceCode(i);
         giveSpace();
         if (guessedBlank_ > 0)
-            told_.guessed.insert(told_.guessed.begin(), countOf(guessedBlank_) + " without legends" + asOn());
+            told_.guessed.insert(told_.guessed.begin(),
+                                 counted(guessedBlank_, "key", "keys") + " without legends" + asOn());
     }
 
     std::string asOn() const { return ", by their places as on " + alike_.board->name; }

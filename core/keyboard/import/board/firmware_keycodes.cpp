@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/keyboard/import/board/key_names.h"
 
@@ -39,9 +40,6 @@ constexpr Word words[] = {
     {"RGUI RIGHT_GUI RCMD RWIN MOD_RGUI", 54},
 };
 // clang-format on
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
 
 bool hasWord(std::string_view list, std::string_view word) {
     for (std::size_t start = 0; start <= list.size();) {

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/import/board/firmware_keycodes.h"
 #include "core/keyboard/import/board/keymap_source.h"
@@ -51,8 +52,6 @@ Keymap readDocument(std::string_view text) {
     document.fail("not a keymap: neither \"layers\" nor a \"layout\" of rows");
 }
 
-std::string keys(std::size_t count) { return std::to_string(count) + (count == 1 ? " key" : " keys"); }
-
 /// The words in the order of the matrix, whichever way they are kept.
 class MatrixWords {
   public:
@@ -62,7 +61,7 @@ class MatrixWords {
             throw KeymapError("the board's file does not say how many columns its matrix has");
         columns_ = static_cast<std::int64_t>(*draft.matrixColumns);
         if (columns_ == 0 || keymap.rows[0].size() % *draft.matrixColumns != 0)
-            throw KeymapError("belongs to another board: " + keys(keymap.rows[0].size()) +
+            throw KeymapError("belongs to another board: " + counted(keymap.rows[0].size(), "key", "keys") +
                               ", which are no rows of " + std::to_string(columns_));
     }
 
@@ -91,8 +90,8 @@ void checkLayout(const BoardDraft& draft, const Keymap& keymap) {
                           " was read; choose the layout with --layout");
     const std::size_t count = keymap.rows[0].size();
     if (count != *draft.layoutKeys)
-        throw KeymapError("belongs to another layout: " + keys(count) + ", but " + draft.layout + " has " +
-                          std::to_string(*draft.layoutKeys));
+        throw KeymapError("belongs to another layout: " + counted(count, "key", "keys") + ", but " +
+                          draft.layout + " has " + std::to_string(*draft.layoutKeys));
 }
 
 void checkMatrix(const BoardDraft& draft) {

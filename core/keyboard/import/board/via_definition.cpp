@@ -44,8 +44,6 @@ std::string optionName(const std::optional<JsonValue>& labels, std::int64_t opti
     return name.is_string() ? number + " (" + name.get<std::string>() + ")" : number;
 }
 
-std::string keys(std::size_t count) { return std::to_string(count) + (count == 1 ? " key" : " keys"); }
-
 std::optional<std::size_t> matrixColumns(const JsonValue& definition) {
     const auto matrix = definition.optionalMember("matrix");
     const auto columns = matrix ? matrix->optionalMember("cols", &JsonValue::integer) : std::nullopt;
@@ -87,7 +85,8 @@ BoardDraft readViaBoard(const JsonValue& definition) {
     draft.lostKeys = draft.lostKeys || !otherChoices.empty();
     for (const auto& [choice, count] : otherChoices)
         draft.dropped.push_back(optionName(labels, choice.first) + ", choice " +
-                                std::to_string(choice.second) + ": " + keys(count) + "; choice 0 stays");
+                                std::to_string(choice.second) + ": " + counted(count, "key", "keys") +
+                                "; choice 0 stays");
     return draft;
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
 
@@ -17,8 +18,7 @@ using nlohmann::json;
 constexpr int deepest = 64;
 
 bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isWordStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$'; }
+bool isWordStart(char c) { return isAsciiLetter(c) || c == '_' || c == '$'; }
 bool isWord(char c) { return isWordStart(c) || isDigit(c); }
 bool isNumberPart(char c) { return isDigit(c) || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E'; }
 

@@ -3,18 +3,17 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 
 namespace tapcore {
 namespace {
 
-bool isPlainLetter(char c) { return c >= 'a' && c <= 'z'; }
-bool isPlain(char c) { return isPlainLetter(c) || (c >= '0' && c <= '9'); }
 /// The bytes of the marks from U+0300 to U+036F begin so; decomposed letters are followed by them.
 bool startsMark(char c) { return c == '\xCC' || c == '\xCD'; }
 bool continues(char c) { return (c & 0xC0) == 0x80; }
 
-bool hasLetter(std::string_view id) { return std::any_of(id.begin(), id.end(), isPlainLetter); }
+bool hasLetter(std::string_view id) { return std::any_of(id.begin(), id.end(), isSmallLetter); }
 
 }  // namespace
 
@@ -24,7 +23,7 @@ std::string slug(std::string_view name) {
     for (const char c : decomposed(lowercased(name))) {
         isInMark = startsMark(c) || (isInMark && continues(c));
         if (isInMark) continue;
-        if (isPlain(c)) result += c;
+        if (isSmallLetter(c) || isDigit(c)) result += c;
         else if (!result.empty() && result.back() != '-') result += '-';
     }
     if (result.ends_with('-')) result.pop_back();
