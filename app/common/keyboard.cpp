@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/common/command_line.h"
+#include "app/common/data_folder.h"
 #include "app/common/resources.h"
 #include "app/common/system_layout.h"
 #include "app/common/terminal.h"
@@ -54,7 +56,7 @@ tapcore::Legends harmlessLegends(tapcore::Legends legends) {
 /// An id that a file's name can hold; "" and "../x" are none.
 bool isSafe(const std::string& id) { return tapcore::Store::isSafeLayoutID(id); }
 
-/// Where the program's own board or layout of that id would lie.
+/// Where the program's own board or layout of that id would be.
 fs::path bundled(const fs::path& resources, const char* folder, const std::string& id) {
     return resources / folder / (id + ".json");
 }
@@ -97,12 +99,14 @@ LegendSet Keyboards::layout(std::string_view what, const std::string& name) cons
 }
 
 std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
-    if (!own_) own_ = store_.ownLayouts();
+    if (!own_) own_ = store_.ownLayouts(&left_);
     const auto at =
         std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
     if (at != own_->end()) return *at;
     const fs::path file = bundled(resources_, "Layouts", id);
-    return isSafe(id) && isFile(file) ? std::optional(Catalog::readLayout(file)) : std::nullopt;
+    if (isSafe(id) && isFile(file)) return Catalog::readLayout(file);
+    complainOf(std::exchange(left_, {}));
+    return std::nullopt;
 }
 
 LegendSet Keyboards::withBases(Layout layout) const {

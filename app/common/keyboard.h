@@ -67,6 +67,7 @@ class Keyboards {
     Settings settings_;
     tapcore::FolderConfig config_;
     mutable std::optional<std::vector<tapcore::Layout>> own_;  ///< read when first looked for
+    mutable tapcore::FileProblems left_;  ///< what of them could not be read; said when one is not found
 };
 
 }  // namespace tappora

@@ -102,10 +102,11 @@ AssistantTools::Output AssistantTools::run(std::string_view name, const nlohmann
     return repaired(toolError("Unknown tool: " + shortened(name)));
 }
 
-std::vector<std::string> AssistantTools::names(std::string_view folder, std::string_view contains) const {
+std::vector<std::string> AssistantTools::names(std::string_view folder, std::string_view contains,
+                                               FileProblems& problems) const {
     std::vector<std::string> names;
     for (const std::string& place : places(folder))
-        for (DataFile& file : filesIn(place, contains)) names.push_back(std::move(file.name));
+        for (DataFile& file : filesIn(place, contains, problems)) names.push_back(std::move(file.name));
     const auto fileName = [](std::string_view name) { return name.substr(name.rfind('/') + 1); };
     std::stable_sort(names.begin(), names.end(),
                      [&](const auto& a, const auto& b) { return fileName(a) > fileName(b); });
@@ -115,13 +116,14 @@ std::vector<std::string> AssistantTools::names(std::string_view folder, std::str
 AssistantTools::Output AssistantTools::listFiles(std::string_view folder, std::string_view contains) const {
     if (std::find(folders.begin(), folders.end(), folder) == folders.end())
         return toolError("No such folder: " + shortened(folder) + ". Use days, months, reports or practice.");
-    const std::vector<std::string> wanted = names(folder, contains);
-    if (wanted.empty()) return toolText("No files.");
+    FileProblems problems;
+    const std::vector<std::string> wanted = names(folder, contains, problems);
+    if (wanted.empty()) return withProblems(toolText(problems.empty() ? "No files." : ""), problems);
     const std::size_t shown = std::min(wanted.size(), listLimit);
     std::string text = joined({wanted.data(), shown}, "\n");
     if (wanted.size() > shown)
         text += "\n… and " + std::to_string(wanted.size() - shown) + " older — narrow with \"contains\".";
-    return toolText(text);
+    return withProblems(toolText(text), problems);
 }
 
 }  // namespace tapcore

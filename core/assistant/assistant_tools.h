@@ -20,7 +20,7 @@ namespace tapcore {
 
 /// The tools by which a language model looks at the data folder: they list, read and search its files and add
 /// up a period. None of them writes, and none of them reads anything but data files of this folder, whatever
-/// path is asked for. Made anew for each question; keeps nothing between calls.
+/// path is asked for. Made for each question again; keeps nothing between calls.
 struct AssistantTools {
     /// One tool as a model is told of it. Every parameter is a string.
     struct Spec {
@@ -48,6 +48,7 @@ struct AssistantTools {
         std::int64_t days = 0;
         bool isCut = false;  ///< asked for from an earlier day than `spanLimit` allows
         Summary sum;
+        FileProblems problems;  ///< what is not in it, or not whole; paths relative to `base`
     };
 
     static constexpr std::array<std::string_view, 4> folders = {"days", "months", "reports", "practice"};
@@ -88,16 +89,21 @@ struct AssistantTools {
     std::string text(const Period& period) const;
 
     /// The data files of a folder in all places, relative to `base`, the newest first: those whose name so
-    /// written contains a text.
-    std::vector<std::string> names(std::string_view folder, std::string_view contains = "") const;
+    /// written contains a text. Folders that cannot be listed are named in `problems`, relative to `base`
+    /// too.
+    std::vector<std::string> names(std::string_view folder, std::string_view contains,
+                                   FileProblems& problems) const;
 
-    /// Where the files of a folder lie, relative to `base`: at the top, then with each machine.
+    /// Where the files of a folder are, relative to `base`: at the top, then with each machine.
     std::vector<std::string> places(std::string_view folder) const;
 
     /// The file that a path relative to `base` means, links resolved, whether it exists or not. Nothing for
-    /// what is no data file of this folder: other folders and endings, hidden files, paths and links that
+    /// what is not a data file of this folder: other folders and endings, hidden files, paths and links that
     /// lead out.
     std::optional<std::filesystem::path> resolve(std::string_view path) const;
+
+    /// A data folder as the paths that `resolve` gives begin: links resolved, as far as that is possible.
+    static std::filesystem::path rootOf(const std::filesystem::path& base);
 
   private:
     struct DataFile {
@@ -106,8 +112,13 @@ struct AssistantTools {
     };
     struct Copy;
 
-    std::vector<DataFile> filesIn(const std::string& place, std::string_view contains = "") const;
-    std::vector<Copy> copies(std::string_view path) const;
+    bool isDataPath(std::string_view path) const;
+    void reportUnlisted(const std::string& place, FileProblems& problems) const;
+    std::vector<DataFile> filesIn(const std::string& place, std::string_view contains,
+                                  FileProblems& problems) const;
+    std::vector<Copy> copies(std::string_view path, FileProblems& problems) const;
+
+    static Output joinedParts(const std::vector<Copy>& found);
 
     Output listFiles(std::string_view folder, std::string_view contains) const;
     Output readFile(std::string_view path) const;

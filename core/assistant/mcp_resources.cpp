@@ -6,6 +6,7 @@
 
 #include "core/assistant/mcp_methods.h"
 #include "core/assistant/tool_text.h"
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 
 namespace tapcore::mcp {
@@ -19,8 +20,7 @@ constexpr std::size_t pageSize = 500;
 constexpr std::size_t largestFile = std::size_t{4} << 20;  // clients close on lines of 10 MiB
 
 bool isUnreserved(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           std::string_view("-._~/").find(c) != std::string_view::npos;
+    return isAsciiLetter(c) || isDigit(c) || std::string_view("-._~/").find(c) != std::string_view::npos;
 }
 
 /// A path as the end of an address (RFC 3986).
@@ -89,8 +89,11 @@ json addressTemplate(std::string_view address, std::string_view name, std::strin
 Result listResources(const Offer& offer, Revision, const json& params) {
     const AssistantTools tools = offer.tools();
     std::vector<std::string> names;
+    FileProblems problems;
     for (const std::string_view folder : listedFolders)
-        for (std::string& name : tools.names(folder)) names.push_back(std::move(name));
+        for (std::string& name : tools.names(folder, "", problems)) names.push_back(std::move(name));
+    if (!problems.empty())
+        throw Error(internalError, repairedUtf8(problems[0].path.string()) + ": " + problems[0].why);
     const std::size_t start = pageStart(params, names.size());
     const std::size_t end = std::min(start + pageSize, names.size());
     json list = json::array();
@@ -113,13 +116,15 @@ Result readResource(const Offer& offer, Revision revision, const json& params) {
     const auto path = pathOf(uri);
     const AssistantTools tools = offer.tools();
     const auto file = path ? tools.resolve(*path) : std::nullopt;
-    const auto text = file ? DataFileReader(tools.base).text(*file) : std::nullopt;
-    if (!text)
+    const FileRead read = file ? DataFileReader(tools.base).read(*file) : FileRead();
+    if (read.status == FileRead::Status::unreadable)
+        throw Error(internalError, shortened(uri) + ": " + read.error.message());
+    if (read.status == FileRead::Status::missing)
         throw Error(revision == Revision::r2026_07_28 ? invalidParams : resourceNotFound,
                     "Resource not found", {{"uri", uri}});
-    if (text->size() > largestFile)
+    if (read.text.size() > largestFile)
         throw Error(internalError, "The file is too large to send: " + shortened(uri));
-    return {{{"contents", json::array({{{"uri", uri}, {"mimeType", mimeType(*path)}, {"text", *text}}})}},
+    return {{{"contents", json::array({{{"uri", uri}, {"mimeType", mimeType(*path)}, {"text", read.text}}})}},
             Caching::personal};
 }
 

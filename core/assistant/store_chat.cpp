@@ -6,7 +6,9 @@
 #include <cstdio>
 
 #include "core/assistant/chat_file.h"
+#include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
+#include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
@@ -36,8 +38,10 @@ bool isConversation(const fs::path& file) {
            });
 }
 
-/// The first name from a moment on that no conversation has in any format.
+/// The first name from a moment on that no conversation has in any format. Where the folder cannot be listed,
+/// every name may be taken.
 std::string freeName(const fs::path& history, Instant at, const Calendar& calendar, FileFormat format) {
+    if (const std::error_code why = whyUnlisted(history)) refuse(history, why);
     while (!readCopies(history, nameOf(calendar.local(at)), format).empty()) at += std::chrono::seconds(1);
     return nameOf(calendar.local(at));
 }
@@ -74,10 +78,10 @@ std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) 
     return shelved;
 }
 
-std::vector<fs::path> Store::chatHistory() const {
+std::vector<fs::path> Store::chatHistory(FileProblems* problems) const {
     const fs::path history = base() / assistantFolder / historyFolder;
     std::vector<fs::path> files;
-    for (const std::string& name : namesIn(history))
+    for (const std::string& name : namesIn(history, problems))
         if (isConversation(name)) files.push_back(history / name);
     std::reverse(files.begin(), files.end());
     return files;

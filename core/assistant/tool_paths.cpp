@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t longestName = 255;  // in bytes: a file of a longer name is nowhere
+constexpr std::size_t longestName = 255;  // in bytes: no file has a longer name
 
 constexpr std::array<std::string_view, 3> perMac = {"days", "months", "practice"};
 
@@ -41,8 +41,7 @@ bool isDataFileName(std::string_view name) {
 /// are.
 std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
     std::error_code error;
-    const fs::path root = fs::weakly_canonical(base, error);
-    if (error) return std::nullopt;
+    const fs::path root = AssistantTools::rootOf(base);
     fs::path real = fs::weakly_canonical(root / relative, error);
     if (error) return std::nullopt;
     const fs::path below = real.lexically_relative(root);
@@ -53,7 +52,7 @@ std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
 
 /// A folder that `inside` gave, opened through no link.
 HeldFolder opened(const fs::path& base, const fs::path& folder) {
-    const fs::path root = fs::weakly_canonical(base);
+    const fs::path root = AssistantTools::rootOf(base);
     return HeldFolder(root).folder(folder.lexically_relative(root));
 }
 
@@ -71,23 +70,42 @@ std::vector<std::string> AssistantTools::places(std::string_view folder) const {
     return places;
 }
 
-std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
+fs::path AssistantTools::rootOf(const fs::path& base) {
+    std::error_code error;
+    fs::path root = fs::weakly_canonical(base, error);
+    return error ? base : root;
+}
+
+/// Whether a path is written as that of a data file.
+bool AssistantTools::isDataPath(std::string_view path) const {
     const auto pieces = piecesOf(path);
-    if (pieces.size() < 2 || pieces.size() > 3) return std::nullopt;
-    if (pieces.size() == 3 && !holds(macs, pieces.front())) return std::nullopt;
-    if (holds(pieces, "..") || !holds(folders, pieces[pieces.size() - 2])) return std::nullopt;
-    if (!isDataFileName(pieces.back())) return std::nullopt;
-    if (pieces.back().size() > longestName) return base / path;
+    if (pieces.size() < 2 || pieces.size() > 3) return false;
+    if (pieces.size() == 3 && !holds(macs, pieces.front())) return false;
+    if (holds(pieces, "..") || !holds(folders, pieces[pieces.size() - 2])) return false;
+    return isDataFileName(pieces.back());
+}
+
+std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
+    if (!isDataPath(path)) return std::nullopt;
+    if (piecesOf(path).back().size() > longestName) return base / path;
     return inside(base, path);
 }
 
+void AssistantTools::reportUnlisted(const std::string& place, FileProblems& problems) const {
+    if (const std::error_code why = whyUnlisted(base / place)) problems.push_back({place, 0, why.message()});
+}
+
 std::vector<AssistantTools::DataFile> AssistantTools::filesIn(const std::string& place,
-                                                              std::string_view contains) const {
+                                                              std::string_view contains,
+                                                              FileProblems& problems) const {
     std::vector<DataFile> files;
     const auto folder = inside(base, place);
-    if (!folder) return files;
-    const HeldFolder held = opened(base, *folder);
-    for (const std::string& fileName : held.list().names) {
+    const HeldFolder held = folder ? opened(base, *folder) : HeldFolder(fs::path());
+    const FolderListing listing = held.list();
+    std::error_code why = whyUnlisted(base / place);
+    if (!why && listing.status == FolderListing::Status::unreadable) why = listing.error;
+    if (why) problems.push_back({place, 0, why.message()});
+    for (const std::string& fileName : listing.names) {
         std::string name = place + "/" + fileName;
         if (!isDataFileName(fileName) || name.find(contains) == std::string::npos) continue;
         const HeldFolder::Kind kind = held.kindOf(fileName);

@@ -30,7 +30,8 @@ void endLine(std::string& text) {
 
 }  // namespace
 
-std::vector<AssistantTools::Copy> AssistantTools::copies(std::string_view path) const {
+std::vector<AssistantTools::Copy> AssistantTools::copies(std::string_view path,
+                                                         FileProblems& problems) const {
     const std::size_t slash = path.rfind('/');
     const std::string_view folder = path.substr(0, slash);
     const bool isPlain = folder.find('/') == std::string_view::npos;
@@ -39,22 +40,17 @@ std::vector<AssistantTools::Copy> AssistantTools::copies(std::string_view path) 
     for (const std::string& place : isPlain ? places(folder) : std::vector{std::string(folder)}) {
         std::string name = place + std::string(path.substr(slash));
         const auto file = resolve(name);
-        auto text = file ? reader.text(*file) : std::nullopt;
-        if (text) copies.push_back({std::move(name), std::move(*text)});
+        FileRead read = file ? reader.read(*file) : FileRead();
+        if (read.status == FileRead::Status::read) copies.push_back({std::move(name), std::move(read.text)});
+        else if (read.status == FileRead::Status::unreadable)
+            problems.push_back({std::move(name), 0, read.error.message()});
+        else reportUnlisted(place, problems);
     }
     return copies;
 }
 
-AssistantTools::Output AssistantTools::readFile(std::string_view path) const {
-    if (!resolve(path)) return toolError("Not a file of this folder: " + shortened(path));
-    const auto found = copies(path);
-    if (found.empty())
-        return toolText(
-            "There is no " + shortened(path) +
-            " — a day without typing has no file. This is normal; say so plainly. list_files shows the "
-            "ones that exist.");
-    if (found.size() == 1) return {oneCopy(found[0].text), false, {found[0].name}};
-
+/// The parts of several machines under a head line each.
+AssistantTools::Output AssistantTools::joinedParts(const std::vector<Copy>& found) {
     Output output;
     std::vector<std::size_t> starts;
     for (const Copy& copy : found) {
@@ -71,6 +67,24 @@ AssistantTools::Output AssistantTools::readFile(std::string_view path) const {
         output.text = std::string(shown) + "\n[Longer; this is the first " +
                       std::to_string(characterCount(shown)) + " characters.]";
     return output;
+}
+
+AssistantTools::Output AssistantTools::readFile(std::string_view path) const {
+    FileProblems problems;
+    if (!resolve(path)) {
+        if (isDataPath(path)) reportUnlisted(std::string(path.substr(0, path.rfind('/'))), problems);
+        return problems.empty() ? toolError("Not a file of this folder: " + shortened(path))
+                                : withProblems({}, problems);
+    }
+    const auto found = copies(path, problems);
+    if (found.empty() && !problems.empty()) return withProblems({}, problems);
+    if (found.empty())
+        return toolText(
+            "There is no " + shortened(path) +
+            " — a day without typing has no file. This is normal; say so plainly. list_files shows the "
+            "ones that exist.");
+    if (found.size() == 1) return withProblems({oneCopy(found[0].text), false, {found[0].name}}, problems);
+    return withProblems(joinedParts(found), problems);
 }
 
 }  // namespace tapcore

@@ -50,11 +50,13 @@ AssistantTools::Output AssistantTools::search(std::string_view query) const {
     std::vector<std::string> lines;
     std::size_t found = 0, bytes = 0;
     Output output;
+    FileProblems problems;
     const auto searchFile = [&](const DataFile& file) {
-        const auto text = reader.text(file.path);
-        if (!text) return;
-        LineCursor cursor(*text);
-        forEachMatch(caseFolded(*text), folded, [&](std::size_t number) {
+        const FileRead read = reader.read(file.path);
+        if (read.status == FileRead::Status::unreadable)
+            problems.push_back({file.name, 0, read.error.message()});
+        LineCursor cursor(read.text);
+        forEachMatch(caseFolded(read.text), folded, [&](std::size_t number) {
             ++found;
             if (lines.size() == searchLimit || bytes > byteLimit) return;
             lines.push_back(file.name + ":" + std::to_string(number) + ": " + shortened(cursor.goTo(number)));
@@ -66,13 +68,14 @@ AssistantTools::Output AssistantTools::search(std::string_view query) const {
     for (const std::string_view folder :
          canMatch ? std::vector(folders.begin(), folders.end()) : std::vector<std::string_view>())
         for (const std::string& place : places(folder))
-            for (const DataFile& file : filesIn(place)) searchFile(file);
+            for (const DataFile& file : filesIn(place, "", problems)) searchFile(file);
 
+    if (found == 0 && !problems.empty()) return withProblems({}, problems);
     if (found == 0) return toolText("No lines contain \"" + shortened(query) + "\".");
     if (found > lines.size())
         lines.push_back("… and " + std::to_string(found - lines.size()) + " more lines — narrow the query.");
     output.text = joined(lines, "\n");
-    return output;
+    return withProblems(std::move(output), problems);
 }
 
 }  // namespace tapcore

@@ -99,7 +99,9 @@ std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohma
         period.days = spanLimit;
         period.first = period.last.adding(1 - spanLimit, calendar);
     }
-    period.sum = store->summary(period.days, period.last, calendar);
+    period.sum = store->summary(period.days, period.last, calendar, &period.problems);
+    for (FileProblem& problem : period.problems) problem.path = problem.path.lexically_relative(store->root);
+    if (period.sum.isEmpty() && !period.problems.empty()) return withProblems({}, period.problems);
     return period;
 }
 
@@ -108,7 +110,7 @@ std::string AssistantTools::text(const Period& period) const {
     const std::vector<std::string> lines = {
         periodLine(period),     keyboardLine(sum),        mouseLine(sum), hoursLine(sum),
         keysLine(sum, legends), chordsLine(sum, legends), daysLine(sum)};
-    return joined(lines, "\n");
+    return withProblems(toolText(joined(lines, "\n")), period.problems).text;
 }
 
 AssistantTools::Output AssistantTools::summary(const nlohmann::json& arguments) const {

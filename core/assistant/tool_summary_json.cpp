@@ -58,6 +58,8 @@ json periodJson(const AssistantTools::Period& period, const Legends& legends) {
                    {"topShortcuts", shortcuts},
                    {"byDay", days}};
     if (const auto share = sum.keyboardShare()) record["keyboardShare"] = *share;
+    for (const FileProblem& problem : period.problems)
+        record["notComplete"].push_back(shortened(problem.path.string()) + ": " + problem.why);
     return record;
 }
 
@@ -79,8 +81,10 @@ json periodSchema() {
          {"byHour", listOf(typed("integer", "Key presses."), "Key presses by hour of the day, 0 to 23.")},
          {"topKeys", listOf(counted("key", "The key's name."), "The most pressed keys.")},
          {"topShortcuts", listOf(counted("shortcut", "Its keys."), "The most used shortcuts.")},
-         {"byDay", listOf(day, "Key presses of every day of the period.")}},
-        {"keyboardShare"});
+         {"byDay", listOf(day, "Key presses of every day of the period.")},
+         {"notComplete",
+          listOf(typed("string", "Path and reason."), "What could not be read, if anything.")}},
+        {"keyboardShare", "notComplete"});
 }
 
 }  // namespace tapcore

@@ -40,14 +40,31 @@ std::string joined(std::span<const std::string> items, std::string_view separato
     return text;
 }
 
-DataFileReader::DataFileReader(const std::filesystem::path& base)
-    : root_(std::filesystem::weakly_canonical(base)), held_(root_) {}
+AssistantTools::Output withProblems(AssistantTools::Output output, const FileProblems& problems) {
+    constexpr std::size_t shown = 20;
+    std::vector<std::string> lines;
+    if (!output.text.empty()) lines.push_back(std::move(output.text));
+    else output.isError = !problems.empty();
+    for (std::size_t i = 0; i < problems.size() && i < shown; ++i)
+        lines.push_back("[Not complete: " + shortened(problems[i].path.string()) + ": " + problems[i].why +
+                        "]");
+    if (problems.size() > shown)
+        lines.push_back("[… and " + std::to_string(problems.size() - shown) + " more]");
+    output.text = joined(lines, "\n");
+    return output;
+}
 
-std::optional<std::string> DataFileReader::text(const std::filesystem::path& file) const {
+DataFileReader::DataFileReader(const std::filesystem::path& base)
+    : root_(AssistantTools::rootOf(base)), held_(root_) {}
+
+FileRead DataFileReader::read(const std::filesystem::path& file) const {
     FileRead read = held_.read(file.lexically_relative(root_));
-    if (read.status != FileRead::Status::read || firstInvalidUtf8(read.text) != std::string_view::npos)
-        return std::nullopt;
-    return std::move(read.text);
+    std::error_code ignored;
+    const bool isText = firstInvalidUtf8(read.text) == std::string_view::npos;
+    if (!isText ||
+        (read.status != FileRead::Status::read && !std::filesystem::is_regular_file(file, ignored)))
+        return {};
+    return read;
 }
 
 }  // namespace tapcore

@@ -6,6 +6,7 @@
 #include "core/counting/day.h"
 #include "core/files/file_format.h"
 #include "core/files/folder_error.h"
+#include "core/foundation/ascii.h"
 #include "core/foundation/folder_listing.h"
 
 namespace tapcore {
@@ -45,10 +46,17 @@ std::vector<ListedFile> thoseWritten(std::vector<ListedFile> files) {
 /// Whether a text looks like a pattern, whose "0" stands for any digit.
 bool isLike(std::string_view pattern, std::string_view text) {
     return std::equal(pattern.begin(), pattern.end(), text.begin(), text.end(),
-                      [](char wanted, char c) { return wanted == '0' ? c >= '0' && c <= '9' : c == wanted; });
+                      [](char wanted, char c) { return wanted == '0' ? isDigit(c) : c == wanted; });
 }
 
 }  // namespace
+
+std::vector<std::string> namesIn(const std::filesystem::path& folder, FileProblems* problems) {
+    FolderListing listing = listFolder(folder);
+    if (listing.status == FolderListing::Status::unreadable && problems)
+        problems->push_back({folder, 0, listing.error.message()});
+    return std::move(listing.names);
+}
 
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder) {
     const FolderListing listing = listFolder(folder);
@@ -57,10 +65,7 @@ std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder) {
 }
 
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder, FileProblems& problems) {
-    const FolderListing listing = listFolder(folder);
-    if (listing.status == FolderListing::Status::unreadable)
-        problems.push_back({folder, 0, listing.error.message()});
-    return dataFilesAmong(listing.names);
+    return dataFilesAmong(namesIn(folder, &problems));
 }
 
 std::vector<ListedFile> dataFiles(const std::filesystem::path& folder) {

@@ -18,6 +18,9 @@ struct ListedFile {
     std::string fileName() const { return name + "." + extension; }
 };
 
+/// The names in a folder, sorted. One that cannot be listed has none, and is named in `problems`.
+std::vector<std::string> namesIn(const std::filesystem::path& folder, FileProblems* problems);
+
 /// The data files of a folder, in all formats read, by name; none when the folder does not exist. A placeholder
 /// of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there by now.
 /// Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.

@@ -247,7 +247,7 @@ void removeTraces(const fs::path& folder, std::string_view name) {
 }
 
 void removeOldNotes(const fs::path& folder) {
-    for (const std::string& file : namesIn(folder)) {
+    for (const std::string& file : listFolder(folder).names) {  // what is not tidied up now is so later
         if (!file.starts_with('.') || !file.ends_with(noteEnding)) continue;
         const std::string name = file.substr(1, file.size() - 1 - noteEnding.size());
         if (hasSeveralCopies(folder, name)) continue;

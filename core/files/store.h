@@ -165,8 +165,9 @@ class Store {
     /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
     /// nothing when there was none. Where that second is taken, the next free one names it.
     std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
-    /// The earlier conversations' files, newest first.
-    std::vector<std::filesystem::path> chatHistory() const;
+    /// The earlier conversations' files, newest first. A folder that cannot be listed has none, and is named
+    /// in `problems`.
+    std::vector<std::filesystem::path> chatHistory(FileProblems* problems = nullptr) const;
 
     // Practice days, core/practice/practice_day.h.
 
@@ -212,10 +213,10 @@ class Store {
     /// Where this machine writes them.
     std::filesystem::path ownLayoutsURL() const;
     /// Those of all parts; of two with one id, this machine's. A file that is not a layout, or whose name is
-    /// not its id, is named in `problems` and left out.
+    /// not its id, is named in `problems` and left out, and so is a folder that cannot be listed.
     std::vector<Layout> ownLayouts(FileProblems* problems = nullptr) const;
     /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
-    /// digit; and not "auto", which stands for the system's layout.
+    /// digit; and not "auto" or "system", which stand for the system's layout.
     static bool isSafeLayoutID(std::string_view id);
     /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not
     /// safe.

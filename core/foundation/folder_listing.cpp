@@ -58,7 +58,12 @@ FolderListing listFolder(Descriptor folder) {
     return listOpened(opened);
 }
 
-std::vector<std::string> namesIn(const fs::path& folder) { return listFolder(folder).names; }
+std::vector<std::string> namesIn(const fs::path& folder) {
+    FolderListing listing = listFolder(folder);
+    if (listing.status == Status::unreadable)
+        throw fs::filesystem_error("cannot be listed", folder, listing.error);
+    return std::move(listing.names);
+}
 
 std::error_code whyUnlisted(const fs::path& folder) {
     const OpenFolder opened(::opendir(folder.c_str()));

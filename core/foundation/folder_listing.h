@@ -28,7 +28,8 @@ FolderListing listFolder(const std::filesystem::path& folder);
 /// The same of a folder that is open, which is closed; of one that is not, as errno says why.
 FolderListing listFolder(Descriptor folder);
 
-/// The same where a folder that cannot be listed is as good as an empty one.
+/// The names in a folder, none in one that is missing. Throws filesystem_error with the path when it cannot
+/// be listed.
 std::vector<std::string> namesIn(const std::filesystem::path& folder);
 
 /// Why a folder that is there cannot be listed, found out at its first name alone; nothing for one that can

@@ -26,12 +26,15 @@ Descriptor openStep(int folder, const fs::path& name, int flags) {
 }  // namespace
 
 HeldFolder::HeldFolder(const fs::path& folder)
-    : opened_(retrying([&] { return ::open(folder.c_str(), folderFlags); })) {}
+    : HeldFolder(Descriptor(retrying([&] { return ::open(folder.c_str(), folderFlags); }))) {}
+
+HeldFolder::HeldFolder(Descriptor opened)
+    : opened_(std::move(opened)), error_(opened_.isOpen() ? 0 : errno) {}
 
 HeldFolder HeldFolder::folder(const fs::path& path) const { return HeldFolder(open(path, folderFlags)); }
 
 Descriptor HeldFolder::open(const fs::path& path, int flags) const {
-    errno = ENOENT;
+    errno = opened_.isOpen() ? ENOENT : error_;
     if (!opened_.isOpen() || path.empty() || !std::all_of(path.begin(), path.end(), isPlain)) return {};
     Descriptor at;
     for (const fs::path& name : path.parent_path()) {
@@ -42,7 +45,9 @@ Descriptor HeldFolder::open(const fs::path& path, int flags) const {
 }
 
 FolderListing HeldFolder::list() const {
-    if (!opened_.isOpen()) return {};
+    if (!opened_.isOpen() && error_ == ENOENT) return {};
+    errno = error_;
+    if (!opened_.isOpen()) return listFolder(Descriptor());
     return listFolder(Descriptor(retrying([&] { return ::openat(opened_.get(), ".", folderFlags); })));
 }
 

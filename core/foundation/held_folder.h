@@ -13,7 +13,8 @@ namespace tapcore {
 /// of a path is opened in the folder that the step before it gave, and none of them may be a link.
 class HeldFolder {
   public:
-    /// Opens a folder by a name that may lead through links. What cannot be opened reads as missing.
+    /// Opens a folder by a name that may lead through links. Below one that is missing, all is missing; below
+    /// one that cannot be opened, all is unreadable.
     explicit HeldFolder(const std::filesystem::path& folder);
 
     /// A folder below this one; `path` has plain names alone.
@@ -29,10 +30,11 @@ class HeldFolder {
     FileRead read(const std::filesystem::path& path) const;
 
   private:
-    explicit HeldFolder(Descriptor opened) : opened_(std::move(opened)) {}
+    explicit HeldFolder(Descriptor opened);
     Descriptor open(const std::filesystem::path& path, int flags) const;
 
     Descriptor opened_;
+    int error_ = 0;  ///< why it could not be opened, as errno says
 };
 
 }  // namespace tapcore

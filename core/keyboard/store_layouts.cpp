@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "core/files/data_listing.h"
 #include "core/files/store.h"
-#include "core/foundation/folder_listing.h"
+#include "core/foundation/ascii.h"
 #include "core/keyboard/catalog.h"
 
 namespace tapcore {
@@ -34,20 +35,23 @@ std::optional<Layout> readOwnLayout(const fs::path& path, FileProblems* problems
     return std::nullopt;
 }
 
-bool isLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); }
+/// Whether an id stands for the layout of the system, wherever one may be named.
+bool isReserved(std::string_view id) { return id == "auto" || id == "system"; }
+
+bool isSmallLetterOrDigit(char c) { return isSmallLetter(c) || isDigit(c); }
 
 }  // namespace
 
 fs::path Store::ownLayoutsURL() const { return base() / ".keys" / "layouts"; }
 
 std::vector<Layout> Store::ownLayouts(FileProblems* problems) const {
-    std::vector<Store> folders = readParts();
+    std::vector<Store> folders = readParts(problems);
     std::stable_partition(folders.begin(), folders.end(),
                           [&](const Store& part) { return part.root == base(); });
     std::vector<Layout> layouts;
     std::unordered_set<std::string> known;
     for (const Store& part : folders)
-        for (const std::string& name : namesIn(part.ownLayoutsURL())) {
+        for (const std::string& name : namesIn(part.ownLayoutsURL(), problems)) {
             if (!name.ends_with(ending)) continue;
             auto layout = readOwnLayout(part.ownLayoutsURL() / name, problems);
             if (layout && known.insert(layout->id).second) layouts.push_back(std::move(*layout));
@@ -56,16 +60,16 @@ std::vector<Layout> Store::ownLayouts(FileProblems* problems) const {
 }
 
 bool Store::isSafeLayoutID(std::string_view id) {
-    return !id.empty() && id.size() <= longestID && id != "auto" && isLetterOrDigit(id.front()) &&
+    return !id.empty() && id.size() <= longestID && !isReserved(id) && isSmallLetterOrDigit(id.front()) &&
            std::all_of(id.begin(), id.end(),
-                       [](char c) { return isLetterOrDigit(c) || c == '-' || c == '_'; });
+                       [](char c) { return isSmallLetterOrDigit(c) || c == '-' || c == '_'; });
 }
 
 fs::path Store::saveOwnLayout(const Layout& layout) const {
     if (!isSafeLayoutID(layout.id))
         throw LayoutProblem("layout id \"" + layout.id +
                             "\": must be 1 to 64 of a-z, 0-9, \"-\" and \"_\", the first a letter or a "
-                            "digit, and not \"auto\"");
+                            "digit, and neither \"auto\" nor \"system\"");
     fs::path path = ownLayoutsURL() / (layout.id + std::string(ending));
     settle(write(layout.text(), path));
     return path;

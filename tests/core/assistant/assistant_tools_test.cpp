@@ -81,46 +81,11 @@ TEST_F(Tools, BearWhateverArgumentsAModelSends) {
     EXPECT_EQ(run("list_files", {{"folder", ".keys"}}), error("No such folder: .keys" + usage));
     EXPECT_EQ(run("search", {{"query", 5}}), error("Empty query."));
     EXPECT_EQ(run("read_file", json::object()), notOfFolder(""));
+    for (const json& path :
+         json::parse(R"(["days/a\nb.md", "days/a\u009Bb.md", "days/2026-09-17.md\u0000.org"])"))
+        EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path));
     const Output found = run("search", {{"query", std::string(1 << 20, 'q')}});
     EXPECT_EQ(found, fine("No lines contain \"" + std::string(1000, 'q') + "…\"."));
-}
-
-TEST_F(Tools, RefuseEveryPathThatIsNoDataFile) {
-    folder.put(".keys/config.json", "{}");
-    folder.put(".keys/notes.md", "secret");
-    folder.put("days/.hidden.md", "secret");
-    folder.put("days/notes.txt", "secret");
-    folder.put("Studio/days/2026-09-17.md", "not a known Mac");
-    for (const json& path :
-         json::parse(R"(["days/../.keys/config.json", ".keys/config.json", ".keys/notes.md",
-            "days/.hidden.md", "days/notes.txt", "days//x.org", "/days/x.org", "/etc/days/x.md", "../days/x.md",
-            "days/..", "days%2F2026-09-17.md", "days/..%2Fx/a.md", "Studio/days/2026-09-17.md", "Days/2026-09-17.md",
-            "days/md", "assistant/chat.md", "days/a/b/c.md", "days/a\nb.md", "days/a\u009Bb.md", "days/2026-09-17.md\u0000.org", ""])"))
-        EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path));
-}
-
-TEST_F(Tools, FollowNoLinkOutOfTheFolderNorToTheSettings) {
-    const TemporaryFolder outside;
-    outside.put("secret.md", "secret");
-    outside.put("days/2026-09-01.md", "secret");
-    folder.put(".keys/config.md", "secret");
-    folder.put("reports/own.md", "secret of my own");
-    std::filesystem::create_directories(folder / "days");
-    std::filesystem::create_symlink(outside / "secret.md", folder / "days/link.md");
-    std::filesystem::create_symlink("../.keys/config.md", folder / "days/settings.md");
-    std::filesystem::create_symlink("loop.md", folder / "days/loop.md");
-    std::filesystem::create_symlink("../reports/own.md", folder / "days/inside.md");
-    std::filesystem::create_symlink(outside / "days", folder / "months");
-
-    for (const std::string path :
-         {"days/link.md", "days/settings.md", "days/loop.md", "months/2026-09-01.md"})
-        EXPECT_EQ(run("read_file", {{"path", path}}), notOfFolder(path));
-    EXPECT_EQ(run("read_file", {{"path", "days/inside.md"}}), fine("secret of my own", {"days/inside.md"}));
-    EXPECT_EQ(run("list_files", {{"folder", "days"}}), fine("days/inside.md"));
-    EXPECT_EQ(run("list_files", {{"folder", "months"}}), fine("No files."));
-    EXPECT_EQ(run("search", {{"query", "secret"}}),
-              fine("days/inside.md:1: secret of my own\nreports/own.md:1: secret of my own",
-                   {"days/inside.md", "reports/own.md"}));
 }
 
 TEST_F(Tools, ReadNothingThatALinkPutInTheWayMeanwhileLeadsTo) {
@@ -132,54 +97,15 @@ TEST_F(Tools, ReadNothingThatALinkPutInTheWayMeanwhileLeadsTo) {
     const auto other = tools().resolve("days/2026-09-18.org");
     std::filesystem::remove(folder / "days/2026-09-18.org");
     std::filesystem::create_symlink(outside / "days/2026-09-17.org", folder / "days/2026-09-18.org");
-    EXPECT_EQ(DataFileReader(folder.path()).text(*found), "mine");
-    EXPECT_EQ(DataFileReader(folder.path()).text(*other), std::nullopt);
+    const auto read = [&](const std::filesystem::path& file) {
+        return DataFileReader(folder.path()).read(file).text;
+    };
+    EXPECT_EQ(read(*found), "mine");
+    EXPECT_EQ(read(*other), "");
     std::filesystem::rename(folder / "days", folder / "away");
     std::filesystem::create_symlink(outside / "days", folder / "days");
-    EXPECT_EQ(DataFileReader(folder.path()).text(*found), std::nullopt);
-    EXPECT_EQ(DataFileReader(folder.path()).text(outside / "days/2026-09-17.org"), std::nullopt);
-}
-
-TEST_F(Tools, ListNewestFirstByFileNameWithTheMacsInOrder) {
-    macs = {"Air", "Studio"};
-    for (const char* name :
-         {"days/2026-09-17.org", "Studio/days/2026-09-17.org", "Air/days/2026-09-18.md",
-          "Air/days/2026-09-17.org", "Air/days/.2026-09-19.org.icloud", "days/2026-09-20.tsv"})
-        folder.put(name, "");
-    std::filesystem::create_directories(folder / "days/2026-09-21.org");
-    EXPECT_EQ(
-        run("list_files", {{"folder", "days"}}).text,
-        "Air/days/2026-09-18.md\ndays/2026-09-17.org\nAir/days/2026-09-17.org\nStudio/days/2026-09-17.org");
-    EXPECT_EQ(run("list_files", {{"folder", "days"}, {"contains", "Air/days/2026-09-17"}}).text,
-              "Air/days/2026-09-17.org");
-    EXPECT_EQ(run("list_files", {{"folder", "days"}, {"contains", "AIR"}}).text, "No files.");
-}
-
-TEST_F(Tools, ListAtMost120Names) {
-    for (int day = 1; day <= 121; ++day) folder.put("reports/" + std::to_string(1000 + day) + ".md", "");
-    const std::string all = run("list_files", {{"folder", "reports"}}).text;
-    EXPECT_TRUE(all.starts_with("reports/1121.md\nreports/1120.md\n"));
-    EXPECT_TRUE(all.ends_with("\nreports/1002.md\n… and 1 older — narrow with \"contains\"."));
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 120);
-}
-
-TEST_F(Tools, ReadADayOfSeveralMacsAsParts) {
-    macs = {"Air", "Studio"};
-    folder.put("Air/days/2026-09-17.org", "one\n");
-    folder.put("Studio/days/2026-09-17.org", "two");
-    folder.put("Studio/days/2026-09-18.org", "alone\n");
-    const std::string heads = " — one Mac's part; add the Macs together ===\n";
-    EXPECT_EQ(
-        run("read_file", {{"path", "days/2026-09-17.org"}}),
-        fine("=== Air/days/2026-09-17.org" + heads + "one\n\n=== Studio/days/2026-09-17.org" + heads + "two",
-             {"Air/days/2026-09-17.org", "Studio/days/2026-09-17.org"}));
-    EXPECT_EQ(run("read_file", {{"path", "Studio/days/2026-09-17.org"}}),
-              fine("two", {"Studio/days/2026-09-17.org"}));
-    EXPECT_EQ(run("read_file", {{"path", "days/2026-09-18.org"}}),
-              fine("alone\n", {"Studio/days/2026-09-18.org"}));
-    folder.put("days/2026-09-18.org", "from before\n");
-    EXPECT_THAT(run("read_file", {{"path", "days/2026-09-18.org"}}).read,
-                ElementsAre("days/2026-09-18.org", "Studio/days/2026-09-18.org"));
+    EXPECT_EQ(read(*found), "");
+    EXPECT_EQ(read(outside / "days/2026-09-17.org"), "");
 }
 
 TEST_F(Tools, ReadWhatIsMissingEmptyOrNoTextPlainly) {
@@ -193,26 +119,6 @@ TEST_F(Tools, ReadWhatIsMissingEmptyOrNoTextPlainly) {
     for (const std::string path : {"days/2026-09-16.org", "days/2026-09-18.org", "days/2026-09-19.org"})
         EXPECT_EQ(run("read_file", {{"path", path}}), noSuchDay(path));
     EXPECT_EQ(run("search", {{"query", "caf"}}), fine("No lines contain \"caf\"."));
-}
-
-TEST_F(Tools, CutLongFilesByCharacters) {
-    const auto repeated = [](std::string_view text, int times) {
-        std::string all;
-        while (times-- > 0) all += text;
-        return all;
-    };
-    const std::string family = "👩‍👩‍👧";  // one character of 18 bytes
-    folder.put("days/a.md", repeated(family, 12000));
-    folder.put("days/b.md", repeated(family, 12001));
-    EXPECT_EQ(run("read_file", {{"path", "days/a.md"}}).text, repeated(family, 12000));
-    EXPECT_EQ(run("read_file", {{"path", "days/b.md"}}).text,
-              repeated(family, 12000) + "\n[The file is longer: 12001 characters; this is the first 12000.]");
-    macs = {"Air"};
-    folder.put("Air/days/b.md", "more");
-    const Output parts = run("read_file", {{"path", "days/b.md"}});
-    EXPECT_TRUE(parts.text.starts_with("=== days/b.md — one Mac's part"));
-    EXPECT_TRUE(parts.text.ends_with(family + "\n[Longer; this is the first 12000 characters.]"));
-    EXPECT_THAT(parts.read, ElementsAre("days/b.md")) << "nothing of the other part is in the text";
 }
 
 TEST_F(Tools, BoundResultsInBytesToo) {
@@ -242,38 +148,6 @@ TEST_F(Tools, BoundResultsInBytesToo) {
     EXPECT_LT(run("search", {{"query", marks + "x"}}).text.size(), limit);
 }
 
-TEST_F(Tools, SearchEveryFileWithoutRegardToCase) {
-    macs = {"Studio"};
-    folder.put("reports/a.md", "Straße\n\nΟΔΟΣ\r\nlast shift+cmd");
-    folder.put("days/2026-09-02.org", "| 9 | shift+cmd | 1 | 4 |\n");
-    folder.put("days/2026-09-01.org", "| 9 | SHIFT+cmd | 1 | 4 |\n");
-    folder.put("Studio/days/2026-09-01.org", "shift+cmd shift+cmd\nnothing\nshift+cmd\n");
-    folder.put("Other/days/2026-09-01.org", "shift+cmd of no Mac");
-    folder.put("assistant/chat.md", "shift+cmd");
-    EXPECT_EQ(
-        run("search", {{"query", "Shift+CMD"}}),
-        fine("days/2026-09-01.org:1: | 9 | SHIFT+cmd | 1 | 4 |\n"
-             "days/2026-09-02.org:1: | 9 | shift+cmd | 1 | 4 |\n"
-             "Studio/days/2026-09-01.org:1: shift+cmd shift+cmd\n"
-             "Studio/days/2026-09-01.org:3: shift+cmd\n"
-             "reports/a.md:4: last shift+cmd",
-             {"days/2026-09-01.org", "days/2026-09-02.org", "Studio/days/2026-09-01.org", "reports/a.md"}));
-    EXPECT_EQ(run("search", {{"query", "STRASSE"}}).text, "reports/a.md:1: Straße");
-    EXPECT_EQ(run("search", {{"query", "οδοσ"}}).text, "reports/a.md:3: ΟΔΟΣ");
-    EXPECT_EQ(run("search", {{"query", "nothing\nshift"}}).text, "No lines contain \"nothing\nshift\".");
-}
-
-TEST_F(Tools, SearchShowsAtMost60LinesAndNoEndlessOne) {
-    folder.put("reports/a.md", std::string(5000, 'x') + "\n");
-    std::string lines;
-    for (int i = 0; i < 60; ++i) lines += "x\n";
-    folder.put("reports/b.md", lines);
-    const Output found = run("search", {{"query", "X"}});
-    EXPECT_TRUE(
-        found.text.starts_with("reports/a.md:1: " + std::string(1000, 'x') + "…\nreports/b.md:1: x\n"));
-    EXPECT_TRUE(found.text.ends_with("reports/b.md:59: x\n… and 1 more lines — narrow the query."));
-}
-
 TEST_F(Tools, SumAPeriodUpInSevenLines) {
     folder.put(
         "days/2026-09-19.org",
@@ -283,7 +157,8 @@ TEST_F(Tools, SumAPeriodUpInSevenLines) {
     folder.put("days/2026-09-13.md", "## Keys\n| 8 | 0 | 1000 |\n");
     ::mkfifo((folder / "days/2026-09-15.org").c_str(), 0600);  // would be waited for
     store = Store(folder.path(), FileFormat::org);
-    EXPECT_EQ(run("summary", json::object()), fine(expected("summary.txt")));
+    EXPECT_EQ(run("summary", json::object()),
+              fine(expected("summary.txt") + "\n[Not complete: days/2026-09-15.org: Invalid argument]"));
     EXPECT_TRUE(run("summary", {{"to", "2026-09-14"}})
                     .text.starts_with("Period 2026-09-08 to 2026-09-14: 7 days, 2 "));
     EXPECT_EQ(run("summary", {{"from", "2025-02-01"}, {"to", "2025-02-01"}}).text,
@@ -293,32 +168,6 @@ TEST_F(Tools, SumAPeriodUpInSevenLines) {
               "By hour of the day, 0 to 23: 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "
               "0, 0, 0\n"
               "Most pressed keys: none\nMost used shortcuts: none\nPer day: 2025-02-01 0");
-}
-
-TEST_F(Tools, SummaryTakesEveryPeriodOrSaysWhyNot) {
-    store = Store(folder.path(), FileFormat::org);
-    const auto firstLine = [&](const json& arguments) {
-        const Output output = run("summary", arguments);
-        return (output.isError ? "error: " : "") + output.text.substr(0, output.text.find('\n'));
-    };
-    EXPECT_EQ(firstLine({{"from", "2026-09-21"}}), "error: \"from\" is after \"to\".");
-    EXPECT_EQ(firstLine({{"from", "yesterday"}}), "error: Not a day: yesterday; use YYYY-MM-DD.");
-    EXPECT_EQ(firstLine({{"to", ""}}), "error: Not a day: ; use YYYY-MM-DD.");
-    EXPECT_EQ(firstLine({{"to", 20260920}}), "Period 2026-09-14 to 2026-09-20: 7 days, 0 with typing");
-    EXPECT_EQ(firstLine({{"from", "2026-02-28"}, {"to", "2026-02-31"}}),
-              "Period 2026-02-28 to 2026-03-03: 4 days, 0 with typing");
-    EXPECT_EQ(firstLine({{"from", "2025-08-17"}}),
-              "Period 2025-08-17 to 2026-09-20: 400 days, 0 with typing");
-    EXPECT_EQ(firstLine({{"from", "0001-01-01"}}),
-              "Period 2025-08-17 to 2026-09-20: 400 days, 0 with typing (cut to the last 400 days)");
-}
-
-TEST_F(Tools, KnowTheMacThatAloneWroteASharedFolder) {
-    folder.put("Studio/.keys-mac", R"({"id":"1","name":"Studio"})");
-    folder.put("Studio/days/2026-09-17.org", "one\n");
-    const AssistantTools made =
-        AssistantTools::over(Store(folder.path(), FileFormat::org, "Studio"), today, {});
-    EXPECT_EQ(made.run("list_files", {{"folder", "days"}}).text, "Studio/days/2026-09-17.org");
 }
 
 TEST_F(Tools, ChangeNothingInTheFolder) {

@@ -123,6 +123,16 @@ TEST_F(Chats, AreNeverReplacedWhenTheyCannotBeRead) {
     EXPECT_EQ(folder.text("Studio/assistant/chat.md"), "## You\n\ncaf\xE9\n");
     EXPECT_NE(store.shelveChat(morning, berlin), std::nullopt);
     EXPECT_EQ(store.readChat(), ChatFile());
+
+    store.writeChat(week);
+    const fs::path history = folder / "Studio/assistant/history";
+    fs::remove_all(history);
+    fs::create_symlink("history", history);
+    FileProblems problems;
+    EXPECT_THAT(store.chatHistory(&problems), ElementsAre());
+    EXPECT_THAT(problems, ElementsAre(FileProblem{history, 0, "Too many levels of symbolic links"}));
+    EXPECT_THROW(store.shelveChat(morning, berlin), fs::filesystem_error);
+    EXPECT_EQ(store.readChat(), week);
 }
 
 }  // namespace

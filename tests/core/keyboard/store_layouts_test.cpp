@@ -43,11 +43,19 @@ TEST(OwnLayouts, LeaveOutAndNameFilesThatCannotBeUsed) {
                                         "its id is \"my-layout_2\", which is not its name"}));
 }
 
+TEST(OwnLayouts, NameAFolderThatCannotBeListed) {
+    const TemporaryFolder folder;
+    folder.put(".keys/layouts", "");
+    FileProblems problems;
+    EXPECT_THAT(Store(folder.path(), FileFormat::org).ownLayouts(&problems), ElementsAre());
+    EXPECT_THAT(problems, ElementsAre(FileProblem{folder / ".keys/layouts", 0, "Not a directory"}));
+}
+
 TEST(OwnLayouts, TakeOnlyIDsThatCanNameAFile) {
     const TemporaryFolder folder;
     const Store store(folder.path(), FileFormat::org);
     for (const std::string_view id :
-         {"", "auto", "-", "-a", "../a", "a/b", "A", "ä", "a b", ".a", "a.json"}) {
+         {"", "auto", "system", "-", "-a", "../a", "a/b", "A", "ä", "a b", ".a", "a.json"}) {
         EXPECT_FALSE(Store::isSafeLayoutID(id)) << id;
         EXPECT_THROW(store.saveOwnLayout({.id = std::string(id)}), LayoutProblem) << id;
     }
