@@ -12,7 +12,7 @@
 
 namespace tapcore::mcp {
 
-/// What the server hands out. Asked for anew at each request, so that days and machines are current.
+/// What the server hands out. Asked for again at each request, so that days and machines are current.
 struct Offer {
     std::function<AssistantTools()> tools;  ///< with a store
     std::function<AgentPrompt()> prompt;

@@ -60,31 +60,30 @@ void requireModern(const json& meta) {
     throw Error(methodNotFound, "Method not found: " + shortened(method));
 }
 
-/// The id that a notification cancels; null when the value is no such notification.
+/// The id that a notification cancels; nullptr when the value is not such a notification.
 const json* cancelledID(const json& value) {
     const bool isCancel = value.is_object() && !value.contains("id") &&
                           value.value("method", json()) == "notifications/cancelled" &&
                           value.contains("params") && value["params"].is_object() &&
-                          value["params"].contains("requestId");
+                          value["params"].contains("requestId") && !value["params"]["requestId"].is_null();
     return isCancel ? &value["params"]["requestId"] : nullptr;
 }
 
 /// Whether a value is the request with this id. A handshake cannot be cancelled.
 bool isRequest(const json& value, const json& id) {
     return value.is_object() && value.contains("method") && value["method"] != "initialize" &&
-           value.value("id", json()) == id;
+           value.contains("id") && value["id"] == id;
 }
 
-/// Takes a request out of a batch; true when nothing is left of the batch then.
-bool withdraw(json& batch, const json& id) {
+/// Takes a request out of what waits, a batch or the request itself; true when nothing is left then.
+bool withdraw(json& value, const json& id) {
+    if (!value.is_array()) return isRequest(value, id);
     const auto end =
-        std::remove_if(batch.begin(), batch.end(), [&](const json& value) { return isRequest(value, id); });
-    if (end == batch.end()) return false;
-    batch.erase(end, batch.end());
-    return batch.empty();
+        std::remove_if(value.begin(), value.end(), [&](const json& part) { return isRequest(part, id); });
+    if (end == value.end()) return false;
+    value.erase(end, value.end());
+    return value.empty();
 }
-
-std::string line(const json& answer) { return answer.dump(-1, ' ', false, json::error_handler_t::replace); }
 
 }  // namespace
 
@@ -137,7 +136,7 @@ bool Server::isIdle() const { return implementation_->waiting.empty(); }
 std::vector<std::string> Server::answerNext() {
     const auto next = std::move(implementation_->waiting.front());
     implementation_->waiting.pop_front();
-    if (const auto* error = std::get_if<Error>(&next)) return {line(errorAnswer(nullptr, *error))};
+    if (const auto* error = std::get_if<Error>(&next)) return {jsonLine(errorAnswer(nullptr, *error))};
     return implementation_->answer(std::get<json>(next));
 }
 
@@ -145,7 +144,7 @@ std::vector<std::string> Server::end() {
     std::vector<std::string> lines;
     for (const json& id : implementation_->subscriptions)
         lines.push_back(
-            line(resultAnswer(id, {{"resultType", "complete"}, {"_meta", {{subscriptionKey, id}}}})));
+            jsonLine(resultAnswer(id, {{"resultType", "complete"}, {"_meta", {{subscriptionKey, id}}}})));
     implementation_->subscriptions.clear();
     return lines;
 }
@@ -160,11 +159,10 @@ void Server::Implementation::receive(const json& value) {
 }
 
 void Server::Implementation::cancel(const json& id) {
-    const auto isCancelled = [&](Waiting& item) {
-        json* value = std::get_if<json>(&item);
-        return value && (isRequest(*value, id) || (value->is_array() && withdraw(*value, id)));
-    };
-    waiting.erase(std::remove_if(waiting.begin(), waiting.end(), isCancelled), waiting.end());
+    for (auto item = waiting.begin(); item != waiting.end();) {
+        json* const value = std::get_if<json>(&*item);
+        item = value && withdraw(*value, id) ? waiting.erase(item) : std::next(item);
+    }
     subscriptions.erase(std::remove(subscriptions.begin(), subscriptions.end(), id), subscriptions.end());
 }
 
@@ -173,8 +171,8 @@ std::vector<std::string> Server::Implementation::answer(const json& value) {
     json note;
     const bool isBatch = value.is_array() && negotiated == Revision::r2025_03_26;
     const json answer = isBatch ? answerBatch(value) : answerOne(value, false, &note);
-    if (!note.is_null()) lines.push_back(line(note));
-    if (!answer.is_null()) lines.push_back(line(answer));
+    if (!note.is_null()) lines.push_back(jsonLine(note));
+    if (!answer.is_null()) lines.push_back(jsonLine(answer));
     return lines;
 }
 
