@@ -52,12 +52,13 @@ std::vector<Row> allRows(IsoKeys isoKeys) {
 /// A dead key shows its accent alone.
 std::string_view accentOf(xkb_keysym_t symbol) {
     constexpr std::pair<xkb_keysym_t, std::string_view> accents[] = {
-        {XKB_KEY_dead_grave, "`"},       {XKB_KEY_dead_acute, "´"},     {XKB_KEY_dead_circumflex, "^"},
-        {XKB_KEY_dead_tilde, "~"},       {XKB_KEY_dead_macron, "¯"},    {XKB_KEY_dead_breve, "˘"},
-        {XKB_KEY_dead_abovedot, "˙"},    {XKB_KEY_dead_diaeresis, "¨"}, {XKB_KEY_dead_abovering, "˚"},
-        {XKB_KEY_dead_doubleacute, "˝"}, {XKB_KEY_dead_caron, "ˇ"},     {XKB_KEY_dead_cedilla, "¸"},
-        {XKB_KEY_dead_ogonek, "˛"},      {XKB_KEY_dead_iota, "ͺ"},      {XKB_KEY_dead_greek, "µ"},
-        {XKB_KEY_dead_currency, "¤"},
+        {XKB_KEY_dead_grave, "`"},       {XKB_KEY_dead_acute, "´"},         {XKB_KEY_dead_circumflex, "^"},
+        {XKB_KEY_dead_tilde, "~"},       {XKB_KEY_dead_macron, "¯"},        {XKB_KEY_dead_breve, "˘"},
+        {XKB_KEY_dead_abovedot, "˙"},    {XKB_KEY_dead_diaeresis, "¨"},     {XKB_KEY_dead_abovering, "˚"},
+        {XKB_KEY_dead_doubleacute, "˝"}, {XKB_KEY_dead_caron, "ˇ"},         {XKB_KEY_dead_cedilla, "¸"},
+        {XKB_KEY_dead_ogonek, "˛"},      {XKB_KEY_dead_iota, "ͺ"},          {XKB_KEY_dead_greek, "µ"},
+        {XKB_KEY_dead_currency, "¤"},    {XKB_KEY_dead_belowdot, "\u0323"}, {XKB_KEY_dead_hook, "\u0309"},
+        {XKB_KEY_dead_horn, "\u031B"},   {XKB_KEY_dead_stroke, "\u0335"},
     };
     for (const auto& [dead, accent] : accents)
         if (dead == symbol) return accent;

@@ -104,8 +104,7 @@ void check(const Asked& asked, const Environment& environment) {
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
         if (!asked.json) print(harmlessLine(problem) + "\n");
-    if (problems.size() == 1) throw Failure("boards", "1 problem");
-    if (!problems.empty()) throw Failure("boards", fmt::format("{} problems", problems.size()));
+    if (!problems.empty()) throw Failure("boards", counted(problems.size(), "problem", "problems"));
     if (!asked.json) print("No problems.\n");
 }
 
@@ -138,12 +137,14 @@ void printList(std::string_view title, const std::vector<std::string>& sentences
 }
 
 /// What to do about codes that are guessed or missing.
-std::string advice(const tapcore::BoardImport& imported, const std::string& output) {
+std::string advice(const tapcore::BoardImport& imported, const Asked& asked) {
     if (imported.takesKeymap)
         return "\nFor certain key codes, give the keymap with --keymap FILE: QMK's keymap.json or keymap.c, "
-               "or the one "
-               "that VIA or Vial saved.\n";
-    return fmt::format("\nCorrect or add key codes in {}.\n", output);
+               "or the one that VIA or Vial saved.\n";
+    if (asked.keymap)
+        return fmt::format("\nKeys for layers, macros or nothing need no key code. Add others in {}.\n",
+                           asked.output);
+    return fmt::format("\nCorrect or add key codes in {}.\n", asked.output);
 }
 
 void tellOf(const tapcore::BoardImport& imported, const Asked& asked, const Catalog& catalog) {
@@ -157,8 +158,7 @@ void tellOf(const tapcore::BoardImport& imported, const Asked& asked, const Cata
     printList("Left out of it", imported.dropped);
     printList("Guessed key codes", imported.guessed);
     printList("Keys without a key code", imported.withoutCode);
-    if (!imported.guessed.empty() || !imported.withoutCode.empty())
-        print(harmless(advice(imported, asked.output)));
+    if (!imported.guessed.empty() || !imported.withoutCode.empty()) print(harmless(advice(imported, asked)));
 }
 
 void import(const Asked& asked, const Environment& environment) {
@@ -166,10 +166,12 @@ void import(const Asked& asked, const Environment& environment) {
     const tapcore::BoardImport result = imported(asked, catalog);
     complainOf(tapcore::writeFile(asked.output, result.board.text()));
     if (!asked.json) return tellOf(result, asked, catalog);
-    print(tapcore::jsonText({{"board", result.board.encoded()},
-                             {"dropped", result.dropped},
-                             {"guessed", result.guessed},
-                             {"withoutCode", result.withoutCode}}));
+    json record = {{"board", result.board.encoded()},
+                   {"dropped", result.dropped},
+                   {"guessed", result.guessed},
+                   {"withoutCode", result.withoutCode}};
+    if (catalog.board(result.board.id)) record["takenID"] = result.board.id;
+    print(tapcore::jsonText(record));
 }
 
 void addImportOptions(CommandSyntax importing, Asked& asked) {
@@ -204,7 +206,7 @@ void boardsCommand(CommandLine& line, const Environment& environment) {
     withJson(listing, "Print the records as JSON, with the number of their keys");
 
     CommandSyntax showing =
-        line.task("show", "Shows a board's keys: what they send, where they lie, what strikes them",
+        line.task("show", "Shows a board's keys: what they send, where they are, what strikes them",
                   "tappora boards show planck");
     showing.option("ID", asked.id, "The board").required().type("");
     withJson(showing, "Print the board's file");

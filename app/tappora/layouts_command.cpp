@@ -120,9 +120,7 @@ void check(const Asked& asked, const Environment& environment) {
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
         if (!asked.json) print(harmless(problem) + "\n");
-    if (!problems.empty())
-        throw Failure("layouts",
-                      problems.size() == 1 ? "1 problem" : fmt::format("{} problems", problems.size()));
+    if (!problems.empty()) throw Failure("layouts", counted(problems.size(), "problem", "problems"));
     if (!asked.json) print("No problems.\n");
 }
 
@@ -151,7 +149,8 @@ void checkIDs(const tapcore::KeylayoutImportOptions& options) {
     if (!options.id) return;
     if (!tapcore::Store::isSafeLayoutID(*options.id))
         throw UsageError(fmt::format(
-            "--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", and not auto", *options.id));
+            "--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", but not auto or system",
+            *options.id));
     if (*options.id == options.base)
         throw UsageError(fmt::format("--id: {} is the base of the layout; choose another", *options.id));
 }
@@ -186,7 +185,10 @@ void import(const Asked& asked, const Environment& environment) {
     const tapcore::KeylayoutImport result = imported(asked.file, options);
     complainOf(tapcore::writeFile(asked.output, result.layout.text()));
     if (!asked.json) return tellOf(result, asked, options.taken);
-    print(tapcore::jsonText({{"layout", result.layout.encoded()}, {"dropped", result.dropped}}));
+    json record = {{"layout", result.layout.encoded()}, {"dropped", result.dropped}};
+    if (result.takenID) record["takenID"] = *result.takenID;
+    else if (options.taken.contains(result.layout.id)) record["replacesID"] = result.layout.id;
+    print(tapcore::jsonText(record));
 }
 
 }  // namespace

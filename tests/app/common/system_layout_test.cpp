@@ -106,6 +106,7 @@ TEST(SystemLayout, IsABundledOneOnlyWhereAllTypingKeysAgree) {
         {{"ru"}, IsoKeys::absent, "system russian", {{44, {".", ","}}, {50, {"ё", "Ё"}}}},
         {{"ru", "typewriter"}, IsoKeys::absent, "system russian", {{18, {"№", "1"}}}},
         {{"ua", "macOS"}, IsoKeys::absent, "system ukrainian", {{1, {"и", "И"}}, {11, {"і", "І"}}}},
+        {{"vn", "us"}, IsoKeys::absent, "system qwerty", {{47, {"\u0323", ">"}}, {44, {"\u0309", "?"}}}},
         {{"jp"}, IsoKeys::present, "system qwerty", {{24, {"^", "~"}}, {93, {"\\", "|"}}}},
     };
     for (const auto& [keyboard, isoKeys, expected, legends] : cases) {

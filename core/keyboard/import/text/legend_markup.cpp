@@ -32,20 +32,33 @@ constexpr std::pair<std::string_view, std::string_view> names[] = {
     {"Auml", "Ä"},   {"Ouml", "Ö"},   {"Uuml", "Ü"},   {"aring", "å"},  {"Aring", "Å"},  {"aelig", "æ"},
     {"AElig", "Æ"},  {"oslash", "ø"}, {"Oslash", "Ø"}, {"eacute", "é"}, {"egrave", "è"}, {"agrave", "à"},
     {"ugrave", "ù"}, {"ccedil", "ç"}, {"Ccedil", "Ç"}, {"ntilde", "ñ"}, {"Ntilde", "Ñ"}, {"sup2", "²"},
-    {"sup3", "³"},   {"laquo", "«"},  {"ldquo", "“"},  {"rdquo", "”"},  {"hellip", "…"}, {"ndash", "–"},
-    {"mdash", "—"},
+    {"sup3", "³"},   {"ldquo", "“"},  {"rdquo", "”"},  {"hellip", "…"}, {"ndash", "–"},  {"mdash", "—"},
+};
+
+constexpr std::size_t longestTag = 6;
+
+/// A character of a text, looked for from further on each time, so that the text is walked once in all.
+class Ahead {
+  public:
+    Ahead(std::string_view text, char wanted) : text_(text), wanted_(wanted), next_(text.find(wanted)) {}
+
+    /// Where the next one is; npos for none.
+    std::size_t from(std::size_t at) {
+        if (next_ < at) next_ = text_.find(wanted_, at);
+        return next_;
+    }
+
+  private:
+    std::string_view text_;
+    char wanted_;
+    std::size_t next_;
 };
 
 bool isTagName(std::string_view tag) {
     if (tag.starts_with('/')) tag.remove_prefix(1);
+    tag = tag.substr(0, longestTag + 1);
     const std::string name = lowercased(tag.substr(0, tag.find_first_of(" \t/")));
     return std::find(std::begin(tags), std::end(tags), name) != std::end(tags);
-}
-
-/// The length of the tag that a text starts with; 0 for none.
-std::size_t tagLength(std::string_view text) {
-    const std::size_t end = text.starts_with('<') ? text.find('>') : std::string_view::npos;
-    return end != std::string_view::npos && isTagName(text.substr(1, end - 1)) ? end + 1 : 0;
 }
 
 std::optional<std::string> numbered(std::string_view digits) {
@@ -70,18 +83,19 @@ std::optional<std::string> referred(std::string_view name) {
 }  // namespace
 
 std::string plainLegend(std::string_view legend) {
+    constexpr auto none = std::string_view::npos;
+    Ahead tagEnd(legend, '>'), referenceEnd(legend, ';');
+    const auto inside = [&](std::size_t at, std::size_t end) { return legend.substr(at + 1, end - at - 1); };
     std::string text;
-    for (std::size_t at = 0; at < legend.size();) {
-        const std::string_view rest = legend.substr(at);
-        if (const std::size_t tag = tagLength(rest)) {
-            at += tag;
-            continue;
-        }
-        const std::size_t end = rest.front() == '&' ? rest.find(';') : std::string_view::npos;
-        const auto character =
-            end == std::string_view::npos ? std::nullopt : referred(rest.substr(1, end - 1));
-        text += character ? *character : std::string(1, rest.front());
-        at += character ? end + 1 : 1;
+    for (std::size_t at = 0; at < legend.size(); ++at) {
+        const std::size_t end = legend[at] == '<'   ? tagEnd.from(at)
+                                : legend[at] == '&' ? referenceEnd.from(at)
+                                                    : none;
+        const bool isTag = end != none && legend[at] == '<' && isTagName(inside(at, end));
+        const auto character = end != none && legend[at] == '&' ? referred(inside(at, end)) : std::nullopt;
+        if (character) text += *character;
+        else if (!isTag) text += legend[at];
+        if (character || isTag) at = end;
     }
     return text;
 }

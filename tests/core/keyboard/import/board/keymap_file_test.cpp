@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/foundation/file_io.h"
 #include "core/keyboard/import/board/board_import.h"
 #include "core/keyboard/import/board/firmware_keycodes.h"
 #include "tests/support/message_of.h"
@@ -21,28 +22,12 @@ constexpr std::string_view firmware =
 constexpr std::string_view via = R"({"name": "Six", "matrix": {"rows": 4, "cols": 2}, "layouts": {"keymap": [
     ["0,0", "0,1", {"x": 2}, "2,1", "2,0"], [{"x": 1}, "1,1", {"x": 2}, "3,1"]]}})";
 
-constexpr std::string_view keymapJson =
-    R"keymap({"version": 1, "keyboard": "six", "keymap": "mine", "layout": "LAYOUT",
-    "layers": [["KC_Q", "LSFT_T(KC_A)", "KC_P", "KC_SCLN", "LT(1, KC_SPC)", "MO(1)"], ["KC_1"]]
-})keymap";
-constexpr std::string_view keymapSource = R"keymap(#include QMK_KEYBOARD_H
-enum layers { _BASE, _RAISE };
-#define HOME_A LSFT_T(KC_A)  // a home row modifier
-const uint16_t PROGMEM keymaps[][MATRIX_ROWS][MATRIX_COLS] = {
-    /* | 1 | , ) } */
-    [_RAISE] = LAYOUT(KC_1, KC_2, KC_3, KC_4, KC_5, KC_6),
-    [_BASE] = LAYOUT(
-        KC_Q, HOME_A,   KC_P, KC_SCLN, // ,
-        LT(_RAISE, KC_SPC),   MO(_RAISE)
-    ),
-};)keymap";
-constexpr std::string_view savedByVia =
-    R"keymap({"name": "Six", "vendorProductId": 1, "macros": [""], "layers": [
-    ["KC_Q", "LSFT_T(KC_A)", "KC_NO", "LT(1,KC_SPC)", "KC_SCLN", "KC_P", "KC_NO", "MO(1)"], []]
-})keymap";
-constexpr std::string_view savedByVial = R"keymap({"version": 1, "uid": 17340026170389061234, "layout": [
-    [["KC_Q", "LSFT_T(KC_A)"], [-1, "LT1(KC_SPC)"], ["KC_SCLN", "KC_P"], [-1, "MO(1)"]], [[]]], "encoder_layout": []
-})keymap";
+// The base layers of keymaps for it, which the fuzz target begins with too.
+std::string seed(std::string_view name) {
+    return readFile(std::filesystem::path(TEST_DATA) / "../../fuzz/seeds/keymap" / name).text;
+}
+const std::string keymapJson = seed("keymap.json"), keymapSource = seed("keymap.c");
+const std::string savedByVia = seed("via.json"), savedByVial = seed("saved.vil");
 
 std::string many(std::string_view text, std::size_t times) {
     std::string all;
@@ -74,57 +59,14 @@ TEST(Keymap, OfEachKindTellsWhatTheKeysSend) {
     }
 }
 
-TEST(Keymap, SaysWhyItDoesNotBelongToTheBoard) {
-    const struct {
-        std::string_view board;
-        std::string keymap;
-        std::string_view why;
-    } cases[] = {
-        {firmware, R"({"layout": "LAYOUT", "layers": [["KC_A"]]})",
-         "belongs to another layout: 1 key, but LAYOUT has 6"},
-        {via, std::string(keymapJson),
-         "goes with QMK's info.json or keyboard.json, which tells the order of its keys"},
-        {"[['A']]", std::string(savedByVial),
-         "goes with a VIA definition or QMK's info.json, which tell the places in the matrix"},
-        {via, R"({"layers": [["KC_A"]]})", "belongs to another board: 1 key, which are no rows of 2"},
-        {via, std::string(firmware),
-         "the document: this describes a board; a keymap has \"layers\", or is a keymap.c or a .vil file"},
-        {via, "[]", "the document: not a keymap"},
-        {via, R"({"layers": []})", "layers: has too few elements"},
-        {via, R"({"layers": [[true]]})", "layers[0][0]: not a string"},
-        {via, "int main() {}", "not a keymap: neither JSON nor C with an array keymaps"},
-        {via, "keymaps[] = {[0] = LAYOUT(KC_A", "a bracket of the keymap is not closed"},
-        {via, R"({"layout": [[]]})", "belongs to another board: it has none of the keys of this one"},
-        {firmware, "keymaps[] = {[_FN] = LAYOUT(KC_1)}",
-         "cannot tell which layer is the base; save the keymap as keymap.json"},
-        {firmware, "#ifdef A\n#define B 0\n#else\n#define B 1\n#endif\nkeymaps[] = {[B] = LAYOUT(KC_1)}",
-         "cannot tell which layer is the base; save the keymap as keymap.json"},
-        {firmware, "enum {\n#ifdef A\n_FN,\n#endif\n_BASE};keymaps[] = {[_BASE] = LAYOUT(KC_1)}",
-         "cannot tell which layer is the base; save the keymap as keymap.json"},
-        {firmware, "keymaps[] = {\n#if A\n[0] = LAYOUT(KC_1)\n#else\n[0] = LAYOUT(KC_2)\n#endif\n};",
-         "has conditions, such as #if; save the keymap as keymap.json"},
-        {firmware, "#if A\nkeymaps[] = {LAYOUT(KC_1)};\n#else\nkeymaps[] = {LAYOUT(KC_2)};\n#endif",
-         "has the array keymaps twice; save the keymap as keymap.json"},
-        {firmware, "#define B 0\nkeymaps[] = {[0] = LAYOUT(KC_1), [B] = LAYOUT(KC_2)}",
-         "has layer 0 twice; save the keymap as keymap.json"},
-        {firmware, "keymaps[] = {LAYOUT_split(KC_A)}",
-         "belongs to another layout: LAYOUT_split, but LAYOUT was read; choose the layout with --layout"},
-        {firmware, many("enum{", 80'000), "not a keymap: neither JSON nor C with an array keymaps"},
-        {firmware,
-         "#define X " + many("(", 100'000) + many(")", 100'000) + "\nenum{" + many("a=X,", 80'000) + "}",
-         "not a keymap: neither JSON nor C with an array keymaps"},
-        {firmware, many("keymaps[", 80'000), "not a keymap: neither JSON nor C with an array keymaps"},
-        {firmware, many(" ", (1 << 20) + 1), "larger than 1 MiB, which no keymap is"},
-        {firmware, "#define A A,A,A,A,A,A,A,A\nkeymaps[] = {LAYOUT(A)}",
-         "its definitions make more than 1 MiB of keys"},
-        {firmware, "int mykeymaps[] = {1}; keymaps = {1}; extern keymaps[];",
-         "not a keymap: neither JSON nor C with an array keymaps"},
-        {via, "keymaps[] = {1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6,7,8,9,1,2,3,4,5,6}",
-         "more than 32 layers, which the firmware cannot have"},
-        {via, "keymaps[] = {}", "the array keymaps is empty"},
-    };
-    for (const auto& [board, keymap, why] : cases)
-        EXPECT_EQ(messageOf<KeymapError>([&] { imported(board, keymap); }), why) << keymap.substr(0, 200);
+TEST(Keymap, IsRefusedSoonWhateverItRepeats) {
+    const std::string brackets = many("(", 100'000) + many(")", 100'000);
+    for (const std::string& keymap : {many("enum{", 80'000), many("keymaps[", 80'000),
+                                      "#define X " + brackets + "\nenum{" + many("a=X,", 80'000) + "}"})
+        EXPECT_EQ(messageOf<KeymapError>([&] { imported(firmware, keymap); }),
+                  "not a keymap: neither JSON nor C with an array keymaps");
+    EXPECT_EQ(messageOf<KeymapError>([&] { imported(firmware, many(" ", (1 << 20) + 1)); }),
+              "larger than 1 MiB, which no keymap is");
 }
 
 TEST(Keymap, InCHasTheBaseLayerThatTheCompilerWouldFind) {
