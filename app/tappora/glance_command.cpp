@@ -90,7 +90,10 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     requireAnswer(glance.problems, glance.week.isEmpty());
     complainOf(problems);
     if (!json && store.days().empty()) return print(welcome(store));
-    const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;
+    const Keyboards keyboards(environment, store);
+    const bool namesKeys = !glance.today.byKey.empty() || !glance.today.byChord.empty();
+    // The system's layout takes milliseconds to find out.
+    const tapcore::Legends legends = namesKeys ? keyboards.chosenLayout({}).legends : tapcore::Legends();
     print(json ? jsonText(glanceJson(glance, legends))
                : glanceText(glance, legends, Terminal::of(environment)));
 }
