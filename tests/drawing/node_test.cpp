@@ -44,13 +44,6 @@ TEST(Accessibility, FollowsTheGroupingOfANode) {
     for (const auto& c : cases) EXPECT_EQ(elementsOf(c.node), c.elements);
 }
 
-TEST(Node, ComparesByValueDownToTheLastPoint) {
-    const Node node = group({grouped(Grouping::separate, "Chart")}, Transform::moved(1, 2), 0.5);
-    EXPECT_EQ(node, group({grouped(Grouping::separate, "Chart")}, Transform::moved(1, 2), 0.5));
-    EXPECT_NE(node, group({grouped(Grouping::separate, "Chart")}, Transform::moved(1, 2), 0.4));
-    EXPECT_NE(node, group({grouped(Grouping::separate, "Other")}, Transform::moved(1, 2), 0.5));
-}
-
 TEST(Transform, TurnsClockwiseAndTakesItselfBack) {
     const Transform turn = Transform::turned(90, {10, 10});
     EXPECT_NEAR(turn({20, 10}).x, 10, 1e-12);

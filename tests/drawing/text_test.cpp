@@ -43,15 +43,6 @@ TEST(Text, ShrinksBeforeItIsCut) {
         EXPECT_EQ(fitted(c.text, halfAnEm), (FittedText{c.fits, Font{.size = c.size}, {5, 50}})) << c.fits;
 }
 
-TEST(Text, AsksForItsWidthOnlyWhenItCouldBeTooWide) {
-    const auto never = [](std::string_view, const Font&) -> double {
-        ADD_FAILURE() << "asked";
-        return 0;
-    };
-    fitted(word("ab", 60, 0.5), never);
-    fitted(word("a long text without a limit", 0, 0.5), never);
-}
-
 TEST(Text, StandsOnItsMiddleAfterItShrank) {
     Text text = word("12345", 25, 0.5);
     text.anchor = Text::Anchor::middle;

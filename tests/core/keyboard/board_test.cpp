@@ -9,7 +9,6 @@
 namespace tapcore {
 namespace {
 
-using testing::ElementsAre;
 using testing::StartsWith;
 
 constexpr std::string_view small = R"({
@@ -70,20 +69,6 @@ TEST(Board, NamesThePlaceOfWhatItCannotDecode) {
         {smallWith("4", "\"\\\"" + std::string(1000, '[') + "\""), ""},
     };
     for (const auto& [text, why] : cases) EXPECT_THAT(whyRefused(text), StartsWith(why));
-}
-
-TEST(Board, ListsProblemsKeyByKeyInTheOrderOfTheChecks) {
-    EXPECT_THAT(board({}).problems(), ElementsAre("b: no keys"));
-    EXPECT_THAT(board({{.id = "a", .keyCode = KeyCode{130}},
-                       {.id = "a", .keyCode = KeyCode{130}, .w = 0, .r = 15, .rx = 1.0},
-                       {.id = "c", .keyCode = KeyCode{130}, .h = -1, .r = 15, .rx = 1.0, .ry = 0.0},
-                       {.id = "e", .keyCode = KeyCode{127}}})
-                    .problems(),
-                ElementsAre("b: a sends 130, beyond what is counted", "b: key id a is used twice",
-                            "b: a sends 130, beyond what is counted",
-                            "b: key code 130 is claimed by both a and a", "b: a has no size",
-                            "b: a is rotated about no point", "b: c sends 130, beyond what is counted",
-                            "b: key code 130 is claimed by both a and c", "b: c has no size"));
 }
 
 TEST(Board, TurnsKeysClockwiseAndHoldsAllOfThemInItsBounds) {

@@ -3,8 +3,6 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <set>
-#include <sstream>
 
 #include "core/keyboard/catalog.h"
 
@@ -52,19 +50,6 @@ bool overlap(const Board::Key& a, const Board::Key& b) {
             if (depthAcrossSides(first, second) > touching && depthAcrossSides(second, first) > touching)
                 return true;
     return false;
-}
-
-TEST(BundledBoards, AreThoseThatPeopleLookFor) {
-    std::istringstream ids(
-        "macbook-ansi macbook-iso macbook-jis magic-keyboard-ansi magic-keyboard-iso "
-        "magic-keyboard-numpad-ansi magic-keyboard-numpad-iso 60-percent-ansi 60-percent-iso "
-        "65-percent-ansi 65-percent-iso 75-percent-ansi 75-percent-iso tenkeyless-ansi "
-        "tenkeyless-iso full-size-ansi full-size-iso alice planck preonic corne lily58 sofle "
-        "kyria ferris-sweep ergodox-ez moonlander voyager iris atreus glove80 "
-        "kinesis-advantage360-pro");
-    for (std::string id; ids >> id;) EXPECT_NE(bundled().board(id), nullptr) << id;
-    std::set<std::string> names;
-    for (const Board& board : bundled().boards) EXPECT_TRUE(names.insert(board.name).second) << board.name;
 }
 
 TEST(BundledBoards, BeginAtTheOrigin) {

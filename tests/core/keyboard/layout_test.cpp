@@ -30,16 +30,6 @@ TEST(Layout, ReadsKeyCodesInAnySpellingAndWritesThemInDecimal) {
     EXPECT_EQ(Layout::parse(layout.text()), layout);
 }
 
-TEST(Layout, NamesThePlaceOfWhatItCannotDecode) {
-    const auto whyRefused = [](std::string_view legends) {
-        return messageOf<JsonError>([&] { return Layout::parse(withLegends(legends)); });
-    };
-    EXPECT_EQ(whyRefused(R"({"": ["a"]})"), " is not a key code");
-    EXPECT_EQ(whyRefused(R"({"\u0000x": ["a"]})"), "\u2400x is not a key code");
-    EXPECT_EQ(whyRefused(R"({"7": null})"), "legends.7: not an array");
-    EXPECT_EQ(whyRefused(R"({"7": ["a", null]})"), "legends.7[1]: not a string");
-}
-
 TEST(LayoutDeathTest, EndsAtTwoSpellingsOfOneKeyCode) {
     const std::string twice = withLegends(R"({"7": ["x"], "07": ["y"]})");
     EXPECT_DEATH(Layout::parse(twice), "Duplicate values for key: '7'");

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/foundation/json_fields.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tapcore {
@@ -85,32 +84,6 @@ TEST(LetterModel, TakesNegativeCountsOffTheNumberDrawn) {
                  "^b": {"c": 1}, "^c": {"c": 1}, "cc": {"$": 1, "c": 1}, "bc": {"c": 1}}})");
     SeededRandom rng(1);
     for (int i = 0; i < 20; ++i) EXPECT_EQ(model.word({"a", "b", "c"}, rng)->front(), 'c');
-}
-
-TEST(LetterModel, SaysWhereAFileIsMalformed) {
-    const struct {
-        const char* text;
-        const char* error;
-    } cases[] = {
-        {R"({"transitions": {}})", R"(the document: "order" is missing)"},
-        {R"({"order": []})", R"(the document: "transitions" is missing)"},
-        {R"({"order": ["e", "th"], "transitions": {}})", R"(order[1]: not one character: "th")"},
-        {R"({"order": [""], "transitions": {}})", R"(order[0]: not one character: "")"},
-        {R"({"order": [], "transitions": {"^^": {"th": 1}}})", R"(transitions.^^: not one character: "th")"},
-        {R"({"order": [], "transitions": {"^^": {"t": 1.5}}})", "transitions.^^.t: not a 64-bit integer"},
-        {R"({"order": [], "transitions": {"^^": {"t": 9223372036854775808}}})",
-         "transitions.^^.t: not a 64-bit integer"},
-        {R"({"order": [], "transitions": {"^^": {"t": "1"}}})", "transitions.^^.t: not an integer"},
-        {R"([])", "the document: not an object"},
-    };
-    for (const auto& [text, error] : cases) {
-        try {
-            LetterModel::parse("xx", text);
-            ADD_FAILURE() << "read " << text;
-        } catch (const JsonError& thrown) {
-            EXPECT_STREQ(thrown.what(), error);
-        }
-    }
 }
 
 TEST(LetterModel, IsLoadedOnceAndNeverFromAMalformedFile) {
