@@ -68,7 +68,7 @@ struct Board {
         Row row = Row::function;
         bool home = false;  ///< a finger rests here
 
-        /// The first rectangle, as it lies before turning.
+        /// The first rectangle, before turning.
         Rect rect() const { return {x, y, w, h}; }
         bool isTurned() const { return r != 0 && rx && ry; }
         /// A point of this key's rectangles, where turning takes it.
@@ -105,7 +105,7 @@ struct Board {
     const Key* key(KeyCode code) const;
     /// Every code that some key sends.
     std::set<KeyCode> keyCodes() const;
-    /// The smallest upright rectangle around all keys as they lie turned; (0, 0, 0, 0) for a board without
+    /// The smallest upright rectangle around all keys, turned as they are; (0, 0, 0, 0) for a board without
     /// keys.
     Rect bounds() const;
 

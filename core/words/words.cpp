@@ -77,7 +77,7 @@ std::string filled(std::string_view text, NamedValues values) {
 
 Words Words::load(const fs::path& folder, std::string_view language) {
     Words words;
-    // Only a name that lies there: "../en" is no language.
+    // Only a name that is there: "../en" is not a language.
     if (language != source && isIn(languages(folder), language))
         words.tables_.push_back(read(folder, language));
     words.tables_.push_back(read(folder, source));

@@ -31,7 +31,7 @@ struct DraftKey {
 struct BoardDraft {
     /// Files with more keys are refused.
     static constexpr std::size_t mostKeys = 1000;
-    /// Keys must lie within so many units of the origin, and be no larger.
+    /// Keys must be within so many units of the origin, and be no larger.
     static constexpr double furthest = 1000;
     /// Rows and columns of the matrix are 0 to this.
     static constexpr std::int64_t lastInMatrix = 65535;
@@ -66,7 +66,7 @@ Board::Rect boundsOf(const std::vector<DraftKey>& keys);
 
 class JsonValue;
 
-/// Throws JsonError when a key lies or reaches too far out, or is one too many; `place` is where it stands.
+/// Throws JsonError when a key is or reaches too far out, or is one too many; `place` is where it stands.
 void checkReach(const Board::Key& key, std::size_t keysBefore, const JsonValue& place);
 
 }  // namespace tapcore

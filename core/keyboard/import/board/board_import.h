@@ -30,9 +30,9 @@ struct BoardImport {
 
 /// Reads a keyboard file: rows of Keyboard Layout Editor, a VIA definition, or QMK's `info.json` or
 /// `keyboard.json`, each in strict or lenient JSON. Keys get codes from their legends, and hands, fingers and
-/// rows from their places; a key lying where one of the `known` boards has it is taken for that one. A board
-/// that begins left of or above 0, or that lost keys, is moved to begin there. Throws JsonError, with the
-/// place, for what is not such a file.
+/// rows from their places; a key that is where one of the `known` boards has it is taken for that one. A
+/// board that begins left of or above 0, or that lost keys, is moved to begin there. Throws JsonError, with
+/// the place, for what is not such a file.
 BoardImport importBoard(std::string_view text, const std::vector<Board>& known,
                         const BoardImportOptions& options = {});
 

@@ -12,7 +12,7 @@ namespace tapcore {
 struct KnownBoard {
     const Board* board = nullptr;  ///< null when no board is like it
     /// For each key of the draft the board's key at the same place and of the same size, or null: also where
-    /// the legends of that row say that other keys lie there.
+    /// the legends of that row say that other keys are there.
     std::vector<const Board::Key*> keys;
     /// For each key of the draft whether its place decides over the character that its legends name.
     std::vector<bool> placeDecides;
