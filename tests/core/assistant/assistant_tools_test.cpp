@@ -158,7 +158,7 @@ TEST_F(Tools, SumAPeriodUpInSevenLines) {
     ::mkfifo((folder / "days/2026-09-15.org").c_str(), 0600);  // would be waited for
     store = Store(folder.path(), FileFormat::org);
     EXPECT_EQ(run("summary", json::object()),
-              fine(expected("summary.txt") + "\n[Not complete: days/2026-09-15.org: Invalid argument]"));
+              fine(expected("summary.txt") + "\n[Not complete: days/2026-09-15.org: not a regular file]"));
     EXPECT_TRUE(run("summary", {{"to", "2026-09-14"}})
                     .text.starts_with("Period 2026-09-08 to 2026-09-14: 7 days, 2 "));
     EXPECT_EQ(run("summary", {{"from", "2025-02-01"}, {"to", "2025-02-01"}}).text,
