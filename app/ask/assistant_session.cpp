@@ -16,8 +16,7 @@ using Turns = std::vector<tapcore::ChatFile::Turn>;
 
 Provider parseProvider(const std::string& name) {
     const auto provider = wire::providers.find(name);
-    if (!provider)
-        throw UsageError("--provider: no such provider: " + name + "; use claude, openai or local");
+    if (!provider) throw UsageError("--provider: " + noSuch("provider", name, {"claude", "openai", "local"}));
     if (provider == Provider::apple)
         throw Failure("--provider apple", "the system's own model is not available here");
     return *provider;

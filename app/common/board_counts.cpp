@@ -11,17 +11,15 @@
 namespace tappora {
 namespace {
 
-std::string colorNames() {
-    std::string names;
-    for (const tapcore::MapColor color : tapcore::MapColor::allCases)
-        names.append(names.empty() ? "" : ", ").append(color.rawValue());
+std::vector<std::string> colorNames() {
+    std::vector<std::string> names;
+    for (const tapcore::MapColor color : tapcore::MapColor::allCases) names.emplace_back(color.rawValue());
     return names;
 }
 
 tapcore::MapColor colorOf(std::string_view what, const std::string& name) {
     const auto color = tapcore::MapColor::parse(name);
-    if (!color)
-        throw UsageError(fmt::format("{}: no such colour: {}; use one of {}", what, name, colorNames()));
+    if (!color) throw UsageError(fmt::format("{}: {}", what, noSuch("colour", name, colorNames())));
     return *color;
 }
 
@@ -38,7 +36,9 @@ void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, 
     addPeriodOptions(command, options.dates, BoardCounts::usualDays);
     addKeyboardOptions(command, options.keyboard);
     addLeaveOutOption(command, options.leaveOut);
-    command.option("--color", options.color, "The colour family: " + colorNames()).type("COLOR");
+    command
+        .option("--color", options.color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
+        .type("COLOR");
     command.flag("--dark", options.dark, "On a dark ground");
     command.option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
         .type("FILE");

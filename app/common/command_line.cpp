@@ -1,5 +1,7 @@
 #include "app/common/command_line.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
@@ -16,6 +18,9 @@ namespace {
 
 std::string exampleText(std::string_view example) { return "Example:\n  " + std::string(example); }
 
+/// Begins the description of a range, which CLI11 puts behind the word for the value and a colon.
+const std::string rangeMark = "range ";
+
 /// Names of options as they are typed: a flag that says no is written "--no-names" and not
 /// "--no-names{false}".
 class HelpText : public CLI::Formatter {
@@ -27,9 +32,11 @@ class HelpText : public CLI::Formatter {
         return name;
     }
 
-    /// Of one that takes one value each time, the word for it without "...".
+    /// Of one that takes one value each time, the word for it without "..."; a range after a comma.
     std::string make_option_opts(const CLI::Option* option) const override {
         std::string text = CLI::Formatter::make_option_opts(option);
+        if (const std::size_t colon = text.find(':' + rangeMark); colon != text.npos)
+            text.replace(colon, 1 + rangeMark.size(), ", ");
         constexpr std::string_view several = " ...";
         const std::size_t at = option->get_allow_extra_args() ? text.npos : text.find(several);
         return at == text.npos ? text : text.erase(at, several.size());
@@ -123,18 +130,14 @@ Option& Option::needs(const Option& other) {
     return *this;
 }
 
-Option& Option::between(std::int64_t least, std::int64_t most) {
-    declared_->check(CLI::Range(least, most));
-    return *this;
-}
-
-Option& Option::within(double least, double most) {
-    declared_->check(CLI::Range(least, most));
-    return *this;
-}
-
-Option& Option::oneOf(const std::vector<std::string>& words) {
-    declared_->check(CLI::IsMember(words));
+Option& Option::between(double least, double most) {
+    const std::string range = fmt::format("{} to {}", least, most);
+    const auto problem = [=](const std::string& text) -> std::string {
+        double number = 0;
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        return number >= least && number <= most ? "" : fmt::format("out of range: {}; use {}", text, range);
+    };
+    declared_->check(CLI::Validator(problem, rangeMark + range, ""));
     return *this;
 }
 
@@ -209,7 +212,10 @@ void CommandSyntax::describe(std::string_view does, std::string_view example) {
     app_->footer(exampleText(example));
 }
 
-bool CommandSyntax::isChosen() const { return app_->parsed(); }
+void CommandSyntax::passOnWhatFollows() {
+    app_->set_help_flag();
+    app_->prefix_command();
+}
 
 CommandLine::CommandLine(const std::string& command, std::vector<std::string> arguments)
     : CommandSyntax(nullptr),
@@ -230,11 +236,13 @@ void CommandLine::offerCommands(std::vector<std::string> names) { commands_ = st
 
 void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag("--version", text); }
 
-CommandSyntax CommandLine::task(const std::string& name, std::string_view does, std::string_view example) {
+void CommandLine::task(const std::string& name, std::string_view does, std::string_view example,
+                       const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run) {
     app_->require_subcommand(0, 1);
     CommandSyntax task(app_->add_subcommand(name));
     task.describe(does, example);
-    return task;
+    declare(task);
+    tasks_[name] = std::move(run);
 }
 
 void CommandLine::parse() {
@@ -243,9 +251,15 @@ void CommandLine::parse() {
     requireTaskTakesOptions(*app_);
 }
 
-std::string CommandLine::chosenTask() const {
+void CommandLine::perform(const std::function<void()>& withoutTask) {
+    parse();
     const auto chosen = app_->get_subcommands();
-    return chosen.empty() ? "" : chosen.front()->get_name();
+    const auto& run = chosen.empty() ? withoutTask : tasks_.at(chosen.front()->get_name());
+    run();
+}
+
+std::vector<std::string> CommandLine::passedOn() const {
+    return app_->get_subcommands().front()->remaining();
 }
 
 int guarded(const CommandLine& line, const std::function<void()>& work) {

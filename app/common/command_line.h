@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,9 +31,8 @@ class Option {
     Option& excludes(const Option& other);
     Option& excludes(const std::string& other);
     Option& needs(const Option& other);
-    Option& between(std::int64_t least, std::int64_t most);
-    Option& within(double least, double most);
-    Option& oneOf(const std::vector<std::string>& words);
+    /// Refuses a number outside of `least` to `most`, and has --help print the two.
+    Option& between(double least, double most);
     /// Has --help print the value that is taken when none is given.
     Option& showsDefault();
     /// Of one that may be repeated: each time takes one value.
@@ -70,8 +70,8 @@ class CommandSyntax {
     /// What it does, for --help, and one command line that shows it.
     void describe(std::string_view does, std::string_view example);
 
-    /// Of a task: whether it was the one named.
-    bool isChosen() const;
+    /// Of a task: hands all that follows its name to another program, --help too. It has no options then.
+    void passOnWhatFollows();
 
   protected:
     CLI::App* app_;
@@ -96,16 +96,21 @@ class CommandLine : public CommandSyntax {
     /// Has --version print this.
     void offerVersion(const std::string& text);
 
-    /// Adds a task, with what `describe` says of a command. At most one is to be named. Options that the task
-    /// shares with the command are declared for both, with the same variable: they may then stand before and
-    /// after its name, and any other one is refused.
-    CommandSyntax task(const std::string& name, std::string_view does, std::string_view example);
+    /// Adds a task: its name, what it does and a command line that shows it, both for --help, what declares
+    /// its options, and what it does once they have their values. Options that the task shares with the
+    /// command are declared for both, with the same variable: they may then stand before and after its name,
+    /// and any other one is refused.
+    void task(const std::string& name, std::string_view does, std::string_view example,
+              const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run);
 
     /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line.
     void parse();
 
-    /// The name of the task that was named; "" for none.
-    std::string chosenTask() const;
+    /// Parses, and runs the task that was named, or `withoutTask`.
+    void perform(const std::function<void()>& withoutTask);
+
+    /// What followed the name of a task that passes it on.
+    std::vector<std::string> passedOn() const;
 
     /// The arguments as they were given.
     const std::vector<std::string>& arguments() const { return arguments_; }
@@ -116,6 +121,7 @@ class CommandLine : public CommandSyntax {
     std::unique_ptr<CLI::App> owned_;
     std::vector<std::string> arguments_;
     std::vector<std::string> commands_;
+    std::map<std::string, std::function<void()>> tasks_;
 };
 
 /// Runs what parses `line` and does its work, prints what goes wrong, and returns the exit status: 0, 1 for a

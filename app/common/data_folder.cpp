@@ -180,7 +180,7 @@ tapcore::Day parseDay(std::string_view what, std::string_view text) {
 
 tapcore::FileFormat parseFormat(std::string_view what, std::string_view text) {
     const auto format = tapcore::FileFormat::parse(text);
-    if (!format) throw UsageError(fmt::format("{}: no such format: {}; use org or markdown", what, text));
+    if (!format) throw UsageError(fmt::format("{}: {}", what, noSuch("format", text, {"org", "markdown"})));
     return *format;
 }
 

@@ -35,8 +35,8 @@ FolderWatch::FolderWatch() : file_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
 void FolderWatch::add(const fs::path& folder) {
     fs::path whole = fs::absolute(folder).lexically_normal();
     if (!whole.has_filename()) whole = whole.parent_path();  // "folder/"
-    // What is made before its coming is watched for raises no event, so that one looks again; but not for ever
-    // at one that may not be watched.
+    // What is made before its coming is watched for raises no event, so that one looks again; but not for
+    // ever at one that may not be watched.
     constexpr int rounds = 100;
     for (int round = 0; round < rounds && !watchFolder(whole) && waitFor(whole); ++round) {
     }
@@ -66,10 +66,8 @@ bool FolderWatch::waitFor(const fs::path& folder) {
 void FolderWatch::wait(const fs::path& folder, std::optional<Wait> next) {
     const auto found = waits_.find(folder);
     const int before = found == waits_.end() ? -1 : found->second.above;
-    if (next)
-        waits_[folder] = *std::move(next);
-    else
-        waits_.erase(folder);
+    if (next) waits_[folder] = *std::move(next);
+    else waits_.erase(folder);
     if (before >= 0 && !isOfUse(before)) ::inotify_rm_watch(file_.get(), before);
 }
 

@@ -3,6 +3,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <fmt/format.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -51,6 +53,12 @@ Environment atThisMoment(Environment environment) {
 }
 
 std::string version() { return "tappora " TAPPORA_VERSION; }
+
+std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known) {
+    std::string list = known.front();
+    for (std::size_t i = 1; i < known.size(); ++i) list += (i + 1 == known.size() ? " or " : ", ") + known[i];
+    return fmt::format("no such {}: {}; use {}", kind, value, list);
+}
 
 void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/foundation/calendar.h"
 #include "core/foundation/characters.h"
@@ -45,6 +46,9 @@ class UsageError : public std::runtime_error {
   public:
     explicit UsageError(std::string_view why) : std::runtime_error(tapcore::withVisibleNuls(why)) {}
 };
+
+/// For either: "no such KIND: VALUE; use A, B or C".
+std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known);
 
 /// Prints a text as it stands on standard output.
 void print(std::string_view text);

@@ -1,5 +1,7 @@
 #include "app/desktop/widget_choice.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <sstream>
 
@@ -12,32 +14,22 @@ using tapwidgets::bundle;
 using tapwidgets::Family;
 using tapwidgets::Widget;
 
-[[noreturn]] void fail(std::string_view text, const std::string& why) {
-    throw UsageError("WIDGET: " + std::string(text) + ": " + why);
-}
-
-std::string listed(const std::vector<std::string_view>& names) {
-    std::string text;
-    for (const std::string_view name : names) text.append(text.empty() ? "" : ", ").append(name);
-    return text;
-}
-
-const Widget& widgetNamed(std::string_view name, std::string_view text) {
-    std::vector<std::string_view> names;
+const Widget& widgetNamed(std::string_view name) {
+    std::vector<std::string> names;
     for (const Widget& widget : bundle) {
         if (widget.name == name) return widget;
-        names.push_back(widget.name);
+        names.emplace_back(widget.name);
     }
-    fail(text, "no such widget; there are " + listed(names));
+    throw UsageError("WIDGET: " + noSuch("widget", name, names));
 }
 
-Family familyNamed(std::string_view name, const Widget& widget, std::string_view text) {
-    std::vector<std::string_view> names;
+Family familyNamed(std::string_view name, const Widget& widget) {
+    std::vector<std::string> names;
     for (const Family family : widget.families) {
-        names.push_back(tapwidgets::families.of(family));
+        names.emplace_back(tapwidgets::families.of(family));
         if (names.back() == name) return family;
     }
-    fail(text, "it has no such size; use " + listed(names));
+    throw UsageError(fmt::format("WIDGET: {}: {}", widget.name, noSuch("size", name, names)));
 }
 
 std::vector<std::string> words(const std::string& text) {
@@ -55,9 +47,9 @@ std::string WidgetChoice::name() const {
 
 WidgetChoice parseChoice(std::string_view text) {
     const auto colon = text.find(':');
-    const Widget& widget = widgetNamed(text.substr(0, colon), text);
+    const Widget& widget = widgetNamed(text.substr(0, colon));
     if (colon == text.npos) return {&widget, widget.families.front()};
-    return {&widget, familyNamed(text.substr(colon + 1), widget, text)};
+    return {&widget, familyNamed(text.substr(colon + 1), widget)};
 }
 
 std::vector<WidgetChoice> chosenWidgets(const std::vector<std::string>& named, const Settings& settings) {

@@ -51,7 +51,7 @@ void declare(CommandLine& line, Options& options) {
         "tappora widget render -o pictures --scale 3");
     line.option("-o,--output", options.folder, "The folder to write them to").required().type("DIR");
     line.option("--scale", options.scale, "Pixels to the point of a PNG")
-        .within(0.25, 16.0)
+        .between(0.25, 16.0)
         .showsDefault()
         .type("N");
     line.flag("--svg", options.svg, "Write SVG instead of PNG");

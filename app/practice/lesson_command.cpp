@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/records_json.h"
-#include "app/practice/commands.h"
 #include "app/practice/history.h"
+#include "app/practice/tasks.h"
 #include "core/practice/lesson_plan.h"
 
 namespace tappora {

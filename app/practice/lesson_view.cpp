@@ -86,10 +86,11 @@ FrameLine titleLine(const Trainer& trainer, const ScreenShape& shape) {
     const std::string today = minutes(trainer.todaySeconds());
     const std::string goal = minutes(setup.goalSeconds);
     const std::size_t room = shape.columns - std::min(columnsOf(title) + 1, shape.columns);
-    return spread(title, fitting({{{today + " of " + goal + " today", Style::faint}},
-                                  {{today + " of " + goal, Style::faint}}},
-                                 room),
-                  shape.columns);
+    return spread(
+        title,
+        fitting({{{today + " of " + goal + " today", Style::faint}}, {{today + " of " + goal, Style::faint}}},
+                room),
+        shape.columns);
 }
 
 std::size_t wordsDone(const LessonSession& session) {

@@ -5,9 +5,9 @@
 
 #include "app/common/records_json.h"
 #include "app/common/terminal.h"
-#include "app/practice/commands.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"
+#include "app/practice/tasks.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_course.h"
 

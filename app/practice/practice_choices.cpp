@@ -130,15 +130,13 @@ void addLanguage(CommandSyntax& command, PracticeOptions& options) {
 }
 
 void addSpeed(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--speed", options.speed, "The words per minute to reach (10 to 150)")
-        .type("WPM")
-        .between(10, 150);
+    command.option("--speed", options.speed, "The words per minute to reach").type("WPM").between(10, 150);
 }
 
 void addGoal(CommandSyntax& command, PracticeOptions& options) {
     command.option("--goal", options.goal, "The minutes to practise a day")
         .type("MINUTES")
-        .between(std::int64_t{1}, longestGoal);
+        .between(1, longestGoal);
 }
 
 void addSeed(CommandSyntax& command, PracticeOptions& options) {
@@ -156,9 +154,7 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     addKeyboardOptions(command, options.keyboard);
     addLanguage(command, options);
     command.option("--letters", options.letters, "Practise these: \"e, t, n\"").type("LETTERS");
-    command.option("--words", options.words, "How many words a lesson has (5 to 200)")
-        .type("N")
-        .between(5, 200);
+    command.option("--words", options.words, "How many words a lesson has").type("N").between(5, 200);
     addSpeed(command, options);
     addGoal(command, options);
     addSeed(command, options);

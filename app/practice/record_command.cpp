@@ -3,9 +3,9 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/records_json.h"
-#include "app/practice/commands.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"
+#include "app/practice/tasks.h"
 #include "core/foundation/integers.h"
 #include "core/practice/practice_record.h"
 

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "app/common/practice_lock.h"
-#include "app/practice/commands.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
 #include "app/practice/screen.h"
+#include "app/practice/tasks.h"
 #include "core/files/folder_names.h"
 #include "core/foundation/file_io.h"
 #include "core/practice/practice_day.h"

@@ -263,8 +263,7 @@ void addRecordOptions(CommandSyntax& command, RecordOptions& options) {
     command
         .option("--format", options.format,
                 "The format of the day files, org or markdown; the folder's own when not given")
-        .type("WORD")
-        .oneOf({"org", "markdown"});
+        .type("FORMAT");
     command.option("--board", options.board, "The keyboard, as the day files are to name it").type("NAME");
     command.option("--layout", options.layout, "Its layout, as the day files are to name it").type("NAME");
     command.flag("--iso", options.isIso,

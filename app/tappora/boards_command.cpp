@@ -161,7 +161,13 @@ void tellOf(const tapcore::BoardImport& imported, const Asked& asked, const Cata
     if (!imported.guessed.empty() || !imported.withoutCode.empty()) print(harmless(advice(imported, asked)));
 }
 
+void requireSafeID(const std::optional<std::string>& id) {
+    if (id && !tapcore::Store::isSafeLayoutID(*id))
+        throw UsageError(fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"", *id));
+}
+
 void import(const Asked& asked, const Environment& environment) {
+    requireSafeID(asked.import.id);
     const Catalog catalog = bundled(environment);
     const tapcore::BoardImport result = imported(asked, catalog);
     complainOf(tapcore::writeFile(asked.output, result.board.text()));
@@ -174,63 +180,61 @@ void import(const Asked& asked, const Environment& environment) {
     print(tapcore::jsonText(record));
 }
 
-void addImportOptions(CommandSyntax importing, Asked& asked) {
-    importing
-        .option("FILE", asked.file, "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
+void withJson(CommandSyntax& command, Asked& asked, const char* does) {
+    command.flag("--json", asked.json, does);
+}
+
+void declareShow(CommandSyntax& task, Asked& asked) {
+    task.option("ID", asked.id, "The board").required().type("");
+    withJson(task, asked, "Print the board's file");
+}
+
+void declareCheck(CommandSyntax& task, Asked& asked) {
+    task.option("FILE", asked.files, "A board's file").type("");
+    withJson(task, asked, "Print the problems as JSON");
+}
+
+void declareImport(CommandSyntax& task, Asked& asked) {
+    task.option("FILE", asked.file, "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
         .required()
         .type("");
-    importing.option("-o,--output", asked.output, "Where the board is written").required().type("FILE");
-    importing.option("--layout", asked.import.layout, "Which layout of a QMK file that has several")
-        .type("NAME");
-    importing
-        .option("--keymap", asked.keymap,
+    task.option("-o,--output", asked.output, "Where the board is written").required().type("FILE");
+    task.option("--layout", asked.import.layout, "Which layout of a QMK file that has several").type("NAME");
+    task.option("--keymap", asked.keymap,
                 "What the keys send: QMK's keymap.json or keymap.c, or what VIA or Vial saved")
         .type("FILE");
-    importing.option("--id", asked.import.id, "The board's id; made of its name when not given").type("ID");
-    importing.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
-    importing.option("--maker", asked.import.maker, "Its maker; the file's own when not given").type("NAME");
+    task.option("--id", asked.import.id, "The board's id; made of its name when not given").type("ID");
+    task.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
+    task.option("--maker", asked.import.maker, "Its maker; the file's own when not given").type("NAME");
+    withJson(task, asked, "Print the board and what it lacks as JSON");
 }
 
 }  // namespace
 
 void boardsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
-    const auto withJson = [&](CommandSyntax& command, const char* does) {
-        command.flag("--json", asked.json, does);
-    };
+    const auto listAll = [&] { list(asked, environment); };
     line.describe("The keyboards that heat maps are drawn on: those that come with the program, and imports.",
                   "tappora boards import keymap.json -o mine.json");
-    withJson(line, "Print the list as JSON");
-
-    CommandSyntax listing = line.task("list", "Lists them by name; the default", "tappora boards list");
-    withJson(listing, "Print the records as JSON, with the number of their keys");
-
-    CommandSyntax showing =
-        line.task("show", "Shows a board's keys: what they send, where they are, what strikes them",
-                  "tappora boards show planck");
-    showing.option("ID", asked.id, "The board").required().type("");
-    withJson(showing, "Print the board's file");
-
-    CommandSyntax checking =
-        line.task("check", "Says what is wrong with boards: with those of files, or with all",
-                  "tappora boards check mine.json");
-    checking.option("FILE", asked.files, "A board's file").type("");
-    withJson(checking, "Print the problems as JSON");
-
-    CommandSyntax importing =
-        line.task("import", "Makes a board of a keyboard file, and lists what it leaves out",
-                  "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi");
-    addImportOptions(importing, asked);
-    withJson(importing, "Print the board and what it lacks as JSON");
-    line.parse();
-
-    if (asked.import.id && !tapcore::Store::isSafeLayoutID(*asked.import.id))
-        throw UsageError(
-            fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"", *asked.import.id));
-    if (showing.isChosen()) return show(asked, environment);
-    if (checking.isChosen()) return check(asked, environment);
-    if (importing.isChosen()) return import(asked, environment);
-    list(asked, environment);
+    withJson(line, asked, "Print the list as JSON");
+    line.task(
+        "list", "Lists them by name; the default", "tappora boards list",
+        [&](auto& task) {
+            withJson(task, asked, "Print the records as JSON, with the number of their keys");
+        },
+        listAll);
+    line.task(
+        "show", "Shows a board's keys: what they send, where they are, what strikes them",
+        "tappora boards show planck", [&](auto& task) { declareShow(task, asked); },
+        [&] { show(asked, environment); });
+    line.task(
+        "check", "Checks the given board files, or all boards", "tappora boards check mine.json",
+        [&](auto& task) { declareCheck(task, asked); }, [&] { check(asked, environment); });
+    line.task(
+        "import", "Makes a board of a keyboard file, and lists what it leaves out",
+        "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi",
+        [&](auto& task) { declareImport(task, asked); }, [&] { import(asked, environment); });
+    line.perform(listAll);
 }
 
 }  // namespace tappora

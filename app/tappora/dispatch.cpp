@@ -21,8 +21,9 @@ const Command* find(std::string_view name) {
 
 void execute(const Command& command, CommandLine& line, const std::vector<std::string>& arguments,
              const Environment& environment) {
-    if (const auto* run = std::get_if<Run>(&command.how)) return (*run)(line, environment);
-    becomeCompanion(command.name, std::get<Companion>(command.how).program, arguments);
+    if (const auto* companion = std::get_if<Companion>(&command.runs))
+        becomeCompanion(command.name, companion->program, arguments);
+    std::get<0>(command.runs)(line, environment);
 }
 
 std::string listOfCommands() {

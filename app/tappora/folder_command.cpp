@@ -10,8 +10,8 @@
 namespace tappora {
 namespace {
 
-/// What the command line asks for: the words of the task, and what it takes.
-struct Wish {
+/// What the tasks are asked for.
+struct Asked {
     FolderOptions folder;
     std::string directory;
     std::string what;  ///< of reset and clear
@@ -21,72 +21,97 @@ struct Wish {
     bool yes = false;
 };
 
-CommandSyntax task(CommandLine& line, Wish& wish, const std::string& name, std::string_view does,
-                   const std::string& example) {
-    CommandSyntax task = line.task(name, does, "tappora folder " + example);
-    addFolderOptions(task, wish.folder);
-    return task;
+void declareFolder(CommandSyntax& command, Asked& asked) { addFolderOptions(command, asked.folder); }
+
+void declareJson(CommandSyntax& command, Asked& asked) {
+    command.flag("--json", asked.json, "Print it as JSON");
+    declareFolder(command, asked);
 }
 
-void declarePlaces(CommandLine& line, Wish& wish) {
-    task(line, wish, "show", "Where the folder is and why, and what is in it (the default)", "show --json")
-        .flag("--json", wish.json, "Print it as JSON");
-    CommandSyntax set =
-        task(line, wish, "set", "Choose the folder for good; it is made when missing", "set ~/Sync/Tappora");
-    const Option named = set.option("DIR", wish.directory, "The folder").type("DIR");
-    set.flag("--usual", wish.usual, "Go back to the usual place").excludes(named);
-    task(line, wish, "share", "Let several machines write it, each into a sub-folder of its own", "share");
-    task(line, wish, "adopt", "Take over the files of another data folder, when this one has no days yet",
-         "adopt ~/Documents/Tappora")
-        .option("DIR", wish.directory, "The other folder")
-        .type("DIR")
-        .required();
+void declareSet(CommandSyntax& task, Asked& asked) {
+    const Option named = task.option("DIR", asked.directory, "The folder").type("DIR");
+    task.flag("--usual", asked.usual, "Go back to the usual place").excludes(named);
+    declareFolder(task, asked);
 }
 
-void declareCare(CommandLine& line, Wish& wish) {
-    task(line, wish, "convert", "Write every file in one format", "convert --to markdown")
-        .option("--to", wish.format, "org or markdown, for good; the folder's own when not given")
+void declareAdopt(CommandSyntax& task, Asked& asked) {
+    task.option("DIR", asked.directory, "The other folder").type("DIR").required();
+    declareFolder(task, asked);
+}
+
+void declareConvert(CommandSyntax& task, Asked& asked) {
+    task.option("--to", asked.format, "org or markdown, for good; the folder's own when not given")
         .type("FORMAT");
-    task(line, wish, "rollups", "Bring the months' files up to date", "rollups");
-    task(line, wish, "check", "Name what does not count or would surprise you; silent when all is well", "check")
-        .flag("--json", wish.json, "Print it as JSON");
-    CommandSyntax reset =
-        task(line, wish, "reset", "Forget which keys or shortcuts were pressed, or all practice", "reset heatmap");
-    reset.option("WHAT", wish.what, "heatmap, shortcuts or practice")
+    declareFolder(task, asked);
+}
+
+void declareReset(CommandSyntax& task, Asked& asked) {
+    task.option("WHAT", asked.what, "heatmap, shortcuts or practice")
         .type("heatmap|shortcuts|practice")
         .required();
-    CommandSyntax clear = task(line, wish, "clear", "Remove a day, all counts, or everything", "clear 2026-09-20");
-    clear.option("WHAT", wish.what, "A day (YYYY-MM-DD), counts or all").type("DATE|counts|all").required();
-    for (CommandSyntax* asking : {&reset, &clear}) asking->flag("--yes", wish.yes, "Do not ask first");
+    task.flag("--yes", asked.yes, "Do not ask first");
+    declareFolder(task, asked);
 }
 
-void perform(const std::string& name, const Wish& wish, const Environment& environment) {
-    if (name == "show") showFolder(wish.folder, environment, wish.json);
-    if (name == "set" && wish.folder.folder)
-        throw UsageError("folder set: name the folder as DIR, without --folder");
-    if (name == "set") setFolder(wish.usual ? std::nullopt : std::optional(wish.directory), environment);
-    if (name == "share") shareFolder(wish.folder, environment);
-    if (name == "adopt") adoptFolder(wish.directory, wish.folder, environment);
-    if (name == "convert") convertFolder(wish.format, wish.folder, environment);
-    if (name == "rollups") refreshMonths(wish.folder, environment);
-    if (name == "check") checkDataFolder(wish.folder, environment, wish.json);
-    if (name == "reset") resetFolder(wish.what, wish.yes, wish.folder, environment);
-    if (name == "clear") clearFolder(wish.what, wish.yes, wish.folder, environment);
+void declareClear(CommandSyntax& task, Asked& asked) {
+    task.option("WHAT", asked.what, "A day (YYYY-MM-DD), counts or all").type("DATE|counts|all").required();
+    task.flag("--yes", asked.yes, "Do not ask first");
+    declareFolder(task, asked);
+}
+
+void set(const Asked& asked, const Environment& environment) {
+    if (asked.folder.folder) throw UsageError("folder set: name the folder as DIR, without --folder");
+    setFolder(asked.usual ? std::nullopt : std::optional(asked.directory), environment);
+}
+
+void addPlaces(CommandLine& line, Asked& asked, const Environment& environment) {
+    line.task(
+        "show", "Where the folder is and why, and what is in it (the default)", "tappora folder show --json",
+        [&](auto& task) { declareJson(task, asked); },
+        [&] { showFolder(asked.folder, environment, asked.json); });
+    line.task(
+        "set", "Choose the folder for good; it is made when missing", "tappora folder set ~/Sync/Tappora",
+        [&](auto& task) { declareSet(task, asked); }, [&] { set(asked, environment); });
+    line.task(
+        "share", "Let several machines write it, each into a sub-folder of its own", "tappora folder share",
+        [&](auto& task) { declareFolder(task, asked); }, [&] { shareFolder(asked.folder, environment); });
+    line.task(
+        "adopt", "Take over the files of another data folder, when this one has no days yet",
+        "tappora folder adopt ~/Documents/Tappora", [&](auto& task) { declareAdopt(task, asked); },
+        [&] { adoptFolder(asked.directory, asked.folder, environment); });
+}
+
+void addCare(CommandLine& line, Asked& asked, const Environment& environment) {
+    line.task(
+        "convert", "Write every file in one format", "tappora folder convert --to markdown",
+        [&](auto& task) { declareConvert(task, asked); },
+        [&] { convertFolder(asked.format, asked.folder, environment); });
+    line.task(
+        "rollups", "Bring the months' files up to date", "tappora folder rollups",
+        [&](auto& task) { declareFolder(task, asked); }, [&] { refreshMonths(asked.folder, environment); });
+    line.task(
+        "check", "List ignored or inconsistent files and rows; silent when all is well",
+        "tappora folder check", [&](auto& task) { declareJson(task, asked); },
+        [&] { checkDataFolder(asked.folder, environment, asked.json); });
+    line.task(
+        "reset", "Forget which keys or shortcuts were pressed, or all practice",
+        "tappora folder reset heatmap", [&](auto& task) { declareReset(task, asked); },
+        [&] { resetFolder(asked.what, asked.yes, asked.folder, environment); });
+    line.task(
+        "clear", "Remove a day, all counts, or everything", "tappora folder clear 2026-09-20",
+        [&](auto& task) { declareClear(task, asked); },
+        [&] { clearFolder(asked.what, asked.yes, asked.folder, environment); });
 }
 
 }  // namespace
 
 void folderCommand(CommandLine& line, const Environment& environment) {
-    Wish wish;
+    Asked asked;
     line.describe("The data folder: where it is, and its care.", "tappora folder check");
-    line.flag("--json", wish.json, "Print it as JSON");
-    addFolderOptions(line, wish.folder);
-    declarePlaces(line, wish);
-    declareCare(line, wish);
-    line.parse();
-    const std::string chosen = line.chosenTask();
-    const std::string name = chosen.empty() ? "show" : chosen;
-    perform(name, wish, environment);
+    declareJson(line, asked);
+    addPlaces(line, asked, environment);
+    addCare(line, asked, environment);
+    line.perform([&] { showFolder(asked.folder, environment, asked.json); });
 }
 
 }  // namespace tappora

@@ -191,51 +191,59 @@ void import(const Asked& asked, const Environment& environment) {
     print(tapcore::jsonText(record));
 }
 
+void declareCommon(CommandSyntax& command, Asked& asked, const char* does) {
+    command.flag("--json", asked.json, does);
+    addFolderOptions(command, asked.folder);
+}
+
+void declareList(CommandSyntax& command, Asked& asked) {
+    declareCommon(command, asked, "Print the records as JSON, without their legends");
+}
+
+void declareShow(CommandSyntax& task, Asked& asked) {
+    task.option("ID", asked.id, "The layout").required().type("");
+    declareCommon(task, asked, "Print the layout's file");
+}
+
+void declareCheck(CommandSyntax& task, Asked& asked) {
+    task.option("FILE", asked.files, "A layout's file").type("");
+    declareCommon(task, asked, "Print the problems as JSON");
+}
+
+void declareImport(CommandSyntax& task, Asked& asked) {
+    task.option("FILE", asked.file, "The .keylayout file").required().type("");
+    task.option("-o,--output", asked.output, "Where the layout is written").required().type("FILE");
+    task.option("--id", asked.import.id, "The layout's id; made of its name when not given").type("ID");
+    task.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
+    task.option("--base", asked.import.base,
+                "The layout whose legends stay on keys that the file does not name")
+        .type("ID")
+        .showsDefault();
+    declareCommon(task, asked, "Print the layout and what it leaves out as JSON");
+}
+
 }  // namespace
 
 void layoutsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
-    const auto withCommon = [&](CommandSyntax& command, const char* json) {
-        command.flag("--json", asked.json, json);
-        addFolderOptions(command, asked.folder);
-    };
+    const auto listAll = [&] { list(asked, environment); };
     line.describe("The layouts that put legends on keys: those that come with the program, and your own.",
                   "tappora layouts show qwertz");
-    withCommon(line, "Print the records as JSON, without their legends");
-
-    CommandSyntax listing = line.task("list", "Lists them by name; the default", "tappora layouts list");
-    withCommon(listing, "Print the records as JSON, without their legends");
-
-    CommandSyntax showing =
-        line.task("show", "Shows what a layout prints on the keys", "tappora layouts show bepo");
-    showing.option("ID", asked.id, "The layout").required().type("");
-    withCommon(showing, "Print the layout's file");
-
-    CommandSyntax checking =
-        line.task("check", "Says what is wrong with layouts: with those of files, or with all",
-                  "tappora layouts check my-layout.json");
-    checking.option("FILE", asked.files, "A layout's file").type("");
-    withCommon(checking, "Print the problems as JSON");
-
-    CommandSyntax importing =
-        line.task("import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
-                  "tappora layouts import Mine.keylayout -o mine.json --id mine");
-    importing.option("FILE", asked.file, "The .keylayout file").required().type("");
-    importing.option("-o,--output", asked.output, "Where the layout is written").required().type("FILE");
-    importing.option("--id", asked.import.id, "The layout's id; made of its name when not given").type("ID");
-    importing.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
-    importing
-        .option("--base", asked.import.base,
-                "The layout whose legends stay on keys that the file does not name")
-        .type("ID")
-        .showsDefault();
-    withCommon(importing, "Print the layout and what it leaves out as JSON");
-    line.parse();
-
-    if (showing.isChosen()) return show(asked, environment);
-    if (checking.isChosen()) return check(asked, environment);
-    if (importing.isChosen()) return import(asked, environment);
-    list(asked, environment);
+    declareList(line, asked);
+    line.task(
+        "list", "Lists them by name; the default", "tappora layouts list",
+        [&](auto& task) { declareList(task, asked); }, listAll);
+    line.task(
+        "show", "Shows what a layout prints on the keys", "tappora layouts show bepo",
+        [&](auto& task) { declareShow(task, asked); }, [&] { show(asked, environment); });
+    line.task(
+        "check", "Checks the given layout files, or all layouts", "tappora layouts check my-layout.json",
+        [&](auto& task) { declareCheck(task, asked); }, [&] { check(asked, environment); });
+    line.task(
+        "import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
+        "tappora layouts import Mine.keylayout -o mine.json --id mine",
+        [&](auto& task) { declareImport(task, asked); }, [&] { import(asked, environment); });
+    line.perform(listAll);
 }
 
 }  // namespace tappora

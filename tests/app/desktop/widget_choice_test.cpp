@@ -26,9 +26,9 @@ TEST(WidgetChoice, IsNamedElseRememberedElseAll) {
 
 TEST(WidgetChoice, NamesWhatThereIsInsteadOfWhatThereIsNot) {
     EXPECT_EQ(messageOf<UsageError>([] { parseChoice("clock"); }),
-              "WIDGET: clock: no such widget; there are today, hours, heatmap, week");
+              "WIDGET: no such widget: clock; use today, hours, heatmap or week");
     EXPECT_EQ(messageOf<UsageError>([] { parseChoice("week:large"); }),
-              "WIDGET: week:large: it has no such size; use small, medium");
+              "WIDGET: week: no such size: large; use small or medium");
 }
 
 }  // namespace
