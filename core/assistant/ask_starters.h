@@ -19,22 +19,11 @@ struct Featured {
 
 inline constexpr std::array<Featured, 3> featured = {{
     {"today", "sun.max", "ai.featured.today",
-     "How is my typing today? Read today's day file and my usual day from the last two weeks. In a few short "
-     "lines: "
-     "how much I have typed so far and in which hours, how that compares with my usual, and one thing worth "
-     "noticing."},
+     R"(How is my typing today? Read today's day file and my usual day from the last two weeks. In a few short lines: how much I have typed so far and in which hours, how that compares with my usual, and one thing worth noticing.)"},
     {"hands", "hand.raised", "ai.featured.hands",
-     "Help me type easier on my hands. From the last 30 days, look at which keys and fingers carry the most, "
-     "where they "
-     "sit on my board, my longest unbroken hours and my shortcuts. Suggest up to three concrete changes — a "
-     "remap, a "
-     "shortcut, a rhythm of breaks — and say which numbers each one comes from. No medical claims."},
+     R"(Help me type easier on my hands. From the last 30 days, look at which keys and fingers carry the most, where they sit on my board, my longest unbroken hours and my shortcuts. Suggest up to three concrete changes — a remap, a shortcut, a rhythm of breaks — and say which numbers each one comes from. No medical claims.)"},
     {"practice", "graduationcap", "ai.featured.practice",
-     "Plan my practice for this week: five minutes a day. From my practice files and my typing, pick the "
-     "letters or "
-     "keys that are slowest or most missed and give each day a focus. End with one line that starts "
-     "\"Practise:\" and "
-     "lists the letters."},
+     R"(Plan my practice for this week: five minutes a day. From my practice files and my typing, pick the letters or keys that are slowest or most missed and give each day a focus. End with one line that starts "Practise:" and lists the letters.)"},
 }};
 
 /// Questions that are their own title: keys of the text tables.

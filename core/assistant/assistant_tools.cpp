@@ -11,38 +11,22 @@ namespace {
 
 std::string readFileDescription() {
     return "Read one file (the first " + std::to_string(AssistantTools::readLimit) +
-           " characters). Only when the summary does not hold what the question needs, and only the days it "
-           "names. "
-           "The path is relative to the data folder, as list_files and search give it, e.g. "
-           "\"days/2026-09-17.org\". "
-           "A day without typing has no file, and this says so — it is not an error.";
+           R"( characters). Only when the summary does not hold what the question needs, and only the days it names. The path is relative to the data folder, as list_files and search give it, e.g. "days/2026-09-17.org". A day without typing has no file, and this says so — it is not an error.)";
 }
 
 AssistantTools::Spec summarySpec() {
-    return {"summary",
-            "Start here. The app adds a period up for you, every Mac's part included: keystrokes, active "
-            "hours, the "
-            "busiest minute, clicks, mouse distance, keystrokes per day, by hour of the day, the most "
-            "pressed keys and "
-            "shortcuts — one short table. Most questions are answered from this alone; read files only for "
-            "what it "
-            "does not hold.",
-            {{"from", "First day, YYYY-MM-DD. Optional: six days before \"to\"."},
-             {"to", "Last day, YYYY-MM-DD. Optional: today."}},
-            {}};
+    return {
+        "summary",
+        R"(Start here. The app adds a period up for you, every Mac's part included: keystrokes, active hours, the busiest minute, clicks, mouse distance, keystrokes per day, by hour of the day, the most pressed keys and shortcuts — one short table. Most questions are answered from this alone; read files only for what it does not hold.)",
+        {{"from", "First day, YYYY-MM-DD. Optional: six days before \"to\"."},
+         {"to", "Last day, YYYY-MM-DD. Optional: today."}},
+        {}};
 }
 
 AssistantTools::Spec listFilesSpec() {
     return {
         "list_files",
-        "List the data folder's files in one folder, newest first. Folders: days (YYYY-MM-DD, one day's "
-        "counts), "
-        "months (YYYY-MM, a month summed), reports (saved reports), practice (practice days). Call this to "
-        "learn "
-        "which days exist before reading them. In a folder several Macs share, each Mac's days, months and "
-        "practice are under its name (\"Studio/days/2026-09-17.org\"): a day typed on two Macs has a file on "
-        "each "
-        "— add them up.",
+        R"(List the data folder's files in one folder, newest first. Folders: days (YYYY-MM-DD, one day's counts), months (YYYY-MM, a month summed), reports (saved reports), practice (practice days). Call this to learn which days exist before reading them. In a folder several Macs share, each Mac's days, months and practice are under its name ("Studio/days/2026-09-17.org"): a day typed on two Macs has a file on each — add them up.)",
         {{"folder", "One of: days, months, reports, practice."},
          {"contains", "Optional. Only names containing this text, e.g. \"2026-09\" for one month's days."}},
         {"folder"}};
@@ -56,12 +40,11 @@ AssistantTools::Spec readFileSpec() {
 }
 
 AssistantTools::Spec searchSpec() {
-    return {"search",
-            "Find lines containing a text in every file, any case. Returns path:line: text. Use it for a key "
-            "code row, "
-            "a chord such as \"shift+cmd\", or a meta line such as \"layout\".",
-            {{"query", "The text to look for."}},
-            {"query"}};
+    return {
+        "search",
+        R"(Find lines containing a text in every file, any case. Returns path:line: text. Use it for a key code row, a chord such as "shift+cmd", or a meta line such as "layout".)",
+        {{"query", "The text to look for."}},
+        {"query"}};
 }
 
 /// A result as text that can be sent: names of files need not be UTF-8.
