@@ -21,6 +21,10 @@ std::string exampleText(std::string_view example) { return "Example:\n  " + std:
 /// Begins the description of a range, which CLI11 puts behind the word for the value and a colon.
 const std::string rangeMark = "range ";
 
+/// What CLI11 calls parts of the help, and what this program does.
+constexpr std::pair<const char*, const char*> helpWords[] = {
+    {"REQUIRED", "(required)"}, {"SUBCOMMAND", "TASK"}, {"Positionals", "Arguments"}};
+
 /// Names of options as they are typed: a flag that says no is written "--no-names" and not
 /// "--no-names{false}".
 class HelpText : public CLI::Formatter {
@@ -32,9 +36,12 @@ class HelpText : public CLI::Formatter {
         return name;
     }
 
-    /// Of one that takes one value each time, the word for it without "..."; a range after a comma.
+    /// Of one that takes one value each time, the word for it without "..."; a range and what is taken when
+    /// it is not given after a comma each.
     std::string make_option_opts(const CLI::Option* option) const override {
         std::string text = CLI::Formatter::make_option_opts(option);
+        if (const std::string usual = option->get_default_str(); !usual.empty())
+            text.replace(text.find("=" + usual), 1, ", usually ");
         if (const std::size_t colon = text.find(':' + rangeMark); colon != text.npos)
             text.replace(colon, 1 + rangeMark.size(), ", ");
         constexpr std::string_view several = " ...";
@@ -222,7 +229,10 @@ CommandLine::CommandLine(const std::string& command, std::vector<std::string> ar
       owned_(std::make_unique<CLI::App>("", command)),
       arguments_(std::move(arguments)) {
     app_ = owned_.get();
-    app_->formatter(std::make_shared<HelpText>());
+    const auto help = std::make_shared<HelpText>();
+    for (const auto& [label, word] : helpWords) help->label(label, word);
+    app_->formatter(help);
+    app_->set_help_flag("-h,--help", "Print this help");
 }
 
 CommandLine::~CommandLine() = default;
@@ -239,7 +249,7 @@ void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag
 void CommandLine::task(const std::string& name, std::string_view does, std::string_view example,
                        const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run) {
     app_->require_subcommand(0, 1);
-    CommandSyntax task(app_->add_subcommand(name));
+    CommandSyntax task(app_->add_subcommand(name)->group("Tasks"));
     task.describe(does, example);
     declare(task);
     tasks_[name] = std::move(run);
