@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/common/system_layout.h"
+#include "app/common/keyboard/system_layout.h"
 #include "core/foundation/fatal.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "core/assistant/tool_text.h"
 #include "core/foundation/characters.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 

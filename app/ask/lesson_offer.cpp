@@ -8,8 +8,8 @@
 #include <system_error>
 #include <vector>
 
-#include "app/common/companion.h"
-#include "app/common/confirm.h"
+#include "app/common/command_line/companion.h"
+#include "app/common/command_line/confirm.h"
 #include "core/practice/practice_request.h"
 
 namespace tappora {

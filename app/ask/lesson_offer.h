@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/common/data_folder.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 
 namespace tappora {

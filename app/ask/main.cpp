@@ -1,5 +1,5 @@
 #include "app/ask/ask_command.h"
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
 
 int main(int argc, char** argv) {

@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "app/ask/retry.h"
-#include "app/common/settings.h"
+#include "app/common/folder/settings.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 

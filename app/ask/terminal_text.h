@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 

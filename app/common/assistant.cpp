@@ -1,6 +1,6 @@
 #include "app/common/assistant.h"
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {

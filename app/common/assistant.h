@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/common/data_folder.h"
-#include "app/common/keyboard.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "core/assistant/agent_prompt.h"
 #include "core/assistant/assistant_tools.h"

@@ -11,8 +11,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "app/common/host_clock.h"
-#include "app/common/terminal.h"
+#include "app/common/system/host_clock.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 namespace {

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/settings.h"
 #include "app/common/program.h"
-#include "app/common/settings.h"
-#include "app/common/wake_ups.h"
+#include "app/common/system/wake_ups.h"
 #include "app/desktop/widget_choice.h"
 #include "app/desktop/widget_host.h"
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "app/common/settings.h"
+#include "app/common/folder/settings.h"
 
 namespace tappora {
 namespace {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/common/settings.h"
+#include "app/common/folder/settings.h"
 #include "widgets/bundle.h"
 
 namespace tappora {

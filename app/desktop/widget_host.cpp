@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/common/host_clock.h"
-#include "app/common/language.h"
-#include "app/common/widget_file.h"
+#include "app/common/folder/language.h"
+#include "app/common/folder/widget_file.h"
+#include "app/common/system/host_clock.h"
 #include "core/counting/day.h"
 
 namespace tappora {

@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/common/attempt.h"
-#include "app/common/folder_watch.h"
+#include "app/common/folder/attempt.h"
+#include "app/common/folder/folder_watch.h"
 #include "app/common/program.h"
-#include "app/common/wake_ups.h"
+#include "app/common/system/wake_ups.h"
 #include "app/desktop/colour_scheme.h"
 #include "app/desktop/desktop_surface.h"
 #include "app/desktop/places.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/paint/sheet.h"
 #include "drawing/outline.h"
 #include "widgets/heat_board.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/fingers_view.h"
+#include "app/common/keyboard/fingers_view.h"
 #include "drawing/node.h"
 
 namespace tappora {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/heatmap_view.h"
+#include "app/common/keyboard/heatmap_view.h"
 #include "drawing/node.h"
 
 namespace tappora {

@@ -1,8 +1,8 @@
 #include <cstdio>
 
-#include "app/common/command_line.h"
-#include "app/common/fingers_view.h"
-#include "app/common/heatmap_view.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/keyboard/fingers_view.h"
+#include "app/common/keyboard/heatmap_view.h"
 #include "app/common/program.h"
 #include "app/paint/fingers_picture.h"
 #include "app/paint/heatmap_picture.h"

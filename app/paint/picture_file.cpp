@@ -1,7 +1,7 @@
 #include "app/paint/picture_file.h"
 
+#include "app/common/folder/write_told.h"
 #include "app/common/program.h"
-#include "app/common/write_told.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "drawing/painter.h"

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
-#include "app/common/language.h"
-#include "app/common/widget_file.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/language.h"
+#include "app/common/folder/widget_file.h"
 #include "app/paint/picture_file.h"
 #include "core/foundation/file_io.h"
 #include "drawing/painter.h"

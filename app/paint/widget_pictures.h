@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
 
 namespace tappora {

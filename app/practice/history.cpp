@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/common/data_folder.h"
+#include "app/common/folder/data_folder.h"
 
 namespace tappora {
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/common/fingers_view.h"
+#include "app/common/keyboard/fingers_view.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"
 #include "app/practice/tasks.h"

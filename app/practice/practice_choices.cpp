@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <random>
 
-#include "app/common/command_line.h"
-#include "app/common/language.h"
-#include "app/common/resources.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/language.h"
+#include "app/common/system/resources.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "app/common/data_folder.h"
-#include "app/common/keyboard.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/settings.h"
+#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
-#include "app/common/settings.h"
 #include "app/practice/trainer.h"
 #include "core/files/store.h"
 #include "core/practice/letter_model.h"

@@ -22,7 +22,7 @@
 #include <optional>
 #include <utility>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
 
 // Macros of terminal capabilities that stand in the way of our own names.

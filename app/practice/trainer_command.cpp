@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/common/practice_lock.h"
+#include "app/common/folder/practice_lock.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
 #include "app/practice/screen.h"

@@ -5,10 +5,10 @@
 #include <set>
 #include <string>
 
-#include "app/common/data_folder.h"
-#include "app/common/folder_lock.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/folder_lock.h"
+#include "app/common/folder/write_told.h"
 #include "app/common/program.h"
-#include "app/common/write_told.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/known_folder.h"
 #include "core/files/store.h"

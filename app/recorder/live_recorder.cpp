@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "app/common/program.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 

@@ -1,4 +1,4 @@
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
 #include "app/recorder/record_command.h"
 

@@ -12,13 +12,13 @@
 #include <optional>
 #include <utility>
 
-#include "app/common/attempt.h"
-#include "app/common/command_line.h"
-#include "app/common/line_output.h"
-#include "app/common/practice_lock.h"
-#include "app/common/terminal.h"
-#include "app/common/wake_ups.h"
-#include "app/common/widget_file.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/attempt.h"
+#include "app/common/folder/practice_lock.h"
+#include "app/common/folder/widget_file.h"
+#include "app/common/system/wake_ups.h"
+#include "app/common/terminal/line_output.h"
+#include "app/common/terminal/terminal.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/folder_writer.h"
 #include "app/recorder/live_recorder.h"

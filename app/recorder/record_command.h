@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/common/data_folder.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 #include "core/files/file_format.h"
 

@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/write_told.h"
 #include "app/common/program.h"
-#include "app/common/resources.h"
-#include "app/common/terminal.h"
-#include "app/common/write_told.h"
+#include "app/common/system/resources.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"

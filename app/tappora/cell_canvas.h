@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/common/terminal_colour.h"
+#include "app/tappora/terminal_colour.h"
 
 namespace tappora {
 

@@ -1,10 +1,10 @@
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
-#include "app/common/data_folder.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/foundation/fatal.h"
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/common/command_line.h"
-#include "app/common/companion.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/command_line/companion.h"
 #include "app/common/program.h"
 #include "app/tappora/commands.h"
 

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/common/bar_chart.h"
 #include "app/common/ranking.h"
+#include "app/tappora/bar_chart.h"
 #include "core/counting/chords.h"
 #include "core/foundation/checked.h"
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "core/counting/legends.h"
 #include "core/files/summary.h"
 

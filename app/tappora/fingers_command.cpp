@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "app/common/bar_chart.h"
-#include "app/common/command_line.h"
-#include "app/common/companion.h"
-#include "app/common/fingers_view.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/command_line/companion.h"
+#include "app/common/keyboard/fingers_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
+#include "app/tappora/bar_chart.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {

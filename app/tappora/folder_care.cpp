@@ -7,14 +7,14 @@
 #include <nlohmann/json.hpp>
 #include <span>
 
-#include "app/common/confirm.h"
-#include "app/common/data_folder.h"
-#include "app/common/folder_lock.h"
-#include "app/common/long_work.h"
+#include "app/common/command_line/confirm.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/folder_tasks.h"
+#include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"
 #include "core/files/day_file.h"
 #include "core/files/file_copies.h"

@@ -1,8 +1,8 @@
 #include <optional>
 #include <string>
 
-#include "app/common/command_line.h"
-#include "app/common/data_folder.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/folder_tasks.h"

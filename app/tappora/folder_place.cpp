@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "app/common/data_folder.h"
-#include "app/common/long_work.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/settings.h"
+#include "app/common/folder/write_told.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/settings.h"
-#include "app/common/terminal.h"
-#include "app/common/write_told.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/folder_tasks.h"
+#include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"

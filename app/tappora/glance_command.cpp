@@ -2,9 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
-#include "app/common/data_folder.h"
-#include "app/common/keyboard.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/ranking.h"
 #include "app/common/records_json.h"

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "app/common/heatmap_view.h"
-#include "app/common/terminal.h"
+#include "app/common/keyboard/heatmap_view.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 

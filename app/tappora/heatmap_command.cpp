@@ -2,12 +2,12 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
-#include "app/common/companion.h"
-#include "app/common/heatmap_view.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/command_line/companion.h"
+#include "app/common/keyboard/heatmap_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/heat_board.h"
 

@@ -2,7 +2,7 @@
 #include <unistd.h>
 
 #include "app/common/assistant.h"
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/line_reader.h"
 #include "app/tappora/line_writer.h"

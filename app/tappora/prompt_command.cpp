@@ -2,8 +2,8 @@
 #include <optional>
 
 #include "app/common/assistant.h"
-#include "app/common/command_line.h"
-#include "app/common/terminal.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {

@@ -3,10 +3,10 @@
 #include <chrono>
 #include <nlohmann/json.hpp>
 
-#include "app/common/command_line.h"
-#include "app/common/data_folder.h"
-#include "app/common/keyboard.h"
-#include "app/common/period.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/period.h"
+#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/tappora/commands.h"

@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/assistant.h"
-#include "app/common/command_line.h"
+#include "app/common/command_line/command_line.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"

@@ -4,9 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/language.h"
+#include "app/common/folder/language.h"
+#include "app/common/folder/widget_file.h"
 #include "app/common/records_json.h"
-#include "app/common/widget_file.h"
 #include "widgets/bundle.h"
 #include "widgets/provider.h"
 

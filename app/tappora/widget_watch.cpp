@@ -9,12 +9,12 @@
 #include <string>
 #include <system_error>
 
-#include "app/common/attempt.h"
-#include "app/common/folder_watch.h"
-#include "app/common/line_output.h"
-#include "app/common/settings.h"
-#include "app/common/wake_ups.h"
-#include "app/common/widget_file.h"
+#include "app/common/folder/attempt.h"
+#include "app/common/folder/folder_watch.h"
+#include "app/common/folder/settings.h"
+#include "app/common/folder/widget_file.h"
+#include "app/common/system/wake_ups.h"
+#include "app/common/terminal/line_output.h"
 #include "core/files/store.h"
 
 namespace tappora {

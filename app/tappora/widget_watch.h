@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/data_folder.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 
 namespace tappora {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/common/settings.h"
+#include "app/common/folder/settings.h"
 #include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"
 
@@ -32,8 +32,7 @@ TEST(WidgetPlaces, ADraggedWidgetLiesOnTheMonitorOfItsMiddle) {
         {{3500, -90}, {"DP-2", 1556, 0}},
         {{-4000, 20}, {"eDP-1", 0, 0}},  // on none of them
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(placeAt(each.leftTop, medium, {laptop, screen}), each.place);
+    for (const Case& each : cases) EXPECT_EQ(placeAt(each.leftTop, medium, {laptop, screen}), each.place);
 }
 
 TEST(WidgetPlaces, AreKeptForEachMonitorAndTheLastOneThereIsGoes) {

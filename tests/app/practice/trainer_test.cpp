@@ -5,7 +5,7 @@
 #include <optional>
 #include <thread>
 
-#include "app/common/practice_lock.h"
+#include "app/common/folder/practice_lock.h"
 #include "core/foundation/folder_listing.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_day.h"

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "app/common/practice_lock.h"
+#include "app/common/folder/practice_lock.h"
 #include "core/files/store.h"
 #include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"

@@ -1,0 +1,76 @@
+#include "app/common/folder/language.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "app/common/folder/settings.h"
+#include "app/common/system/resources.h"
+#include "core/words/preferred_language.h"
+
+namespace tappora {
+namespace {
+
+using tapcore::Words;
+
+constexpr std::string_view system = "system";
+
+std::filesystem::path folder(const Environment& environment) { return resourceFolder(environment) / "Words"; }
+
+/// The locale of messages: of the variables that name it the first that has a value.
+std::string messageLocale(const Environment& environment) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
+    return "";
+}
+
+/// Without a locale, or in that of machines, LANGUAGE has no say.
+bool isOfMachines(std::string_view locale) {
+    return locale.empty() || locale == "POSIX" || locale == "C" || locale.starts_with("C.");
+}
+
+std::vector<std::string> wishes(const Environment& environment) {
+    const std::string locale = messageLocale(environment);
+    if (isOfMachines(locale)) return {};
+    std::vector<std::string> names;
+    const std::string list = environment.variable("LANGUAGE").value_or("") + ":" + locale;
+    for (std::size_t at = 0; at <= list.size();) {
+        const std::size_t end = std::min(list.find(':', at), list.size());
+        names.push_back(list.substr(at, end - at));
+        at = end + 1;
+    }
+    return names;
+}
+
+}  // namespace
+
+std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available) {
+    return tapcore::preferredLanguage(wishes(environment), available);
+}
+
+std::string chosenLanguage(const Environment& environment) {
+    const auto available = Words::languages(folder(environment));
+    const auto set = Settings::read(environment).text(languageKey);
+    if (!set || *set == system) return systemLanguage(environment, available);
+    if (std::find(available.begin(), available.end(), *set) != available.end()) return *set;
+    throw Failure(languageKey,
+                  fmt::format("no texts in \"{}\"; there are system, {}", *set, fmt::join(available, ", ")));
+}
+
+Words chosenWords(const Environment& environment) {
+    return wordsIn(chosenLanguage(environment), environment);
+}
+
+Words systemWords(const Environment& environment) {
+    return wordsIn(systemLanguage(environment, Words::languages(folder(environment))), environment);
+}
+
+Words wordsIn(std::string_view language, const Environment& environment) try {
+    return Words::load(folder(environment), language);
+} catch (const Words::FileError& error) {
+    throw Failure("texts", error.what());
+}
+
+}  // namespace tappora

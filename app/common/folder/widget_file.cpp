@@ -1,0 +1,77 @@
+#include "app/common/folder/widget_file.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "app/common/folder/language.h"
+#include "app/common/keyboard/board_counts.h"
+#include "app/common/keyboard/keyboard.h"
+#include "core/files/comparison.h"
+#include "core/foundation/file_io.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::FileProblems;
+using tapcore::WidgetSnapshot;
+
+constexpr std::int64_t weekDays = 7;
+
+std::optional<fs::path> dataDirectory(const Environment& environment) {
+    if (const auto named = environment.variable("XDG_DATA_HOME"); named && fs::path(*named).is_absolute())
+        return *named;
+    const auto home = environment.variable("HOME");
+    return home && !home->empty() ? std::optional(fs::path(*home) / ".local/share") : std::nullopt;
+}
+
+}  // namespace
+
+WidgetSnapshot::Places widgetPlaces(const Environment& environment) {
+    return {.container = {}, .applicationSupport = dataDirectory(environment)};
+}
+
+fs::path widgetFile(const Environment& environment) {
+    const auto file = WidgetSnapshot::url(std::nullopt, widgetPlaces(environment));
+    if (!file) throw Failure("HOME", "not set, and neither is XDG_DATA_HOME");
+    return *file;
+}
+
+WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,
+                              FileProblems* problems) {
+    const tapcore::Calendar& calendar = environment.calendar;
+    const tapcore::Day day = today(options, environment, calendar);
+    const tapcore::Store store = openStore(options, environment);
+    // First, since it names the file of which the counts cannot be added up.
+    const tapcore::Summary month = store.summary(BoardCounts::usualDays, day, calendar, problems);
+    const tapcore::Tally counted = store.read(day).tally;
+    const auto usual = tapcore::Comparison::usualDays(store, day, calendar);
+    const auto comparison =
+        tapcore::Comparison::percent(counted.byHour(), usual, hoursPassed(day, environment, calendar));
+    const tapcore::Board board = Keyboards(environment, store).chosenBoard({});
+    // Keys of a widget bear no legends, so that any layout gives the same.
+    const tapcore::Heatmap heatmap(board, {}, month.byKey, {});
+    const std::string language = chosenLanguage(environment);
+    WidgetSnapshot snapshot(day, counted, comparison, store.summary(weekDays, day, calendar), &heatmap,
+                            &board, language, language, calendar);
+    snapshot.mapColor = chosenColor(std::nullopt, environment);
+    return snapshot;
+}
+
+bool showsNothing(const WidgetSnapshot& snapshot) {
+    return snapshot.today == 0 && std::all_of(snapshot.week.begin(), snapshot.week.end(),
+                                              [](const auto& day) { return day.keystrokes == 0; });
+}
+
+void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environment) try {
+    const fs::path file = widgetFile(environment);
+    const std::string data = snapshot.data();
+    std::error_code none;
+    const bool isSame = fs::is_regular_file(file, none) && fs::file_size(file, none) == data.size() &&
+                        tapcore::readBytes(file).text == data;
+    if (!isSame) (void)tapcore::writeFile(file, data);  // what a power cut undoes is soon made again
+} catch (const fs::filesystem_error& error) {
+    throw Failure(error.path1().string(), error.code().message());
+}
+
+}  // namespace tappora

@@ -1,0 +1,94 @@
+#include "app/common/keyboard/board_counts.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "app/common/command_line/command_line.h"
+#include "app/common/keyboard/left_out.h"
+#include "app/common/terminal/terminal.h"
+
+namespace tappora {
+namespace {
+
+std::vector<std::string> colorNames() {
+    std::vector<std::string> names;
+    for (const tapcore::MapColor color : tapcore::MapColor::allCases) names.emplace_back(color.rawValue());
+    return names;
+}
+
+tapcore::MapColor colorOf(std::string_view what, const std::string& name) {
+    const auto color = tapcore::MapColor::parse(name);
+    if (!color) throw UsageError(fmt::format("{}: {}", what, noSuch("colour", name, colorNames())));
+    return *color;
+}
+
+}  // namespace
+
+tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment) {
+    constexpr const char* setting = "appearance.mapColor";
+    if (option) return colorOf("--color", *option);
+    const auto set = Settings::read(environment).text(setting);
+    return set ? colorOf(setting, *set) : tapcore::MapColor(tapcore::MapColor::usual);
+}
+
+void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed) {
+    addPeriodOptions(command, options.dates, BoardCounts::usualDays);
+    addKeyboardOptions(command, options.keyboard);
+    addLeaveOutOption(command, options.leaveOut);
+    command
+        .option("--color", options.color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
+        .type("COLOR");
+    command.flag("--dark", options.dark, "On a dark ground");
+    command.option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
+        .type("FILE");
+    command.flag("--json", options.json, "Print " + printed + " as JSON").excludes("--output");
+    addFolderOptions(command, options.folder);
+}
+
+BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& environment) {
+    const tapcore::Calendar& calendar = environment.calendar;
+    const Period period = periodOf(options.dates, today(options.folder, environment, calendar), calendar,
+                                   BoardCounts::usualDays);
+    const tapcore::Store store = openStore(options.folder, environment);
+    const Keyboards keyboards(environment, store);
+    tapcore::Board board = keyboards.chosenBoard(options.keyboard);
+    LegendSet layout = keyboards.chosenLayout(options.keyboard);
+    auto leftOut = leftOutCodes(options.leaveOut, layout.legends);
+    const tapcore::MapColor color = chosenColor(options.color, environment);
+    tapcore::FileProblems problems;
+    tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
+    requireAnswer(problems, summary.isEmpty());
+    return {.period = period,
+            .board = std::move(board),
+            .layout = std::move(layout),
+            .counts = std::move(summary.byKey),
+            .leftOutCodes = std::move(leftOut),
+            .config = tapcore::FolderConfig::read(store.root),
+            .color = color,
+            .dark = options.dark};
+}
+
+std::string title(const tapcore::Board& board) {
+    return board.maker.empty() ? board.name : board.maker + " " + board.name;
+}
+
+std::string subtitle(const BoardCounts& on, std::int64_t total, bool unicode) {
+    return fmt::format("{1}{0}{2}{0}{3}", unicode ? "  ·  " : ", ", description(on.period), on.layout.name,
+                       pressesText(total));
+}
+
+std::optional<std::string> offBoardNote(std::int64_t presses) {
+    if (presses == 0) return std::nullopt;
+    return pressesText(presses) + " of keys that this board does not have";
+}
+
+std::string pressesText(std::int64_t count) { return grouped(count) + (count == 1 ? " press" : " presses"); }
+
+std::string percentText(std::int64_t count, std::int64_t total) {
+    const double share = total == 0 ? 0 : static_cast<double>(count) * 100 / static_cast<double>(total);
+    if (share > 0 && share < 0.05) return "<0.1 %";
+    return fmt::format("{:.{}f} %", share, share < 9.95 && share > 0 ? 1 : 0);
+}
+
+}  // namespace tappora

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/common/folder/data_folder.h"
+#include "app/common/folder/period.h"
+#include "app/common/keyboard/keyboard.h"
+#include "core/files/folder_config.h"
+#include "core/keyboard/map_color.h"
+
+namespace tappora {
+
+/// What the commands that lay a period's counts over a board are asked for alike.
+struct BoardCountsOptions {
+    FolderOptions folder;
+    PeriodOptions dates;
+    KeyboardOptions keyboard;
+    std::vector<std::string> leaveOut;
+    std::optional<std::string> color;
+    bool dark = false;
+    std::optional<std::string> output;
+    bool json = false;
+};
+
+/// `printed` is what --json prints.
+void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed);
+
+/// A period's counts, the board and layout that they are laid over, and how that is to be shown.
+struct BoardCounts {
+    static constexpr std::int64_t usualDays = 30;
+
+    Period period;
+    tapcore::Board board;
+    LegendSet layout;
+    tapcore::Tally::KeyCounts counts;         ///< those of left-out keys too
+    std::set<tapcore::KeyCode> leftOutCodes;  ///< keys that the user wants left out
+    tapcore::FolderConfig config;             ///< the folder's own, with the user's labels of keys
+    tapcore::MapColor color;
+    bool dark = false;
+};
+
+/// The colour that --color names, else the settings ("appearance.mapColor"), else the usual one. UsageError
+/// for one that is none.
+tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment);
+
+/// Reads the period's counts. Problems with files are complained of.
+BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& environment);
+
+/// The board's maker and name.
+std::string title(const tapcore::Board& board);
+/// The period, the layout and the total, parted by dots or, in ASCII, by commas.
+std::string subtitle(const BoardCounts& on, std::int64_t total, bool unicode = true);
+/// "1,234 presses of keys that this board does not have"; nothing when there are none.
+std::optional<std::string> offBoardNote(std::int64_t presses);
+
+/// "1,234 presses", "1 press".
+std::string pressesText(std::int64_t count);
+
+/// "4.2 %" or "42 %", of a total; "0 %" when there is none.
+std::string percentText(std::int64_t count, std::int64_t total);
+
+}  // namespace tappora

@@ -1,0 +1,162 @@
+#include "app/common/keyboard/keyboard.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "app/common/command_line/command_line.h"
+#include "app/common/folder/data_folder.h"
+#include "app/common/keyboard/system_layout.h"
+#include "app/common/system/resources.h"
+#include "app/common/terminal/terminal.h"
+#include "core/foundation/characters.h"
+#include "core/keyboard/catalog.h"
+#include "core/keyboard/layout_index.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using tapcore::Board;
+using tapcore::Catalog;
+using tapcore::Layout;
+
+constexpr const char* usualBoard = "full-size-ansi";
+constexpr const char* usualLayout = "qwerty";
+constexpr tapcore::KeyCode leftOfOneOnIso = 10;
+
+bool isPath(std::string_view name) {
+    return name.find('/') != std::string_view::npos || name.ends_with(".json");
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+/// What files of others say goes to the terminal: never what would steer it.
+Board harmlessBoard(Board board) {
+    for (std::string* text : {&board.id, &board.name, &board.maker}) *text = harmlessLine(*text);
+    for (Board::Key& key : board.keys) key.id = harmlessLine(key.id);
+    return board;
+}
+
+/// A mark that combines with what stands before it gets the circle that Unicode has for it to stand on.
+std::string harmlessLegend(const std::string& legend) {
+    return (tapcore::isMark(legend) ? "◌" : "") + harmlessLine(legend);
+}
+
+tapcore::Legends harmlessLegends(tapcore::Legends legends) {
+    for (auto& [code, legend] : legends)
+        for (std::string& text : legend) text = harmlessLegend(text);
+    return legends;
+}
+
+/// An id that a file's name can hold; "" and "../x" are none.
+bool isSafe(const std::string& id) { return tapcore::Store::isSafeLayoutID(id); }
+
+/// Where the program's own board or layout of that id would be.
+fs::path bundled(const fs::path& resources, const char* folder, const std::string& id) {
+    return resources / folder / (id + ".json");
+}
+
+}  // namespace
+
+void addKeyboardOptions(CommandSyntax& command, KeyboardOptions& options) {
+    command.option("--board", options.board, "The keyboard: an id or a board's file; see tappora boards")
+        .type("BOARD");
+    addLayoutOption(command, options);
+}
+
+void addLayoutOption(CommandSyntax& command, KeyboardOptions& options) {
+    command
+        .option("--layout", options.layout,
+                "What its keys print: an id, a layout's file, or auto for the system's; see tappora layouts")
+        .type("LAYOUT");
+}
+
+Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store)
+    : environment_(environment),
+      store_(store),
+      resources_(resourceFolder(environment)),
+      settings_(Settings::read(environment)),
+      config_(tapcore::FolderConfig::read(store.root)) {}
+
+Board Keyboards::board(std::string_view what, const std::string& name) const {
+    if (isPath(name)) return harmlessBoard(Catalog::readBoard(name));
+    const fs::path file = bundled(resources_, "Boards", name);
+    if (!isSafe(name) || !isFile(file))
+        throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
+    return Catalog::readBoard(file);
+}
+
+LegendSet Keyboards::layout(std::string_view what, const std::string& name) const {
+    if (isPath(name)) return withBases(Catalog::readLayout(name));
+    auto found = findLayout(name);
+    if (!found) throw UsageError(fmt::format("{}: no such layout: {}; see tappora layouts", what, name));
+    return withBases(std::move(*found));
+}
+
+std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
+    if (!own_) own_ = store_.ownLayouts(&left_);
+    const auto at =
+        std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
+    if (at != own_->end()) return *at;
+    const fs::path file = bundled(resources_, "Layouts", id);
+    if (isSafe(id) && isFile(file)) return Catalog::readLayout(file);
+    complainOf(std::exchange(left_, {}));
+    return std::nullopt;
+}
+
+LegendSet Keyboards::withBases(Layout layout) const {
+    std::vector<Layout> chain = {std::move(layout)};
+    const auto isKnown = [&](const std::string& id) {
+        return std::any_of(chain.begin(), chain.end(), [&](const Layout& known) { return known.id == id; });
+    };
+    while (chain.back().base && !isKnown(*chain.back().base)) {
+        auto base = findLayout(*chain.back().base);
+        if (!base) break;
+        chain.push_back(std::move(*base));
+    }
+    return {harmlessLine(chain.front().id), harmlessLine(chain.front().name),
+            harmlessLegends(tapcore::LayoutIndex(chain).legends(chain.front().id))};
+}
+
+tapcore::DayFile Keyboards::lastDay() const {
+    const std::vector<tapcore::Day> days = store_.days();
+    return days.empty() ? tapcore::DayFile() : store_.read(days.back());
+}
+
+Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
+    if (options.board) return board("--board", *options.board);
+    if (const auto set = settings_.text("keyboard.board")) return board("keyboard.board", *set);
+    const auto isOurs = [&](const std::string& id) {
+        return isSafe(id) && isFile(bundled(resources_, "Boards", id));
+    };
+    if (isOurs(config_.board)) return board("board", config_.board);
+    const auto counted = lastDay().board;
+    return board("board", counted && isOurs(*counted) ? *counted : usualBoard);
+}
+
+std::optional<Layout> Keyboards::systemLayout(const KeyboardOptions& options) const {
+    const auto keyboard = systemKeyboard(systemSources(environment_));
+    if (!keyboard) return std::nullopt;
+    // Apple's ISO boards, and the bundled ones of that kind, count the key left of "1" as 10; others as 50.
+    const bool isIso = chosenBoard(options).key(leftOfOneOnIso) != nullptr;
+    return tappora::systemLayout(*keyboard, isIso ? IsoKeys::present : IsoKeys::absent,
+                                 Catalog::read({}, resources_ / "Layouts"));
+}
+
+LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
+    if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
+    const auto set = settings_.text("keyboard.layout");
+    if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    if (!options.layout && !set && config_.layout != "auto" && findLayout(config_.layout))
+        return layout("layout", config_.layout);
+    if (auto system = systemLayout(options)) return withBases(std::move(*system));
+    const auto counted = lastDay().layout;
+    return layout("layout", counted && findLayout(*counted) ? *counted : usualLayout);
+}
+
+}  // namespace tappora

@@ -1,0 +1,60 @@
+#include "app/tappora/long_work.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <utility>
+
+#include "app/common/program.h"
+
+namespace tappora {
+namespace {
+
+// A signal handler can reach nothing but a variable like this.
+volatile std::sig_atomic_t stopped = 0;
+
+void stop(int) { stopped = 1; }
+
+void handle(void (*handler)(int)) {
+    for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, handler);
+}
+
+}  // namespace
+
+LongWork::LongWork(std::string what) : what_(std::move(what)), onTerminal_(::isatty(STDERR_FILENO) == 1) {
+    stopped = 0;
+    handle(stop);
+}
+
+LongWork::~LongWork() {
+    handle(SIG_DFL);
+    takeLineAway();
+}
+
+tapcore::Progress LongWork::progress() {
+    return [this](std::size_t done, std::size_t total) {
+        if (onTerminal_) show(done, total);
+        return stopped == 0;
+    };
+}
+
+void LongWork::requireDone(bool done) {
+    takeLineAway();
+    if (!done) throw Failure(what_, "stopped; what is done stays done, and running it again does the rest");
+}
+
+void LongWork::takeLineAway() {
+    if (std::exchange(shown_, 0) > 0) std::fputs("\r\033[K", stderr);
+}
+
+void LongWork::show(std::size_t done, std::size_t total) {
+    const std::size_t percent = 1 + done * 100 / total;
+    if (percent == shown_) return;
+    shown_ = percent;
+    fmt::print(stderr, "\r{} {} of {}\033[K", what_, done, total);
+    std::fflush(stderr);
+}
+
+}  // namespace tappora

@@ -1,0 +1,72 @@
+#include "app/common/terminal/terminal.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/environment.h"
+
+namespace tappora {
+namespace {
+
+TEST(Terminal, HasColoursOnlyWhereAPersonLooksAndWantsThem) {
+    struct Case {
+        Variables variables;
+        bool onTerminal;
+        bool colours;
+    };
+    const Case cases[] = {
+        {{}, true, true},
+        {{}, false, false},
+        {{{"NO_COLOR", "1"}}, true, false},
+        {{{"NO_COLOR", ""}}, true, true},
+        {{{"TERM", "dumb"}}, true, false},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(Terminal::of(environmentWith(each.variables, each.onTerminal)).colours, each.colours)
+            << testing::PrintToString(each.variables) << each.onTerminal;
+}
+
+TEST(Terminal, ShowsUnicodeWhereTheLocaleThatCountsHasIt) {
+    const std::pair<Variables, bool> cases[] = {
+        {{}, false},
+        {{{"LANG", "de_DE.UTF-8"}}, true},
+        {{{"LANG", "C.utf8"}}, true},
+        {{{"LANG", "de_DE.UTF-8"}, {"LC_CTYPE", "C"}}, false},
+        {{{"LC_CTYPE", "C"}, {"LC_ALL", "C.UTF-8"}}, true},
+        {{{"LANG", "C.UTF-8"}, {"LC_ALL", ""}}, true},
+        {{{"LANG", "de_DE.ISO-8859-1"}}, false},
+    };
+    for (const auto& [variables, unicode] : cases)
+        EXPECT_EQ(Terminal::of(environmentWith(variables)).unicode, unicode)
+            << testing::PrintToString(variables);
+}
+
+TEST(Terminal, StylesTextOnlyInColour) {
+    EXPECT_EQ((Terminal{.colours = true}.bold("Hours")), "\033[1mHours\033[0m");
+    EXPECT_EQ((Terminal{.colours = true}.bold("")), "");
+    EXPECT_EQ(Terminal{}.bold("Hours"), "Hours");
+}
+
+TEST(Terminal, GroupsThousands) {
+    const std::pair<std::int64_t, const char*> cases[] = {
+        {0, "0"},
+        {999, "999"},
+        {1000, "1,000"},
+        {-999, "-999"},
+        {-1000, "-1,000"},
+        {123456, "123,456"},
+        {1234567, "1,234,567"},
+        {std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
+    };
+    for (const auto& [number, text] : cases) EXPECT_EQ(grouped(number), text);
+}
+
+TEST(Terminal, LetsNobodySteerTheTerminal) {
+    EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
+                       "d\rü\u0085\u202E\u2066e\x9B"
+                       "f\u200D"),
+              "a[2J\nb\tcdüe\uFFFDf\u200D");
+    EXPECT_EQ(harmlessLine("a\r\nb\tc\033\u2028d\u2029"), "a b c d ");
+}
+
+}  // namespace
+}  // namespace tappora
