@@ -13,8 +13,12 @@
 #include "app/common/assistant.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "core/assistant/ask_starters.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/foundation/language_rules.h"
 
@@ -80,12 +84,12 @@ void printAnswer(const Answer& answer, const Environment& environment) {
 
 void printUsage(const Answer& answer) {
     const auto& budget = answer.budget;
-    const std::string limits =
-        budget.paid ? fmt::format("of {} and {}", grouped(budget.inputTokens), grouped(budget.outputTokens))
-                    : std::string("nothing is charged");
+    const std::string limits = budget.paid ? fmt::format("of {} and {}", tapcore::grouped(budget.inputTokens),
+                                                         tapcore::grouped(budget.outputTokens))
+                                           : std::string("nothing is charged");
     std::fflush(stdout);
-    fmt::print(stderr, "{} tokens read, {} written; {}\n", grouped(budget.input), grouped(budget.output),
-               limits);
+    fmt::print(stderr, "{} tokens read, {} written; {}\n", tapcore::grouped(budget.input),
+               tapcore::grouped(budget.output), limits);
 }
 
 /// The model to ask, when the options name none.

@@ -10,6 +10,8 @@
 
 #include "app/common/command_line/companion.h"
 #include "app/common/command_line/confirm.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/practice/practice_request.h"
 
 namespace tappora {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "app/common/folder/data_folder.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

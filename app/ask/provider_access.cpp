@@ -8,6 +8,8 @@
 
 #include "app/ask/retry.h"
 #include "app/common/folder/settings.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"

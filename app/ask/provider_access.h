@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/ask/http_client.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"
 #include "core/words/words.h"

@@ -1,6 +1,7 @@
 #include "app/common/assistant.h"
 
-#include "app/common/terminal/terminal.h"
+#include "app/common/program.h"
+#include "app/common/terminal/harmless_text.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {

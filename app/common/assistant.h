@@ -6,7 +6,7 @@
 
 #include "app/common/folder/data_folder.h"
 #include "app/common/keyboard/keyboard.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/assistant/agent_prompt.h"
 #include "core/assistant/assistant_tools.h"
 #include "core/files/store.h"

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/terminal/terminal.h"
+#include "app/common/terminal/harmless_text.h"
 #include "core/foundation/json_fields.h"
 
 namespace tappora {

@@ -7,6 +7,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/settings.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/wake_ups.h"
 #include "app/desktop/widget_choice.h"
 #include "app/desktop/widget_host.h"

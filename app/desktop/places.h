@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "drawing/geometry.h"
 
 namespace tappora {

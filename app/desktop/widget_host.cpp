@@ -8,6 +8,8 @@
 
 #include "app/common/folder/language.h"
 #include "app/common/folder/widget_file.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/host_clock.h"
 #include "core/counting/day.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/common/terminal/terminal.h"
 #include "app/paint/sheet.h"
+#include "core/foundation/integers.h"
 #include "drawing/outline.h"
 #include "widgets/heat_board.h"
 
@@ -105,7 +105,8 @@ class LoadPainter {
         const double length = barRoom * static_cast<double>(part.presses) / most;
         if (part.presses > 0)
             parts.push_back(bar(barLeft, middle - barHeight / 2, std::max(length, 2.0), style));
-        parts.push_back(text(grouped(part.presses), pressesRight, middle, secondary, Alignment::trailing));
+        parts.push_back(
+            text(tapcore::grouped(part.presses), pressesRight, middle, secondary, Alignment::trailing));
         parts.push_back(text(share, shareRight, middle, {}, Alignment::trailing));
         parts.push_back(text(travel, travelRight, middle, secondary, Alignment::trailing));
         y_ += lineHeight;

@@ -4,6 +4,7 @@
 #include "app/common/keyboard/fingers_view.h"
 #include "app/common/keyboard/heatmap_view.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/paint/fingers_picture.h"
 #include "app/paint/heatmap_picture.h"
 #include "app/paint/picture_file.h"

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/program.h"
 #include "app/common/records_json.h"
 #include "app/practice/history.h"
 #include "app/practice/tasks.h"

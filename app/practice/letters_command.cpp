@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"

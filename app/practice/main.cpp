@@ -1,4 +1,5 @@
 #include "app/common/command_line/command_line.h"
+#include "app/common/system/environment.h"
 #include "app/practice/tasks.h"
 
 namespace tappora {

@@ -8,6 +8,7 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
+#include "app/common/program.h"
 #include "app/common/system/resources.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"

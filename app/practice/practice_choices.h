@@ -9,7 +9,7 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/settings.h"
 #include "app/common/keyboard/keyboard.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/practice/trainer.h"
 #include "core/files/store.h"
 #include "core/practice/letter_model.h"

@@ -2,7 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/practice/figures.h"
 #include "app/practice/history.h"
 #include "app/practice/tasks.h"

@@ -22,6 +22,8 @@
 #include <optional>
 #include <utility>
 
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
 

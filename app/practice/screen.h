@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/practice/frame.h"
 #include "app/practice/key_decoder.h"
 

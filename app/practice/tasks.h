@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/practice/practice_choices.h"
 
 namespace tappora {

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "app/common/folder/practice_lock.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/practice/keyboard_view.h"
 #include "app/practice/lesson_view.h"
 #include "app/practice/screen.h"

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/files/folder_config.h"
 #include "core/foundation/file_io.h"
 

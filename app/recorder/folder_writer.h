@@ -9,6 +9,7 @@
 #include "app/common/folder/folder_lock.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/known_folder.h"
 #include "core/files/store.h"

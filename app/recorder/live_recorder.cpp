@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "app/common/program.h"
-#include "app/common/terminal/terminal.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 
@@ -91,11 +91,12 @@ void LiveRecorder::finish() {
 std::string LiveRecorder::unstored() const {
     std::string list;
     for (const auto& [day, counts] : book_.days())
-        list += fmt::format(
-            "{}{}, {} of {}", list.empty() ? "" : "; ",
-            counted(static_cast<std::size_t>(counts.tally.total()), "press", "presses"),
-            counted(static_cast<std::size_t>(counts.tally.mouseTotal().allClicks()), "click", "clicks"),
-            day.description());
+        list +=
+            fmt::format("{}{}, {} of {}", list.empty() ? "" : "; ",
+                        tapcore::counted(static_cast<std::size_t>(counts.tally.total()), "press", "presses"),
+                        tapcore::counted(static_cast<std::size_t>(counts.tally.mouseTotal().allClicks()),
+                                         "click", "clicks"),
+                        day.description());
     return list;
 }
 

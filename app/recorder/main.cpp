@@ -1,5 +1,6 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/recorder/record_command.h"
 
 int main(int argc, char** argv) {

@@ -16,9 +16,10 @@
 #include "app/common/folder/attempt.h"
 #include "app/common/folder/practice_lock.h"
 #include "app/common/folder/widget_file.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/wake_ups.h"
 #include "app/common/terminal/line_output.h"
-#include "app/common/terminal/terminal.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/folder_writer.h"
 #include "app/recorder/live_recorder.h"
@@ -26,6 +27,7 @@
 #include "app/recorder/replay.h"
 #include "core/counting/counter.h"
 #include "core/files/store.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -200,7 +202,7 @@ class LiveOutput {
         const std::int64_t dropped = watched_.takeDropped();
         if (dropped == 0 || watched_.isGone()) return;
         tell(fmt::format("{} of --watch dropped",
-                         counted(static_cast<std::size_t>(dropped), "line", "lines")));
+                         tapcore::counted(static_cast<std::size_t>(dropped), "line", "lines")));
     }
 
     SignalQueue broken_{SIGPIPE};  // also at the end, when the recorder holds back no signals any more

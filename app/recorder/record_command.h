@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/common/folder/data_folder.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/files/file_format.h"
 
 namespace tappora {

@@ -1,4 +1,5 @@
 #include "app/tappora/bar_chart.h"
+#include "core/foundation/integers.h"
 
 #include <fmt/format.h>
 
@@ -53,7 +54,7 @@ std::string bar(std::int64_t count, std::int64_t most, std::size_t width, const 
 std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const Terminal& terminal) {
     const std::int64_t most = *std::max_element(byHour.begin(), byHour.end());
     if (most < 1) return "";
-    const std::string scale = grouped(most);
+    const std::string scale = tapcore::grouped(most);
     std::string chart;
     for (std::size_t below = chartLines; below-- > 0;) {
         std::string line;

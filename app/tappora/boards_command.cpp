@@ -7,11 +7,13 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/import/board/board_import.h"
@@ -104,7 +106,7 @@ void check(const Asked& asked, const Environment& environment) {
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
         if (!asked.json) print(harmlessLine(problem) + "\n");
-    if (!problems.empty()) throw Failure("boards", counted(problems.size(), "problem", "problems"));
+    if (!problems.empty()) throw Failure("boards", tapcore::counted(problems.size(), "problem", "problems"));
     if (!asked.json) print("No problems.\n");
 }
 

@@ -4,7 +4,8 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/foundation/fatal.h"
 

@@ -8,6 +8,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/companion.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {

@@ -12,6 +12,7 @@
 #include "app/tappora/bar_chart.h"
 #include "core/counting/chords.h"
 #include "core/foundation/checked.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -47,8 +48,8 @@ std::vector<Bar> barsOf(const std::vector<tapcore::Summary::DayTotal>& days) {
 
 std::string barLine(const Bar& each, std::int64_t most, const Terminal& terminal) {
     const std::string drawn = bar(each.keystrokes, most, barWidth, terminal);
-    return fmt::format("  {:<14}{:>14}{}{}\n", each.name, grouped(each.keystrokes), drawn.empty() ? "" : " ",
-                       drawn);
+    return fmt::format("  {:<14}{:>14}{}{}\n", each.name, tapcore::grouped(each.keystrokes),
+                       drawn.empty() ? "" : " ", drawn);
 }
 
 /// A chord as people read it, in letters where the glyphs of modifiers cannot be shown.
@@ -58,7 +59,7 @@ std::string label(const tapcore::ChordRow& row, const Terminal& terminal) {
 
 std::string keyLine(const KeyRow& row, std::int64_t all) {
     const double share = static_cast<double>(row.count) * 100 / static_cast<double>(all);
-    return fmt::format("{:<12}{:>12}{:>8.1f} %", row.name, grouped(row.count), share);
+    return fmt::format("{:<12}{:>12}{:>8.1f} %", row.name, tapcore::grouped(row.count), share);
 }
 
 std::vector<std::string> keyLines(const tapcore::Summary& summary, const tapcore::Legends& legends,
@@ -73,7 +74,7 @@ std::vector<std::string> chordLines(const tapcore::Summary& summary, const tapco
                                     std::size_t limit, const Terminal& terminal) {
     std::vector<std::string> lines;
     for (const auto& row : tapcore::Chords::top(summary.byChord, legends, static_cast<std::int64_t>(limit)))
-        lines.push_back(fmt::format("{:<18}{:>12}", label(row, terminal), grouped(row.count)));
+        lines.push_back(fmt::format("{:<18}{:>12}", label(row, terminal), tapcore::grouped(row.count)));
     return lines;
 }
 
@@ -89,12 +90,13 @@ std::string beside(const std::vector<std::string>& left, const std::vector<std::
 
 std::string figures(const tapcore::Summary& summary) {
     const tapcore::Tally::MouseHour mouse = summary.mouseTotal();
-    std::string text = figure("keystrokes", grouped(summary.keystrokes)) +
-                       figure("active hours", grouped(summary.activeHours)) +
-                       figure("per active hour", grouped(summary.averagePerActiveHour()));
-    if (summary.peakPerMinute > 0) text += figure("busiest minute", grouped(summary.peakPerMinute));
+    std::string text = figure("keystrokes", tapcore::grouped(summary.keystrokes)) +
+                       figure("active hours", tapcore::grouped(summary.activeHours)) +
+                       figure("per active hour", tapcore::grouped(summary.averagePerActiveHour()));
+    if (summary.peakPerMinute > 0) text += figure("busiest minute", tapcore::grouped(summary.peakPerMinute));
     if (mouse.isEmpty()) return text;
-    text += figure("clicks", grouped(summary.clicks())) + figure("scroll steps", grouped(mouse.scrolls)) +
+    text += figure("clicks", tapcore::grouped(summary.clicks())) +
+            figure("scroll steps", tapcore::grouped(mouse.scrolls)) +
             figure("pointer, in metres", fmt::format("{:.1f}", summary.movedMetres()));
     const auto share = summary.keyboardShare();
     return share ? text + figure("keyboard share", fmt::format("{} %", *share)) : text;

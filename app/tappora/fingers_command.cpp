@@ -8,9 +8,11 @@
 #include "app/common/keyboard/fingers_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/bar_chart.h"
 #include "app/tappora/commands.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -102,7 +104,7 @@ class LoadTable {
         const Load& last = view_.whatIf ? view_.whatIf->load : view_.load;
         const Load::Part& drawn = row.other ? *row.other : row.part;
         std::string text = fmt::format("  {:<{}}", row.name, nameWidth - 2);
-        if (!row.other) text += fmt::format("{:>12}", grouped(row.part.presses));
+        if (!row.other) text += fmt::format("{:>12}", tapcore::grouped(row.part.presses));
         text += figures(row, view_.load, row.part);
         if (row.other) text += figures(row, last, *row.other);
         const std::size_t taken = nameWidth + (row.other ? 2 * figuresWidth : 12 + figuresWidth) + 2;

@@ -12,7 +12,8 @@
 #include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"
@@ -25,6 +26,7 @@
 #include "core/files/store.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/folder_listing.h"
+#include "core/foundation/integers.h"
 #include "core/practice/practice_day.h"
 
 namespace tappora {
@@ -44,15 +46,15 @@ std::string keystrokes(const Store& store, const std::vector<Day>& days) {
     if (!counts.fits()) return std::string(tapcore::tooLarge);
     std::int64_t sum = 0;
     for (const Day& day : days) sum += store.read(day).tally.total();
-    return grouped(sum) + " keystrokes";
+    return tapcore::grouped(sum) + " keystrokes";
 }
 
 /// "214 days of counts with 1,204,331 keystrokes, 2026-01-03 to 2026-09-20, and 9 months".
 std::string countsOf(const Store& store) {
     const auto days = store.days();
-    const std::string months = counted(store.names(tapcore::monthsFolder).size(), "month", "months");
+    const std::string months = tapcore::counted(store.names(tapcore::monthsFolder).size(), "month", "months");
     if (days.empty()) return "no days of counts and " + months;
-    return fmt::format("{} of counts with {}, {} to {}, and {}", counted(days.size(), "day", "days"),
+    return fmt::format("{} of counts with {}, {} to {}, and {}", tapcore::counted(days.size(), "day", "days"),
                        keystrokes(store, days), days.front().description(), days.back().description(),
                        months);
 }
@@ -72,13 +74,14 @@ std::string besides(const Store& store) {
         lines += tapcore::leftOutOf<tapcore::DayFile>(text).size();
     }
     std::string what;
-    if (lines > 0) what += ", " + counted(lines, "line that is not a count", "lines that are not counts");
-    if (kept > 0) what += ", " + counted(kept, "file", "files") + " kept as it was";
+    if (lines > 0)
+        what += ", " + tapcore::counted(lines, "line that is not a count", "lines that are not counts");
+    if (kept > 0) what += ", " + tapcore::counted(kept, "file", "files") + " kept as it was";
     return what;
 }
 
 std::string practiceOf(const Store& store) {
-    return counted(store.names(tapcore::practiceFolder).size(), "day", "days") + " of practice";
+    return tapcore::counted(store.names(tapcore::practiceFolder).size(), "day", "days") + " of practice";
 }
 
 /// "WHAT will be gone from FOLDER", and what stays.
@@ -130,13 +133,13 @@ constexpr Reset resets[] = {
     {"heatmap",
      [](const Store& store) {
          return fmt::format("Which keys were pressed, in {} (how many stays){},",
-                            counted(store.days().size(), "day", "days"), besides(store));
+                            tapcore::counted(store.days().size(), "day", "days"), besides(store));
      },
      interruptibly<&Store::resetHeatmap>},
     {"shortcuts",
      [](const Store& store) {
          return fmt::format("Which shortcuts were pressed, in {}{},",
-                            counted(store.days().size(), "day", "days"), besides(store));
+                            tapcore::counted(store.days().size(), "day", "days"), besides(store));
      },
      interruptibly<&Store::resetShortcuts>},
     {"practice", practiceOf, [](const Store& store) { store.resetPractice(); }},
@@ -226,7 +229,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
     complainOf(problems);
     if (!problems.empty()) throw Failure(locked.store.base().string(), "not all months are up to date");
     print(fmt::format("{}: {} up to date\n", harmlessLine(locked.store.base().string()),
-                      counted(months, "month", "months")));
+                      tapcore::counted(months, "month", "months")));
 }
 
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json) {
@@ -244,7 +247,7 @@ void checkDataFolder(const FolderOptions& options, const Environment& environmen
         for (const auto& problem : problems) print(described(problem) + "\n");
     }
     if (!problems.empty())
-        throw Failure(store.root.string(), counted(problems.size(), "finding", "findings"));
+        throw Failure(store.root.string(), tapcore::counted(problems.size(), "finding", "findings"));
 }
 
 void resetFolder(const std::string& what, bool yes, const FolderOptions& options,

@@ -4,6 +4,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/folder_tasks.h"
 

@@ -15,7 +15,8 @@
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"
@@ -24,6 +25,7 @@
 #include "core/files/mac_folder.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -62,8 +64,8 @@ std::string readableSize(std::uintmax_t bytes) {
 
 /// Of days, of which there are some.
 std::string span(const std::vector<tapcore::Day>& days) {
-    return fmt::format("{}, {} to {}", counted(days.size(), "day", "days"), days.front().description(),
-                       days.back().description());
+    return fmt::format("{}, {} to {}", tapcore::counted(days.size(), "day", "days"),
+                       days.front().description(), days.back().description());
 }
 
 /// What the folder holds, listed once. What could not be listed is missing in it, and named.
@@ -111,12 +113,12 @@ void printText(const FolderChoice& choice, const Store& store, const Shown& show
     row("Months",
         asKnown(shown.unlistedMonths, shown.months.empty(), "0", std::to_string(shown.months.size())));
     row("Practice", asKnown(shown.unlistedPractice, shown.practice.empty(), "0 days",
-                            counted(shown.practice.size(), "day", "days")));
-    row("Size",
-        fmt::format("{} in {}", readableSize(contents.bytes), counted(contents.files, "file", "files")));
+                            tapcore::counted(shown.practice.size(), "day", "days")));
+    row("Size", fmt::format("{} in {}", readableSize(contents.bytes),
+                            tapcore::counted(contents.files, "file", "files")));
     if (contents.inCloud > 0)
         row("In iCloud",
-            counted(contents.inCloud, "file that is not here yet", "files that are not here yet"));
+            tapcore::counted(contents.inCloud, "file that is not here yet", "files that are not here yet"));
     if (shown.needsConversion)
         print("Some files are in the other format; tappora folder convert makes them one.\n");
 }
@@ -233,7 +235,7 @@ void adoptFolder(const std::string& directory, const FolderOptions& options, con
         throw Failure(directory,
                       fmt::format("{} not taken over, so this folder is still needed; the same command "
                                   "again takes what it can by then",
-                                  counted(missing.size(), "item was", "items were")));
+                                  tapcore::counted(missing.size(), "item was", "items were")));
     print(fmt::format("{}: took over what {} holds\n", harmlessLine(store.base().string()),
                       harmlessLine(directory)));
 }

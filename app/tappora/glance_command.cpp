@@ -8,10 +8,12 @@
 #include "app/common/program.h"
 #include "app/common/ranking.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/figures.h"
 #include "core/counting/chords.h"
 #include "core/files/comparison.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -53,7 +55,7 @@ nlohmann::json glanceJson(const Glance& glance, const tapcore::Legends& legends)
 
 std::string headline(const Glance& glance) {
     if (glance.today.keystrokes == 0) return "No keystrokes yet.";
-    const std::string total = fmt::format("{} {}", grouped(glance.today.keystrokes),
+    const std::string total = fmt::format("{} {}", tapcore::grouped(glance.today.keystrokes),
                                           glance.today.keystrokes == 1 ? "keystroke" : "keystrokes");
     return glance.comparison ? fmt::format("{}, {:+} % against your usual", total, *glance.comparison)
                              : total;

@@ -7,6 +7,7 @@
 #include "app/common/keyboard/heatmap_view.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/heat_board.h"

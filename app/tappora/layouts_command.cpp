@@ -8,11 +8,13 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/layout_face.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/import/keylayout/keylayout_import.h"
@@ -120,7 +122,7 @@ void check(const Asked& asked, const Environment& environment) {
     if (asked.json) print(tapcore::jsonText(problems));
     for (const std::string& problem : problems)
         if (!asked.json) print(harmless(problem) + "\n");
-    if (!problems.empty()) throw Failure("layouts", counted(problems.size(), "problem", "problems"));
+    if (!problems.empty()) throw Failure("layouts", tapcore::counted(problems.size(), "problem", "problems"));
     if (!asked.json) print("No problems.\n");
 }
 

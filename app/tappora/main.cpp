@@ -1,4 +1,4 @@
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/dispatch.h"
 
 int main(int argc, char** argv) {

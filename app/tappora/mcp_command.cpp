@@ -3,6 +3,8 @@
 
 #include "app/common/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/line_reader.h"
 #include "app/tappora/line_writer.h"

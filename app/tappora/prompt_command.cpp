@@ -3,7 +3,9 @@
 
 #include "app/common/assistant.h"
 #include "app/common/command_line/command_line.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {

@@ -9,6 +9,7 @@
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/figures.h"
 

@@ -5,8 +5,10 @@
 
 #include "app/common/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/program.h"
 #include "app/common/records_json.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/system/environment.h"
+#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"

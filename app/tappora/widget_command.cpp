@@ -3,6 +3,7 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/widget_file.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/widget_timeline.h"
 #include "app/tappora/widget_watch.h"

@@ -6,7 +6,9 @@
 
 #include "app/common/folder/language.h"
 #include "app/common/folder/widget_file.h"
+#include "app/common/program.h"
 #include "app/common/records_json.h"
+#include "app/common/system/environment.h"
 #include "widgets/bundle.h"
 #include "widgets/provider.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/common/folder/data_folder.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

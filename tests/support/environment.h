@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

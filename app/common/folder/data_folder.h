@@ -8,6 +8,7 @@
 
 #include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/counting/day.h"
 #include "core/files/store.h"
 

@@ -5,6 +5,7 @@
 
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/file_lock.h"
 
 namespace tappora {

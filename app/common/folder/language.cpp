@@ -7,6 +7,8 @@
 #include <filesystem>
 
 #include "app/common/folder/settings.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
 #include "core/words/preferred_language.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/words/words.h"
 
 namespace tappora {

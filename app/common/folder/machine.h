@@ -7,6 +7,7 @@
 
 namespace tappora {
 
+struct Environment;
 class Settings;
 
 /// How this machine is told from others that share a data folder.

@@ -4,7 +4,8 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/program.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 
@@ -29,7 +30,7 @@ Period periodOf(const PeriodOptions& options, const tapcore::Day& today, const t
 std::string description(const Period& period) {
     if (period.days == 1) return period.last.description();
     return fmt::format("{} to {}, {} days", period.first.description(), period.last.description(),
-                       grouped(period.days));
+                       tapcore::grouped(period.days));
 }
 
 }  // namespace tappora

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/common/folder/settings.h"
+#include "app/common/program.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <vector>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/descriptor.h"
 
 namespace tappora {

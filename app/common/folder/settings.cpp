@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/folder/folder_lock.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 

@@ -10,6 +10,7 @@
 
 #include "app/common/folder/write_told.h"
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

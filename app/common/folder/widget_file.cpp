@@ -6,6 +6,8 @@
 #include "app/common/folder/language.h"
 #include "app/common/keyboard/board_counts.h"
 #include "app/common/keyboard/keyboard.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/files/comparison.h"
 #include "core/foundation/file_io.h"
 

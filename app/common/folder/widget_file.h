@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "app/common/folder/data_folder.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/widget/widget_snapshot.h"
 
 namespace tappora {

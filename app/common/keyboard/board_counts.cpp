@@ -6,7 +6,9 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/keyboard/left_out.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -83,7 +85,9 @@ std::optional<std::string> offBoardNote(std::int64_t presses) {
     return pressesText(presses) + " of keys that this board does not have";
 }
 
-std::string pressesText(std::int64_t count) { return grouped(count) + (count == 1 ? " press" : " presses"); }
+std::string pressesText(std::int64_t count) {
+    return tapcore::grouped(count) + (count == 1 ? " press" : " presses");
+}
 
 std::string percentText(std::int64_t count, std::int64_t total) {
     const double share = total == 0 ? 0 : static_cast<double>(count) * 100 / static_cast<double>(total);

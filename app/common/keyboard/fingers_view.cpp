@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/terminal/terminal.h"
 #include "core/counting/chords.h"
 
 namespace tappora {

@@ -5,10 +5,11 @@
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/terminal/terminal.h"
+#include "app/common/terminal/harmless_text.h"
 #include "core/counting/chords.h"
 #include "core/counting/key_face.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/integers.h"
 
 namespace tappora {
 namespace {
@@ -45,7 +46,7 @@ std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) c
 
 std::string HeatmapView::amountText(const tapcore::Heatmap::Cell& cell) const {
     if (amount == KeyAmount::none || cell.off || cell.count == 0) return "";
-    return amount == KeyAmount::count ? grouped(cell.count) : percentText(cell.count, total);
+    return amount == KeyAmount::count ? tapcore::grouped(cell.count) : percentText(cell.count, total);
 }
 
 HeatmapView heatmapView(const HeatmapOptions& options, const Environment& environment) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/common/folder/settings.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/files/folder_config.h"
 #include "core/files/store.h"
 #include "core/keyboard/board.h"

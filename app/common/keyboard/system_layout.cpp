@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "app/common/system/environment.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 

@@ -6,7 +6,7 @@
 
 #include "app/common/keyboard/compiled_keymap.h"
 #include "app/common/keyboard/xkb_setting.h"
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/keyboard/catalog.h"
 
 namespace tappora {

@@ -1,4 +1,6 @@
 #include "app/common/system/resources.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 namespace {

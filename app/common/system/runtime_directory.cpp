@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 

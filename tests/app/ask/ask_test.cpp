@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "app/common/system/environment.h"
 #include "core/assistant/assistant_budget.h"
 #include "core/assistant/chat_file.h"
 #include "core/foundation/folder_listing.h"

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/common/folder/settings.h"
+#include "app/common/system/environment.h"
 #include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/common/program.h"
 #include "tests/support/environment.h"
 #include "tests/support/message_of.h"
 

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "app/common/folder/practice_lock.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/folder_listing.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_day.h"

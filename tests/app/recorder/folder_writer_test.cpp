@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "app/common/program.h"
 #include "core/files/folder_config.h"
 #include "tests/support/environment.h"
 #include "tests/support/refused_locks.h"

@@ -13,6 +13,8 @@
 #include <tuple>
 #include <vector>
 
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "app/recorder/key_codes.h"
 #include "app/recorder/record_command.h"
 #include "core/files/store.h"

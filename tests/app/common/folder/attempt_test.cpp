@@ -1,4 +1,5 @@
 #include "app/common/folder/attempt.h"
+#include "app/common/program.h"
 
 #include <gmock/gmock.h>
 

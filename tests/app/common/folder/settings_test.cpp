@@ -7,6 +7,8 @@
 
 #include <string>
 
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"
 

@@ -1,4 +1,5 @@
 #include "app/common/terminal/terminal.h"
+#include "app/common/terminal/harmless_text.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +58,7 @@ TEST(Terminal, GroupsThousands) {
         {1234567, "1,234,567"},
         {std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
     };
-    for (const auto& [number, text] : cases) EXPECT_EQ(grouped(number), text);
+    for (const auto& [number, text] : cases) EXPECT_EQ(tapcore::grouped(number), text);
 }
 
 TEST(Terminal, LetsNobodySteerTheTerminal) {
