@@ -4,9 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "core/assistant/tool_text.h"
 #include "core/foundation/characters.h"
 

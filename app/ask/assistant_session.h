@@ -8,7 +8,7 @@
 
 #include "app/ask/provider_access.h"
 #include "app/ask/question.h"
-#include "app/common/assistant.h"
+#include "app/common/assistant/assistant.h"
 #include "core/assistant/chat_file.h"
 
 namespace tappora {

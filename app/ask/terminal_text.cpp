@@ -5,7 +5,7 @@
 
 #include "app/ask/inline_text.h"
 #include "app/ask/terminal_table.h"
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 
 namespace tappora {
 std::string version() { return "tappora " TAPPORA_VERSION; }

@@ -8,7 +8,7 @@
 #include "app/common/folder/settings.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 #include "app/desktop/widget_choice.h"
 #include "app/desktop/widget_host.h"
 

@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "app/common/folder/language.h"
-#include "app/common/folder/widget_file.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/host_clock.h"
+#include "app/common/widget/widget_file.h"
 #include "core/counting/day.h"
 
 namespace tappora {

@@ -8,7 +8,7 @@
 #include "app/common/folder/folder_watch.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 #include "app/desktop/colour_scheme.h"
 #include "app/desktop/desktop_surface.h"
 #include "app/desktop/places.h"

@@ -7,9 +7,9 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
-#include "app/common/folder/widget_file.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/widget/widget_file.h"
 #include "app/paint/picture_file.h"
 #include "core/foundation/file_io.h"
 #include "drawing/painter.h"

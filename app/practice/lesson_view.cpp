@@ -7,7 +7,7 @@
 #include <set>
 #include <sstream>
 
-#include "app/practice/figures.h"
+#include "app/practice/practice_text.h"
 #include "core/foundation/characters.h"
 #include "core/practice/practice_rows.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 #include "app/recorder/counting_clock.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/event_rules.h"

@@ -5,7 +5,7 @@
 #include <thread>
 #include <utility>
 
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/device_reader.h"
 #include "app/recorder/event_rules.h"

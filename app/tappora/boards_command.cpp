@@ -6,10 +6,10 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/write_told.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"

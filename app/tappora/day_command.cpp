@@ -1,11 +1,11 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/foundation/fatal.h"
 

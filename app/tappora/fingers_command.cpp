@@ -5,9 +5,9 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/companion.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/keyboard/fingers_view.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/bar_chart.h"

@@ -8,12 +8,12 @@
 #include <span>
 
 #include "app/common/command_line/confirm.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/folder_lock.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"

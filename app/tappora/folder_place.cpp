@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/settings.h"
 #include "app/common/folder/write_told.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
 #include "core/files/data_listing.h"

@@ -3,14 +3,14 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/ranking.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/figures.h"
+#include "app/tappora/period_text.h"
 #include "core/counting/chords.h"
 #include "core/files/comparison.h"
 #include "core/foundation/integers.h"

@@ -4,13 +4,13 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/companion.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/keyboard/heatmap_view.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/heat_board.h"
+#include "app/tappora/terminal_heatmap.h"
 
 namespace tappora {
 namespace {

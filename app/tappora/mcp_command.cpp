@@ -1,12 +1,12 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include "app/common/assistant.h"
+#include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
-#include "app/tappora/line_reader.h"
+#include "app/tappora/descriptor_lines.h"
 #include "app/tappora/line_writer.h"
 #include "core/assistant/mcp_server.h"
 

@@ -1,11 +1,11 @@
 #include <filesystem>
 #include <optional>
 
-#include "app/common/assistant.h"
+#include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 
 namespace tappora {

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "app/common/assistant.h"
+#include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/command_line/records_json.h"
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
-#include "app/common/terminal/harmless_text.h"
 #include "app/tappora/commands.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"

@@ -4,11 +4,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/language.h"
-#include "app/common/folder/widget_file.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
+#include "app/common/widget/widget_file.h"
 #include "widgets/bundle.h"
 #include "widgets/provider.h"
 

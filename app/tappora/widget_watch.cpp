@@ -12,11 +12,11 @@
 #include "app/common/folder/attempt.h"
 #include "app/common/folder/folder_watch.h"
 #include "app/common/folder/settings.h"
-#include "app/common/folder/widget_file.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 #include "app/common/terminal/line_output.h"
+#include "app/common/widget/widget_file.h"
 #include "core/files/store.h"
 
 namespace tappora {

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "app/common/system/runtime_directory.h"
+#include "app/common/system/directories.h"
 #include "core/foundation/digest.h"
 
 namespace tappora {

@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 
 namespace tappora {
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 #include "core/counting/chords.h"
 #include "core/counting/key_face.h"
 #include "core/foundation/characters.h"

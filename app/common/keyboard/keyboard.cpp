@@ -7,10 +7,10 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
+#include "app/common/harmless_text.h"
 #include "app/common/keyboard/system_layout.h"
 #include "app/common/program.h"
 #include "app/common/system/resources.h"
-#include "app/common/terminal/harmless_text.h"
 #include "core/foundation/characters.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/layout_index.h"

@@ -7,7 +7,7 @@
 #include <future>
 #include <thread>
 
-#include "app/tappora/line_reader.h"
+#include "app/tappora/descriptor_lines.h"
 
 namespace tappora {
 namespace {

@@ -1,5 +1,5 @@
 #include "app/common/terminal/terminal.h"
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 
 #include <gtest/gtest.h>
 

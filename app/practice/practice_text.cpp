@@ -1,4 +1,4 @@
-#include "app/practice/figures.h"
+#include "app/practice/practice_text.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "app/tappora/heat_board.h"
+#include "app/tappora/terminal_heatmap.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +18,7 @@ std::string expected(const std::string& hot, const std::string& onHot, const std
     const std::string off = "\033[0m ";
     return ground(hot) + " " + ink(onHot, hot) + "A" + ground(hot) + "  " + off + ground(cold) +
            "    \033[0m\n" + ink(onHot, hot) + "1.2G" + off + ground(cold) + " " + ink(onCold, cold) + "S" +
-           ground(cold) + "  " + off + " ⇥\n" + ink(hot, "") + "▀▀▀▀" + off + ink(cold, "") +
-           "▀▀▀▀\033[0m\n";
+           ground(cold) + "  " + off + " ⇥\n" + ink(hot, "") + "▀▀▀▀" + off + ink(cold, "") + "▀▀▀▀\033[0m\n";
 }
 
 TEST(HeatBoard, FillsKeysWithTheirColoursAndWritesInTheInkThatStandsOut) {

@@ -1,4 +1,4 @@
-#include "app/tappora/figures.h"
+#include "app/tappora/period_text.h"
 
 #include <fmt/format.h>
 

@@ -1,8 +1,8 @@
-#include "app/common/records_json.h"
+#include "app/common/command_line/records_json.h"
 
 #include <nlohmann/json.hpp>
 
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 #include "core/foundation/json_fields.h"
 
 namespace tappora {

@@ -1,4 +1,4 @@
-#include "app/common/folder/widget_file.h"
+#include "app/common/widget/widget_file.h"
 
 #include <algorithm>
 #include <optional>

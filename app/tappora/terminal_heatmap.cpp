@@ -1,4 +1,4 @@
-#include "app/tappora/heat_board.h"
+#include "app/tappora/terminal_heatmap.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/common/command_line/records_json.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/practice/history.h"
 #include "app/practice/tasks.h"
 #include "core/practice/lesson_plan.h"

@@ -1,4 +1,4 @@
-#include "app/tappora/line_reader.h"
+#include "app/tappora/descriptor_lines.h"
 
 #include <poll.h>
 #include <unistd.h>

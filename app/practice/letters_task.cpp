@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "app/common/command_line/records_json.h"
 #include "app/common/program.h"
-#include "app/common/records_json.h"
 #include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
-#include "app/practice/figures.h"
 #include "app/practice/history.h"
+#include "app/practice/practice_text.h"
 #include "app/practice/tasks.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_course.h"

@@ -1,4 +1,4 @@
-#include "app/common/system/runtime_directory.h"
+#include "app/common/system/directories.h"
 
 #include <fmt/format.h>
 #include <sys/stat.h>

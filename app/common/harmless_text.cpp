@@ -1,4 +1,4 @@
-#include "app/common/terminal/harmless_text.h"
+#include "app/common/harmless_text.h"
 
 #include <fmt/format.h>
 

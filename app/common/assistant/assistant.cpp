@@ -1,7 +1,7 @@
-#include "app/common/assistant.h"
+#include "app/common/assistant/assistant.h"
 
+#include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "app/common/terminal/harmless_text.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {

@@ -1,4 +1,4 @@
-#include "app/common/system/wake_ups.h"
+#include "app/common/system/signals.h"
 
 #include <sys/signalfd.h>
 #include <sys/timerfd.h>
