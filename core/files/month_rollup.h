@@ -13,9 +13,9 @@
 
 namespace tapcore {
 
-/// A month's finished days of one machine, summed, so that long periods can be read without opening every day
-/// file. It keeps a line for each day and the month's keys and chords, and neither hours nor the mouse by
-/// hour.
+/// A month's finished days of one machine, summed: for people, the assistant and other programs, which need
+/// not open every day file. No figure of Tappora's own comes from it. It keeps a line for each day and the
+/// month's keys and chords, and neither hours nor the mouse by hour.
 struct MonthRollup {
     struct DayLine {
         Day day;
