@@ -45,6 +45,15 @@ function(install_documents component)
   install(DIRECTORY ${from}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${component})
 endfunction()
 
+# install_manual(FOLDER COMPONENT): manual pages and completions, where man and the shells look for them.
+function(install_manual from component)
+  install(DIRECTORY ${from}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT ${component})
+  set(share ${CMAKE_INSTALL_DATADIR})
+  install(FILES ${from}/bash/tappora DESTINATION ${share}/bash-completion/completions COMPONENT ${component})
+  install(FILES ${from}/zsh/_tappora DESTINATION ${share}/zsh/vendor-completions COMPONENT ${component})
+  install(FILES ${from}/fish/tappora.fish DESTINATION ${share}/fish/vendor_completions.d COMPONENT ${component})
+endfunction()
+
 # install_library(TARGET FOLDER): a static library with the headers of its folder. Includes are written from the root
 # of the tree, in this build as in one that uses the installed library.
 function(install_library target folder)

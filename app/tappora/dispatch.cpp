@@ -40,9 +40,9 @@ void runWithoutCommand(CommandLine& line, const Environment& environment) {
         "Without a command it shows today at a glance.",
         listOfCommands());
     line.offerVersion(version());
-    std::vector<std::string> names;
-    for (const Command& command : commands) names.emplace_back(command.name);
-    line.offerCommands(std::move(names));
+    CommandLine::Commands offered;
+    for (const Command& command : commands) offered.emplace_back(command.name, command.does);
+    line.offerCommands(std::move(offered));
     glanceCommand(line, environment);
 }
 

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <csignal>
@@ -11,44 +10,11 @@
 #include <type_traits>
 #include <utility>
 
+#include "app/common/command_line/help_text.h"
 #include "app/common/program.h"
 
 namespace tappora {
 namespace {
-
-std::string exampleText(std::string_view example) { return "Example:\n  " + std::string(example); }
-
-/// Begins the description of a range, which CLI11 puts behind the word for the value and a colon.
-const std::string rangeMark = "range ";
-
-/// What CLI11 calls parts of the help, and what this program does.
-constexpr std::pair<const char*, const char*> helpWords[] = {
-    {"REQUIRED", "(required)"}, {"SUBCOMMAND", "TASK"}, {"Positionals", "Arguments"}};
-
-/// Names of options as they are typed: a flag that says no is written "--no-names" and not
-/// "--no-names{false}".
-class HelpText : public CLI::Formatter {
-    std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
-        constexpr std::string_view saysNo = "{false}";
-        std::string name = CLI::Formatter::make_option_name(option, isPositional);
-        for (std::size_t at = 0; (at = name.find(saysNo)) != std::string::npos;)
-            name.erase(at, saysNo.size());
-        return name;
-    }
-
-    /// Of one that takes one value each time, the word for it without "..."; a range and what is taken when
-    /// it is not given after a comma each.
-    std::string make_option_opts(const CLI::Option* option) const override {
-        std::string text = CLI::Formatter::make_option_opts(option);
-        if (const std::string usual = option->get_default_str(); !usual.empty())
-            text.replace(text.find("=" + usual), 1, ", usually ");
-        if (const std::size_t colon = text.find(':' + rangeMark); colon != text.npos)
-            text.replace(colon, 1 + rangeMark.size(), ", ");
-        constexpr std::string_view several = " ...";
-        const std::size_t at = option->get_allow_extra_args() ? text.npos : text.find(several);
-        return at == text.npos ? text : text.erase(at, several.size());
-    }
-};
 
 /// Has an option refuse what is no number of its kind, which would be cut or wrapped to one.
 template <class Number>
@@ -76,12 +42,13 @@ std::string calledAs(const CLI::App& program) {
 
 /// A wrong command line as "WHAT: WHY".
 std::string explained(const CLI::ParseError& error, const CLI::App& program,
-                      const std::vector<std::string>& commands) {
+                      const CommandLine::Commands& commands) {
     using CLI::ExitCodes;
     std::string text = error.what();
     if (isOf(error, ExitCodes::ExtrasError)) {
         const std::string extra = program.remaining(true).front();
-        const bool isCommand = std::find(commands.begin(), commands.end(), extra) != commands.end();
+        const bool isCommand = std::any_of(commands.begin(), commands.end(),
+                                           [&](const auto& command) { return command.first == extra; });
         return extra + (isCommand ? ": options come after the command" : ": not expected here");
     }
     if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
@@ -138,13 +105,13 @@ Option& Option::needs(const Option& other) {
 }
 
 Option& Option::between(double least, double most) {
-    const std::string range = fmt::format("{} to {}", least, most);
     const auto problem = [=](const std::string& text) -> std::string {
         double number = 0;
         std::from_chars(text.data(), text.data() + text.size(), number);
-        return number >= least && number <= most ? "" : fmt::format("out of range: {}; use {}", text, range);
+        const bool isIn = number >= least && number <= most;
+        return isIn ? "" : fmt::format("out of range: {}; use {} to {}", text, least, most);
     };
-    declared_->check(CLI::Validator(problem, rangeMark + range, ""));
+    declared_->check(CLI::Validator(problem, rangeDescription(least, most), ""));
     return *this;
 }
 
@@ -216,7 +183,7 @@ Option CommandSyntax::declared(const std::string& name) { return Option(app_->ge
 
 void CommandSyntax::describe(std::string_view does, std::string_view example) {
     app_->description(std::string(does));
-    app_->footer(exampleText(example));
+    app_->footer(exampleFooter(example));
 }
 
 void CommandSyntax::passOnWhatFollows() {
@@ -229,9 +196,7 @@ CommandLine::CommandLine(const std::string& command, std::vector<std::string> ar
       owned_(std::make_unique<CLI::App>("", command)),
       arguments_(std::move(arguments)) {
     app_ = owned_.get();
-    const auto help = std::make_shared<HelpText>();
-    for (const auto& [label, word] : helpWords) help->label(label, word);
-    app_->formatter(help);
+    app_->formatter(std::make_shared<HelpText>());
     app_->set_help_flag("-h,--help", "Print this help");
 }
 
@@ -242,7 +207,7 @@ void CommandLine::introduce(const std::string& above, const std::string& below) 
     app_->footer(below);
 }
 
-void CommandLine::offerCommands(std::vector<std::string> names) { commands_ = std::move(names); }
+void CommandLine::offerCommands(Commands commands) { commands_ = std::move(commands); }
 
 void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag("--version", text); }
 
@@ -256,6 +221,10 @@ void CommandLine::task(const std::string& name, std::string_view does, std::stri
 }
 
 void CommandLine::parse() {
+    if (arguments_ == std::vector<std::string>{"--help-json"}) {
+        print(helpJson(*app_, commands_));
+        throw CLI::Success();
+    }
     // CLI11 takes them from the end.
     app_->parse(std::vector<std::string>(arguments_.rbegin(), arguments_.rend()));
     requireTaskTakesOptions(*app_);

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace CLI {
@@ -90,8 +91,10 @@ class CommandLine : public CommandSyntax {
     /// What stands above and below the options in --help.
     void introduce(const std::string& above, const std::string& below);
 
-    /// Names the commands that could have been meant by a word after the options.
-    void offerCommands(std::vector<std::string> names);
+    /// Commands and what each does.
+    using Commands = std::vector<std::pair<std::string, std::string>>;
+    /// Names the commands of the program, which could have been meant by a word after the options.
+    void offerCommands(Commands commands);
 
     /// Has --version print this.
     void offerVersion(const std::string& text);
@@ -103,7 +106,8 @@ class CommandLine : public CommandSyntax {
     void task(const std::string& name, std::string_view does, std::string_view example,
               const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run);
 
-    /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line.
+    /// Throws what `guarded` turns into an exit status: for --help as for a wrong command line. --help-json
+    /// alone prints the help for programs, which make manual pages and completions of it.
     void parse();
 
     /// Parses, and runs the task that was named, or `withoutTask`.
@@ -120,7 +124,7 @@ class CommandLine : public CommandSyntax {
 
     std::unique_ptr<CLI::App> owned_;
     std::vector<std::string> arguments_;
-    std::vector<std::string> commands_;
+    Commands commands_;
     std::map<std::string, std::function<void()>> tasks_;
 };
 
