@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "app/ask/assistant_session.h"
-#include "app/ask/interruption.h"
 #include "app/ask/lesson_offer.h"
 #include "app/ask/terminal_text.h"
 #include "app/common/assistant/assistant.h"
@@ -16,6 +15,7 @@
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/signals.h"
 #include "core/assistant/ask_starters.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"
@@ -196,7 +196,7 @@ void converse(const Conversation& with, const tapcore::Words& words) {
             complain(*text + ": no such command; there are /new and /quit");
             continue;
         }
-        const Interruption interruption;
+        const Interruption interruption(Interruption::Waiting::ends);
         try {
             answer(with, with.session.conversation().turns, questionOf(*text, words), true);
         } catch (const Failure& failure) {
@@ -225,7 +225,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
     if (options.shows && !options.question) throw UsageError("--show: needs a QUESTION");
     const tapcore::Words words = chosenWords(environment);
     if (!options.language) options.language = tapcore::englishName(words.language());
-    std::optional<Interruption> interruption(std::in_place);
+    std::optional<Interruption> interruption(Interruption::Waiting::ends);
     const auto isStopped = [&] { return Interruption::isRequested(); };
     std::vector<ProviderLine> lines;
     for (ProviderAccess& access : chooseProviders(options, environment, !options.shows, isStopped))

@@ -7,6 +7,7 @@
 #include "app/common/folder/attempt.h"
 #include "app/common/folder/folder_watch.h"
 #include "app/common/program.h"
+#include "app/common/system/alarm.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
 #include "app/desktop/colour_scheme.h"

@@ -5,7 +5,6 @@
 #include <langinfo.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/signalfd.h>
 #include <term.h>
 #include <termios.h>
 #include <unistd.h>
@@ -24,6 +23,7 @@
 
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/signals.h"
 #include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
 
@@ -113,15 +113,6 @@ bool hasAll(const std::string& text) {
     });
 }
 
-/// The signals that are taken as events.
-sigset_t takenSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH})
-        sigaddset(&signals, signal);
-    return signals;
-}
-
 ScreenEvent::Kind kindOf(int signal) {
     switch (signal) {
         case SIGWINCH:
@@ -169,38 +160,6 @@ void useLocale(const Environment& environment, const std::vector<std::string>& l
                                   nl_langinfo(CODESET), *missing));
 }
 
-namespace {
-
-/// Signals that come as events, for as long as it lives.
-class Signals {
-  public:
-    Signals() {
-        const sigset_t taken = takenSignals();
-        sigprocmask(SIG_BLOCK, &taken, &before_);
-        descriptor_ = signalfd(-1, &taken, SFD_CLOEXEC | SFD_NONBLOCK);
-    }
-    Signals(const Signals&) = delete;
-    Signals& operator=(const Signals&) = delete;
-    ~Signals() {
-        close(descriptor_);
-        sigprocmask(SIG_SETMASK, &before_, nullptr);
-    }
-
-    int descriptor() const { return descriptor_; }
-
-    /// The next signal that has come; 0 when there is none.
-    int next() const {
-        signalfd_siginfo info{};
-        return read(descriptor_, &info, sizeof info) == sizeof info ? static_cast<int>(info.ssi_signo) : 0;
-    }
-
-  private:
-    sigset_t before_{};
-    int descriptor_ = -1;
-};
-
-}  // namespace
-
 class Screen::Implementation {
   public:
     explicit Implementation(const Environment& environment);
@@ -223,7 +182,7 @@ class Screen::Implementation {
     void appendSignals(std::vector<ScreenEvent>& events) const;
     std::vector<ScreenEvent> readKeys();
 
-    Signals signals_;
+    SignalQueue signals_{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH};  // taken as events
     SCREEN* terminal_ = nullptr;
     bool hasColours_ = false;
     KeyDecoder decoder_;
@@ -307,9 +266,9 @@ std::vector<ScreenEvent> Screen::Implementation::readKeys() {
 }
 
 void Screen::Implementation::appendSignals(std::vector<ScreenEvent>& events) const {
-    for (int signal = signals_.next(); signal != 0; signal = signals_.next()) {
-        if (signal == SIGWINCH) fitToTerminal();
-        events.push_back({kindOf(signal)});
+    while (const auto signal = signals_.next()) {
+        if (*signal == SIGWINCH) fitToTerminal();
+        events.push_back({kindOf(*signal)});
     }
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "app/common/program.h"
+#include "app/common/system/alarm.h"
 #include "core/foundation/descriptor.h"
 
 namespace tappora {

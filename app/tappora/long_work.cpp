@@ -3,40 +3,20 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <utility>
 
 #include "app/common/program.h"
 
 namespace tappora {
-namespace {
+LongWork::LongWork(std::string what) : what_(std::move(what)), onTerminal_(::isatty(STDERR_FILENO) == 1) {}
 
-// A signal handler can reach nothing but a variable like this.
-volatile std::sig_atomic_t stopped = 0;
-
-void stop(int) { stopped = 1; }
-
-void handle(void (*handler)(int)) {
-    for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, handler);
-}
-
-}  // namespace
-
-LongWork::LongWork(std::string what) : what_(std::move(what)), onTerminal_(::isatty(STDERR_FILENO) == 1) {
-    stopped = 0;
-    handle(stop);
-}
-
-LongWork::~LongWork() {
-    handle(SIG_DFL);
-    takeLineAway();
-}
+LongWork::~LongWork() { takeLineAway(); }
 
 tapcore::Progress LongWork::progress() {
     return [this](std::size_t done, std::size_t total) {
         if (onTerminal_) show(done, total);
-        return stopped == 0;
+        return !Interruption::isRequested();
     };
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "app/common/system/signals.h"
 #include "core/foundation/progress.h"
 
 namespace tappora {
@@ -28,6 +29,7 @@ class LongWork {
     void show(std::size_t done, std::size_t total);
     void takeLineAway();
 
+    Interruption interruption_{Interruption::Waiting::goesOn};
     std::string what_;
     bool onTerminal_;
     std::size_t shown_ = 0;  ///< the last whole per cent shown, from 1

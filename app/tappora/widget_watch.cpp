@@ -13,6 +13,7 @@
 #include "app/common/folder/folder_watch.h"
 #include "app/common/folder/settings.h"
 #include "app/common/program.h"
+#include "app/common/system/alarm.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
 #include "app/common/terminal/line_output.h"

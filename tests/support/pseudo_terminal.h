@@ -31,6 +31,7 @@ class PseudoTerminal {
         winsize size{lines, columns, 0, 0};
         process_ = forkpty(&terminal_, nullptr, nullptr, &size);
         if (process_ != 0) return;
+        ::signal(SIGINT, SIG_DFL);  // ignored, where the tests run in the background of a script
         for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
         execv(pointers[0], pointers.data());
         _exit(127);

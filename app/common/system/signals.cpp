@@ -1,18 +1,28 @@
 #include "app/common/system/signals.h"
 
 #include <sys/signalfd.h>
-#include <sys/timerfd.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <system_error>
 
 namespace tappora {
 namespace {
 
-void require(bool succeeded, const char* what) {
-    if (!succeeded) throw std::system_error(errno, std::generic_category(), what);
+// A signal handler can reach nothing but a variable like this.
+volatile std::sig_atomic_t requested = 0;
+
+void note(int) { requested = 1; }
+
+/// Has a signal noted, unless it is ignored. What happened before.
+struct sigaction noted(int signal, Interruption::Waiting waiting) {
+    struct sigaction before {};
+    struct sigaction action {};
+    action.sa_handler = note;
+    action.sa_flags = waiting == Interruption::Waiting::goesOn ? SA_RESTART : 0;
+    ::sigaction(signal, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) ::sigaction(signal, &action, nullptr);
+    return before;
 }
 
 }  // namespace
@@ -22,14 +32,15 @@ SignalQueue::SignalQueue(std::initializer_list<int> signals) {
     sigemptyset(&set);
     for (const int signal : signals) sigaddset(&set, signal);
     file_ = tapcore::Descriptor(::signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC));
-    require(file_.isOpen(), "signals");
-    require(::sigprocmask(SIG_BLOCK, &set, &before_) == 0, "signals");
+    if (!file_.isOpen()) throw std::system_error(errno, std::generic_category(), "signals");
+    const int error = ::pthread_sigmask(SIG_BLOCK, &set, &before_);
+    if (error != 0) throw std::system_error(error, std::generic_category(), "signals");
 }
 
 SignalQueue::~SignalQueue() {
     while (next()) {
     }
-    ::sigprocmask(SIG_SETMASK, &before_, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
 std::optional<int> SignalQueue::next() const {
@@ -38,20 +49,17 @@ std::optional<int> SignalQueue::next() const {
     return static_cast<int>(info.ssi_signo);
 }
 
-Alarm::Alarm() : file_(::timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
-    require(file_.isOpen(), "timer");
+Interruption::Interruption(Waiting waiting) {
+    requested = 0;
+    onInterrupt_ = noted(SIGINT, waiting);
+    onTermination_ = noted(SIGTERM, waiting);
 }
 
-bool Alarm::set(tapcore::Instant moment) const {
-    const auto since = moment.time_since_epoch();
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(since);
-    itimerspec at{};
-    at.it_value.tv_sec = seconds.count();
-    at.it_value.tv_nsec = std::chrono::nanoseconds(since - seconds).count();
-    const int flags = TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET;
-    const bool isSet = ::timerfd_settime(file_.get(), flags, &at, nullptr) == 0;
-    require(isSet || errno == ECANCELED, "timer");
-    return isSet;
+Interruption::~Interruption() {
+    ::sigaction(SIGINT, &onInterrupt_, nullptr);
+    ::sigaction(SIGTERM, &onTermination_, nullptr);
 }
+
+bool Interruption::isRequested() { return requested != 0; }
 
 }  // namespace tappora

@@ -4,12 +4,12 @@
 #include <initializer_list>
 #include <optional>
 
-#include "core/foundation/calendar.h"
 #include "core/foundation/descriptor.h"
 
 namespace tappora {
 
-/// Signals as something to read, and nothing else: they are held back from the process while this lives.
+/// Signals as something to read, and nothing else: they are held back from the process while this lives. Make
+/// it before any thread, which takes over what is held back.
 class SignalQueue {
   public:
     explicit SignalQueue(std::initializer_list<int> signals);
@@ -26,19 +26,23 @@ class SignalQueue {
     tapcore::Descriptor file_;
 };
 
-/// Becomes readable at a time of the system clock, or, if the machine sleeps then, when it wakes; and at once
-/// when that clock is set.
-class Alarm {
+/// While one lives, Ctrl-C and SIGTERM do not end the program but are noted; one that the program was started
+/// to ignore stays ignored. One at a time.
+class Interruption {
   public:
-    Alarm();
+    /// What a system call does that is waiting when such a signal comes.
+    enum class Waiting { ends, goesOn };
 
-    int descriptor() const { return file_.get(); }
-    /// Sets the moment, instead of an earlier one. False when the clock was set in the meantime: what time it
-    /// is should be asked again.
-    [[nodiscard]] bool set(tapcore::Instant moment) const;
+    explicit Interruption(Waiting waiting);
+    Interruption(const Interruption&) = delete;
+    Interruption& operator=(const Interruption&) = delete;
+    ~Interruption();
+
+    static bool isRequested();
 
   private:
-    tapcore::Descriptor file_;
+    struct sigaction onInterrupt_ {};  ///< what happened before
+    struct sigaction onTermination_ {};
 };
 
 }  // namespace tappora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -41,6 +42,7 @@ class RunningProgram {
   private:
     [[noreturn]] void become(const std::string& program, std::vector<std::string> arguments,
                              const std::map<std::string, std::string>& environment) const {
+        ::signal(SIGINT, SIG_DFL);  // ignored, where the tests run in the background of a script
         ::dup2(::open((streams_ / "in").c_str(), O_RDONLY), STDIN_FILENO);
         ::dup2(::open((streams_ / "out").c_str(), O_WRONLY | O_APPEND), STDOUT_FILENO);
         ::dup2(::open((streams_ / "error").c_str(), O_WRONLY | O_APPEND), STDERR_FILENO);
