@@ -9,6 +9,7 @@
 #include "app/common/folder/language.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/file_text.h"
 #include "app/common/widget/widget_file.h"
 #include "app/paint/picture_file.h"
 #include "core/foundation/file_io.h"
@@ -64,11 +65,7 @@ void declare(CommandLine& line, Options& options) {
 
 /// The snapshot of a file that the user named.
 tapcore::WidgetSnapshot snapshotOf(const fs::path& path) {
-    const tapcore::FileRead file = tapcore::readFile(path);
-    if (file.status == tapcore::FileRead::Status::missing) throw Failure(path.string(), "no such file");
-    if (file.status == tapcore::FileRead::Status::unreadable)
-        throw Failure(path.string(), file.error.message());
-    auto snapshot = tapcore::WidgetSnapshot::decode(file.text);
+    auto snapshot = tapcore::WidgetSnapshot::decode(requiredText(path, tapcore::readFile(path)));
     if (!snapshot) throw Failure(path.string(), "not a snapshot of widgets");
     return *std::move(snapshot);
 }

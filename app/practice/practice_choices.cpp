@@ -9,6 +9,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
 #include "app/common/program.h"
+#include "app/common/system/file_text.h"
 #include "app/common/system/resources.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
@@ -43,11 +44,9 @@ std::string layoutKey(const std::string& language) { return "practice.layout." +
 
 /// Why a model that is there could not be loaded.
 [[noreturn]] void failWithReason(const std::string& language, const fs::path& path) {
-    const tapcore::FileRead file = tapcore::readFile(path);
-    if (file.status == tapcore::FileRead::Status::unreadable)
-        throw Failure(path.string(), file.error.message());
+    const std::string text = requiredText(path, tapcore::readFile(path));
     try {
-        LetterModel::parse(language, file.text);
+        LetterModel::parse(language, text);
     } catch (const tapcore::JsonError& error) {
         throw Failure(path.string(), error.what());
     }

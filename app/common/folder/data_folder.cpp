@@ -12,6 +12,7 @@
 #include "app/common/folder/write_told.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
+#include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/files/folder_config.h"
 #include "core/files/mac_folder.h"
@@ -24,9 +25,7 @@ namespace fs = std::filesystem;
 using tapcore::Store;
 
 fs::path homeFolder(const Environment& environment) {
-    const auto home = environment.variable("HOME");
-    if (!home || home->empty()) throw Failure("HOME", "not set; name the data folder with --folder");
-    return *home;
+    return required(homeDirectory(environment.variable), "; name the data folder with --folder");
 }
 
 bool hasText(const std::optional<std::string>& text) { return text && !text->empty(); }

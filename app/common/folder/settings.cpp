@@ -4,7 +4,9 @@
 
 #include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
+#include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/file_text.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 
@@ -13,16 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
-using tapcore::FileRead;
 using tapcore::JsonValue;
-
-fs::path configFolder(const Environment& environment) {
-    if (const auto named = environment.variable("XDG_CONFIG_HOME"); named && fs::path(*named).is_absolute())
-        return *named;
-    const auto home = environment.variable("HOME");
-    if (!home || home->empty()) throw Failure("HOME", "not set, and neither is XDG_CONFIG_HOME");
-    return fs::path(*home) / ".config";
-}
 
 /// A stored value read by `read`; nothing when it is missing or null.
 template <class Value, class Read>
@@ -42,18 +35,17 @@ std::optional<Value> readValue(const std::map<std::string, std::string, std::les
 }  // namespace
 
 fs::path Settings::url(const Environment& environment) {
-    return configFolder(environment) / "tappora" / "settings.json";
+    const auto directory = configDirectory(environment.variable);
+    return required(directory, ", and neither is XDG_CONFIG_HOME") / "tappora" / "settings.json";
 }
 
 Settings Settings::read(const Environment& environment) {
     Settings settings;
     settings.path_ = url(environment);
-    const FileRead file = tapcore::readStoredFile(settings.path_);
-    if (file.status == FileRead::Status::missing) return settings;
-    if (file.status == FileRead::Status::unreadable)
-        throw Failure(settings.path_.string(), file.error.message());
+    const auto text = optionalText(settings.path_, tapcore::readStoredFile(settings.path_));
+    if (!text) return settings;
     try {
-        const json document = JsonValue::parse(file.text);
+        const json document = JsonValue::parse(*text);
         if (!document.is_object()) JsonValue(document).fail("not an object");
         for (const auto& [key, value] : document.items()) settings.values_[key] = value.dump();
     } catch (const tapcore::JsonError& error) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
@@ -56,11 +57,10 @@ std::optional<XkbLayout> desktopKeyboard(const SystemSources& sources) {
     if (desktop.find("GNOME") != std::string::npos)
         return xkbFromInputSources(sources.output("gsettings get org.gnome.desktop.input-sources sources"));
     if (desktop.find("KDE") == std::string::npos) return std::nullopt;
-    const std::string settings = valueOr(sources.variable("XDG_CONFIG_HOME"));
-    const std::string folder = settings.empty() ? valueOr(sources.variable("HOME")) + "/.config" : settings;
-    const auto chosen = sources.file(folder + "/kxkbrc");
+    const auto folder = configDirectory(sources.variable);
+    const std::string chosen = folder ? sources.file(*folder / "kxkbrc") : "";
     // Plasma leaves the machine's own setting alone unless told to use its list.
-    if (valueOr(chosen).find("\nUse=true") == std::string::npos) return std::nullopt;
+    if (chosen.find("\nUse=true") == std::string::npos) return std::nullopt;
     return xkbFromAssignments(chosen, "LayoutList", "VariantList");
 }
 

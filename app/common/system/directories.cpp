@@ -9,17 +9,47 @@
 #include "core/foundation/file_io.h"
 
 namespace tappora {
+namespace {
 
 namespace fs = std::filesystem;
 
+/// The directory that a variable names.
+std::optional<fs::path> named(const ReadVariable& variable, const char* name) {
+    const auto value = variable(name);
+    return value && fs::path(*value).is_absolute() ? std::optional<fs::path>(*value) : std::nullopt;
+}
+
+std::optional<fs::path> namedOrAtHome(const ReadVariable& variable, const char* name, const char* atHome) {
+    if (auto directory = named(variable, name)) return directory;
+    const auto home = homeDirectory(variable);
+    return home ? std::optional(*home / atHome) : std::nullopt;
+}
+
+/// Whether a directory is there and belongs to this user.
 bool isOwnDirectory(const fs::path& directory) {
     struct stat status {};
     return ::lstat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::getuid();
 }
 
+}  // namespace
+
+std::optional<fs::path> homeDirectory(const ReadVariable& variable) { return named(variable, "HOME"); }
+
+std::optional<fs::path> configDirectory(const ReadVariable& variable) {
+    return namedOrAtHome(variable, "XDG_CONFIG_HOME", ".config");
+}
+
+std::optional<fs::path> dataDirectory(const ReadVariable& variable) {
+    return namedOrAtHome(variable, "XDG_DATA_HOME", ".local/share");
+}
+
+fs::path required(const std::optional<fs::path>& directory, std::string_view rest) {
+    if (!directory) throw Failure("HOME", fmt::format("not set to an absolute path{}", rest));
+    return *directory;
+}
+
 fs::path runtimeDirectory(const Environment& environment) {
-    const auto named = environment.variable("XDG_RUNTIME_DIR");
-    if (named && fs::path(*named).is_absolute()) return fs::path(*named) / "tappora";
+    if (const auto directory = named(environment.variable, "XDG_RUNTIME_DIR")) return *directory / "tappora";
     const fs::path usual = fmt::format("/run/user/{}", ::getuid());
     if (isOwnDirectory(usual)) return usual / "tappora";
     return fmt::format("/tmp/tappora-{}", ::getuid());
@@ -29,7 +59,7 @@ fs::path madeRuntimeDirectory(const Environment& environment) {
     fs::path directory = runtimeDirectory(environment);
     (void)tapcore::makeFolders(directory);  // it need not outlive the session
     if (!isOwnDirectory(directory))
-        throw Failure(directory.string(), "not a directory of this user; locks would lie in it");
+        throw Failure(directory.string(), "not a directory of this user; locks would be in it");
     return directory;
 }
 

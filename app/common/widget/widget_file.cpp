@@ -7,6 +7,7 @@
 #include "app/common/keyboard/board_counts.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
+#include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/files/comparison.h"
 #include "core/foundation/file_io.h"
@@ -20,23 +21,15 @@ using tapcore::WidgetSnapshot;
 
 constexpr std::int64_t weekDays = 7;
 
-std::optional<fs::path> dataDirectory(const Environment& environment) {
-    if (const auto named = environment.variable("XDG_DATA_HOME"); named && fs::path(*named).is_absolute())
-        return *named;
-    const auto home = environment.variable("HOME");
-    return home && !home->empty() ? std::optional(fs::path(*home) / ".local/share") : std::nullopt;
-}
-
 }  // namespace
 
 WidgetSnapshot::Places widgetPlaces(const Environment& environment) {
-    return {.container = {}, .applicationSupport = dataDirectory(environment)};
+    return {.container = {}, .applicationSupport = dataDirectory(environment.variable)};
 }
 
 fs::path widgetFile(const Environment& environment) {
-    const auto file = WidgetSnapshot::url(std::nullopt, widgetPlaces(environment));
-    if (!file) throw Failure("HOME", "not set, and neither is XDG_DATA_HOME");
-    return *file;
+    return required(WidgetSnapshot::url(std::nullopt, widgetPlaces(environment)),
+                    ", and neither is XDG_DATA_HOME");
 }
 
 WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,

@@ -45,6 +45,12 @@ TEST(SystemLayout, IsFoundWhereEachSystemKeepsIt) {
          {{"$XDG_CURRENT_DESKTOP", "KDE"},
           {"$XDG_CONFIG_HOME", "/c"},
           {"/c/kxkbrc", "[Layout]\nUse=true\nLayoutList=fr\nVariantList=bepo"}}},
+        {"fr/bepo",
+         {{"$XDG_CURRENT_DESKTOP", "KDE"},
+          {"$XDG_CONFIG_HOME", "c"},  // relative, and so ignored
+          {"$HOME", "/home/mo"},
+          {"c/kxkbrc", "[Layout]\nUse=true\nLayoutList=us\n"},
+          {"/home/mo/.config/kxkbrc", "[Layout]\nUse=true\nLayoutList=fr\nVariantList=bepo"}}},
         {"es/cat",
          {{xorg,
            "Section \"InputClass\"\n        Option \"XkbLayout\" \"es,us\"\n        Option \"XkbVariant\" "
