@@ -7,11 +7,11 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
-#include "app/common/ranking.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/period_text.h"
 #include "core/counting/chords.h"
+#include "core/counting/top_keys.h"
 #include "core/files/comparison.h"
 #include "core/foundation/integers.h"
 
@@ -47,7 +47,7 @@ nlohmann::json glanceJson(const Glance& glance, const tapcore::Legends& legends)
         {"today", glance.today.keystrokes},
         {"byHour", glance.today.byHour},
         {"week", toJson(glance.week.byDay)},
-        {"topKeys", toJson(topKeys(glance.today.byKey, legends, topRows))},
+        {"topKeys", toJson(tapcore::topKeys(glance.today.byKey, legends, topRows))},
         {"topChords", toJson(tapcore::Chords::top(glance.today.byChord, legends, topRows))}};
     if (glance.comparison) result["comparison"] = *glance.comparison;
     return result;

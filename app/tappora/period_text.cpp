@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/common/ranking.h"
 #include "app/tappora/bar_chart.h"
 #include "core/counting/chords.h"
+#include "core/counting/top_keys.h"
 #include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
 
@@ -57,7 +57,7 @@ std::string label(const tapcore::ChordRow& row, const Terminal& terminal) {
     return terminal.unicode ? compact(row.keys) : row.chord.modifiers.name() + "+" + row.keys.back();
 }
 
-std::string keyLine(const KeyRow& row, std::int64_t all) {
+std::string keyLine(const tapcore::KeyRow& row, std::int64_t all) {
     const double share = static_cast<double>(row.count) * 100 / static_cast<double>(all);
     return fmt::format("{:<12}{:>12}{:>8.1f} %", row.name, tapcore::grouped(row.count), share);
 }
@@ -66,7 +66,8 @@ std::vector<std::string> keyLines(const tapcore::Summary& summary, const tapcore
                                   std::size_t limit) {
     const std::int64_t all = tapcore::sumOfCounts(summary.byKey);
     std::vector<std::string> lines;
-    for (const KeyRow& row : topKeys(summary.byKey, legends, limit)) lines.push_back(keyLine(row, all));
+    for (const tapcore::KeyRow& row : tapcore::topKeys(summary.byKey, legends, limit))
+        lines.push_back(keyLine(row, all));
     return lines;
 }
 

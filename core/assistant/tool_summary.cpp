@@ -7,6 +7,7 @@
 #include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
+#include "core/counting/top_keys.h"
 #include "core/foundation/calendar.h"
 
 namespace tapcore {
@@ -52,8 +53,8 @@ std::string hoursLine(const Summary& summary) {
 
 std::string keysLine(const Summary& summary, const Legends& legends) {
     std::vector<std::string> items;
-    for (const auto& [code, count] : topKeys(summary.byKey))
-        items.push_back(item(shortened(Chords::name(code, legends)), count));
+    for (const KeyRow& row : topKeys(summary.byKey, legends, keysShown))
+        items.push_back(item(shortened(row.name), row.count));
     return "Most pressed keys: " + listOf(items);
 }
 
@@ -71,16 +72,6 @@ std::string daysLine(const Summary& summary) {
 }
 
 }  // namespace
-
-std::vector<std::pair<KeyCode, std::int64_t>> topKeys(const Tally::KeyCounts& counts) {
-    std::vector<std::pair<KeyCode, std::int64_t>> keys;
-    std::copy_if(counts.begin(), counts.end(), std::back_inserter(keys),
-                 [](const auto& key) { return key.second >= 1; });
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const auto& a, const auto& b) { return a.second > b.second; });
-    keys.resize(std::min(keys.size(), keysShown));
-    return keys;
-}
 
 std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohmann::json& arguments) const {
     const auto from = argument(arguments, "from");

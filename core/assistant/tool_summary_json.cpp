@@ -4,6 +4,7 @@
 #include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
+#include "core/counting/top_keys.h"
 
 namespace tapcore {
 namespace {
@@ -34,8 +35,8 @@ json counted(const char* name, std::string_view description) {
 json periodJson(const AssistantTools::Period& period, const Legends& legends) {
     const Summary& sum = period.sum;
     json keys = json::array();
-    for (const auto& [code, count] : topKeys(sum.byKey))
-        keys.push_back({{"key", shortened(Chords::name(code, legends))}, {"count", count}});
+    for (const KeyRow& row : topKeys(sum.byKey, legends, keysShown))
+        keys.push_back({{"key", shortened(row.name)}, {"count", row.count}});
     json shortcuts = json::array();
     for (const ChordRow& row : Chords::top(sum.byChord, legends, chordsShown))
         shortcuts.push_back({{"shortcut", shortened(Chords::compact(row.keys))}, {"count", row.count}});

@@ -104,9 +104,9 @@ json toJson(const tapcore::Summary& summary) {
     return result;
 }
 
-json toJson(const std::vector<KeyRow>& rows) {
+json toJson(const std::vector<tapcore::KeyRow>& rows) {
     json result = json::array();
-    for (const KeyRow& row : rows)
+    for (const tapcore::KeyRow& row : rows)
         result.push_back({{"keyCode", row.keyCode}, {"name", row.name}, {"count", row.count}});
     return result;
 }

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "app/common/ranking.h"
 #include "core/counting/chords.h"
 #include "core/counting/day.h"
+#include "core/counting/top_keys.h"
 #include "core/files/day_file.h"
 #include "core/files/summary.h"
 
@@ -20,7 +20,7 @@ nlohmann::json toJson(const tapcore::DayFile& file, const tapcore::Day& day);
 /// With the derived figures beside the fields.
 nlohmann::json toJson(const tapcore::Summary& summary);
 nlohmann::json toJson(const std::vector<tapcore::Summary::DayTotal>& days);
-nlohmann::json toJson(const std::vector<KeyRow>& rows);
+nlohmann::json toJson(const std::vector<tapcore::KeyRow>& rows);
 nlohmann::json toJson(const std::vector<tapcore::ChordRow>& rows);
 
 /// As --json prints it: indented, what fits on a line together, the last line ended.
