@@ -9,8 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "app/recorder/field_walker.h"
-#include "app/recorder/line_walker.h"
+#include "app/recorder/text_walkers.h"
 
 namespace tappora {
 namespace {

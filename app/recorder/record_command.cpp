@@ -23,7 +23,7 @@
 #include "app/recorder/event_source.h"
 #include "app/recorder/folder_writer.h"
 #include "app/recorder/live_recorder.h"
-#include "app/recorder/local_time.h"
+#include "app/recorder/recording_file.h"
 #include "app/recorder/replay.h"
 #include "core/counting/counter.h"
 #include "core/files/store.h"

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -53,10 +52,5 @@ std::optional<std::int64_t> recordedTime(std::uint64_t seconds, std::uint64_t mi
 
 /// Whether the kernel dropped events while this was recorded.
 bool lacksEvents(const Recording& recording);
-
-/// Reads a file that evemu-record or libinput record wrote. Failure names the file, and the line, of what
-/// cannot be read: a missing file, another kind of file, a recording without events, a damaged line,
-/// more than 256 MB.
-Recording readRecording(const std::filesystem::path& path);
 
 }  // namespace tappora

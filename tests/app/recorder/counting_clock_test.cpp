@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "app/recorder/local_time.h"
+#include "app/recorder/replay.h"
 
 namespace tappora {
 namespace {

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "app/common/program.h"
-#include "app/recorder/local_time.h"
+#include "app/recorder/replay.h"
 
 namespace tappora {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/recorder/recording.h"
+#include "app/recorder/recording_file.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
