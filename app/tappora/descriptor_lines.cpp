@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <string_view>
 
 namespace tappora {
 namespace {
@@ -14,6 +15,11 @@ namespace {
 bool isReadable(int descriptor, bool wait) {
     pollfd waiting = {descriptor, POLLIN, 0};
     return ::poll(&waiting, 1, wait ? -1 : 0) > 0;
+}
+
+void waitForRoom(int descriptor) {
+    pollfd waiting = {descriptor, POLLOUT, 0};
+    ::poll(&waiting, 1, -1);
 }
 
 }  // namespace
@@ -48,6 +54,18 @@ void LineReader::fill() {
     const ssize_t got = ::read(descriptor_, bytes.data(), bytes.size());
     if (got > 0) buffer_.append(bytes.data(), static_cast<std::size_t>(got));
     else if (got == 0 || (errno != EINTR && errno != EAGAIN)) atEnd_ = true;
+}
+
+bool writeLine(int descriptor, std::string text) {
+    text += '\n';
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(descriptor, rest.data(), rest.size());
+        if (written >= 0) rest.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno == EAGAIN) waitForRoom(descriptor);
+        else if (errno != EINTR) return false;
+    }
+    return true;
 }
 
 }  // namespace tappora

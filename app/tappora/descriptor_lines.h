@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace tappora {
 
@@ -34,5 +33,9 @@ class LineReader {
     bool skipping_ = false;  ///< within a line that is too long
     bool atEnd_ = false;
 };
+
+/// Writes a text and a line end whole, waiting for a reader that is slow, on a descriptor that itself would
+/// not wait too; false when nobody reads any more.
+[[nodiscard]] bool writeLine(int descriptor, std::string text);
 
 }  // namespace tappora

@@ -7,7 +7,6 @@
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/descriptor_lines.h"
-#include "app/tappora/line_writer.h"
 #include "core/assistant/mcp_server.h"
 
 namespace tappora {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/tappora/board_raster.h"
-#include "app/tappora/cell_canvas.h"
+#include "app/tappora/terminal_cells.h"
 #include "core/foundation/characters.h"
 #include "core/keyboard/heat_ramp.h"
 
@@ -105,7 +105,7 @@ std::optional<CellColour> inkOn(const Heatmap::Cell& cell, const HeatmapView& vi
 }
 
 /// Two dots above each other in one character.
-Cell halves(std::optional<CellColour> upper, std::optional<CellColour> lower) {
+TerminalCell halves(std::optional<CellColour> upper, std::optional<CellColour> lower) {
     if (upper == lower) return {" ", {}, upper};
     if (!upper) return {"▄", lower, {}};
     return {"▀", upper, lower};
@@ -119,14 +119,14 @@ class ColouredBoard {
           scale_(scale),
           bounds_(view.board.bounds()),
           raster_(view.board, scale.across, 2 * scale.down),
-          canvas_(raster_.width(), (raster_.height() + 1) / 2) {}
+          cells_(raster_.width(), (raster_.height() + 1) / 2) {}
 
-    Canvas draw() {
+    CellGrid draw() {
         for (std::size_t y = 0; 2 * y < raster_.height(); ++y)
             for (std::size_t x = 0; x < raster_.width(); ++x)
-                *canvas_.at(x, y) = halves(groundAt(x, 2 * y), groundAt(x, 2 * y + 1));
+                *cells_.at(x, y) = halves(groundAt(x, 2 * y), groundAt(x, 2 * y + 1));
         for (const Heatmap::Cell& cell : view_.heatmap.cells) write(cell);
-        return std::move(canvas_);
+        return std::move(cells_);
     }
 
   private:
@@ -151,15 +151,15 @@ class ColouredBoard {
         const std::size_t taken = tapcore::columnCount(text);
         const std::size_t x = columns.left + (std::max(columns.count, taken) - taken) / 2;
         for (std::size_t column = x; column < x + taken; ++column)
-            if (Cell* under = canvas_.at(column, y)) *under = {" ", {}, groundOf(cell, view_)};
-        canvas_.write(text, x, y, inkOn(cell, view_));
+            if (TerminalCell* under = cells_.at(column, y)) *under = {" ", {}, groundOf(cell, view_)};
+        cells_.write(text, x, y, inkOn(cell, view_));
     }
 
     const HeatmapView& view_;
     Scale scale_;
     Board::Rect bounds_;
     BoardRaster raster_;
-    Canvas canvas_;
+    CellGrid cells_;
 };
 
 constexpr std::array<std::string_view, 6> blocks = {"·", "▁", "▂", "▄", "▆", "█"};
@@ -180,12 +180,12 @@ class PlainBoard {
           scale_(scale),
           bounds_(view.board.bounds()),
           down_(static_cast<double>(scale.down)),
-          canvas_(rounded(bounds_.w * static_cast<double>(scale.across)) + 1,
-                  rounded(bounds_.h * down_) + 1) {}
+          cells_(rounded(bounds_.w * static_cast<double>(scale.across)) + 1, rounded(bounds_.h * down_) + 1) {
+    }
 
-    Canvas draw() {
+    CellGrid draw() {
         for (const Heatmap::Cell& cell : view_.heatmap.cells) write(cell);
-        return std::move(canvas_);
+        return std::move(cells_);
     }
 
   private:
@@ -200,9 +200,9 @@ class PlainBoard {
         const std::size_t bar =
             top + std::min<std::size_t>(height - 1, view_.amount == KeyAmount::none ? 1 : 2);
         for (std::size_t x = columns.left; x < columns.left + columns.count; ++x)
-            canvas_.write(cell.off ? " " : mark(cell.step, terminal_), x, bar);
+            cells_.write(cell.off ? " " : mark(cell.step, terminal_), x, bar);
         for (std::size_t line = 0; line < lines.size(); ++line)
-            canvas_.write(lines[line], columns.left, top + line);
+            cells_.write(lines[line], columns.left, top + line);
     }
 
     const HeatmapView& view_;
@@ -210,7 +210,7 @@ class PlainBoard {
     Scale scale_;
     Board::Rect bounds_;
     double down_;
-    Canvas canvas_;
+    CellGrid cells_;
 };
 
 bool showsColours(const Terminal& terminal) {
@@ -229,17 +229,17 @@ std::string heatBoard(const HeatmapView& view, const Terminal& terminal) {
 
 std::string heatLegend(const HeatmapView& view, const Terminal& terminal) {
     constexpr std::size_t swatch = 3;
-    Canvas canvas(46, 1);
-    canvas.write("unused", 0, 0);
-    canvas.write("less", 14, 0);
+    CellGrid cells(46, 1);
+    cells.write("unused", 0, 0);
+    cells.write("less", 14, 0);
     for (std::int64_t step = 0; step <= Heatmap::steps; ++step)
         for (std::size_t column = 0; column < swatch; ++column) {
             const std::size_t x = (step == 0 ? 7 : 15 + 4 * static_cast<std::size_t>(step)) + column;
-            if (showsColours(terminal)) canvas.at(x, 0)->ground = colourOf(step, view);
-            else canvas.write(mark(step, terminal), x, 0);
+            if (showsColours(terminal)) cells.at(x, 0)->ground = colourOf(step, view);
+            else cells.write(mark(step, terminal), x, 0);
         }
-    canvas.write("more", 39, 0);
-    return canvas.text(terminal.depth);
+    cells.write("more", 39, 0);
+    return cells.text(terminal.depth);
 }
 
 }  // namespace tappora

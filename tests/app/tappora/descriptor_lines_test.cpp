@@ -1,4 +1,4 @@
-#include "app/tappora/line_writer.h"
+#include "app/tappora/descriptor_lines.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -6,8 +6,6 @@
 
 #include <future>
 #include <thread>
-
-#include "app/tappora/descriptor_lines.h"
 
 namespace tappora {
 namespace {

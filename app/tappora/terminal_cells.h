@@ -1,31 +1,41 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "app/tappora/terminal_colour.h"
+#include "app/common/terminal/terminal.h"
 
 namespace tappora {
 
+/// A colour of a terminal's cell.
+struct CellColour {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+
+    bool operator==(const CellColour&) const = default;
+};
+
 /// One character of a drawing in characters.
-struct Cell {
+struct TerminalCell {
     std::string text = " ";  ///< "" after a wide character
     std::optional<CellColour> ink = {};
     std::optional<CellColour> ground = {};
 
-    bool operator==(const Cell&) const = default;
+    bool operator==(const TerminalCell&) const = default;
 };
 
 /// Lines of cells, to draw on. What lies outside is passed over.
-class Canvas {
+class CellGrid {
   public:
-    Canvas(std::size_t width, std::size_t height) : width_(width), cells_(width * height) {}
+    CellGrid(std::size_t width, std::size_t height) : width_(width), cells_(width * height) {}
 
     /// The cell there, or null.
-    Cell* at(std::size_t x, std::size_t y);
+    TerminalCell* at(std::size_t x, std::size_t y);
 
     /// Writes a text from there on over the ground that lies there.
     void write(std::string_view text, std::size_t x, std::size_t y, std::optional<CellColour> ink = {});
@@ -38,7 +48,7 @@ class Canvas {
     std::string line(std::size_t start, std::size_t end, ColourDepth depth) const;
 
     std::size_t width_;
-    std::vector<Cell> cells_;
+    std::vector<TerminalCell> cells_;
 };
 
 /// As many characters of a text as have room.
