@@ -6,10 +6,12 @@
 #include <iostream>
 #include <optional>
 
-#include "app/ask/assistant_session.h"
+#include "app/ask/ask_options.h"
+#include "app/ask/kept_conversation.h"
 #include "app/ask/lesson_offer.h"
+#include "app/ask/provider_choice.h"
+#include "app/ask/questioner.h"
 #include "app/ask/terminal_text.h"
-#include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
 #include "app/common/harmless_text.h"
@@ -24,48 +26,6 @@
 
 namespace tappora {
 namespace {
-
-using Turns = std::vector<tapcore::ChatFile::Turn>;
-
-constexpr double longestTimeout = 86400;
-
-/// UsageError for what no question can be put with.
-void check(const AskOptions& options) {
-    requireUtf8("QUESTION", options.question);
-    requireUtf8("--model", options.model);
-    requireUtf8("--language", options.language);
-    if (options.question && tapcore::trimmedWhiteSpace(*options.question).empty())
-        throw UsageError("QUESTION: empty");
-    if (options.url && !isAddress(*options.url))
-        throw UsageError("--url: no address such as https://HOST/v1");
-    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
-        throw UsageError(
-            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
-}
-
-void declare(CommandLine& line, AskOptions& options) {
-    line.describe(
-        "Answers a question about your typing with a language model, which reads your data folder through a "
-        "few tools. Without a question it is a conversation, which is kept in the data folder.",
-        "tappora ask \"Which hours are my busiest?\" --provider local");
-    line.option("QUESTION", options.question, "The question");
-    line.option("--provider", options.provider, "claude, openai or local; the first that can be used")
-        .type("NAME");
-    line.option("--model", options.model, "The model's id").type("ID");
-    line.option("--url", options.url, "The address of the provider's interface, instead of the usual one")
-        .type("URL");
-    line.option("--language", options.language, "The language to answer in, in words; yours when not given");
-    line.option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
-        .type("SECONDS");
-    line.flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
-    line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
-    line.flag("--models", options.listsModels, "List the models to choose from");
-    line.flag("--continue", options.goesOn, "Put the question within the conversation under way");
-    line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
-    addFolderOptions(line, options.folder);
-    line.parse();
-    check(options);
-}
 
 HttpLimits limitsOf(const AskOptions& options) {
     HttpLimits limits;
@@ -93,11 +53,11 @@ void printUsage(const Answer& answer) {
 }
 
 /// The model to ask, when the options name none.
-std::string chooseModel(const AskOptions& options, const ProviderLine& line) {
+std::string chooseModel(const AskOptions& options, const ProviderClient& provider) {
     if (options.model) return *options.model;
-    if (options.shows && line.access().provider != Provider::claude)
+    if (options.shows && provider.access().provider != Provider::claude)
         throw UsageError("--show: needs --model, since nothing is sent to ask which there are");
-    const auto models = line.models();
+    const auto models = provider.models();
     if (models.empty()) throw Failure("--model", "the provider lists no model");
     return models.front();
 }
@@ -122,23 +82,23 @@ std::optional<std::string> attempt(const std::function<void()>& question) {
     }
 }
 
-/// Where questions go, and with what choices.
-struct Conversation {
-    const AssistantSession& session;
-    const ProviderLine& line;
+/// By whom questions are put and where they are kept, and with what choices.
+struct Asking {
+    const Questioner& questioner;
+    const KeptConversation& kept;
     const std::string& model;
     const AskOptions& options;
     const Environment& environment;
 };
 
 /// One question and all that follows from it. Throws Failure when no whole answer came.
-void answer(const Conversation& with, Turns turns, const std::string& question, bool isKept) {
+void answer(const Asking& with, Turns turns, const std::string& question, bool isKept) {
     turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     Answer got;
-    if (const auto problem = attempt([&] { got = with.session.ask(with.line, with.model, turns); }))
+    if (const auto problem = attempt([&] { got = with.questioner.ask(with.model, turns); }))
         throw Failure("ask", harmlessLine(*problem));
     printAnswer(got, with.environment);
-    if (isKept && !got.text.empty()) with.session.keep(question, got);
+    if (isKept && !got.text.empty()) with.kept.add(question, got);
     printUsage(got);
     if (!got.problem.empty()) throw Failure("ask", harmlessLine(got.problem));
     offerLesson(got.text, with.options.folder, with.environment);
@@ -180,16 +140,16 @@ bool isCommand(std::string_view line) {
     return line.starts_with('/') && line.find(' ') == std::string_view::npos;
 }
 
-void converse(const Conversation& with, const tapcore::Words& words) {
-    announce(with.line.access(), with.model);
-    if (const auto turns = with.session.conversation().turns.size(); turns > 0)
+void converse(const Asking& with, const tapcore::Words& words) {
+    announce(with.questioner.provider().access(), with.model);
+    if (const auto turns = with.kept.read().turns.size(); turns > 0)
         fmt::print(stderr, "Going on with a conversation of {} turns\n", turns);
     fmt::print(stderr, "Ask, or type a number; /new begins another conversation, /quit ends\n");
     printStarters(words);
     while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;
         if (*text == "/new") {
-            with.session.shelve();
+            with.kept.shelve();
             continue;
         }
         if (isCommand(*text)) {
@@ -198,7 +158,7 @@ void converse(const Conversation& with, const tapcore::Words& words) {
         }
         const Interruption interruption(Interruption::Waiting::ends);
         try {
-            answer(with, with.session.conversation().turns, questionOf(*text, words), true);
+            answer(with, with.kept.read().turns, questionOf(*text, words), true);
         } catch (const Failure& failure) {
             complain(failure.what());
         }
@@ -206,12 +166,12 @@ void converse(const Conversation& with, const tapcore::Words& words) {
 }
 
 /// The ids on standard output; on standard error, before them, which server lists them.
-void listModels(const std::vector<ProviderLine>& lines) {
-    for (const ProviderLine& line : lines) {
+void listModels(const std::vector<ProviderClient>& providers) {
+    for (const ProviderClient& provider : providers) {
         std::vector<std::string> models;
-        if (const auto problem = attempt([&] { models = line.models(); }))
+        if (const auto problem = attempt([&] { models = provider.models(); }))
             throw Failure("ask", harmlessLine(*problem));
-        if (lines.size() > 1) fmt::print(stderr, "{}\n", shownAddress(line.access().base));
+        if (providers.size() > 1) fmt::print(stderr, "{}\n", shownAddress(provider.access().base));
         for (const std::string& model : models) print(harmlessLine(model) + "\n");
         std::fflush(stdout);
     }
@@ -221,36 +181,37 @@ void listModels(const std::vector<ProviderLine>& lines) {
 
 void askCommand(CommandLine& line, const Environment& environment) {
     AskOptions options;
-    declare(line, options);
+    readOptions(line, options);
     if (options.shows && !options.question) throw UsageError("--show: needs a QUESTION");
     const tapcore::Words words = chosenWords(environment);
     if (!options.language) options.language = tapcore::englishName(words.language());
     std::optional<Interruption> interruption(Interruption::Waiting::ends);
     const auto isStopped = [&] { return Interruption::isRequested(); };
-    std::vector<ProviderLine> lines;
+    std::vector<ProviderClient> providers;
     for (ProviderAccess& access : chooseProviders(options, environment, !options.shows, isStopped))
-        lines.emplace_back(std::move(access), limitsOf(options), words, isStopped);
-    if (options.listsModels) return listModels(lines);
-    const ProviderLine& provider = lines.front();
+        providers.emplace_back(std::move(access), limitsOf(options), words, isStopped);
+    if (options.listsModels) return listModels(providers);
+    const ProviderClient& provider = providers.front();
 
-    const AssistantSession session(options, environment);
+    const Questioner questioner(options, environment, provider);
+    const KeptConversation kept(options.folder, environment);
     std::string model;
     if (const auto problem = attempt([&] { model = chooseModel(options, provider); }))
         throw Failure("ask", harmlessLine(*problem));
-    if (options.startsAnew && !options.shows) session.shelve();
+    if (options.startsAnew && !options.shows) kept.shelve();
     const bool isKept = options.goesOn || options.startsAnew;
-    const Turns turns = isKept && !options.startsAnew ? session.conversation().turns : Turns();
+    const Turns turns = isKept && !options.startsAnew ? kept.read().turns : Turns();
     if (options.shows) {
         Turns shown = turns;
         shown.push_back({tapcore::ChatFile::Role::user, *options.question, {}});
-        return session.show(provider.access(), model, shown);
+        return questioner.show(model, shown);
     }
     if (!options.question) {
         interruption.reset();
-        return converse({session, provider, model, options, environment}, words);
+        return converse({questioner, kept, model, options, environment}, words);
     }
     announce(provider.access(), model);
-    answer({session, provider, model, options, environment}, turns, *options.question, isKept);
+    answer({questioner, kept, model, options, environment}, turns, *options.question, isKept);
 }
 
 }  // namespace tappora

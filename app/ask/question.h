@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/ask/provider_access.h"
+#include "app/ask/provider_client.h"
 #include "core/assistant/dialogue.h"
 
 namespace tappora {

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
-#include <optional>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/ask/http_client.h"
-#include "app/common/system/environment.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/characters.h"
 #include "core/words/words.h"
@@ -44,11 +46,11 @@ struct ProviderAccess {
 };
 
 /// Sends requests to a provider and reads its replies.
-class ProviderLine {
+class ProviderClient {
   public:
     /// What a provider refuses is explained in these words.
-    ProviderLine(ProviderAccess access, HttpLimits limits, tapcore::Words words,
-                 std::function<bool()> isStopped)
+    ProviderClient(ProviderAccess access, HttpLimits limits, tapcore::Words words,
+                   std::function<bool()> isStopped)
         : access_(std::move(access)),
           limits_(limits),
           words_(std::move(words)),
@@ -76,15 +78,5 @@ class ProviderLine {
     tapcore::Words words_;
     std::function<bool()> isStopped_;
 };
-
-/// The key of a provider: from the environment (ANTHROPIC_API_KEY, OPENAI_API_KEY), else from the file
-/// claude.key or openai.key beside the settings, which nobody else may be able to read. Failure when others
-/// can.
-std::optional<std::string> findKey(Provider provider, const Environment& environment);
-
-/// The addresses of the servers found on this machine: first those that list `model`, or any model when none
-/// is named, each kind in the order of `AssistantWire::localAddresses`.
-std::vector<std::string> findLocalServers(const std::optional<std::string>& model,
-                                          const std::function<bool()>& isStopped);
 
 }  // namespace tappora

@@ -1,17 +1,11 @@
-#include "app/ask/provider_access.h"
-
-#include <sys/stat.h>
+#include "app/ask/provider_client.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <thread>
 
 #include "app/ask/retry.h"
-#include "app/common/folder/settings.h"
 #include "app/common/program.h"
-#include "app/common/system/environment.h"
-#include "core/foundation/characters.h"
-#include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 
 namespace tappora {
@@ -38,21 +32,6 @@ wire::Headers keyHeaders(const ProviderAccess& access, const std::string& model)
 /// A body that need not be JSON, and then says nothing.
 json parsed(const std::string& body) { return tapcore::JsonValue::tryParse(body).value_or(json()); }
 
-/// A key as a file or the environment holds it. Whatever could end a header line is refused.
-std::string soundKey(std::string_view what, std::string_view text) {
-    const std::string_view key = tapcore::trimmedWhiteSpace(text);
-    const bool isSound =
-        !key.empty() && std::all_of(key.begin(), key.end(), [](char c) { return c > ' ' && c < '\x7F'; });
-    if (!isSound) throw Failure(what, "holds no key");
-    return std::string(key);
-}
-
-void requirePrivate(const std::filesystem::path& file) {
-    struct stat status {};
-    if (::stat(file.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0)
-        throw Failure(file.string(), "others can read this key; make it yours alone with chmod 600");
-}
-
 }  // namespace
 
 HttpRequest ProviderAccess::question(const std::string& model, const json& body) const {
@@ -71,7 +50,7 @@ std::string ProviderAccess::shown(const HttpRequest& request) const {
     return text;
 }
 
-json ProviderLine::exchange(const HttpRequest& request) const {
+json ProviderClient::exchange(const HttpRequest& request) const {
     const HttpReply reply = sendTwice(request);
     const bool isFine = reply.status >= 200 && reply.status < 300;
     if (!isFine) throw Refused(explanation(reply), reply.body);
@@ -81,13 +60,13 @@ json ProviderLine::exchange(const HttpRequest& request) const {
     return body;
 }
 
-std::string ProviderLine::explanation(const HttpReply& reply) const {
+std::string ProviderClient::explanation(const HttpReply& reply) const {
     if (const auto key = wire::problemKey(reply.status)) return words_.text(*key);
     if (const auto message = wire::problemMessage(parsed(reply.body))) return without(*message, access_.key);
     return "HTTP status " + std::to_string(reply.status);
 }
 
-std::vector<std::string> ProviderLine::models() const {
+std::vector<std::string> ProviderClient::models() const {
     if (access_.provider == Provider::claude) {
         std::vector<std::string> ids;
         for (const auto& model : wire::claudeModels) ids.emplace_back(model.id);
@@ -97,7 +76,7 @@ std::vector<std::string> ProviderLine::models() const {
     return access_.provider == Provider::openai ? wire::openaiChatModels(listing) : wire::modelIDs(listing);
 }
 
-HttpReply ProviderLine::sendTwice(const HttpRequest& request) const {
+HttpReply ProviderClient::sendTwice(const HttpRequest& request) const {
     HttpReply reply = send(request, limits_, isStopped_);
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     const auto delay = retryDelay(access_.provider, reply, now);
@@ -106,11 +85,11 @@ HttpReply ProviderLine::sendTwice(const HttpRequest& request) const {
     return send(request, limits_, isStopped_);
 }
 
-void ProviderLine::goOn() const {
+void ProviderClient::goOn() const {
     if (isStopped_()) throw Stopped();
 }
 
-void ProviderLine::wait(std::chrono::milliseconds delay) const {
+void ProviderClient::wait(std::chrono::milliseconds delay) const {
     const auto end = std::chrono::steady_clock::now() + delay;
     if (delay >= std::chrono::seconds(3))
         complain("ask: the provider asks to wait " + std::to_string(delay.count() / 1000) + " seconds");
@@ -118,42 +97,6 @@ void ProviderLine::wait(std::chrono::milliseconds delay) const {
         goOn();
         std::this_thread::sleep_for(std::min(delay, std::chrono::milliseconds(50)));
     }
-}
-
-std::optional<std::string> findKey(Provider provider, const Environment& environment) {
-    const bool isClaude = provider == Provider::claude;
-    const char* const variable = isClaude ? "ANTHROPIC_API_KEY" : "OPENAI_API_KEY";
-    const auto value = environment.variable(variable);
-    if (value && !value->empty()) return soundKey(variable, *value);
-    const auto file = Settings::url(environment).parent_path() / (isClaude ? "claude.key" : "openai.key");
-    const auto read = tapcore::readStoredFile(file);
-    if (read.status == tapcore::FileRead::Status::missing) return std::nullopt;
-    if (read.status == tapcore::FileRead::Status::unreadable)
-        throw Failure(file.string(), read.error.message());
-    requirePrivate(file);
-    return soundKey(file.string(), read.text);
-}
-
-std::vector<std::string> findLocalServers(const std::optional<std::string>& model,
-                                          const std::function<bool()>& isStopped) {
-    const HttpLimits quick = {.connect = std::chrono::milliseconds(500), .total = std::chrono::seconds(3)};
-    std::vector<std::string> fitting;
-    std::vector<std::string> others;
-    for (const std::string_view address : wire::localAddresses) {
-        const ProviderAccess access{Provider::local, std::string(address), ""};
-        try {
-            const json listing = parsed(send(access.modelListing(), quick, isStopped).body);
-            if (!listing.contains("data")) continue;  // something else answers there
-            const auto models = wire::modelIDs(listing);
-            const bool fits =
-                model ? std::find(models.begin(), models.end(), *model) != models.end() : !models.empty();
-            (fits ? fitting : others).push_back(access.base);
-        } catch (const HttpError&) {
-            continue;  // nobody there
-        }
-    }
-    fitting.insert(fitting.end(), others.begin(), others.end());
-    return fitting;
 }
 
 }  // namespace tappora

@@ -1,0 +1,56 @@
+#include "app/ask/ask_options.h"
+
+#include <fmt/format.h>
+
+#include "app/ask/http_client.h"
+#include "app/common/assistant/assistant.h"
+#include "app/common/command_line/command_line.h"
+#include "app/common/program.h"
+#include "core/foundation/characters.h"
+
+namespace tappora {
+namespace {
+
+constexpr double longestTimeout = 86400;
+
+/// UsageError for what no question can be put with.
+void check(const AskOptions& options) {
+    requireUtf8("QUESTION", options.question);
+    requireUtf8("--model", options.model);
+    requireUtf8("--language", options.language);
+    if (options.question && tapcore::trimmedWhiteSpace(*options.question).empty())
+        throw UsageError("QUESTION: empty");
+    if (options.url && !isAddress(*options.url))
+        throw UsageError("--url: no address such as https://HOST/v1");
+    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
+        throw UsageError(
+            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
+}
+
+}  // namespace
+
+void readOptions(CommandLine& line, AskOptions& options) {
+    line.describe(
+        "Answers a question about your typing with a language model, which reads your data folder through a "
+        "few tools. Without a question it is a conversation, which is kept in the data folder.",
+        "tappora ask \"Which hours are my busiest?\" --provider local");
+    line.option("QUESTION", options.question, "The question");
+    line.option("--provider", options.provider, "claude, openai or local; the first that can be used")
+        .type("NAME");
+    line.option("--model", options.model, "The model's id").type("ID");
+    line.option("--url", options.url, "The address of the provider's interface, instead of the usual one")
+        .type("URL");
+    line.option("--language", options.language, "The language to answer in, in words; yours when not given");
+    line.option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
+        .type("SECONDS");
+    line.flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
+    line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
+    line.flag("--models", options.listsModels, "List the models to choose from");
+    line.flag("--continue", options.goesOn, "Put the question within the conversation under way");
+    line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
+    addFolderOptions(line, options.folder);
+    line.parse();
+    check(options);
+}
+
+}  // namespace tappora

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/common/folder/data_folder.h"
+
+namespace tappora {
+
+class CommandLine;
+
+/// The choices of `tappora ask`.
+struct AskOptions {
+    std::optional<std::string> question;
+    std::optional<std::string> provider;
+    std::optional<std::string> model;
+    std::optional<std::string> url;
+    std::optional<std::string> language;
+    std::optional<double> timeout;  ///< seconds
+    bool shows = false;
+    bool showsTools = false;
+    bool listsModels = false;
+    bool goesOn = false;
+    bool startsAnew = false;
+    FolderOptions folder;
+};
+
+/// Reads the choices from the command line. UsageError for what no question can be put with.
+void readOptions(CommandLine& line, AskOptions& options);
+
+}  // namespace tappora
