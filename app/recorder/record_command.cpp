@@ -221,7 +221,7 @@ fs::path chosenFolder(const FolderOptions& options, const Environment& environme
 void recordLive(const RecordOptions& options, const Environment& environment) {
     LiveOutput output;
     const Tell tell = [&](const std::string& text) { output.tell(text); };
-    PracticeWatch practice(practicePlaces(environment, chosenFolder(options.folder, environment)));
+    PracticeWatch practice(practiceFolders(environment, chosenFolder(options.folder, environment)));
     std::optional<FolderWriter> writer;
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);

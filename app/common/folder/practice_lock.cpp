@@ -29,53 +29,53 @@ tapcore::Descriptor opened(const fs::path& folder) {
     return tapcore::Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-bool isLocked(const tapcore::Descriptor& place) {
+bool isLocked(const tapcore::Descriptor& folder) {
     struct flock lock = wholeFile(F_WRLCK);
-    return place.isOpen() && ::fcntl(place.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    return folder.isOpen() && ::fcntl(folder.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 }  // namespace
 
-std::vector<fs::path> practicePlaces(const Environment& environment, const fs::path& dataFolder) {
-    std::vector<fs::path> places = {fs::absolute(dataFolder)};
+std::vector<fs::path> practiceFolders(const Environment& environment, const fs::path& dataFolder) {
+    std::vector<fs::path> folders = {fs::absolute(dataFolder)};
     try {
-        places.push_back(Settings::url(environment).parent_path());
+        folders.push_back(Settings::url(environment).parent_path());
     } catch (const Failure&) {  // a service without a home
     }
-    return places;
+    return folders;
 }
 
 PracticeLock::PracticeLock(const Environment& environment, const fs::path& dataFolder)
-    : places_(practicePlaces(environment, dataFolder)) {
+    : paths_(practiceFolders(environment, dataFolder)) {
     try {
-        if (places_.size() > 1) (void)tapcore::makeFolders(places_.back());
+        if (paths_.size() > 1) (void)tapcore::makeFolders(paths_.back());
     } catch (const fs::filesystem_error&) {  // then recorders into other folders are not told
     }
 }
 
 void PracticeLock::hold() {
-    if (held_.size() == places_.size()) return;
+    if (held_.size() == paths_.size()) return;
     std::vector<tapcore::Descriptor> held;
-    for (const fs::path& folder : places_) {
-        tapcore::Descriptor place = opened(folder);
+    for (const fs::path& folder : paths_) {
+        tapcore::Descriptor open = opened(folder);
         struct flock lock = wholeFile(F_RDLCK);  // shared, it is never waited for
-        if (place.isOpen() && ::fcntl(place.get(), F_OFD_SETLK, &lock) == 0) held.push_back(std::move(place));
+        if (open.isOpen() && ::fcntl(open.get(), F_OFD_SETLK, &lock) == 0) held.push_back(std::move(open));
     }
     held_ = std::move(held);
 }
 
 void PracticeLock::release() { held_.clear(); }
 
-bool isPractising(const std::vector<fs::path>& places) {
-    return std::any_of(places.begin(), places.end(),
+bool isPractising(const std::vector<fs::path>& folders) {
+    return std::any_of(folders.begin(), folders.end(),
                        [](const fs::path& folder) { return isLocked(opened(folder)); });
 }
 
-PracticeWatch::PracticeWatch(std::vector<fs::path> places) : places_(std::move(places)) { lookAgain(); }
+PracticeWatch::PracticeWatch(std::vector<fs::path> folders) : paths_(std::move(folders)) { lookAgain(); }
 
 void PracticeWatch::lookAgain() {
     auto folders = std::make_shared<Folders>();
-    for (const fs::path& place : places_) folders->push_back(opened(place));
+    for (const fs::path& folder : paths_) folders->push_back(opened(folder));
     const std::lock_guard lock(mutex_);
     folders_ = std::move(folders);
 }

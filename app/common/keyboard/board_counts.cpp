@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/keyboard/left_out.h"
+#include "app/common/keyboard/leave_out.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "core/foundation/integers.h"

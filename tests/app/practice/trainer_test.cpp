@@ -133,7 +133,7 @@ class TrainerOnATerminal : public testing::Test {
                                       .now = {},
                                       .calendar = tapcore::Calendar("UTC")};
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        const auto places = practicePlaces(environment, data.path());
+        const auto places = practiceFolders(environment, data.path());
         while (isPractising(places) != wanted && std::chrono::steady_clock::now() < deadline)
             terminal->readSome(10);
         return isPractising(places) == wanted;

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 TEST(PracticeLock, IsHeldAsLongAsOneOfItsHoldersHoldsIt) {
     const tapcore::TemporaryFolder data;
     const Environment homeless = environmentWith({});
-    const auto places = practicePlaces(homeless, data.path());
+    const auto places = practiceFolders(homeless, data.path());
     EXPECT_FALSE(isPractising(places));
     std::optional<PracticeLock> first(std::in_place, homeless, data.path());
     PracticeLock second(homeless, data.path());
@@ -38,17 +38,17 @@ TEST(PracticeLock, IsFoundByTheDataFolderOrByTheUsersSettings) {
     const auto startedIn = [&](const char* home) { return environmentWith({{"HOME", base / home}}); };
     PracticeLock trainer(startedIn("user"), base / "data");
     trainer.hold();
-    EXPECT_TRUE(isPractising(practicePlaces(startedIn("user"), base / "other")));
-    EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "data"))) << "is not there yet";
-    PracticeWatch watch(practicePlaces(startedIn("root"), base / "data"));
+    EXPECT_TRUE(isPractising(practiceFolders(startedIn("user"), base / "other")));
+    EXPECT_FALSE(isPractising(practiceFolders(startedIn("root"), base / "data"))) << "is not there yet";
+    PracticeWatch watch(practiceFolders(startedIn("root"), base / "data"));
     fs::create_directory(base / "data");
     trainer.hold();
     EXPECT_FALSE(watch.isPractising());
     watch.lookAgain();
     EXPECT_TRUE(watch.isPractising());
-    EXPECT_TRUE(isPractising(practicePlaces(startedIn("root"), base / "data")));
-    EXPECT_TRUE(isPractising(practicePlaces(environmentWith({}), base / "data")));
-    EXPECT_FALSE(isPractising(practicePlaces(startedIn("root"), base / "other")));
+    EXPECT_TRUE(isPractising(practiceFolders(startedIn("root"), base / "data")));
+    EXPECT_TRUE(isPractising(practiceFolders(environmentWith({}), base / "data")));
+    EXPECT_FALSE(isPractising(practiceFolders(startedIn("root"), base / "other")));
     trainer.release();
     EXPECT_FALSE(watch.isPractising());
 }

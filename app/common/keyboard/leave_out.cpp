@@ -1,4 +1,4 @@
-#include "app/common/keyboard/left_out.h"
+#include "app/common/keyboard/leave_out.h"
 
 #include <fmt/format.h>
 
