@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "app/common/program.h"
+#include "app/common/folder/settings.h"
 #include "tests/support/environment.h"
-#include "tests/support/message_of.h"
 
 namespace tappora {
 namespace {
-
-using tapcore::messageOf;
 
 std::string namesOf(const std::vector<std::string>& named, const std::string& remembered) {
     Settings settings = Settings::read(environmentWith({{"XDG_CONFIG_HOME", "/nowhere"}}));
@@ -23,13 +20,6 @@ TEST(WidgetChoice, IsNamedElseRememberedElseAll) {
     EXPECT_EQ(namesOf({"week:medium", "hours", "hours:medium"}, "today"), "week:medium hours:medium ");
     EXPECT_EQ(namesOf({}, " heatmap:large  today "), "heatmap:large today:small ");
     EXPECT_EQ(namesOf({}, ""), "today:small hours:medium heatmap:medium week:small ");
-}
-
-TEST(WidgetChoice, NamesWhatThereIsInsteadOfWhatThereIsNot) {
-    EXPECT_EQ(messageOf<UsageError>([] { parseChoice("clock"); }),
-              "WIDGET: no such widget: clock; use today, hours, heatmap or week");
-    EXPECT_EQ(messageOf<UsageError>([] { parseChoice("week:large"); }),
-              "WIDGET: week: no such size: large; use small or medium");
 }
 
 }  // namespace

@@ -273,37 +273,6 @@ TEST_F(Live, SaysThatTheKernelDroppedEvents) {
     EXPECT_EQ(recorder.end(), 0);
 }
 
-TEST_F(Live, SaysWhatItCouldNotStoreWhenItsFolderIsGone) {
-    bed.plug(keyboard);
-    Program recorder(watching());
-    ASSERT_TRUE(recorder.prints("counts go to")) << recorder.printed;
-    bed.tap(keyboard, KEY_A);
-    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
-    fs::rename(folder, folder.string() + "-away");
-    recorder.signal(SIGTERM);
-    EXPECT_TRUE(recorder.prints("tappora: " + folder.string() +
-                                ": the folder is gone: not stored: 1 press, 0 clicks of 2"))
-        << recorder.printed;
-    EXPECT_EQ(recorder.end(), 1);
-    EXPECT_FALSE(fs::exists(folder));
-    fs::rename(folder.string() + "-away", folder);
-}
-
-TEST_F(Live, StoresInTheFormatThatTheFolderHasByThen) {
-    tapcore::writeFile(folder / "days/2026-09-19.org", "* Keys\n| 9 | 0 | 1 |\n").requireSafe();
-    bed.plug(keyboard);
-    Program recorder(watching());
-    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
-    bed.tap(keyboard, KEY_A);
-    ASSERT_TRUE(recorder.prints("key — counted\n")) << recorder.printed;
-    const std::string convert = PROGRAMS "/tappora folder convert --to markdown --folder ";
-    ASSERT_EQ(std::system((convert + folder.string() + " >/dev/null").c_str()), 0);
-    EXPECT_EQ(recorder.stop(), 0);
-    EXPECT_EQ(counted().total(), 2);
-    for (const auto& file : fs::directory_iterator(folder / "days"))
-        EXPECT_EQ(file.path().extension(), ".md");
-}
-
 TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
     const MockDevice tool{.number = 8, .name = "tool " + std::string(200, 'x'), .isVirtual = true};
     bed.plug(keyboard);

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+
 namespace tapcore {
 namespace {
 
@@ -30,6 +35,15 @@ TEST(Integers, AreASignAndAsciiDigitsInRange) {
     EXPECT_EQ(parseKeyCode("-0"), 0);
     EXPECT_EQ(parseKeyCode("65536"), std::nullopt);
     EXPECT_EQ(parseKeyCode("-1"), std::nullopt);
+}
+
+TEST(Integers, AreGroupedByThousands) {
+    const std::pair<std::int64_t, const char*> cases[] = {{999, "999"},
+                                                          {1000, "1,000"},
+                                                          {-999, "-999"},
+                                                          {1234567, "1,234,567"},
+                                                          {INT64_MIN, "-9,223,372,036,854,775,808"}};
+    for (const auto& [number, text] : cases) EXPECT_EQ(grouped(number), text);
 }
 
 }  // namespace

@@ -14,14 +14,6 @@ namespace {
 using tapcore::Calendar;
 using tapcore::Day;
 
-TEST(DataFolder, IsTheOneOfTheOptionThenOfTheVariableThenTheUsualOne) {
-    const Variables named = {{"HOME", "/nowhere"}, {"TAPPORA_FOLDER", "/usr"}};
-    const Variables unnamed = {{"HOME", "/nowhere"}, {"TAPPORA_FOLDER", ""}};
-    EXPECT_EQ(openStore({.folder = "/", .today = {}}, environmentWith(named)).root, "/");
-    EXPECT_EQ(openStore({}, environmentWith(named)).root, "/usr");
-    EXPECT_EQ(openStore({}, environmentWith(unnamed)).root, "/nowhere/Documents/Tappora");
-}
-
 TEST(DataFolder, TodayIsTheDayInTheEnvironmentsZoneUnlessNamed) {
     const Calendar farEast("Asia/Tokyo");  // 23:30 of the same day
     const Calendar farther("Pacific/Auckland");

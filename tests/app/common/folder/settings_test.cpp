@@ -1,13 +1,11 @@
 #include "app/common/folder/settings.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <string>
 
-#include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"
@@ -30,19 +28,6 @@ TEST(Settings, ChangesMadeByManyProcessesAtOnceAllStand) {
     const Settings settings = Settings::read(environment);
     for (int process = 0; process < processes; ++process)
         EXPECT_EQ(settings.integer(keyOf(process)), process) << keyOf(process);
-}
-
-TEST(Settings, APipeInTheirPlaceIsNotWaitedFor) {
-    const tapcore::TemporaryFolder home;
-    const Environment environment = environmentWith({{"XDG_CONFIG_HOME", home.path()}});
-    std::filesystem::create_directory(home / "tappora");
-    ASSERT_EQ(::mkfifo((home / "tappora/settings.json").c_str(), 0600), 0);
-    try {
-        Settings::read(environment);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.what(), (home / "tappora/settings.json: not a regular file").string());
-    }
 }
 
 }  // namespace

@@ -32,9 +32,5 @@ TEST(Resources, AreNamedOrBelongToTheInstallation) {
     EXPECT_THROW(resourceFolder(environment(program, folder / "missing")), Failure);
 }
 
-TEST(Resources, AreFoundFromTheRunningProgram) {
-    EXPECT_EQ(hostEnvironment().program.filename(), "common_tests");
-}
-
 }  // namespace
 }  // namespace tappora

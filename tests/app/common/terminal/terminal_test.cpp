@@ -1,8 +1,10 @@
 #include "app/common/terminal/terminal.h"
-#include "app/common/harmless_text.h"
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "app/common/harmless_text.h"
 #include "tests/support/environment.h"
 
 namespace tappora {
@@ -45,20 +47,6 @@ TEST(Terminal, StylesTextOnlyInColour) {
     EXPECT_EQ((Terminal{.colours = true}.bold("Hours")), "\033[1mHours\033[0m");
     EXPECT_EQ((Terminal{.colours = true}.bold("")), "");
     EXPECT_EQ(Terminal{}.bold("Hours"), "Hours");
-}
-
-TEST(Terminal, GroupsThousands) {
-    const std::pair<std::int64_t, const char*> cases[] = {
-        {0, "0"},
-        {999, "999"},
-        {1000, "1,000"},
-        {-999, "-999"},
-        {-1000, "-1,000"},
-        {123456, "123,456"},
-        {1234567, "1,234,567"},
-        {std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
-    };
-    for (const auto& [number, text] : cases) EXPECT_EQ(tapcore::grouped(number), text);
 }
 
 TEST(Terminal, LetsNobodySteerTheTerminal) {
