@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <functional>
 #include <iostream>
 #include <optional>
 
@@ -18,6 +19,7 @@
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
+#include "app/common/terminal/terminal.h"
 #include "core/assistant/ask_starters.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"

@@ -1,5 +1,7 @@
 #include <gtk-layer-shell/gtk-layer-shell.h>
 
+#include <memory>
+
 #include "app/desktop/desktop_surface.h"
 
 namespace tappora {

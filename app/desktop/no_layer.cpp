@@ -1,5 +1,7 @@
 // In place of layer.cpp where gtk-layer-shell is missing.
 
+#include <memory>
+
 #include "app/desktop/desktop_surface.h"
 
 namespace tappora {

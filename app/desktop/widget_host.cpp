@@ -4,6 +4,7 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "app/common/folder/language.h"

@@ -4,6 +4,7 @@
 #include <gtkmm/window.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "app/desktop/desktop_surface.h"

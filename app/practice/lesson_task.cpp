@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/records_json.h"

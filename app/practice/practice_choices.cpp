@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <random>
 
 #include "app/common/command_line/command_line.h"

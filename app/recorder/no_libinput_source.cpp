@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "app/common/program.h"
 #include "app/recorder/event_source.h"
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <span>
@@ -25,6 +26,7 @@
 #include "core/files/row_reader.h"
 #include "core/files/store.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/integers.h"
 #include "core/practice/practice_day.h"

@@ -8,6 +8,7 @@
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/period_text.h"
 #include "core/counting/chords.h"

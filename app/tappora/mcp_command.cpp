@@ -1,6 +1,8 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/program.h"

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "app/common/command_line/command_line.h"

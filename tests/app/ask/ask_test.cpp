@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 

@@ -7,6 +7,7 @@
 
 #include "app/common/folder/practice_lock.h"
 #include "app/common/system/environment.h"
+#include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_day.h"

@@ -8,12 +8,14 @@
 #include <condition_variable>
 #include <csignal>
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "app/common/program.h"
 #include "app/recorder/replay.h"
+#include "core/foundation/descriptor.h"
 
 namespace tappora {
 namespace {

@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "core/foundation/folder_listing.h"
 #include "tests/support/environment.h"
 #include "tests/support/temporary_folder.h"

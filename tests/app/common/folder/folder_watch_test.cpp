@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 #include <functional>
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "tests/support/temporary_folder.h"
