@@ -63,25 +63,6 @@ TEST(BundledWords, AreWholeInEveryLanguageAndSorted) {
     }
 }
 
-TEST(Words, CountInTheirLanguage) {
-    const std::pair<const char*, std::vector<std::string>> cases[] = {
-        {"en", {"1 keystroke", "2 keystrokes", "12,345 keystrokes", "1,000,000 keystrokes"}},
-        {"de",
-         {"1 Tastenanschlag", "2 Tastenanschläge", "12.345 Tastenanschläge", "1.000.000 Tastenanschläge"}},
-        {"fr", {"1 frappe", "2 frappes", "12\u202f345 frappes", "1\u202f000\u202f000 de frappes"}},
-        {"ru", {"1 нажатие", "2 нажатия", "12\u00a0345 нажатий", "1\u00a0000\u00a0000 нажатий"}},
-        {"xx", {"1 keystroke", "2 keystrokes", "12,345 keystrokes", "1,000,000 keystrokes"}}};
-    for (const auto& [language, texts] : cases) {
-        const Words words = Words::load(bundled, language);
-        std::vector<std::string> found;
-        for (const std::int64_t count : {1, 2, 12'345, 1'000'000})
-            found.push_back(words.plural("widget.keystrokes", count));
-        EXPECT_EQ(found, texts) << language;
-    }
-    EXPECT_EQ(Words::load(bundled, "en").number(std::numeric_limits<std::int64_t>::min()),
-              "-9,223,372,036,854,775,808");
-}
-
 /// A folder of texts in English and German.
 struct Folder {
     TemporaryFolder folder;
@@ -92,6 +73,24 @@ struct Folder {
     void write(const std::string& language, std::string_view text) { folder.put(language + ".json", text); }
     Words load(std::string_view language) const { return Words::load(folder.path(), language); }
 };
+
+TEST(Words, CountInTheirLanguage) {
+    Folder folder;
+    folder.write("fr", R"({"c": {"one": "{n} un", "many": "{n} de", "other": "{n} autres"}})");
+    folder.write("ru", R"({"c": {"one": "{n} one", "few": "{n} few", "many": "{n} many", "other": "{n}"}})");
+    const std::pair<const char*, std::vector<std::string>> cases[] = {
+        {"en", {"1 c of {x}", "2 cs of {x}", "12,345 cs of {x}", "1,000,000 cs of {x}"}},
+        {"fr", {"1 un", "2 autres", "12\u202f345 autres", "1\u202f000\u202f000 de"}},
+        {"ru", {"1 one", "2 few", "12\u00a0345 many", "1\u00a0000\u00a0000 many"}}};
+    for (const auto& [language, texts] : cases) {
+        const Words words = folder.load(language);
+        std::vector<std::string> found;
+        for (const std::int64_t count : {1, 2, 12'345, 1'000'000}) found.push_back(words.plural("c", count));
+        EXPECT_EQ(found, texts) << language;
+    }
+    EXPECT_EQ(Words::load(bundled, "en").number(std::numeric_limits<std::int64_t>::min()),
+              "-9,223,372,036,854,775,808");
+}
 
 TEST(Words, FillInEachValueOnceAndKeepTheRest) {
     const Words words = Folder().load("en");
