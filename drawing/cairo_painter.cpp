@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "drawing/paintable.h"
+#include "drawing/geometry.h"
 #include "drawing/painter.h"
 #include "drawing/pango_text.h"
 

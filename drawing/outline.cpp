@@ -118,9 +118,4 @@ Path roundedRectangle(const Rect& rect, double radius, CornerStyle style) {
     return roundedUnion({&rect, 1}, radius, style);
 }
 
-Path circle(Point centre, double radius) {
-    return roundedRectangle({centre.x - radius, centre.y - radius, 2 * radius, 2 * radius}, radius,
-                            CornerStyle::circular);
-}
-
 }  // namespace drawing

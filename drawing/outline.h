@@ -18,6 +18,4 @@ Path roundedUnion(std::span<const Rect> parts, double radius, CornerStyle style 
 
 Path roundedRectangle(const Rect& rect, double radius, CornerStyle style = CornerStyle::continuous);
 
-Path circle(Point centre, double radius);
-
 }  // namespace drawing

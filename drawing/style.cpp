@@ -75,28 +75,6 @@ double fraction(double value) { return value > 0 ? std::min(value, 1.0) : 0; }
 
 }  // namespace
 
-Colour Colour::hsb(double hue, double saturation, double brightness) {
-    const double turn = (hue - std::floor(hue)) * 6;
-    const double part = turn - std::floor(turn);
-    const double low = brightness * (1 - saturation);
-    const double falling = brightness * (1 - saturation * part);
-    const double rising = brightness * (1 - saturation * (1 - part));
-    switch (static_cast<int>(turn) % 6) {
-        case 0:
-            return {brightness, rising, low};
-        case 1:
-            return {falling, brightness, low};
-        case 2:
-            return {low, brightness, rising};
-        case 3:
-            return {low, falling, brightness};
-        case 4:
-            return {rising, low, brightness};
-        default:
-            return {brightness, low, falling};
-    }
-}
-
 Style Style::withOpacity(double value) const {
     Style result = *this;
     result.opacity = value;

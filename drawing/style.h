@@ -12,8 +12,6 @@ struct Colour {
     double blue = 0;
     double alpha = 1;
 
-    /// From hue (a fraction of the circle), saturation and brightness.
-    static Colour hsb(double hue, double saturation, double brightness);
     static constexpr Colour grey(double brightness, double alpha = 1) {
         return {brightness, brightness, brightness, alpha};
     }

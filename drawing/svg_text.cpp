@@ -12,7 +12,7 @@ namespace drawing {
 namespace {
 
 /// A point in hundredths, so that differences between rounded places are exact.
-struct Place {
+struct Hundredths {
     std::int64_t x = 0;
     std::int64_t y = 0;
 };
@@ -27,7 +27,9 @@ std::int64_t scaled(double value, int decimals) {
                : std::llround(std::clamp(value * std::pow(10.0, decimals), -furthest, furthest));
 }
 
-Place placeOf(Point point) { return {scaled(point.x, pathDecimals), scaled(point.y, pathDecimals)}; }
+Hundredths inHundredths(Point point) {
+    return {scaled(point.x, pathDecimals), scaled(point.y, pathDecimals)};
+}
 
 std::string decimal(std::int64_t units, int decimals) {
     std::string digits = std::to_string(std::abs(units));
@@ -45,11 +47,11 @@ class PathWriter {
     void step(Path::Step step, const Point* to) {
         switch (step) {
             case Path::Step::move:
-                return moveTo(placeOf(to[0]));
+                return moveTo(inHundredths(to[0]));
             case Path::Step::line:
-                return lineTo(placeOf(to[0]));
+                return lineTo(inHundredths(to[0]));
             case Path::Step::curve:
-                return curveTo(placeOf(to[0]), placeOf(to[1]), placeOf(to[2]));
+                return curveTo(inHundredths(to[0]), inHundredths(to[1]), inHundredths(to[2]));
             case Path::Step::close:
                 text_ += 'z';
                 pen_ = start_;
@@ -60,23 +62,20 @@ class PathWriter {
     std::string text() && { return std::move(text_); }
 
   private:
-    void moveTo(Place to) {
+    void moveTo(Hundredths to) {
         text_ += 'M' + decimal(to.x, pathDecimals);
         number(to.y);
         pen_ = start_ = to;
     }
 
-    void lineTo(Place to) {
-        if (to.y == pen_.y)
-            text_ += 'h' + decimal(to.x - pen_.x, pathDecimals);
-        else if (to.x == pen_.x)
-            text_ += 'v' + decimal(to.y - pen_.y, pathDecimals);
-        else
-            pair('l', to);
+    void lineTo(Hundredths to) {
+        if (to.y == pen_.y) text_ += 'h' + decimal(to.x - pen_.x, pathDecimals);
+        else if (to.x == pen_.x) text_ += 'v' + decimal(to.y - pen_.y, pathDecimals);
+        else pair('l', to);
         pen_ = to;
     }
 
-    void curveTo(Place handle1, Place handle2, Place to) {
+    void curveTo(Hundredths handle1, Hundredths handle2, Hundredths to) {
         pair('c', handle1);
         pair(' ', handle2);
         pair(' ', to);
@@ -84,7 +83,7 @@ class PathWriter {
     }
 
     /// A point, relative to the pen.
-    void pair(char before, Place to) {
+    void pair(char before, Hundredths to) {
         const std::string x = decimal(to.x - pen_.x, pathDecimals);
         if (before != ' ' || x[0] != '-') text_ += before;
         text_ += x;
@@ -98,8 +97,8 @@ class PathWriter {
     }
 
     std::string text_;
-    Place pen_;
-    Place start_;
+    Hundredths pen_;
+    Hundredths start_;
 };
 
 bool isAllowedControl(char c) { return c == '\t' || c == '\n' || c == '\r'; }
@@ -152,10 +151,8 @@ std::string svgEscaped(std::string_view text) {
                 result += "&quot;";
                 break;
             default:
-                if (static_cast<unsigned char>(c) < 0x20 && !isAllowedControl(c))
-                    result += "\uFFFD";
-                else
-                    result += c;
+                if (static_cast<unsigned char>(c) < 0x20 && !isAllowedControl(c)) result += "\uFFFD";
+                else result += c;
         }
     }
     for (const std::string_view forbidden : {"\uFFFE", "\uFFFF"})

@@ -2,7 +2,7 @@
 
 #include "drawing/accessibility.h"
 #include "drawing/font_families.h"
-#include "drawing/paintable.h"
+#include "drawing/geometry.h"
 #include "drawing/painter.h"
 #include "drawing/svg_text.h"
 

@@ -5,11 +5,6 @@
 #include <vector>
 
 #include "drawing/outline.h"
-#include "widgets/heatmap_widget.h"
-#include "widgets/hours_widget.h"
-#include "widgets/today_widget.h"
-#include "widgets/waiting.h"
-#include "widgets/week_widget.h"
 
 namespace tapwidgets {
 namespace {
@@ -32,14 +27,26 @@ Node container(const drawing::Size& size) {
                            drawing::filled(plate, {.role = Style::Role::tertiaryFill})});
 }
 
+template <class View>
+std::optional<Node> content(const tapcore::WidgetSnapshot& snapshot, const Canvas& canvas) {
+    return View{snapshot, canvas}.drawing();
+}
+
+/// What all widgets are made by.
+template <class View>
+constexpr Widget configuration(std::string_view kind, std::string_view name,
+                               std::span<const Family> families) {
+    return {kind, name, families, content<View>};
+}
+
 }  // namespace
 
-const std::array<Widget, 4> bundle = {{
-    {"TapToday", "today", small, todayContent},
-    {"TapHours", "hours", medium, hoursContent},
-    {"TapHeatmap", "heatmap", mediumAndLarge, heatmapContent},
-    {"TapWeek", "week", smallAndMedium, weekContent},
-}};
+const std::array<Widget, 4> bundle = {
+    configuration<TodayWidget>("TapToday", "today", small),
+    configuration<HoursWidget>("TapHours", "hours", medium),
+    configuration<HeatmapWidget>("TapHeatmap", "heatmap", mediumAndLarge),
+    configuration<WeekWidget>("TapWeek", "week", smallAndMedium),
+};
 
 bool Widget::has(Family family) const {
     return std::find(families.begin(), families.end(), family) != families.end();
@@ -49,7 +56,7 @@ drawing::Picture picture(const Widget& widget, const Entry& entry, Family family
     const drawing::Size size = sizeOf(family);
     const drawing::Size room{size.width - 2 * margin, size.height - 2 * margin};
     auto content = entry.snapshot ? widget.content(*entry.snapshot, {room, texts.snapshot}) : std::nullopt;
-    if (!content) content = waiting({room, texts.system}, texts.width);
+    if (!content) content = Waiting{{room, texts.system}, texts.width}.drawing();
     std::vector<Node> inner;  // lists in braces would copy all of the content
     inner.push_back(*std::move(content));
     std::vector<Node> parts;

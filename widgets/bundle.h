@@ -9,16 +9,11 @@
 #include "core/words/words.h"
 #include "drawing/node.h"
 #include "widgets/timeline.h"
+#include "widgets/views.h"
 
 namespace tapwidgets {
 
-/// What a view draws on and with.
-struct Canvas {
-    drawing::Size size;
-    const tapcore::Words& words;  ///< in the snapshot's language
-};
-
-/// A widget's content, from the canvas's top left corner; nothing when the snapshot has not what it shows.
+/// A widget's content; nothing when the snapshot has not what it shows.
 using ContentView = std::optional<drawing::Node> (*)(const tapcore::WidgetSnapshot& snapshot,
                                                      const Canvas& canvas);
 

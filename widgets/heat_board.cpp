@@ -18,7 +18,10 @@ using drawing::Transform;
 using HeatKey = tapcore::WidgetSnapshot::HeatKey;
 namespace HeatRamp = tapcore::HeatRamp;
 
-Colour colourOf(const HeatRamp::HSB& hsb) { return Colour::hsb(hsb.h, hsb.s, hsb.b); }
+Colour colourOf(const HeatRamp::HSB& hsb) {
+    const auto [red, green, blue] = HeatRamp::rgb(hsb);
+    return {red, green, blue};
+}
 
 Rect rectOf(const tapcore::Board::Rect& rect) { return {rect.x, rect.y, rect.w, rect.h}; }
 

@@ -1,4 +1,4 @@
-#include "widgets/heatmap_widget.h"
+#include "widgets/views.h"
 
 #include <utility>
 #include <vector>
@@ -10,7 +10,7 @@ namespace tapwidgets {
 
 using drawing::Node;
 
-std::optional<Node> heatmapContent(const tapcore::WidgetSnapshot& snapshot, const Canvas& canvas) {
+std::optional<Node> HeatmapWidget::drawing() const {
     if (!snapshot.bounds || !(snapshot.bounds->w > 0 && snapshot.bounds->h > 0)) return std::nullopt;
     const HeatBoard board{.keys = snapshot.heat,
                           .bounds = *snapshot.bounds,

@@ -1,4 +1,4 @@
-#include "widgets/hours_widget.h"
+#include "widgets/views.h"
 
 #include <algorithm>
 #include <string>
@@ -35,7 +35,7 @@ Node header(std::int64_t today, const Canvas& canvas) {
 
 }  // namespace
 
-std::optional<Node> hoursContent(const tapcore::WidgetSnapshot& snapshot, const Canvas& canvas) {
+std::optional<Node> HoursWidget::drawing() const {
     const tapcore::Words& words = canvas.words;
     const drawing::Rect room = belowCaption(canvas.size);
     drawing::AreaChart chart{.size = {room.width, room.height},

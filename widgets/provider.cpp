@@ -37,19 +37,19 @@ std::optional<std::string> Provider::groupID(const nlohmann::json& information) 
     return found->get<std::string>();
 }
 
-Provider::Provider(const std::optional<std::string>& groupID, const WidgetSnapshot::Places& places,
+Provider::Provider(const std::optional<std::string>& groupID, const WidgetSnapshot::SharedFolders& folders,
                    std::function<Instant()> clock, tapcore::Calendar calendar)
-    : url_(WidgetSnapshot::url(groupID, places)), clock_(std::move(clock)), calendar_(std::move(calendar)) {}
+    : url_(WidgetSnapshot::url(groupID, folders)), clock_(std::move(clock)), calendar_(std::move(calendar)) {}
 
 Entry Provider::placeholder() const { return {clock_(), std::nullopt}; }
 
-Entry Provider::snapshot() const {
+Entry Provider::getSnapshot() const {
     const Instant now = clock_();
     return {now, read(now)};
 }
 
-Timeline Provider::timeline() const {
-    const Entry entry = snapshot();
+Timeline Provider::getTimeline() const {
+    const Entry entry = getSnapshot();
     return {{entry}, {entry.date + refresh}};
 }
 

@@ -24,15 +24,15 @@ class Provider {
     static std::optional<std::string> groupID(const nlohmann::json& information);
 
     /// `clock` is asked for the moment of each entry, and the calendar for the day it falls on.
-    Provider(const std::optional<std::string>& groupID, const tapcore::WidgetSnapshot::Places& places,
+    Provider(const std::optional<std::string>& groupID, const tapcore::WidgetSnapshot::SharedFolders& folders,
              std::function<tapcore::Instant()> clock, tapcore::Calendar calendar);
 
     /// What to show before anything was read.
     Entry placeholder() const;
     /// What to show at once.
-    Entry snapshot() const;
+    Entry getSnapshot() const;
     /// One entry, for now, and the wish to be asked again after `refresh`.
-    Timeline timeline() const;
+    Timeline getTimeline() const;
 
     /// The file's snapshot, when it is today's.
     std::optional<tapcore::WidgetSnapshot> read() const;

@@ -1,4 +1,4 @@
-#include "widgets/today_widget.h"
+#include "widgets/views.h"
 
 #include <string>
 #include <utility>
@@ -48,7 +48,7 @@ std::string comparisonText(std::int64_t comparison, const tapcore::Words& words)
 
 }  // namespace
 
-std::optional<Node> todayContent(const tapcore::WidgetSnapshot& snapshot, const Canvas& canvas) {
+std::optional<Node> TodayWidget::drawing() const {
     const Font small = Font::caption();
     std::vector<Node> parts = {header(canvas)};
     double bottom = canvas.size.height;

@@ -1,4 +1,4 @@
-#include "widgets/waiting.h"
+#include "widgets/views.h"
 
 #include <string>
 #include <utility>
@@ -12,7 +12,7 @@ using drawing::Font;
 using drawing::Node;
 using drawing::Text;
 
-Node waiting(const Canvas& canvas, const drawing::TextWidth& width) {
+Node Waiting::drawing() const {
     const Font font = Font::caption();
     const double symbol = Font::title().size;
     std::string text = canvas.words.text("widget.waiting");

@@ -1,4 +1,4 @@
-#include "widgets/week_widget.h"
+#include "widgets/views.h"
 
 #include <utility>
 
@@ -9,7 +9,7 @@ namespace tapwidgets {
 
 using drawing::Style;
 
-std::optional<drawing::Node> weekContent(const tapcore::WidgetSnapshot& snapshot, const Canvas& canvas) {
+std::optional<drawing::Node> WeekWidget::drawing() const {
     if (snapshot.week.empty()) return std::nullopt;
     const tapcore::Words& words = canvas.words;
     const drawing::Rect room = belowCaption(canvas.size);
@@ -19,9 +19,8 @@ std::optional<drawing::Node> weekContent(const tapcore::WidgetSnapshot& snapshot
                             .bars = {},
                             .number = [&](double value) { return wholeNumber(value, words); }};
     for (const auto& bar : snapshot.week)
-        chart.bars.push_back(
-            {{bar.label, static_cast<double>(bar.keystrokes), words.number(bar.keystrokes)},
-             bar.today ? style : style.withOpacity(0.55)});
+        chart.bars.push_back({{bar.label, static_cast<double>(bar.keystrokes), words.number(bar.keystrokes)},
+                              bar.today ? style : style.withOpacity(0.55)});
     return drawing::group({caption(words.text("widget.week"), canvas.size.width),
                            drawing::group({drawing::barChart(chart)}, drawing::Transform::moved(0, room.y))});
 }

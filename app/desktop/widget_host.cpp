@@ -26,7 +26,7 @@ using tapwidgets::Entry;
 WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment)
     : environment_(environment),
       places_(environment_),
-      provider_({}, widgetPlaces(environment), hostNow, environment.calendar),
+      provider_({}, sharedFolders(environment), hostNow, environment.calendar),
       systemWords_(systemWords(environment)),
       words_(wordsIn(Words::source, environment)),
       language_(Words::source),
@@ -66,7 +66,7 @@ void WidgetHost::run(const SignalQueue& signals) {
 
     placeAll();
     show(provider_.placeholder());
-    show(provider_.snapshot());
+    show(provider_.getSnapshot());
     reload();
     loop->run();
 }
@@ -90,7 +90,7 @@ void WidgetHost::reload() {
     const bool isLoaded = loading_.run([this] {
         followHostZone();
         watchFile();
-        const tapwidgets::Timeline timeline = provider_.timeline();
+        const tapwidgets::Timeline timeline = provider_.getTimeline();
         next_ = timeline.policy.after;
         show(timeline.entries.back());
     });

@@ -73,7 +73,7 @@ tapcore::WidgetSnapshot snapshotOf(const fs::path& path) {
 Entry entryOf(const Options& options, const Environment& environment) {
     if (options.snapshot) return {environment.now, snapshotOf(*options.snapshot)};
     const auto clock = [&] { return environment.now; };
-    return tapwidgets::Provider({}, widgetPlaces(environment), clock, environment.calendar).snapshot();
+    return tapwidgets::Provider({}, sharedFolders(environment), clock, environment.calendar).getSnapshot();
 }
 
 }  // namespace

@@ -49,10 +49,11 @@ json toJson(const Widget& widget, const Timeline& timeline, const tapcore::Words
 
 void printTimelines(const Environment& environment) {
     const tapwidgets::Provider provider(
-        std::nullopt, widgetPlaces(environment), [&] { return environment.now; }, environment.calendar);
+        std::nullopt, sharedFolders(environment), [&] { return environment.now; }, environment.calendar);
     const tapcore::Words words = systemWords(environment);
     json all = json::array();
-    for (const Widget& widget : tapwidgets::bundle) all.push_back(toJson(widget, provider.timeline(), words));
+    for (const Widget& widget : tapwidgets::bundle)
+        all.push_back(toJson(widget, provider.getTimeline(), words));
     print(jsonText(all));
 }
 

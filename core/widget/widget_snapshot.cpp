@@ -156,10 +156,10 @@ WidgetSnapshot::WidgetSnapshot(const Day& ofDay, const Tally& tally, std::option
 }
 
 std::optional<std::filesystem::path> WidgetSnapshot::url(const std::optional<std::string>& groupID,
-                                                         const Places& places) {
-    if (const auto container = groupID && places.container ? places.container(*groupID) : std::nullopt)
+                                                         const SharedFolders& folders) {
+    if (const auto container = groupID && folders.container ? folders.container(*groupID) : std::nullopt)
         return *container / fileName;
-    if (places.applicationSupport) return *places.applicationSupport / "Tappora" / fileName;
+    if (folders.applicationSupport) return *folders.applicationSupport / "Tappora" / fileName;
     return std::nullopt;
 }
 

@@ -44,7 +44,7 @@ struct WidgetSnapshot {
     };
 
     /// The folders in which the system keeps what programs share; each is absent where it has none.
-    struct Places {
+    struct SharedFolders {
         /// The container of a group of programs.
         std::function<std::optional<std::filesystem::path>(const std::string& groupID)> container;
         std::optional<std::filesystem::path> applicationSupport;  ///< the user's own
@@ -76,7 +76,7 @@ struct WidgetSnapshot {
     /// Where the file lies: in the group's container, else in the folder Tappora of the application support
     /// folder; nothing when there is neither.
     static std::optional<std::filesystem::path> url(const std::optional<std::string>& groupID,
-                                                    const Places& places);
+                                                    const SharedFolders& folders);
 
     /// The record as one line of JSON, members sorted and absent ones left out; empty when it cannot be
     /// written so, a number not being finite or a text not UTF-8.

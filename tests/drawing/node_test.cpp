@@ -93,12 +93,5 @@ TEST(Style, BecomesAColourOnlyForAnAppearance) {
     for (const auto& c : cases) EXPECT_EQ(resolved(c.style, c.appearance), c.colour) << &c - cases;
 }
 
-TEST(Colour, IsMadeFromHueSaturationAndBrightness) {
-    EXPECT_EQ(Colour::hsb(0, 1, 1), (Colour{1, 0, 0}));
-    EXPECT_EQ(Colour::hsb(0.5, 0.5, 0.8), (Colour{0.4, 0.8, 0.8}));
-    EXPECT_EQ(Colour::hsb(0.6, 0, 0.3), Colour::grey(0.3));
-    EXPECT_EQ(Colour::hsb(1, 1, 1), Colour::hsb(0, 1, 1));
-}
-
 }  // namespace
 }  // namespace drawing

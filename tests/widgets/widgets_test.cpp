@@ -4,13 +4,14 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "core/keyboard/heat_ramp.h"
 #include "drawing/accessibility.h"
 #include "drawing/painter.h"
 #include "tests/support/temporary_folder.h"
 #include "widgets/bundle.h"
 #include "widgets/heat_board.h"
 #include "widgets/provider.h"
-#include "widgets/waiting.h"
+#include "widgets/views.h"
 
 namespace tapwidgets {
 namespace {
@@ -43,7 +44,7 @@ WidgetSnapshot sample() {
 
 TEST(Provider, GivesTodaysSnapshotAndNoOther) {
     const tapcore::TemporaryFolder folder;
-    const WidgetSnapshot::Places places{{}, folder.path()};
+    const WidgetSnapshot::SharedFolders places{{}, folder.path()};
     const Provider provider(
         Provider::groupID({{"PellotGroupID", 5}}), places, [] { return tenOClock; },
         tapcore::Calendar("UTC"));
@@ -57,18 +58,18 @@ TEST(Provider, GivesTodaysSnapshotAndNoOther) {
         EXPECT_EQ(provider.read(), std::nullopt) << text.substr(0, 100);
     }
     folder.put("Tappora/widget.json", "{\"later\":[1]," + whole.substr(1));
-    EXPECT_EQ(provider.timeline(), (Timeline{{{tenOClock, sample()}}, {tenOClock + 15min}}));
+    EXPECT_EQ(provider.getTimeline(), (Timeline{{{tenOClock, sample()}}, {tenOClock + 15min}}));
     EXPECT_EQ(provider.placeholder(), (Entry{tenOClock, std::nullopt}));
     std::filesystem::remove(folder / "Tappora/widget.json");
     std::filesystem::create_directory(folder / "Tappora/widget.json");
-    EXPECT_EQ(provider.snapshot(), (Entry{tenOClock, std::nullopt}));
+    EXPECT_EQ(provider.getSnapshot(), (Entry{tenOClock, std::nullopt}));
 }
 
 TEST(Provider, KnowsTheDayByTheZonesMidnight) {
     const tapcore::TemporaryFolder folder;
     folder.put("Tappora/widget.json", sample().data());
     const auto isShown = [&](tapcore::Instant moment) {
-        const WidgetSnapshot::Places places{{}, folder.path()};
+        const WidgetSnapshot::SharedFolders places{{}, folder.path()};
         const tapcore::Calendar berlin("Europe/Berlin");
         return Provider(
                    {}, places, [=] { return moment; }, berlin)
@@ -139,7 +140,8 @@ TEST(Waiting, BreaksItsTextWhereTheFontHasNoRoom) {
     const auto fivePoints = [](std::string_view text, const auto&) {
         return 5.0 * static_cast<double>(text.size());
     };
-    const drawing::Node shown = waiting({{105, 105}, Words::load(RESOURCES "/Words", "es")}, fivePoints);
+    const drawing::Node shown =
+        Waiting{{{105, 105}, Words::load(RESOURCES "/Words", "es")}, fivePoints}.drawing();
     std::vector<std::string> lines;
     for (const drawing::Node& part : std::get<drawing::Group>(shown.content).children)
         if (const auto* text = std::get_if<drawing::Text>(&part.content)) lines.push_back(text->text);
@@ -160,8 +162,8 @@ TEST(HeatBoard, ColoursStepsByTheRampOrByOpacity) {
     const auto alpha = [](std::int64_t step, RenderingMode mode) {
         return resolved(heatStyle(step, MapColor::teal), {.mode = mode, .accent = Colour{}}).alpha;
     };
-    EXPECT_EQ(resolved(heatStyle(3, MapColor::teal), {}),
-              Colour::hsb(0.5, (0.6 * 0.82 + 0.12) * 0.85, 1 - 0.6 * 0.58));
+    const auto [red, green, blue] = tapcore::HeatRamp::rgb({0.5, (0.6 * 0.82 + 0.12) * 0.85, 1 - 0.6 * 0.58});
+    EXPECT_EQ(resolved(heatStyle(3, MapColor::teal), {}), (Colour{red, green, blue}));
     for (const auto& [step, opacity] : {std::pair{-9, 0.08}, {0, 0.08}, {1, 0.36}, {5, 1.0}, {99, 1.0}}) {
         EXPECT_DOUBLE_EQ(alpha(step, RenderingMode::accented), opacity);
         EXPECT_DOUBLE_EQ(alpha(step, RenderingMode::vibrant), 0.88 * opacity);

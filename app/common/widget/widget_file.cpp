@@ -23,12 +23,12 @@ constexpr std::int64_t weekDays = 7;
 
 }  // namespace
 
-WidgetSnapshot::Places widgetPlaces(const Environment& environment) {
+WidgetSnapshot::SharedFolders sharedFolders(const Environment& environment) {
     return {.container = {}, .applicationSupport = dataDirectory(environment.variable)};
 }
 
 fs::path widgetFile(const Environment& environment) {
-    return required(WidgetSnapshot::url(std::nullopt, widgetPlaces(environment)),
+    return required(WidgetSnapshot::url(std::nullopt, sharedFolders(environment)),
                     ", and neither is XDG_DATA_HOME");
 }
 

@@ -10,7 +10,7 @@ namespace tappora {
 
 /// Where programs of this user share files: no containers, and for application support the user's data
 /// directory, $XDG_DATA_HOME, else ~/.local/share.
-tapcore::WidgetSnapshot::Places widgetPlaces(const Environment& environment);
+tapcore::WidgetSnapshot::SharedFolders sharedFolders(const Environment& environment);
 
 /// The file that the widgets read. Failure when there is neither a data directory nor a home.
 std::filesystem::path widgetFile(const Environment& environment);

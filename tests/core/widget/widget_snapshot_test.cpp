@@ -145,7 +145,7 @@ TEST(WidgetSnapshot, LiesInTheGroupsContainerElseWithTheUsersSupportFiles) {
     const auto container = [](const std::string& group) {
         return group == "ours" ? std::optional<std::filesystem::path>("/groups/ours") : std::nullopt;
     };
-    const WidgetSnapshot::Places both{container, "/support"};
+    const WidgetSnapshot::SharedFolders both{container, "/support"};
     EXPECT_EQ(WidgetSnapshot::url("ours", both), "/groups/ours/widget.json");
     EXPECT_EQ(WidgetSnapshot::url("theirs", both), "/support/Tappora/widget.json");
     EXPECT_EQ(WidgetSnapshot::url({}, both), "/support/Tappora/widget.json");
