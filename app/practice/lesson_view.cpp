@@ -9,6 +9,7 @@
 
 #include "app/practice/practice_text.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/language_rules.h"
 #include "core/practice/practice_rows.h"
 
 namespace tappora {
@@ -17,8 +18,8 @@ namespace {
 using tapcore::LessonSession;
 using tapcore::LetterState;
 using tapcore::LetterStats;
-using tapcore::PracticeReview;
-using tapcore::PracticeRows;
+namespace PracticeReview = tapcore::PracticeReview;
+namespace PracticeRows = tapcore::PracticeRows;
 using tapcore::PracticeRules;
 
 /// Lines that belong together. Of several, those of the smallest rank are shown first when there is room for
@@ -80,7 +81,7 @@ std::vector<FrameLine> textLines(const LessonSession& session, std::size_t lines
 
 FrameLine titleLine(const Trainer& trainer, const ScreenShape& shape) {
     const TrainerSetup& setup = trainer.setup();
-    const FrameLine title = {{fmt::format("{} on {}, lesson {}", languageName(setup.model->language),
+    const FrameLine title = {{fmt::format("{} on {}, lesson {}", tapcore::englishName(setup.model->language),
                                           setup.layout, trainer.lessonNumber()),
                               Style::strong}};
     const std::string today = minutes(trainer.todaySeconds());

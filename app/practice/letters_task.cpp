@@ -10,6 +10,7 @@
 #include "app/practice/history.h"
 #include "app/practice/practice_text.h"
 #include "app/practice/tasks.h"
+#include "core/foundation/language_rules.h"
 #include "core/practice/lesson_plan.h"
 #include "core/practice/practice_course.h"
 
@@ -74,7 +75,7 @@ std::string bar(double progress, bool unicode) {
 }
 
 std::string stateText(LetterState state) {
-    return state == LetterState::notStarted ? "not started" : std::string(rawValue(state));
+    return state == LetterState::notStarted ? "not started" : std::string(tapcore::letterStates.of(state));
 }
 
 std::string rowText(const LetterRow& row, const Terminal& terminal) {
@@ -90,7 +91,7 @@ std::string rowText(const LetterRow& row, const Terminal& terminal) {
 std::string tableText(const TrainerSetup& setup, const std::vector<LetterRow>& rows,
                       const Terminal& terminal) {
     const PracticeRules& rules = setup.rules;
-    std::string text = fmt::format("{} on {}\n\n", languageName(setup.model->language), setup.layout);
+    std::string text = fmt::format("{} on {}\n\n", tapcore::englishName(setup.model->language), setup.layout);
     text += "  letter  state        progress     timed    wpm   right  days\n";
     for (const LetterRow& row : rows) text += rowText(row, terminal);
     return text + fmt::format("\n  learned at                           {:>6}  {:>5}  {:>6}  {:>4}\n",
@@ -99,7 +100,7 @@ std::string tableText(const TrainerSetup& setup, const std::vector<LetterRow>& r
 
 json toJson(const LetterRow& row) {
     json result = {{"letter", row.letter},
-                   {"state", rawValue(row.state)},
+                   {"state", tapcore::letterStates.of(row.state)},
                    {"progress", row.progress},
                    {"presses", row.total.presses},
                    {"misses", row.total.misses},

@@ -26,7 +26,7 @@ namespace {
 namespace fs = std::filesystem;
 using tapcore::LetterModel;
 using tapcore::PracticeCourse;
-using tapcore::PracticeLayout;
+namespace PracticeLayout = tapcore::PracticeLayout;
 
 constexpr const char* lessonsKey = "practice.language";
 constexpr const char* wordsKey = "practice.length";
@@ -78,7 +78,7 @@ void checkSums(const LetterModel& model, const fs::path& path) {
 PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store,
                                            const LegendSet& inForce) {
     const auto catalog =
-        tapcore::Catalog::read({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
+        tapcore::Catalog({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
     PracticeLayout::LegendsByLayout legends;
     for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
     legends[inForce.id] = inForce.legends;

@@ -11,7 +11,5 @@ namespace tappora {
 std::string minutes(std::int64_t seconds);
 /// "97 %", rounded down, so that 100 % means all.
 std::string percent(double share);
-/// "German" of "de"; a language without a name here by its code.
-std::string languageName(const std::string& code);
 
 }  // namespace tappora

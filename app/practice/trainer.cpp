@@ -13,7 +13,7 @@ using tapcore::Day;
 using tapcore::LetterStats;
 using tapcore::PracticeCourse;
 using tapcore::PracticeDay;
-using tapcore::PracticeReview;
+namespace PracticeReview = tapcore::PracticeReview;
 
 constexpr std::int64_t recentDays = 14;
 constexpr std::size_t slowestShown = 3;

@@ -14,7 +14,6 @@
 #include "core/practice/lesson_plan.h"
 #include "core/practice/lesson_session.h"
 #include "core/practice/letter_model.h"
-#include "core/practice/letter_state.h"
 #include "core/practice/practice_history.h"
 #include "core/practice/practice_review.h"
 #include "core/practice/practice_rules.h"

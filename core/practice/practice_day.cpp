@@ -25,8 +25,8 @@ enum Column : std::size_t { letterColumn, layoutColumn, pressesColumn, missesCol
 constexpr std::array<std::string_view, 6> titles = {"letter", "layout", "presses", "misses", "timed", "ms"};
 
 /// Where each column stands in the rows of a table.
-using Places = std::array<std::size_t, titles.size()>;
-constexpr Places writtenOrder = {0, 1, 2, 3, 4, 5};
+using ColumnOrder = std::array<std::size_t, titles.size()>;
+constexpr ColumnOrder writtenOrder = {0, 1, 2, 3, 4, 5};
 
 /// Whether a table's cell cannot hold a letter as it is: bars divide cells, and white space at their ends is
 /// lost.
@@ -46,19 +46,19 @@ std::optional<std::string> readLetter(std::string_view cell) {
 }
 
 /// Where a title stands in a header line; behind all cells when it is not there.
-std::size_t placeOf(std::string_view title, const Cells& cells) {
+std::size_t columnOf(std::string_view title, const Cells& cells) {
     return static_cast<std::size_t>(std::find(cells.begin(), cells.end(), title) - cells.begin());
 }
 
 /// The places that a header line gives its columns; a title that is not there gets a place behind all cells.
 /// Nothing for a row that is no header.
-std::optional<Places> readHeader(const Cells& cells) {
+std::optional<ColumnOrder> readHeader(const Cells& cells) {
     const auto isInteger = [](std::string_view cell) { return parseInteger(cell).has_value(); };
     const auto hasIntegers = std::any_of(cells.begin(), cells.end(), isInteger);
-    if (placeOf(titles[letterColumn], cells) == cells.size() || hasIntegers) return std::nullopt;
-    Places places{};
+    if (columnOf(titles[letterColumn], cells) == cells.size() || hasIntegers) return std::nullopt;
+    ColumnOrder places{};
     std::transform(titles.begin(), titles.end(), places.begin(),
-                   [&](std::string_view title) { return placeOf(title, cells); });
+                   [&](std::string_view title) { return columnOf(title, cells); });
     return places;
 }
 
@@ -100,7 +100,7 @@ class LetterRows {
         return place >= columns_ || cells[place] == noLayout ? "" : std::string(cells[place]);
     }
 
-    Places places_ = writtenOrder;
+    ColumnOrder places_ = writtenOrder;
     std::size_t columns_ = titles.size();
 };
 
@@ -148,7 +148,7 @@ class DayRows {
     };
 
     static std::optional<Columns> headerOf(const Cells& cells) {
-        const Columns header{placeOf("key", cells), placeOf("value", cells), cells.size()};
+        const Columns header{columnOf("key", cells), columnOf("value", cells), cells.size()};
         if (header.key == header.count || header.value == header.count) return std::nullopt;
         return header;
     }

@@ -13,32 +13,31 @@ namespace tapcore {
 
 /// Which layout a lesson is typed on. A layout types a language when each of the language's letters stands on
 /// one of its keys.
-struct PracticeLayout {
-    /// The setting that stands for the layout the user's keyboard has anyway.
-    static constexpr std::string_view own = "own";
+namespace PracticeLayout {
 
-    using Settings = std::map<std::string, std::string>;     ///< a layout id for each language that has one
-    using LegendsByLayout = std::map<std::string, Legends>;  ///< the legends of a layout, its bases' included
+/// The setting that stands for the layout the user's keyboard has anyway.
+inline constexpr std::string_view own = "own";
 
-    /// The settings with one more choice: a layout for a language. `own` removes its choice.
-    static Settings setting(const std::string& layout, const std::string& language, Settings settings);
+using Settings = std::map<std::string, std::string>;     ///< a layout id for each language that has one
+using LegendsByLayout = std::map<std::string, Legends>;  ///< the legends of a layout, its bases' included
 
-    /// The layouts to offer for a language of these letters: `own`, then those that type it.
-    static std::vector<std::string> choices(const std::vector<std::string>& letters,
-                                            const LegendsByLayout& legends);
+/// The settings with one more choice: a layout for a language. `own` removes its choice.
+Settings setting(const std::string& layout, const std::string& language, Settings settings);
 
-    /// The layout to type a language on: the one set for it, as long as it is known; else the keyboard's own
-    /// (`chosen`) when it types the language or nothing does; else, of those that do, the one with most keys
-    /// in common with the keyboard's own, and the first of equals.
-    static std::string pick(const std::string& language, const std::vector<std::string>& letters,
-                            const std::string& chosen, const Settings& settings,
-                            const LegendsByLayout& legends);
+/// The layouts to offer for a language of these letters: `own`, then those that type it.
+std::vector<std::string> choices(const std::vector<std::string>& letters, const LegendsByLayout& legends);
 
-    /// The layouts that type these letters, by id.
-    static std::vector<std::string> fitting(const std::vector<std::string>& letters,
-                                            const LegendsByLayout& legends);
-    static bool types(const std::vector<std::string>& letters, const Legends& legends);
-};
+/// The layout to type a language on: the one set for it, as long as it is known; else the keyboard's own
+/// (`chosen`) when it types the language or nothing does; else, of those that do, the one with most keys
+/// in common with the keyboard's own, and the first of equals.
+std::string pick(const std::string& language, const std::vector<std::string>& letters,
+                 const std::string& chosen, const Settings& settings, const LegendsByLayout& legends);
+
+/// The layouts that type these letters, by id.
+std::vector<std::string> fitting(const std::vector<std::string>& letters, const LegendsByLayout& legends);
+bool types(const std::vector<std::string>& letters, const Legends& legends);
+
+}  // namespace PracticeLayout
 
 /// Whether a key stands where text is typed: the number pad and the keys beside it are not taught.
 constexpr bool isTaught(KeyCode code) { return code < 64 || code == 93 || code == 94; }

@@ -4,7 +4,7 @@
 
 #include "core/counting/day.h"
 
-namespace tapcore {
+namespace tapcore::PracticeReminder {
 namespace {
 
 constexpr std::int64_t most = 10;
@@ -13,7 +13,7 @@ constexpr std::int64_t evening = 18 * 60;
 
 }  // namespace
 
-std::vector<std::int64_t> PracticeReminder::minutes(std::int64_t count) {
+std::vector<std::int64_t> minutes(std::int64_t count) {
     const std::int64_t times = std::clamp<std::int64_t>(count, 0, most);
     std::vector<std::int64_t> minutes;
     for (std::int64_t i = 0; i < times; ++i)
@@ -21,8 +21,8 @@ std::vector<std::int64_t> PracticeReminder::minutes(std::int64_t count) {
     return minutes;
 }
 
-std::vector<Instant> PracticeReminder::plan(Instant now, std::int64_t count, bool todayDone,
-                                            std::int64_t days, const Calendar& calendar) {
+std::vector<Instant> plan(Instant now, std::int64_t count, bool todayDone, std::int64_t days,
+                          const Calendar& calendar) {
     const Day today(now, calendar);
     std::vector<Instant> plan;
     for (std::int64_t i = todayDone ? 1 : 0; i < days; ++i) {
@@ -40,4 +40,4 @@ std::vector<Instant> PracticeReminder::plan(Instant now, std::int64_t count, boo
     return plan;
 }
 
-}  // namespace tapcore
+}  // namespace tapcore::PracticeReminder

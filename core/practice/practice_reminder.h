@@ -8,15 +8,17 @@
 namespace tapcore {
 
 /// When to remind of practising.
-struct PracticeReminder {
-    /// The times of day for so many reminders a day, in minutes after midnight: one at 18:00, more of them
-    /// spread evenly from 9:00 to 18:00, at most 10.
-    static std::vector<std::int64_t> minutes(std::int64_t count);
+namespace PracticeReminder {
 
-    /// The moments of the coming reminders, ascending, over so many days from today on: none of today once
-    /// today's practice is done, and none that is past.
-    static std::vector<Instant> plan(Instant now, std::int64_t count, bool todayDone, std::int64_t days,
-                                     const Calendar& calendar);
-};
+/// The times of day for so many reminders a day, in minutes after midnight: one at 18:00, more of them
+/// spread evenly from 9:00 to 18:00, at most 10.
+std::vector<std::int64_t> minutes(std::int64_t count);
+
+/// The moments of the coming reminders, ascending, over so many days from today on: none of today once
+/// today's practice is done, and none that is past.
+std::vector<Instant> plan(Instant now, std::int64_t count, bool todayDone, std::int64_t days,
+                          const Calendar& calendar);
+
+}  // namespace PracticeReminder
 
 }  // namespace tapcore

@@ -5,7 +5,7 @@
 
 #include "core/foundation/characters.h"
 
-namespace tapcore {
+namespace tapcore::PracticeRequest {
 namespace {
 
 constexpr std::string_view opening = "practise:";
@@ -37,7 +37,7 @@ void appendLetter(std::vector<std::string>& letters, std::string_view item) {
 
 }  // namespace
 
-std::vector<std::string> PracticeRequest::letters(std::string_view in) {
+std::vector<std::string> letters(std::string_view in) {
     std::vector<std::string> letters;
     const auto line = requestLine(in);
     if (!line) return letters;
@@ -50,4 +50,4 @@ std::vector<std::string> PracticeRequest::letters(std::string_view in) {
     return letters;
 }
 
-}  // namespace tapcore
+}  // namespace tapcore::PracticeRequest

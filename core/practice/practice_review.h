@@ -61,26 +61,26 @@ struct FinishedLesson {
 };
 
 /// Judges a finished lesson against the typist's own practice before it, and against nobody else's.
-struct PracticeReview {
-    /// `before` is all practice without the lesson.
-    static LessonResult review(const FinishedLesson& lesson, const PracticeHistory& before,
-                               const PracticeRules& rules, const Day& today, std::int64_t goalSeconds,
-                               const Calendar& calendar);
+namespace PracticeReview {
 
-    /// The typist's usual speed on a layout, over the last 14 days; nothing while they hold too few timed
-    /// presses.
-    static std::optional<std::int64_t> usual(const PracticeHistory& before, const std::string& layout,
-                                             const PracticeRules& rules, const Day& today,
-                                             const Calendar& calendar);
-    /// The letters that took longest, the slowest first: at most so many, of those timed at least three
-    /// times.
-    static std::vector<std::string> slowest(const LetterCounts& counts, std::size_t limit);
-    /// Whether a lesson's speed may stand as a best: typed long enough to be judged, and right often enough.
-    static bool counts(const LetterCounts& counts, const PracticeRules& rules);
+/// `before` is all practice without the lesson.
+LessonResult review(const FinishedLesson& lesson, const PracticeHistory& before, const PracticeRules& rules,
+                    const Day& today, std::int64_t goalSeconds, const Calendar& calendar);
 
-    /// Over all letters: the speed of the timed presses, and what part of the presses was right.
-    static std::int64_t wpm(const LetterCounts& counts);
-    static double accuracy(const LetterCounts& counts);
-};
+/// The typist's usual speed on a layout, over the last 14 days; nothing while they hold too few timed
+/// presses.
+std::optional<std::int64_t> usual(const PracticeHistory& before, const std::string& layout,
+                                  const PracticeRules& rules, const Day& today, const Calendar& calendar);
+/// The letters that took longest, the slowest first: at most so many, of those timed at least three
+/// times.
+std::vector<std::string> slowest(const LetterCounts& counts, std::size_t limit);
+/// Whether a lesson's speed may stand as a best: typed long enough to be judged, and right often enough.
+bool counts(const LetterCounts& counts, const PracticeRules& rules);
+
+/// Over all letters: the speed of the timed presses, and what part of the presses was right.
+std::int64_t wpm(const LetterCounts& counts);
+double accuracy(const LetterCounts& counts);
+
+}  // namespace PracticeReview
 
 }  // namespace tapcore

@@ -4,7 +4,7 @@
 
 #include "core/foundation/characters.h"
 
-namespace tapcore {
+namespace tapcore::PracticeRows {
 namespace {
 
 /// Where the row from `start` ends that may not reach past `limit`: behind the last space, or at the limit.
@@ -16,7 +16,7 @@ std::size_t rowEnd(const std::vector<std::string_view>& text, std::size_t start,
 
 }  // namespace
 
-std::vector<PracticeRows::Row> PracticeRows::rows(std::string_view text, std::int64_t columns) {
+std::vector<Row> rows(std::string_view text, std::int64_t columns) {
     const auto all = characters(text);
     const auto width = static_cast<std::size_t>(std::max<std::int64_t>(columns, 1));
     std::vector<Row> rows;
@@ -27,11 +27,11 @@ std::vector<PracticeRows::Row> PracticeRows::rows(std::string_view text, std::in
     return rows;
 }
 
-std::optional<std::size_t> PracticeRows::row(std::size_t of, const std::vector<Row>& in) {
+std::optional<std::size_t> row(std::size_t of, const std::vector<Row>& in) {
     const auto holds = [&](const Row& row) { return row.start <= of && of < row.end; };
     const auto found = std::find_if(in.begin(), in.end(), holds);
     if (found == in.end()) return std::nullopt;
     return static_cast<std::size_t>(found - in.begin());
 }
 
-}  // namespace tapcore
+}  // namespace tapcore::PracticeRows

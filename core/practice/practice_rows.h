@@ -9,20 +9,22 @@
 namespace tapcore {
 
 /// A lesson's text broken into rows for a screen.
-struct PracticeRows {
-    /// Positions of characters: from `start` up to but not with `end`.
-    struct Row {
-        std::size_t start = 0;
-        std::size_t end = 0;
+namespace PracticeRows {
 
-        bool operator==(const Row&) const = default;
-    };
+/// Positions of characters: from `start` up to but not with `end`.
+struct Row {
+    std::size_t start = 0;
+    std::size_t end = 0;
 
-    /// Rows of at most `columns` characters (at least 1), each closed by a space where one fits, a longer
-    /// word cut. An empty text has none.
-    static std::vector<Row> rows(std::string_view text, std::int64_t columns);
-    /// Which row holds a position; nothing when it lies outside all of them.
-    static std::optional<std::size_t> row(std::size_t of, const std::vector<Row>& in);
+    bool operator==(const Row&) const = default;
 };
+
+/// Rows of at most `columns` characters (at least 1), each closed by a space where one fits, a longer
+/// word cut. An empty text has none.
+std::vector<Row> rows(std::string_view text, std::int64_t columns);
+/// Which row holds a position; nothing when it lies outside all of them.
+std::optional<std::size_t> row(std::size_t of, const std::vector<Row>& in);
+
+}  // namespace PracticeRows
 
 }  // namespace tapcore

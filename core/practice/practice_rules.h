@@ -5,10 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "core/practice/letter_state.h"
+#include "core/foundation/raw_values.h"
 #include "core/practice/letter_stats.h"
 
 namespace tapcore {
+
+/// How far a letter has been learned.
+enum class LetterState {
+    notStarted,
+    learning,
+    learned,
+    slipping,  ///< learned once, and lately too slow or too often missed
+};
+
+inline constexpr RawValues<LetterState, 4> letterStates{{"notStarted", "learning", "learned", "slipping"}};
 
 /// What a letter must reach to count as learned, which letters that opens, and which one a lesson stresses.
 /// Speeds are in words per minute, five keystrokes making a word.

@@ -47,11 +47,11 @@ void Store::changePractice(const Day& day, const std::function<void(PracticeDay&
     const std::filesystem::path folder = base() / practiceFolder;
     const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     PracticeDay sum;
-    LeftOutLines lines;
+    SkippedLines lines;
     forEachText(copies, nullptr,
                 [&](std::string_view text) { sum.merge(PracticeDay(text, &lines.emplace_back())); });
     change(sum);
-    keepWhatIsLeftOut(copies, lines, problems);
+    keepWhatIsSkipped(copies, lines, problems);
     settle(replaceCopies(folder, day.description(), format, sum.text(day, format), copies));
 }
 

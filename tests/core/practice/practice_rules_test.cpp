@@ -65,9 +65,9 @@ TEST(PracticeRules, TellsStatesApart) {
     };
     for (const auto& [what, open, total, recent, state] : cases)
         EXPECT_EQ(rules.state(open, total, recent), state) << what;
-    EXPECT_EQ(rawValue(LetterState::notStarted), "notStarted");
-    EXPECT_EQ(letterState("slipping"), LetterState::slipping);
-    EXPECT_EQ(letterState("Learned"), std::nullopt);
+    EXPECT_EQ(letterStates.of(LetterState::notStarted), "notStarted");
+    EXPECT_EQ(letterStates.find("slipping"), LetterState::slipping);
+    EXPECT_EQ(letterStates.find("Learned"), std::nullopt);
 }
 
 TEST(PracticeRules, ShowsProgressFullOnlyWhenLearned) {
