@@ -15,7 +15,7 @@
 #include <memory>
 #include <utility>
 
-#include "core/foundation/fatal.h"
+#include "core/foundation/icu.h"
 
 namespace tapcore {
 namespace {
@@ -29,10 +29,6 @@ struct CloseText {
 struct CloseCaseMap {
     void operator()(UCaseMap* map) const { ucasemap_close(map); }
 };
-
-void require(UErrorCode status, std::string_view what) {
-    if (U_FAILURE(status)) fatal(std::string(what) + ": " + u_errorName(status));
-}
 
 /// How many bytes at the start of `text` are ASCII, counted in words of eight (so possibly up to seven too
 /// few).
@@ -66,7 +62,7 @@ void walkCharacters(std::string_view text, Visit visit) {
     const std::unique_ptr<UText, CloseText> source(
         utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
     ubrk_setUText(breaks.get(), source.get(), &status);
-    require(status, "no character boundaries");
+    requireIcu(status, "no character boundaries");
     ubrk_first(breaks.get());
     for (auto end = ubrk_next(breaks.get()); end != UBRK_DONE; end = ubrk_next(breaks.get()))
         if (!visit(static_cast<std::size_t>(end))) return;
@@ -91,11 +87,11 @@ using CaseFunction = decltype(&ucasemap_utf8ToUpper);
 std::string cased(std::string_view text, CaseFunction convert) {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<UCaseMap, CloseCaseMap> map(ucasemap_open("", 0, &status));
-    require(status, "no case mapping");
+    requireIcu(status, "no case mapping");
     std::string result(text.size() * 3 + 1, '\0');
     const auto size = convert(map.get(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
                               static_cast<std::int32_t>(text.size()), &status);
-    require(status, "no case mapping");
+    requireIcu(status, "no case mapping");
     result.resize(static_cast<std::size_t>(size));
     return result;
 }
@@ -113,12 +109,12 @@ std::string normalized(std::string_view text, decltype(&icu::Normalizer2::getNFC
     if (isAscii(text)) return std::string(text);
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* form = instance(status);
-    require(status, "no normalization");
+    requireIcu(status, "no normalization");
     std::string result;
     icu::StringByteSink<std::string> sink(&result);
     form->normalizeUTF8(0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
                         nullptr, status);
-    require(status, "no normalization");
+    requireIcu(status, "no normalization");
     return result;
 }
 
@@ -245,7 +241,7 @@ std::string characterName(std::string_view character) {
         char name[128];  // the longest has 88 bytes
         UErrorCode status = U_ZERO_ERROR;
         u_charName(scalar.value, U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
-        require(status, "no character names");
+        requireIcu(status, "no character names");
         if (!names.empty()) names += betweenNames;
         names += lowercased(name);
         character.remove_prefix(scalar.size);

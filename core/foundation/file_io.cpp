@@ -75,6 +75,10 @@ FileRead withoutMark(FileRead file) {
 
 }  // namespace
 
+std::error_code FileRead::failure() const {
+    return status == Status::missing ? std::make_error_code(std::errc::no_such_file_or_directory) : error;
+}
+
 FileRead readFile(const fs::path& path, std::size_t most) { return withoutMark(readBytes(path, most)); }
 
 bool isThere(const fs::path& path) {

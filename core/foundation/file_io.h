@@ -25,6 +25,10 @@ struct FileRead {
     Status status = Status::missing;
     std::string text;
     std::error_code error;
+
+    /// Why there is no text, for whoever needs the file: of a missing one that there is no such file. None
+    /// when it was read.
+    std::error_code failure() const;
 };
 
 inline constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();

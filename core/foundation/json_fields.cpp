@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 
@@ -38,57 +39,52 @@ std::size_t tooDeep(std::string_view text) {
     return std::string_view::npos;
 }
 
-/// "line 3, column 7"
-std::string placeOf(std::size_t at, std::string_view text) {
-    const std::string_view before = text.substr(0, at);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const auto column = before.size() - (before.rfind('\n') + 1) + 1;  // npos + 1 is 0
-    return "line " + std::to_string(line) + ", column " + std::to_string(column);
-}
-
 void refuseDepth(std::string_view text) {
     const std::size_t at = tooDeep(text);
     if (at == std::string_view::npos) return;
-    throw JsonError("nested more than " + std::to_string(deepest) + " deep at " + placeOf(at, text));
+    throw JsonError("nested more than " + std::to_string(deepest) + " deep at " + placeIn(text, at));
 }
 
 /// The parser takes a NUL for the end, whatever follows it.
 void refuseNul(std::string_view text) {
     const std::size_t at = text.find('\0');
-    if (at != std::string_view::npos) throw JsonError("a NUL at " + placeOf(at, text));
+    if (at != std::string_view::npos) throw JsonError("a NUL at " + placeIn(text, at));
 }
 
-/// "[json.exception.parse_error.101] parse error at line 1, column 4: …" without its number.
-std::string explained(const json::exception& error) {
+/// "[json.exception.parse_error.101] parse error at line 1, column 4: …" without its number, and with the
+/// column in characters, where the parser counts bytes.
+std::string explained(const json::parse_error& error, std::string_view text) {
     const std::string_view what = error.what();
-    const auto end = what.find("] ");
-    return excerpt(end == std::string_view::npos ? what : what.substr(end + 2));
+    const std::size_t place = what.find("] parse error at ");
+    const std::size_t why = what.find(": ", place);
+    if (place == std::string_view::npos || why == std::string_view::npos) return excerpt(what);
+    const std::size_t at = std::max<std::size_t>(error.byte, 1) - 1;
+    return "parse error at " + placeIn(text, at) + excerpt(what.substr(why));
 }
 
-void appendText(std::string& text, const json& value, int level);
+constexpr std::size_t widestLine = 100;
 
-/// `[` … `]`, each item on a line of its own and written by `append(item)`.
-template <class Append>
-void appendLines(std::string& text, const json& value, int level, Append append) {
-    const bool isObject = value.is_object();
-    const std::string indent(static_cast<std::size_t>(level) * 2, ' ');
-    text += isObject ? '{' : '[';
-    for (auto item = value.begin(); item != value.end(); ++item) {
-        text.append(item == value.begin() ? "\n  " : ",\n  ").append(indent);
-        append(item);
-    }
-    text.append("\n").append(indent) += isObject ? '}' : ']';
+bool holdsList(const json& value) {
+    return std::any_of(value.begin(), value.end(), [](const json& inner) {
+        return inner.is_array() || (inner.is_object() && holdsList(inner));
+    });
 }
 
-void appendText(std::string& text, const json& value, int level) {
-    if (level == 2 || !value.is_structured() || value.empty()) {
-        text += jsonLine(value);
+/// Appends a value behind `indent` columns; `isRow` is one that is an element of a list.
+void appendText(std::string& text, const json& value, std::size_t indent, bool isRow) {
+    const std::string line = jsonLine(value);
+    if (!value.is_structured() || indent + line.size() <= widestLine || (isRow && !holdsList(value))) {
+        text += line;
         return;
     }
-    appendLines(text, value, level, [&](const json::const_iterator& item) {
-        if (value.is_object()) text.append(jsonLine(item.key())).append(": ");
-        appendText(text, *item, level + 1);
-    });
+    const bool isObject = value.is_object();
+    text += isObject ? '{' : '[';
+    for (auto item = value.begin(); item != value.end(); ++item) {
+        text.append(item == value.begin() ? "\n" : ",\n").append(indent + 2, ' ');
+        if (isObject) text.append(jsonLine(item.key())).append(": ");
+        appendText(text, *item, indent + 2, !isObject);
+    }
+    text.append("\n").append(indent, ' ') += isObject ? '}' : ']';
 }
 
 }  // namespace
@@ -101,8 +97,10 @@ json JsonValue::parse(std::string_view text) {
         json document = json::parse(text.begin(), text.end());
         refuseNul(text);
         return document;
+    } catch (const json::parse_error& error) {
+        throw JsonError(explained(error, text));
     } catch (const json::exception& error) {
-        throw JsonError(explained(error));
+        throw JsonError(excerpt(error.what()));
     }
 }
 
@@ -189,7 +187,7 @@ void JsonValue::failAtUnknownWord() const { fail("unknown word \"" + excerpt(str
 
 std::string jsonText(const json& document) {
     std::string text;
-    appendText(text, document, 0);
+    appendText(text, document, 0, false);
     return text + "\n";
 }
 

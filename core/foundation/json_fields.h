@@ -89,8 +89,9 @@ class JsonValue {
     std::string place_;
 };
 
-/// A document as people read and edit it: members sorted, those of the document and of its members on lines
-/// of their own and all that is deeper on one line, and a line end. What is not UTF-8 becomes U+FFFD.
+/// A document as people read and edit it, in a file as on a terminal: members sorted, and a line for each
+/// member or element of what does not fit in 100 columns. An element of a list that holds no list is on one
+/// line, however long: it is a row of a table. The last line is ended. What is not UTF-8 becomes U+FFFD.
 std::string jsonText(const nlohmann::json& document);
 
 }  // namespace tapcore

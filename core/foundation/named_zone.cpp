@@ -1,30 +1,17 @@
 #include "core/foundation/named_zone.h"
 
 #include <unicode/ucal.h>
-#include <unicode/ustring.h>
 
 #include <memory>
 #include <stdexcept>
 #include <string>
 
-#include "core/foundation/fatal.h"
+#include "core/foundation/icu.h"
 
 namespace tapcore {
 namespace {
 
-void require(UErrorCode status) {
-    if (U_FAILURE(status)) fatal(std::string("the calendar failed: ") + u_errorName(status));
-}
-
-std::u16string utf16(std::string_view text) {
-    std::u16string result(text.size(), u'\0');
-    std::int32_t size = 0;
-    UErrorCode status = U_ZERO_ERROR;
-    u_strFromUTF8(result.data(), static_cast<std::int32_t>(result.size()), &size, text.data(),
-                  static_cast<std::int32_t>(text.size()), &status);
-    result.resize(U_FAILURE(status) ? 0 : static_cast<std::size_t>(size));
-    return result;
-}
+constexpr std::string_view what = "the calendar failed";
 
 /// ICU takes any name for a zone and calls those it does not know this.
 constexpr std::u16string_view unknownZone = u"Etc/Unknown";
@@ -46,7 +33,7 @@ struct Close {
 std::chrono::milliseconds field(const UCalendar& calendar, UCalendarDateFields name) {
     UErrorCode status = U_ZERO_ERROR;
     const std::chrono::milliseconds value(ucal_get(&calendar, name, &status));
-    require(status);
+    requireIcu(status, what);
     return value;
 }
 
@@ -57,14 +44,14 @@ class Clock {
     Clock(const Clock& other) {
         UErrorCode status = U_ZERO_ERROR;
         calendar_.reset(ucal_clone(other.calendar_.get(), &status));
-        require(status);
+        requireIcu(status, what);
     }
     Clock(Clock&&) noexcept = default;
 
     std::chrono::seconds operator()(Instant moment) const {
         UErrorCode status = U_ZERO_ERROR;
         ucal_setMillis(calendar_.get(), static_cast<UDate>(moment.time_since_epoch().count()), &status);
-        require(status);
+        requireIcu(status, what);
         return std::chrono::floor<std::chrono::seconds>(field(*calendar_, UCAL_ZONE_OFFSET) +
                                                         field(*calendar_, UCAL_DST_OFFSET));
     }
@@ -81,7 +68,7 @@ Calendar::Offset namedZone(std::string_view name) {
     UErrorCode status = U_ZERO_ERROR;
     Clock clock(ucal_open(zone.data(), static_cast<std::int32_t>(zone.size()), "en_US_POSIX", UCAL_GREGORIAN,
                           &status));
-    require(status);
+    requireIcu(status, what);
     return clock;
 }
 

@@ -1,12 +1,11 @@
 #include "core/foundation/weekday_names.h"
 
 #include <unicode/udat.h>
-#include <unicode/ustring.h>
 
 #include <cstdint>
 #include <memory>
 
-#include "core/foundation/fatal.h"
+#include "core/foundation/icu.h"
 
 namespace tapcore {
 namespace {
@@ -16,9 +15,7 @@ struct Close {
 };
 using Format = std::unique_ptr<UDateFormat, Close>;
 
-void require(UErrorCode status) {
-    if (U_FAILURE(status)) fatal(std::string("the names of weekdays failed: ") + u_errorName(status));
-}
+constexpr std::string_view what = "the names of weekdays failed";
 
 /// A format that knows the locale's symbols of the Gregorian calendar, whichever its usual one is.
 Format openFormat(std::string_view locale) {
@@ -28,20 +25,14 @@ Format openFormat(std::string_view locale) {
     uloc_setKeywordValue("calendar", "gregorian", name, sizeof name, &status);
     if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING) return openFormat("en");
     Format format(udat_open(UDAT_PATTERN, UDAT_PATTERN, name, u"UTC", 3, u"ccc", 3, &status));
-    require(status);
+    requireIcu(status, what);
     return format;
 }
 
 std::string nameIn(const UDateFormat* format, std::int32_t day) {
-    UChar name[128];
-    char text[3 * 128];
-    UErrorCode status = U_ZERO_ERROR;
-    const auto size = udat_getSymbols(format, UDAT_STANDALONE_SHORT_WEEKDAYS, day, name, 128, &status);
-    std::int32_t length = 0;
-    require(status);
-    u_strToUTF8(text, sizeof text, &length, name, size, &status);
-    require(status);
-    return {text, static_cast<std::size_t>(length)};
+    return icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* status) {
+        return udat_getSymbols(format, UDAT_STANDALONE_SHORT_WEEKDAYS, day, buffer, capacity, status);
+    });
 }
 
 }  // namespace

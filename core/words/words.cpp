@@ -27,10 +27,8 @@ bool isIn(const Items& items, const Item& item) {
 
 std::string textOf(const fs::path& file) {
     const FileRead read = readFile(file);
-    if (read.status == FileRead::Status::read) return read.text;
-    const auto missing = std::make_error_code(std::errc::no_such_file_or_directory);
-    const bool isMissing = read.status == FileRead::Status::missing;
-    throw Words::FileError(file.string() + ": " + (isMissing ? missing : read.error).message());
+    if (const auto why = read.failure()) throw Words::FileError(file.string() + ": " + why.message());
+    return read.text;
 }
 
 Forms formsOf(const JsonValue& text) {
