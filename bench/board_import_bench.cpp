@@ -31,7 +31,7 @@ std::string largest() {
 }
 
 void import(benchmark::State& state, const std::string& text) {
-    const auto boards = Catalog::read(RESOURCES "/Boards", "").boards;
+    const auto boards = Catalog(RESOURCES "/Boards", "").boards;
     for (auto _ : state) benchmark::DoNotOptimize(importBoard(text, boards, {.layout = {}}));
 }
 BENCHMARK_CAPTURE(import, sixty, sample("sixty-raw.txt"))->Unit(benchmark::kMicrosecond);

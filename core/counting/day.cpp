@@ -7,6 +7,7 @@
 #include "core/foundation/checked.h"
 #include "core/foundation/civil_date.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -20,8 +21,7 @@ std::optional<std::array<std::string_view, 3>> threePieces(std::string_view text
     std::array<std::string_view, 3> pieces;
     std::size_t count = 0;
     while (!text.empty()) {
-        const std::string_view piece = text.substr(0, text.find('-'));
-        text.remove_prefix(piece.size() == text.size() ? piece.size() : piece.size() + 1);
+        const std::string_view piece = takePiece(text, '-');
         if (piece.empty()) continue;
         if (count == pieces.size()) return std::nullopt;
         pieces[count++] = piece;

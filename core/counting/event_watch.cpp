@@ -1,13 +1,10 @@
 #include "core/counting/event_watch.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tapcore::EventWatch {
 namespace {
 
-constexpr std::array<std::string_view, 5> kindWords = {"key", "modifier", "click", "right click",
-                                                       "middle click"};
 constexpr std::string_view dash = " — ";
 
 struct VerdictText {
@@ -21,12 +18,12 @@ struct VerdictText {
 }  // namespace
 
 std::string line(Kind kind, const Verdict& verdict) {
-    std::string text(kindWords[static_cast<std::size_t>(kind)]);
+    std::string text(kinds.of(kind));
     return text.append(dash).append(std::visit(VerdictText{}, verdict));
 }
 
 bool isWatchLine(std::string_view text) {
-    return std::any_of(kindWords.begin(), kindWords.end(), [&](std::string_view word) {
+    return std::any_of(kinds.words.begin(), kinds.words.end(), [&](std::string_view word) {
         return text.starts_with(word) && text.substr(word.size()).starts_with(dash);
     });
 }

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <variant>
 
+#include "core/foundation/raw_values.h"
+
 namespace tapcore {
 
 /// Where an event came from.
@@ -19,6 +21,8 @@ constexpr bool isInjected(std::int64_t sourcePID) { return sourcePID != 0; }
 namespace EventWatch {
 
 enum class Kind { key, modifier, click, rightClick, otherClick };
+
+inline constexpr RawValues<Kind, 5> kinds{{"key", "modifier", "click", "right click", "middle click"}};
 
 struct Counted {};
 struct Repeated {};

@@ -1,31 +1,8 @@
 #include "core/counting/key_face.h"
 
-#include <array>
-#include <utility>
-
 #include "core/foundation/characters.h"
 
 namespace tapcore::KeyFace {
-namespace {
-
-constexpr std::array<std::pair<std::string_view, std::string_view>, 13> glyphs = {{
-    {"tab", "⇥"},
-    {"caps lock", "⇪"},
-    {"shift", "⇧"},
-    {"control", "⌃"},
-    {"option", "⌥"},
-    {"command", "⌘"},
-    {"return", "⏎"},
-    {"delete", "⌫"},
-    {"enter", "⌤"},
-    {"clear", "⌧"},
-    {"menu", "≣"},
-    {"help", "?"},
-    {"space", ""},
-}};
-
-}  // namespace
-
 std::optional<std::string_view> glyph(std::string_view name) {
     for (const auto& [known, face] : glyphs)
         if (known == name) return face;

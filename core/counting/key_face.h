@@ -1,14 +1,33 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tapcore {
 
 /// What stands on a key.
 namespace KeyFace {
+
+/// The glyphs of the keys that are known by name.
+inline constexpr std::array<std::pair<std::string_view, std::string_view>, 13> glyphs = {{
+    {"tab", "⇥"},
+    {"caps lock", "⇪"},
+    {"shift", "⇧"},
+    {"control", "⌃"},
+    {"option", "⌥"},
+    {"command", "⌘"},
+    {"return", "⏎"},
+    {"delete", "⌫"},
+    {"enter", "⌤"},
+    {"clear", "⌧"},
+    {"menu", "≣"},
+    {"help", "?"},
+    {"space", ""},
+}};
 
 /// The glyph of a key known by name ("return" is "⏎"; "space" is ""), or nothing.
 std::optional<std::string_view> glyph(std::string_view name);

@@ -1,8 +1,9 @@
 #include "core/counting/modifiers.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
+
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -26,8 +27,7 @@ Modifiers memberNamed(std::string_view word) {
 std::optional<Modifiers> Modifiers::parse(std::string_view name) {
     Modifiers found;
     while (!name.empty()) {
-        const std::string_view word = name.substr(0, name.find('+'));
-        name.remove_prefix(std::min(word.size() + 1, name.size()));
+        const std::string_view word = takePiece(name, '+');
         if (word.empty()) continue;
         const Modifiers member = memberNamed(word);
         if (member.isEmpty()) return std::nullopt;

@@ -54,23 +54,16 @@ Catalog::Catalog(std::vector<Board> someBoards, std::vector<Layout> someLayouts)
     sortByName(layouts);
 }
 
-Catalog Catalog::read(const fs::path& boardsAt, const fs::path& layoutsAt) {
-    auto boards = readFolder<Board>(boardsAt);
-    return {std::move(boards), readFolder<Layout>(layoutsAt)};
-}
+Catalog::Catalog(const fs::path& boardsAt, const fs::path& layoutsAt)
+    : Catalog(readFolder<Board>(boardsAt), readFolder<Layout>(layoutsAt)) {}
 
 Catalog Catalog::bundled(const fs::path& resources) {
-    return read(resources / "Boards", resources / "Layouts");
+    return Catalog(resources / "Boards", resources / "Layouts");
 }
 
 std::string Catalog::readText(const fs::path& path) {
-    const auto refuse = [&](std::errc why) {
-        throw FileError(path.filename().string(), std::make_error_code(why).message());
-    };
     FileRead file = readFile(path, largestFile);
-    if (file.status == FileRead::Status::missing) refuse(std::errc::no_such_file_or_directory);
-    if (file.status == FileRead::Status::unreadable)
-        throw FileError(path.filename().string(), file.error.message());
+    if (const auto why = file.failure()) throw FileError(path.filename().string(), why.message());
     return std::move(file.text);
 }
 

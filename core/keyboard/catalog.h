@@ -36,7 +36,7 @@ struct Catalog {
 
     /// The files of two folders whose names end in ".json". A folder that is missing reads as empty. Throws
     /// FileError for the first file, by name, that is no board or layout.
-    static Catalog read(const std::filesystem::path& boardsAt, const std::filesystem::path& layoutsAt);
+    Catalog(const std::filesystem::path& boardsAt, const std::filesystem::path& layoutsAt);
     /// The same of the folders "Boards" and "Layouts" that come with the program.
     static Catalog bundled(const std::filesystem::path& resources);
 

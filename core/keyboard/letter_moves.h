@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "core/counting/key_remap.h"
 #include "core/counting/legends.h"
+#include "core/counting/tally.h"
 #include "core/keyboard/board.h"
 
 namespace tapcore {

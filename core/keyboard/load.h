@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "core/counting/key_remap.h"
 #include "core/counting/legends.h"
 #include "core/counting/tally.h"
 #include "core/keyboard/board.h"

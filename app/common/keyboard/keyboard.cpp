@@ -147,7 +147,7 @@ std::optional<Layout> Keyboards::systemLayout(const KeyboardOptions& options) co
     // Apple's ISO boards, and the bundled ones of that kind, count the key left of "1" as 10; others as 50.
     const bool isIso = chosenBoard(options).key(leftOfOneOnIso) != nullptr;
     return tappora::systemLayout(*keyboard, isIso ? IsoKeys::present : IsoKeys::absent,
-                                 Catalog::read({}, resources_ / "Layouts"));
+                                 Catalog({}, resources_ / "Layouts"));
 }
 
 LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {

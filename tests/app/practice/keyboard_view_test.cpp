@@ -16,7 +16,7 @@ class KeysOfABoard : public testing::Test {
         return KeyboardView(tapcore::Catalog::readBoard(RESOURCES "/Boards/" + board + ".json"),
                             catalog.legends(layout));
     }
-    const tapcore::Catalog catalog = tapcore::Catalog::read({}, RESOURCES "/Layouts");
+    const tapcore::Catalog catalog = tapcore::Catalog({}, RESOURCES "/Layouts");
 };
 
 TEST_F(KeysOfABoard, NamesFingersAsTheLoadOfFingersDoes) {

@@ -12,7 +12,7 @@ namespace {
 using Corners = std::array<Board::Point, 4>;
 
 const Catalog& bundled() {
-    static const Catalog catalog = Catalog::read(RESOURCES "/Boards", "");
+    static const Catalog catalog = Catalog(RESOURCES "/Boards", "");
     return catalog;
 }
 

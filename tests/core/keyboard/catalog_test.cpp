@@ -29,7 +29,7 @@ std::string layoutText(std::string_view id, std::string_view legends) {
 }
 
 std::string whyRefused(const TemporaryFolder& folder) {
-    return messageOf<Catalog::FileError>([&] { return Catalog::read(folder / "none", folder.path()); });
+    return messageOf<Catalog::FileError>([&] { return Catalog(folder / "none", folder.path()); });
 }
 
 TEST(Catalog, ReadsFoldersByFileNameAndSortsByName) {
@@ -41,7 +41,7 @@ TEST(Catalog, ReadsFoldersByFileNameAndSortsByName) {
     const Catalog catalog = Catalog::bundled(folder.path());
     EXPECT_THAT(catalog.layouts, ElementsAre(Field(&Layout::id, "first"), Field(&Layout::id, "second")));
     EXPECT_EQ(catalog.board("small"), &catalog.boards[0]);
-    EXPECT_EQ(Catalog::bundled(folder / "missing"), Catalog({}, {}));
+    EXPECT_EQ(Catalog::bundled(folder / "missing"), Catalog(std::vector<Board>{}, {}));
 }
 
 TEST(Catalog, NamesTheFirstFileThatIsNoLayout) {

@@ -5,6 +5,7 @@
 
 #include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 #include "core/keyboard/import/board/keymap_file.h"
 
 namespace tapcore {
@@ -73,11 +74,10 @@ void takeDirective(std::string_view line, CSource& source) {
 
 void takeLines(std::string_view text, CSource& source) {
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
+        const std::string_view line = takePiece(text, '\n');
         if (const auto trimmed = trimmedWhiteSpace(line); trimmed.starts_with('#'))
             takeDirective(trimmed, source);
         else source.text.append(line).push_back('\n');
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
 }
 

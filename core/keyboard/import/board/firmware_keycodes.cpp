@@ -6,6 +6,7 @@
 
 #include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 #include "core/keyboard/import/board/key_names.h"
 
 namespace tapcore {
@@ -42,11 +43,8 @@ constexpr Word words[] = {
 // clang-format on
 
 bool hasWord(std::string_view list, std::string_view word) {
-    for (std::size_t start = 0; start <= list.size();) {
-        const std::size_t end = std::min(list.find(' ', start), list.size());
-        if (list.substr(start, end - start) == word) return true;
-        start = end + 1;
-    }
+    while (!list.empty())
+        if (takePiece(list, ' ') == word) return true;
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/foundation/integers.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -56,8 +57,7 @@ Combination combinationOf(const XmlElement& modifier) {
     Combination result;
     const std::string text = modifier.required("keys");
     for (std::string_view left = text; !left.empty();) {
-        std::string_view word = left.substr(0, left.find(' '));
-        left.remove_prefix(std::min(word.size() + 1, left.size()));
+        std::string_view word = takePiece(left, ' ');
         if (word.empty()) continue;
         const bool optional = word.ends_with('?');
         if (optional) word.remove_suffix(1);

@@ -9,6 +9,7 @@
 #include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -27,15 +28,6 @@ std::optional<std::uint32_t> hexDigit(char c) {
     if (c >= 'a' && c <= 'f') return static_cast<std::uint32_t>(c - 'a' + 10);
     if (c >= 'A' && c <= 'F') return static_cast<std::uint32_t>(c - 'A' + 10);
     return std::nullopt;
-}
-
-void appendUtf8(std::string& text, std::uint32_t scalar) {
-    const auto put = [&](std::uint32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    const auto follow = [&](int shift) { put(0x80 | ((scalar >> shift) & 0x3F)); };
-    if (scalar < 0x80) return put(scalar);
-    if (scalar < 0x800) return put(0xC0 | (scalar >> 6)), follow(0);
-    if (scalar < 0x10000) return put(0xE0 | (scalar >> 12)), follow(6), follow(0);
-    put(0xF0 | (scalar >> 18)), follow(12), follow(6), follow(0);
 }
 
 class Reader {
@@ -185,7 +177,10 @@ class Reader {
         constexpr std::string_view letters = "nrtbf";
         constexpr std::string_view meanings = "\n\r\t\b\f";
         const char c = peek();
-        if (c == 'u') return appendUtf8(text, escapedScalar());
+        if (c == 'u') {
+            text += utf8(escapedScalar());
+            return;
+        }
         const std::size_t known = letters.find(c);
         const bool isItself = c == '"' || c == '\'' || c == '\\' || c == '/';
         if (known == std::string_view::npos && !isItself) fail("unknown escape");
@@ -222,10 +217,7 @@ class Reader {
     }
 
     [[noreturn]] void fail(const std::string& why) const {
-        const std::string_view before = text_.substr(0, at_);
-        const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-        const auto column = before.size() - (before.rfind('\n') + 1) + 1;  // npos + 1 is 0
-        throw JsonError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + why);
+        throw JsonError(placeIn(text_, at_) + ": " + why);
     }
 
     std::string_view text_;

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -79,12 +80,7 @@ void requireReadableEncoding(std::string_view text) {
 }  // namespace
 
 void failAt(std::string_view text, std::size_t offset, std::string_view why) {
-    const std::string_view before = text.substr(0, offset);
-    const auto lines = std::count(before.begin(), before.end(), '\n');
-    const std::string_view line = before.substr(before.rfind('\n') + 1);  // npos + 1 is 0
-    const auto column = std::count_if(line.begin(), line.end(), [](char c) { return (c & 0xC0) != 0x80; });
-    throw XmlError("line " + std::to_string(lines + 1) + ", column " + std::to_string(column + 1) + ": " +
-                   std::string(why));
+    throw XmlError(placeIn(text, offset) + ": " + std::string(why));
 }
 
 std::string xmlText(std::string_view bytes) {

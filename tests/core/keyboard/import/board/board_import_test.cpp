@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 
 const std::vector<Board>& known() {
-    static const std::vector<Board> boards = Catalog::read(RESOURCES "/Boards", "").boards;
+    static const std::vector<Board> boards = Catalog(RESOURCES "/Boards", "").boards;
     return boards;
 }
 

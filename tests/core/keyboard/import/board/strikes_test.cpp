@@ -36,7 +36,7 @@ Agreement agreement(const Board& board, bool keepsCodes) {
 }
 
 TEST(Strikes, AreGuessedFromWhereTheLettersLie) {
-    for (const Board& board : Catalog::read(RESOURCES "/Boards", "").boards) {
+    for (const Board& board : Catalog(RESOURCES "/Boards", "").boards) {
         const Agreement same = agreement(board, true);
         EXPECT_GE(same.hands, 97u) << board.id;
         EXPECT_GE(same.fingers, 80u) << board.id;
@@ -46,7 +46,7 @@ TEST(Strikes, AreGuessedFromWhereTheLettersLie) {
 }
 
 TEST(Strikes, AreAllRightOnPlainGridsWithoutCodes) {
-    const Catalog catalog = Catalog::read(RESOURCES "/Boards", "");
+    const Catalog catalog = Catalog(RESOURCES "/Boards", "");
     for (const char* id : {"planck", "preonic", "corne", "kyria"}) {
         const Agreement same = agreement(*catalog.board(id), false);
         EXPECT_EQ(same.fingers, 100u) << id;
