@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "core/assistant/tool_text.h"
 #include "core/foundation/characters.h"
 
 namespace tapcore {
@@ -107,6 +106,24 @@ AssistantTools::Output AssistantTools::listFiles(std::string_view folder, std::s
     if (wanted.size() > shown)
         text += "\n… and " + std::to_string(wanted.size() - shown) + " older — narrow with \"contains\".";
     return withProblems(toolText(text), problems);
+}
+
+AssistantTools::Output toolText(std::string text) { return {std::move(text), false, {}}; }
+
+AssistantTools::Output toolError(std::string text) { return {std::move(text), true, {}}; }
+
+AssistantTools::Output withProblems(AssistantTools::Output output, const FileProblems& problems) {
+    constexpr std::size_t shown = 20;
+    std::vector<std::string> lines;
+    if (!output.text.empty()) lines.push_back(std::move(output.text));
+    else output.isError = !problems.empty();
+    for (std::size_t i = 0; i < problems.size() && i < shown; ++i)
+        lines.push_back("[Not complete: " + shortened(problems[i].path.string()) + ": " + problems[i].why +
+                        "]");
+    if (problems.size() > shown)
+        lines.push_back("[… and " + std::to_string(problems.size() - shown) + " more]");
+    output.text = joined(lines, "\n");
+    return output;
 }
 
 }  // namespace tapcore

@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/assistant/tool_text.h"
 #include "core/counting/day.h"
 #include "core/counting/legends.h"
 #include "core/files/store.h"
@@ -51,16 +52,14 @@ struct AssistantTools {
         FileProblems problems;  ///< what is not in it, or not whole; paths relative to `base`
     };
 
-    static constexpr std::array<std::string_view, 4> folders = {"days", "months", "reports", "practice"};
+    static constexpr std::array<std::string_view, 4> folders = {daysFolder, monthsFolder, reportsFolder,
+                                                                practiceFolder};
     static constexpr std::array<std::string_view, 2> extensions = {"org", "md"};
     static constexpr std::size_t readLimit = 12000;  ///< characters of one `read_file`
     static constexpr std::size_t listLimit = 120;    ///< names of one `list_files`
     static constexpr std::size_t searchLimit = 60;   ///< lines of one `search`
     static constexpr std::int64_t spanLimit = 400;   ///< days of one `summary`
-    /// Characters of a line found, or of an argument given back in a message; what is longer ends in "…".
-    static constexpr std::size_t quoteLimit = 1000;
-    /// Bytes of any result, for each of `readLimit` characters: one character can hold any number of marks.
-    static constexpr std::size_t bytesOfCharacter = 24;
+    /// Bytes of any result.
     static constexpr std::size_t byteLimit = readLimit * bytesOfCharacter;
 
     std::filesystem::path base;     ///< the data folder
@@ -125,5 +124,12 @@ struct AssistantTools {
     Output search(std::string_view query) const;
     Output summary(const nlohmann::json& arguments) const;
 };
+
+/// What a call comes to that found something, or could not be done.
+AssistantTools::Output toolText(std::string text);
+AssistantTools::Output toolError(std::string text);
+
+/// A result with a line for each thing that could not be read for it. Where nothing could be, it is an error.
+AssistantTools::Output withProblems(AssistantTools::Output output, const FileProblems& problems);
 
 }  // namespace tapcore

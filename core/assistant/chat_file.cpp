@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -56,11 +57,9 @@ enum class LineEnd { lf, crlf };
 template <class Visit>
 void forEachLine(std::string_view text, LineEnd lineEnd, Visit visit) {
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        std::string_view line = text.substr(0, end);
+        std::string_view line = takePiece(text, '\n');
         if (lineEnd == LineEnd::crlf && line.ends_with('\r')) line.remove_suffix(1);
         visit(line);
-        text.remove_prefix(std::min(end + 1, text.size()));
     }
 }
 
@@ -82,10 +81,8 @@ std::string readLine(const std::vector<std::string>& paths, FileFormat format) {
 
 void addPaths(std::vector<std::string>& paths, std::string_view list) {
     while (!list.empty()) {
-        const std::size_t end = std::min(list.find(','), list.size());
-        const std::string_view path = trimmedWhiteSpace(list.substr(0, end));
+        const std::string_view path = trimmedWhiteSpace(takePiece(list, ','));
         if (!path.empty()) paths.emplace_back(path);
-        list.remove_prefix(std::min(end + 1, list.size()));
     }
 }
 

@@ -115,12 +115,4 @@ std::unique_ptr<Dialogue> Dialogue::claude(DialogueStart start) {
     return std::make_unique<ClaudeDialogue>(std::move(start));
 }
 
-AssistantTools::Output run(const ToolCall& call, const AssistantTools& tools) {
-    if (call.isReadable) return tools.run(call.name, call.arguments);
-    return {"The arguments are not a JSON object. Call " + call.name +
-                " again with one, such as {\"folder\": \"days\"}.",
-            true,
-            {}};
-}
-
 }  // namespace tapcore

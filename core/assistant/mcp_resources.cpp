@@ -15,7 +15,7 @@ namespace {
 using nlohmann::json;
 
 constexpr std::string_view scheme = "tappora:///";
-constexpr std::array<std::string_view, 3> listedFolders = {"days", "months", "practice"};
+constexpr std::array<std::string_view, 3> listedFolders = {daysFolder, monthsFolder, practiceFolder};
 constexpr std::size_t pageSize = 500;
 constexpr std::size_t largestFile = std::size_t{4} << 20;  // clients close on lines of 10 MiB
 
@@ -116,7 +116,7 @@ Result readResource(const Offer& offer, Revision revision, const json& params) {
     const auto path = pathOf(uri);
     const AssistantTools tools = offer.tools();
     const auto file = path ? tools.resolve(*path) : std::nullopt;
-    const FileRead read = file ? DataFileReader(tools.base).read(*file) : FileRead();
+    const FileRead read = file ? DataFileReader(AssistantTools::rootOf(tools.base)).read(*file) : FileRead();
     if (read.status == FileRead::Status::unreadable)
         throw Error(internalError, shortened(uri) + ": " + read.error.message());
     if (read.status == FileRead::Status::missing)

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t longestName = 255;  // in bytes: no file has a longer name
 
-constexpr std::array<std::string_view, 3> perMac = {"days", "months", "practice"};
+constexpr std::array<std::string_view, 3> perMac = {daysFolder, monthsFolder, practiceFolder};
 
 template <class Range>
 bool holds(const Range& range, std::string_view item) {

@@ -1,6 +1,6 @@
 // The tool read_file: one file, or the parts that several machines have of it.
 
-#include "core/assistant/tool_text.h"
+#include "core/assistant/assistant_tools.h"
 #include "core/foundation/characters.h"
 
 namespace tapcore {
@@ -35,7 +35,7 @@ std::vector<AssistantTools::Copy> AssistantTools::copies(std::string_view path,
     const std::size_t slash = path.rfind('/');
     const std::string_view folder = path.substr(0, slash);
     const bool isPlain = folder.find('/') == std::string_view::npos;
-    const DataFileReader reader(base);
+    const DataFileReader reader(rootOf(base));
     std::vector<Copy> copies;
     for (const std::string& place : isPlain ? places(folder) : std::vector{std::string(folder)}) {
         std::string name = place + std::string(path.substr(slash));

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/assistant/tool_text.h"
+#include "core/assistant/assistant_tools.h"
 #include "core/foundation/characters.h"
 
 namespace tapcore {
@@ -46,7 +46,7 @@ void forEachMatch(std::string_view folded, std::string_view query, Visit visit) 
 AssistantTools::Output AssistantTools::search(std::string_view query) const {
     if (query.empty()) return toolError("Empty query.");
     const std::string folded = caseFolded(query);
-    const DataFileReader reader(base);
+    const DataFileReader reader(rootOf(base));
     std::vector<std::string> lines;
     std::size_t found = 0, bytes = 0;
     Output output;

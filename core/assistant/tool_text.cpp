@@ -7,10 +7,6 @@
 
 namespace tapcore {
 
-AssistantTools::Output toolText(std::string text) { return {std::move(text), false, {}}; }
-
-AssistantTools::Output toolError(std::string text) { return {std::move(text), true, {}}; }
-
 std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name) {
     if (!arguments.is_object()) return std::nullopt;
     const auto found = arguments.find(name);
@@ -21,13 +17,13 @@ std::optional<std::string> argument(const nlohmann::json& arguments, std::string
 std::string_view bounded(std::string_view text, std::size_t limit) {
     const auto isInsideCodePoint = [](char byte) { return (byte & 0xC0) == 0x80; };
     const std::string_view first = firstCharacters(text, limit);
-    std::size_t size = std::min(first.size(), limit * AssistantTools::bytesOfCharacter);
+    std::size_t size = std::min(first.size(), limit * bytesOfCharacter);
     while (size > 0 && size < first.size() && isInsideCodePoint(first[size])) --size;
     return first.substr(0, size);
 }
 
 std::string shortened(std::string_view text) {
-    const std::string_view shown = bounded(text, AssistantTools::quoteLimit);
+    const std::string_view shown = bounded(text, quoteLimit);
     return std::string(shown) + (shown.size() < text.size() ? "…" : "");
 }
 
@@ -40,22 +36,7 @@ std::string joined(std::span<const std::string> items, std::string_view separato
     return text;
 }
 
-AssistantTools::Output withProblems(AssistantTools::Output output, const FileProblems& problems) {
-    constexpr std::size_t shown = 20;
-    std::vector<std::string> lines;
-    if (!output.text.empty()) lines.push_back(std::move(output.text));
-    else output.isError = !problems.empty();
-    for (std::size_t i = 0; i < problems.size() && i < shown; ++i)
-        lines.push_back("[Not complete: " + shortened(problems[i].path.string()) + ": " + problems[i].why +
-                        "]");
-    if (problems.size() > shown)
-        lines.push_back("[… and " + std::to_string(problems.size() - shown) + " more]");
-    output.text = joined(lines, "\n");
-    return output;
-}
-
-DataFileReader::DataFileReader(const std::filesystem::path& base)
-    : root_(AssistantTools::rootOf(base)), held_(root_) {}
+DataFileReader::DataFileReader(std::filesystem::path root) : root_(std::move(root)), held_(root_) {}
 
 FileRead DataFileReader::read(const std::filesystem::path& file) const {
     FileRead read = held_.read(file.lexically_relative(root_));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -7,7 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/assistant/assistant_tools.h"
 #include "core/files/file_problem.h"
 #include "core/foundation/held_folder.h"
 
@@ -15,8 +15,10 @@ namespace tapcore {
 
 // What the tools' texts share.
 
-AssistantTools::Output toolText(std::string text);
-AssistantTools::Output toolError(std::string text);
+/// Characters of a line found, or of an argument given back in a message; what is longer ends in "…".
+inline constexpr std::size_t quoteLimit = 1000;
+/// Bytes that each character of a result may take: one character can hold any number of marks.
+inline constexpr std::size_t bytesOfCharacter = 24;
 
 /// A string argument of a call; nothing when it is missing or not a string.
 std::optional<std::string> argument(const nlohmann::json& arguments, std::string_view name);
@@ -29,14 +31,12 @@ std::string shortened(std::string_view text);
 
 std::string joined(std::span<const std::string> items, std::string_view separator);
 
-/// A result with a line for each thing that could not be read for it. Where nothing could be, it is an error.
-AssistantTools::Output withProblems(AssistantTools::Output output, const FileProblems& problems);
-
 /// Reads the data files of a folder. What was found to be in it is opened once, step by step below the folder
 /// and through no link, so that nothing put in its way meanwhile leads out.
 class DataFileReader {
   public:
-    explicit DataFileReader(const std::filesystem::path& base);
+    /// `root` is the folder itself, links resolved.
+    explicit DataFileReader(std::filesystem::path root);
 
     /// A file, links resolved; missing when it is not a regular file or not UTF-8.
     FileRead read(const std::filesystem::path& file) const;

@@ -98,7 +98,7 @@ TEST_F(Tools, ReadNothingThatALinkPutInTheWayMeanwhileLeadsTo) {
     std::filesystem::remove(folder / "days/2026-09-18.org");
     std::filesystem::create_symlink(outside / "days/2026-09-17.org", folder / "days/2026-09-18.org");
     const auto read = [&](const std::filesystem::path& file) {
-        return DataFileReader(folder.path()).read(file).text;
+        return DataFileReader(AssistantTools::rootOf(folder.path())).read(file).text;
     };
     EXPECT_EQ(read(*found), "mine");
     EXPECT_EQ(read(*other), "");
