@@ -19,6 +19,7 @@
 #include "app/common/system/environment.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
+#include "core/files/adoption.h"
 #include "core/files/data_listing.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"

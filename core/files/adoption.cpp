@@ -1,4 +1,4 @@
-// Taking over another data folder's files: the functions of MacFolder that copy.
+#include "core/files/adoption.h"
 
 #include <algorithm>
 #include <array>
@@ -6,14 +6,12 @@
 #include <utility>
 #include <vector>
 
-#include "core/files/cloud.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
-#include "core/files/store.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"

@@ -5,6 +5,7 @@
 #include "core/files/table_reader.h"
 #include "core/foundation/ascii.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -23,8 +24,7 @@ std::optional<std::int64_t> plusCell(std::optional<std::int64_t> sum, std::strin
     constexpr std::int64_t minutes = 60;
     std::int64_t factor = cell.find(':') == std::string_view::npos ? 1 : minutes;
     while (!cell.empty()) {
-        const std::string_view piece = cell.substr(0, cell.find(':'));
-        cell.remove_prefix(std::min(piece.size() + 1, cell.size()));
+        const std::string_view piece = takePiece(cell, ':');
         if (piece.empty()) continue;
         if (const auto number = parseInteger(piece)) sum = plus(sum, *number, factor);
         factor = 1;

@@ -7,6 +7,7 @@
 #include "core/files/file_format.h"
 #include "core/files/folder_error.h"
 #include "core/foundation/ascii.h"
+#include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 
 namespace tapcore {
@@ -89,6 +90,16 @@ bool isDayName(std::string_view name) { return isLike("0000-00-00", name) && Day
 
 bool isMonthName(std::string_view name) {
     return isLike("0000-00", name) && Day::parse(std::string(name) + "-01").has_value();
+}
+
+std::filesystem::path cloudPlaceholder(const std::filesystem::path& url) {
+    return url.parent_path() / ("." + url.filename().string() + ".icloud");
+}
+
+bool isOnlyInCloud(const std::filesystem::path& url) { return isThere(cloudPlaceholder(url)) && !isThere(url); }
+
+void fetchIfInCloud(const std::filesystem::path& url, const CloudFetch& fetch) {
+    if (fetch && isOnlyInCloud(url)) fetch(url);
 }
 
 }  // namespace tapcore

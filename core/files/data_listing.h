@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,9 +22,9 @@ struct ListedFile {
 /// The names in a folder, sorted. One that cannot be listed has none, and is named in `problems`.
 std::vector<std::string> namesIn(const std::filesystem::path& folder, FileProblems* problems);
 
-/// The data files of a folder, in all formats read, by name; none when the folder does not exist. A placeholder
-/// of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there by now.
-/// Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.
+/// The data files of a folder, in all formats read, by name; none when the folder does not exist. A
+/// placeholder of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there
+/// by now. Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
 /// The same for readers who go on without it: a folder that cannot be listed is named in `problems`.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder, FileProblems& problems);
@@ -51,5 +52,20 @@ bool isDayName(std::string_view name);
 
 /// Whether a name is exactly how a month is written: "2026-09".
 bool isMonthName(std::string_view name);
+
+// iCloud Drive keeps a file that it has not brought here as a placeholder: ".2026-09-17.org.icloud" for
+// "2026-09-17.org".
+
+/// Asks the system to bring such a file. It does not wait for it.
+using CloudFetch = std::function<void(const std::filesystem::path& url)>;
+
+/// The name of a file's placeholder.
+std::filesystem::path cloudPlaceholder(const std::filesystem::path& url);
+
+/// Whether a file is there as its placeholder alone.
+bool isOnlyInCloud(const std::filesystem::path& url);
+
+/// Asks for a file that is there as its placeholder alone; does nothing without `fetch`.
+void fetchIfInCloud(const std::filesystem::path& url, const CloudFetch& fetch);
 
 }  // namespace tapcore

@@ -8,6 +8,7 @@
 #include "core/files/text_table.h"
 #include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -66,8 +67,7 @@ Outcome readMouseRow(DayFile& file, const Cells& cells) {
 std::optional<std::int64_t> readDuration(std::string_view text) {
     std::vector<std::int64_t> numbers;
     while (!text.empty()) {
-        const std::string_view piece = text.substr(0, text.find(':'));
-        text.remove_prefix(std::min(piece.size() + 1, text.size()));
+        const std::string_view piece = takePiece(text, ':');
         if (piece.empty()) continue;
         const auto number = parseInteger(piece);
         if (!number) return std::nullopt;

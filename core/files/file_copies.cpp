@@ -204,9 +204,9 @@ fs::path keepAsItWas(const FileCopy& copy) {
 
 }  // namespace
 
-void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutLines& leftOut,
+void keepWhatIsSkipped(const std::vector<FileCopy>& copies, const SkippedLines& lines,
                        FileProblems* problems) {
-    auto ofCopy = leftOut.begin();
+    auto ofCopy = lines.begin();
     for (const FileCopy& copy : copies) {
         if (copy.isSuperseded) continue;
         const std::vector<SkippedRow>& skipped = *ofCopy++;

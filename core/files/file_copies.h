@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/files/cloud.h"
 #include "core/files/count_sum.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_format.h"
@@ -58,13 +57,13 @@ Written replaceCopies(const std::filesystem::path& folder, std::string_view name
 
 /// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
 /// them out.
-using LeftOutLines = std::vector<std::vector<SkippedRow>>;
+using SkippedLines = std::vector<std::vector<SkippedRow>>;
 
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
 /// had. A copy that holds such lines is kept as it is now under a name that no count is read from,
 /// "2026-09-20 as it was.org"; each line is named in `problems`, when given. Throws filesystem_error with the
 /// path.
-void keepWhatIsLeftOut(const std::vector<FileCopy>& copies, const LeftOutLines& leftOut,
+void keepWhatIsSkipped(const std::vector<FileCopy>& copies, const SkippedLines& lines,
                        FileProblems* problems);
 
 /// Whether a file's name, without extension, is one under which a day's copy is kept.

@@ -4,12 +4,12 @@ namespace tapcore {
 namespace {
 
 struct Traits {
-    std::string_view rawValue, title, fileExtension, titlePrefix, headingPrefix;
+    std::string_view title, fileExtension, titlePrefix, headingPrefix;
 };
 
 constexpr std::array<Traits, 2> traits = {{
-    {"org", "Org", "org", "#+title: ", "* "},
-    {"markdown", "Markdown", "md", "# ", "## "},
+    {"Org", "org", "#+title: ", "* "},
+    {"Markdown", "md", "# ", "## "},
 }};
 
 const Traits& of(FileFormat::Case format) { return traits[static_cast<std::size_t>(format)]; }
@@ -20,13 +20,6 @@ std::string line(std::string_view prefix, std::string_view text) {
 
 }  // namespace
 
-std::optional<FileFormat> FileFormat::parse(std::string_view rawValue) {
-    for (const FileFormat format : allCases)
-        if (format.rawValue() == rawValue) return format;
-    return std::nullopt;
-}
-
-std::string_view FileFormat::rawValue() const { return of(value).rawValue; }
 std::string_view FileFormat::title() const { return of(value).title; }
 std::string_view FileFormat::fileExtension() const { return of(value).fileExtension; }
 

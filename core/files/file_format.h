@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/foundation/raw_values.h"
+
 namespace tapcore {
 
 /// The text format that the owner of a data folder picked. Reading takes both, whatever the choice.
@@ -17,15 +19,17 @@ struct FileFormat {
     constexpr operator Case() const { return value; }           // NOLINT(google-explicit-constructor)
 
     static constexpr std::array<Case, 2> allCases = {org, markdown};
+    static constexpr RawValues<Case, 2> words{{"org", "markdown"}};
 
     /// The extensions of data files, "tsv" among them: an older layout, read but never written.
     static constexpr std::array<std::string_view, 3> knownExtensions = {"org", "md", "tsv"};
 
     /// The format of a stored word, or nothing.
-    static std::optional<FileFormat> parse(std::string_view rawValue);
+    static std::optional<FileFormat> parse(std::string_view rawValue) { return words.find(rawValue); }
 
     /// The stored word: "org" or "markdown".
-    std::string_view rawValue() const;
+    std::string_view rawValue() const { return words.of(value); }
+    FileFormat id() const { return *this; }
     /// As settings show it.
     std::string_view title() const;
     std::string_view fileExtension() const;

@@ -46,7 +46,7 @@ fs::path Store::legacyRoot(const fs::path& home) { return home / "Documents/Typi
 
 fs::path Store::defaultRoot(const fs::path& home) {
     if (const auto cloud = iCloudRoot(home)) return *cloud;
-    if (isThere(legacyRoot(home) / "days")) return legacyRoot(home);
+    if (isThere(legacyRoot(home) / daysFolder)) return legacyRoot(home);
     return home / "Documents/Tappora";
 }
 

@@ -17,4 +17,8 @@ inline constexpr std::string_view settingsFolder = ".keys";
 /// Those with a file for each day or month, in the order in which one looks for any data.
 inline constexpr std::array<std::string_view, 3> dataFolders = {daysFolder, practiceFolder, monthsFolder};
 
+/// Names that the data folder needs itself: no machine's sub-folder may take one.
+inline constexpr std::array<std::string_view, 6> ownFolders = {
+    daysFolder, monthsFolder, reportsFolder, practiceFolder, assistantFolder, settingsFolder};
+
 }  // namespace tapcore

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "core/files/store.h"
+#include "core/files/folder_names.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
@@ -62,7 +62,7 @@ std::optional<MarkedFolder> findMarked(const fs::path& root, std::string_view id
 bool mayHideMarker(const std::string& name, std::error_code error) {
     const bool isMissing =
         error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
-    const auto& ours = Store::ownFolders;
+    const auto& ours = ownFolders;
     const bool isNone = std::find(ours.begin(), ours.end(), name) != ours.end() || name == "lost+found";
     return error && !isMissing && !isNone && !name.starts_with('.');
 }
@@ -101,8 +101,7 @@ std::string sanitized(std::string_view name) {
     std::string_view rest = trimmedWhiteSpace(text);
     while (rest.starts_with('.')) rest.remove_prefix(1);
     std::string result(rest.empty() ? "Mac" : rest);
-    if (std::find(Store::ownFolders.begin(), Store::ownFolders.end(), result) != Store::ownFolders.end())
-        result += " (Mac)";
+    if (std::find(ownFolders.begin(), ownFolders.end(), result) != ownFolders.end()) result += " (Mac)";
     return std::string(firstCharacters(result, longestName));
 }
 

@@ -156,31 +156,31 @@ DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,
                 const Day& day) const {
-    change(day, LeftOut::kept, [&](DayFile& file) {
+    change(day, UnusedLines::kept, [&](DayFile& file) {
         file.merge(tally, peakPerMinute, pausedMinutes);
         if (board) file.board = board;
         if (layout) file.layout = layout;
     });
 }
 
-void Store::change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const {
-    changeRead(day, readWholeCopies(base() / daysFolder, day.description(), format, fetch_), leftOut, change);
+void Store::change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change) const {
+    changeRead(day, readWholeCopies(base() / daysFolder, day.description(), format, fetch_), unused, change);
 }
 
-void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, LeftOut leftOut,
+void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, UnusedLines unused,
                        const std::function<void(DayFile&)>& change) const {
     const fs::path folder = base() / daysFolder;
     const std::string place = (folder / day.description()).string();
     const FatalContext context("changing", place);
     DayFile file;
-    LeftOutLines lines;
+    SkippedLines lines;
     forEachText(copies, nullptr,
                 [&](std::string_view text) { file.merge(DayFile(text, &lines.emplace_back())); });
     change(file);
-    if (leftOut == LeftOut::kept) keepWhatIsLeftOut(copies, lines, nullptr);
+    if (unused == UnusedLines::kept) keepWhatIsSkipped(copies, lines, nullptr);
     const Written written = replaceCopies(folder, day.description(), format, file.text(format, day), copies);
     // What was to be forgotten may still be in what remains.
-    leftOut == LeftOut::dropped ? written.requireSafe() : settle(written);
+    unused == UnusedLines::dropped ? written.requireSafe() : settle(written);
 }
 
 Written Store::write(std::string_view text, const fs::path& url) { return writeFile(url, text); }

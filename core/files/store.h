@@ -12,10 +12,11 @@
 #include <vector>
 
 #include "core/counting/day.h"
-#include "core/files/cloud.h"
+#include "core/files/data_listing.h"
 #include "core/files/day_file.h"
 #include "core/files/file_format.h"
 #include "core/files/file_problem.h"
+#include "core/files/folder_names.h"
 #include "core/files/month_rollup.h"
 #include "core/files/summary.h"
 #include "core/foundation/progress.h"
@@ -46,8 +47,7 @@ class Store {
     std::optional<std::string> mac;  ///< this machine's sub-folder, in a folder that is shared
 
     /// Names that the data folder needs itself: no machine's sub-folder may take one.
-    static constexpr std::array<std::string_view, 6> ownFolders = {"days",     "months",    "reports",
-                                                                   "practice", "assistant", ".keys"};
+    static constexpr auto ownFolders = tapcore::ownFolders;
 
     Store(std::filesystem::path folder, FileFormat written,
           std::optional<std::string> subfolder = std::nullopt)
@@ -120,9 +120,9 @@ class Store {
              const Day& day) const;
 
     /// What becomes of lines that cannot be used when their file is rewritten: `kept` keeps the old one.
-    enum class LeftOut { kept, dropped };
+    enum class UnusedLines { kept, dropped };
     /// Changes the own file of a day as a whole, on the same conditions as `add`.
-    void change(const Day& day, LeftOut leftOut, const std::function<void(DayFile&)>& change) const;
+    void change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change) const;
 
     /// Writes a file whole, and its folder when missing.
     static Written write(std::string_view text, const std::filesystem::path& url);
@@ -233,7 +233,7 @@ class Store {
     std::vector<Day> daysIn(std::string_view folder, FileProblems* problems) const;
 
     /// The same as `change`, of a day whose files were read.
-    void changeRead(const Day& day, const std::vector<FileCopy>& copies, LeftOut leftOut,
+    void changeRead(const Day& day, const std::vector<FileCopy>& copies, UnusedLines unused,
                     const std::function<void(DayFile&)>& change) const;
     void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
     /// Makes this machine's rollup of a day's month again without that day.

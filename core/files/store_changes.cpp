@@ -97,7 +97,7 @@ bool Store::convert(const Progress& progress) const {
 }
 
 void Store::convertFile(std::string_view folder, const std::string& name) const {
-    if (folder == daysFolder) change(*Day::parse(name), LeftOut::kept, [](DayFile&) {});
+    if (folder == daysFolder) change(*Day::parse(name), UnusedLines::kept, [](DayFile&) {});
     if (folder == monthsFolder) changeRollup(name, [](MonthRollup&) {});
     if (folder == practiceFolder) convertPractice(name);
 }
@@ -136,7 +136,7 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
         read.emplace_back(*Day::parse(name), readWholeCopies(days, name, format, fetch_));
     for (std::size_t done = 0; done < read.size(); ++done) {
         if (!goesOn(progress, done, read.size())) return false;
-        changeRead(read[done].first, read[done].second, LeftOut::dropped, inDay);
+        changeRead(read[done].first, read[done].second, UnusedLines::dropped, inDay);
     }
     kept.remove();
     for (const std::string& name : monthNames) changeRollup(name, inMonth);

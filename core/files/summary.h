@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/counting/day.h"
-#include "core/counting/key_remap.h"
 #include "core/counting/tally.h"
 #include "core/files/day_file.h"
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/files/cloud.h"
+#include "core/files/data_listing.h"
 #include "core/files/file_format.h"
 #include "core/files/folder_names.h"
 #include "core/foundation/descriptor.h"
@@ -18,6 +18,7 @@
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/name_taken.h"
 #include "core/foundation/retrying.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -36,17 +37,9 @@ constexpr std::string_view hiddenStart = ".adopting.";
 
 /// The next line, without its end; one that has no end was being written in a crash, and is none.
 bool nextLine(std::string_view& rest, std::string_view& line) {
-    const std::size_t end = rest.find('\n');
-    if (end == std::string_view::npos) return false;
-    line = rest.substr(0, end);
-    rest.remove_prefix(end + 1);
+    if (rest.find('\n') == std::string_view::npos) return false;
+    line = takePiece(rest, '\n');
     return true;
-}
-
-std::string_view firstWord(std::string_view& rest) {
-    const std::string_view word = rest.substr(0, rest.find(' '));
-    rest.remove_prefix(std::min(word.size() + 1, rest.size()));
-    return word;
 }
 
 /// The place, or the first under another format's ending that nothing has.
@@ -96,8 +89,8 @@ void TakenNote::read() {
     std::string_view line;
     isBegun_ = nextLine(rest, line) && line == oldRoot_;
     while (nextLine(rest, line)) {
-        const std::string text(firstWord(line));
-        const std::string place(firstWord(line));
+        const std::string text(takePiece(line, ' '));
+        const std::string place(takePiece(line, ' '));
         taken_[std::string(line)] = {text, place};
     }
 }

@@ -10,11 +10,12 @@
 namespace tapcore {
 namespace {
 
-struct Cell {
+/// A cell's text and how many characters it has.
+struct Measured {
     std::string text;
     std::size_t width = 0;
 };
-using Line = std::vector<Cell>;
+using Line = std::vector<Measured>;
 
 /// The text of a cell as a table can hold it: bars and line breaks become spaces.
 std::string withoutMarks(std::string_view text) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include "core/files/adoption.h"
 #include "core/files/mac_folder.h"
 #include "core/files/store.h"
 #include "core/foundation/digest.h"
