@@ -1,15 +1,16 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
+#include "app/tappora/catalog_tasks.h"
 #include "app/tappora/commands.h"
 #include "core/files/store.h"
 #include "core/foundation/file_io.h"
@@ -48,7 +49,7 @@ void list(const Asked& asked, const Environment& environment) {
         record["keys"] = board.keys.size();
         records.push_back(std::move(record));
     }
-    if (asked.json) print(tapcore::jsonText(records));
+    if (asked.json) print(jsonText(records));
 }
 
 std::string keyLine(const Board::Key& key) {
@@ -75,67 +76,42 @@ void show(const Asked& asked, const Environment& environment) {
     for (const Board::Key& key : board->keys) print(keyLine(key));
 }
 
-/// What the catalog says with these boards and does not say without them.
-std::vector<std::string> newProblems(const Catalog& catalog, const std::vector<Board>& added) {
-    std::vector<Board> boards = catalog.boards;
-    boards.insert(boards.end(), added.begin(), added.end());
-    std::vector<std::string> problems = Catalog(std::move(boards), catalog.layouts).problems();
-    for (const std::string& known : catalog.problems())
-        if (const auto same = std::find(problems.begin(), problems.end(), known); same != problems.end())
-            problems.erase(same);
-    return problems;
-}
-
 std::vector<std::string> problemsOf(const std::vector<std::string>& files, const Catalog& catalog) {
     std::vector<std::string> problems;
-    std::vector<Board> boards;
-    for (const std::string& file : files) {
-        try {
-            boards.push_back(Catalog::readBoard(file));
-        } catch (const Catalog::FileError& error) {
-            problems.push_back(file + ": " + error.underlying);
-        }
-    }
-    for (std::string& problem : newProblems(catalog, boards)) problems.push_back(std::move(problem));
+    std::vector<Board> boards = readFiles(files, Catalog::readBoard, problems);
+    boards.insert(boards.begin(), catalog.boards.begin(), catalog.boards.end());
+    for (std::string& problem : newProblems(Catalog(std::move(boards), catalog.layouts), catalog))
+        problems.push_back(std::move(problem));
     return problems;
 }
 
 void check(const Asked& asked, const Environment& environment) {
     const Catalog catalog = bundled(environment);
-    const auto problems = asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog);
-    if (asked.json) print(tapcore::jsonText(problems));
-    for (const std::string& problem : problems)
-        if (!asked.json) print(harmlessLine(problem) + "\n");
-    if (!problems.empty()) throw Failure("boards", tapcore::counted(problems.size(), "problem", "problems"));
-    if (!asked.json) print("No problems.\n");
+    reportProblems("boards", asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog),
+                   asked.json);
 }
 
-tapcore::Keymap keymapIn(const std::string& file) try {
-    return tapcore::readKeymap(Catalog::readText(file));
-} catch (const Catalog::FileError& error) {
-    throw Failure(file, error.underlying);
-} catch (const tapcore::KeymapError& error) {
-    throw Failure(file, error.what());
+tapcore::Keymap keymapIn(const std::string& file) {
+    const std::string text = textToImport(file);
+    try {
+        return tapcore::readKeymap(text);
+    } catch (const tapcore::KeymapError& error) {
+        throw Failure(file, error.what());
+    }
 }
 
 tapcore::BoardImport imported(const Asked& asked, const Catalog& catalog) {
     tapcore::BoardImportOptions options = asked.import;
     options.file = fs::path(asked.file).filename().string();
     if (asked.keymap) options.keymap = keymapIn(*asked.keymap);
+    const std::string text = textToImport(asked.file);
     try {
-        return tapcore::importBoard(Catalog::readText(asked.file), catalog.boards, options);
-    } catch (const Catalog::FileError& error) {
-        throw Failure(asked.file, error.underlying);
+        return tapcore::importBoard(text, catalog.boards, options);
     } catch (const tapcore::JsonError& error) {
         throw Failure(asked.file, error.what());
     } catch (const tapcore::KeymapError& error) {
         throw Failure(*asked.keymap, error.what());
     }
-}
-
-void printList(std::string_view title, const std::vector<std::string>& sentences) {
-    if (!sentences.empty()) print(fmt::format("\n{}:\n", title));
-    for (const std::string& sentence : sentences) print("  " + harmlessLine(sentence) + "\n");
 }
 
 /// What to do about codes that are guessed or missing.
@@ -179,7 +155,7 @@ void import(const Asked& asked, const Environment& environment) {
                    {"guessed", result.guessed},
                    {"withoutCode", result.withoutCode}};
     if (catalog.board(result.board.id)) record["takenID"] = result.board.id;
-    print(tapcore::jsonText(record));
+    print(jsonText(record));
 }
 
 void withJson(CommandSyntax& command, Asked& asked, const char* does) {

@@ -1,17 +1,18 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
+#include "app/tappora/catalog_tasks.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/layout_face.h"
 #include "core/foundation/file_io.h"
@@ -71,7 +72,7 @@ void list(const Asked& asked, const Environment& environment) {
         record.erase("legends");
         records.push_back(std::move(record));
     }
-    if (asked.json) print(tapcore::jsonText(records));
+    if (asked.json) print(jsonText(records));
 }
 
 void show(const Asked& asked, const Environment& environment) {
@@ -87,62 +88,31 @@ void show(const Asked& asked, const Environment& environment) {
     print(harmless(text));
 }
 
-/// What the catalog says with these layouts and does not say without them.
-std::vector<std::string> newProblems(const Catalog& catalog, std::vector<Layout> layouts) {
-    std::vector<std::string> before = catalog.problems();
-    std::vector<std::string> after = catalog.adding(std::move(layouts)).problems();
-    for (const std::string& known : before) {
-        const auto same = std::find(after.begin(), after.end(), known);
-        if (same != after.end()) after.erase(same);
-    }
-    return after;
-}
-
 std::vector<std::string> problemsOf(const std::vector<std::string>& files, const Catalog& catalog) {
     std::vector<std::string> problems;
-    std::vector<Layout> layouts;
-    for (const std::string& file : files) {
-        try {
-            layouts.push_back(Catalog::readLayout(file));
-            const std::string& id = layouts.back().id;
-            if (!tapcore::Store::isSafeLayoutID(id))
-                problems.push_back(file + ": not an id for a layout: " + id);
-        } catch (const Catalog::FileError& error) {
-            problems.push_back(file + ": " + error.underlying);
-        }
-    }
-    for (std::string& problem : newProblems(catalog, std::move(layouts)))
+    const auto read = [&](const std::string& file) {
+        Layout layout = Catalog::readLayout(file);
+        if (!tapcore::Store::isSafeLayoutID(layout.id))
+            problems.push_back(file + ": not an id for a layout: " + layout.id);
+        return layout;
+    };
+    std::vector<Layout> layouts = readFiles(files, read, problems);
+    for (std::string& problem : newProblems(catalog.adding(std::move(layouts)), catalog))
         problems.push_back(std::move(problem));
     return problems;
 }
 
 void check(const Asked& asked, const Environment& environment) {
-    const Known known = knownLayouts(asked, environment);
-    const auto problems =
-        asked.files.empty() ? known.catalog.problems() : problemsOf(asked.files, known.catalog);
-    if (asked.json) print(tapcore::jsonText(problems));
-    for (const std::string& problem : problems)
-        if (!asked.json) print(harmless(problem) + "\n");
-    if (!problems.empty()) throw Failure("layouts", tapcore::counted(problems.size(), "problem", "problems"));
-    if (!asked.json) print("No problems.\n");
-}
-
-std::string bytesOf(const fs::path& path) {
-    const auto refuse = [&](const std::error_code& error) { throw Failure(path.string(), error.message()); };
-    std::error_code unknown;
-    const auto size = fs::file_size(path, unknown);
-    if (!unknown && size > Catalog::largestFile) refuse(std::make_error_code(std::errc::file_too_large));
-    tapcore::FileRead file = tapcore::readFile(path);
-    if (file.status == tapcore::FileRead::Status::missing)
-        refuse(std::make_error_code(std::errc::no_such_file_or_directory));
-    if (file.status == tapcore::FileRead::Status::unreadable) refuse(file.error);
-    return std::move(file.text);
+    const Catalog catalog = knownLayouts(asked, environment).catalog;
+    reportProblems("layouts", asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog),
+                   asked.json);
 }
 
 tapcore::KeylayoutImport imported(const std::string& file, tapcore::KeylayoutImportOptions options) {
     options.file = fs::path(file).filename().string();
+    const std::string text = textToImport(file);
     try {
-        return tapcore::importKeylayout(bytesOf(file), options);
+        return tapcore::importKeylayout(text, options);
     } catch (const tapcore::XmlError& error) {
         throw Failure(file, error.what());
     }
@@ -160,7 +130,7 @@ void checkIDs(const tapcore::KeylayoutImportOptions& options) {
 
 std::set<std::string> bundledIDs(const Environment& environment) {
     std::set<std::string> ids;
-    for (const Layout& layout : Catalog::read({}, resourceFolder(environment) / "Layouts").layouts)
+    for (const Layout& layout : Catalog({}, resourceFolder(environment) / "Layouts").layouts)
         ids.insert(layout.id);
     return ids;
 }
@@ -176,8 +146,7 @@ void tellOf(const tapcore::KeylayoutImport& result, const Asked& asked,
             *result.takenID));
     else if (bundled.contains(layout.id))
         print(fmt::format("Among your own layouts it takes the place of the program's {}.\n", layout.id));
-    if (!result.dropped.empty()) print("\nLeft out of it:\n");
-    for (const std::string& sentence : result.dropped) print("  " + harmless(sentence) + "\n");
+    printList("Left out of it", result.dropped);
 }
 
 void import(const Asked& asked, const Environment& environment) {
@@ -191,7 +160,7 @@ void import(const Asked& asked, const Environment& environment) {
     json record = {{"layout", result.layout.encoded()}, {"dropped", result.dropped}};
     if (result.takenID) record["takenID"] = *result.takenID;
     else if (options.taken.contains(result.layout.id)) record["replacesID"] = result.layout.id;
-    print(tapcore::jsonText(record));
+    print(jsonText(record));
 }
 
 void declareCommon(CommandSyntax& command, Asked& asked, const char* does) {

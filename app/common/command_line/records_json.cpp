@@ -42,25 +42,6 @@ json hourly(const Tally::Hourly<Slot>& slots) {
     return result;
 }
 
-constexpr std::size_t widest = 100;
-
-/// Appends a value, on one line where it fits and else a line to each element or member.
-void writeReadably(std::string& text, const json& value, std::size_t indent) {
-    const std::string line = tapcore::jsonLine(value);
-    if (!value.is_structured() || indent + line.size() <= widest) {
-        text += line;
-        return;
-    }
-    text += value.is_object() ? "{" : "[";
-    for (const auto& [name, element] : value.items()) {
-        if (text.back() != '{' && text.back() != '[') text += ",";
-        text += "\n" + std::string(indent + 2, ' ');
-        if (value.is_object()) text += tapcore::jsonLine(name) + ": ";
-        writeReadably(text, element, indent + 2);
-    }
-    text += "\n" + std::string(indent, ' ') + (value.is_object() ? "}" : "]");
-}
-
 }  // namespace
 
 json toJson(const Tally& tally) {
@@ -119,9 +100,7 @@ json toJson(const std::vector<tapcore::ChordRow>& rows) {
 }
 
 std::string jsonText(const json& value) {
-    std::string text;
-    writeReadably(text, value, 0);
-    return harmlessJson(text) + "\n";
+    return harmlessJson(tapcore::jsonText(value));
 }
 
 }  // namespace tappora

@@ -23,7 +23,7 @@ nlohmann::json toJson(const std::vector<tapcore::Summary::DayTotal>& days);
 nlohmann::json toJson(const std::vector<tapcore::KeyRow>& rows);
 nlohmann::json toJson(const std::vector<tapcore::ChordRow>& rows);
 
-/// As --json prints it: indented, what fits on a line together, the last line ended.
+/// As --json prints it: readable, without what would steer a terminal.
 std::string jsonText(const nlohmann::json& json);
 
 }  // namespace tappora
