@@ -92,7 +92,7 @@ std::string rangeDescription(double least, double most) {
     return fmt::format("{}{} to {}", rangeMark, least, most);
 }
 
-std::string helpJson(const CLI::App& command, const CommandLine::Commands& commands) {
+std::string helpJson(const CLI::App& command, const NamedTexts& commands) {
     json result = commandJson(command);
     for (const auto& [name, does] : commands) result["commands"].push_back({{"name", name}, {"does", does}});
     return tapcore::jsonText(result);

@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <string>
 #include <string_view>
-
-#include "app/common/command_line/command_line.h"
+#include <utility>
+#include <vector>
 
 namespace tappora {
 
@@ -26,11 +26,14 @@ std::string exampleFooter(std::string_view example);
 /// The description of a check that lets only a range pass.
 std::string rangeDescription(double least, double most);
 
+/// Names, each with what it stands for.
+using NamedTexts = std::vector<std::pair<std::string, std::string>>;
+
 /// What --help says of a command and its tasks, as JSON for programs: manual pages and completions are made
 /// of it. An object with "name", "does", "example", "arguments", "options" and "tasks", each task such an
-/// object, and "commands" when there are any. Of an argument or option: "names", "does", and, where it has
-/// one, "value" (the word for it), "range", "usually", "required" and "several". A task whose options another
-/// program declares has "elsewhere" instead: that one is asked.
-std::string helpJson(const CLI::App& command, const CommandLine::Commands& commands);
+/// object, and "commands", each with what it does, when there are any. Of an argument or option: "names",
+/// "does", and, where it has one, "value" (the word for it), "range", "usually", "required" and "several". A
+/// task whose options another program declares has "elsewhere" instead: that one is asked.
+std::string helpJson(const CLI::App& command, const NamedTexts& commands);
 
 }  // namespace tappora
