@@ -75,6 +75,7 @@ std::function<void()> widgetUpdater(const FolderOptions& folder, const Environme
     return [=, attempt = Attempt(tell, "the widgets stay as they are: ")]() mutable {
         attempt.run([&] {
             const Environment current = atThisMoment(environment);
+            requireWidgetSums(folder, current);  // or the recorder would end, with what it counts
             tapcore::FileProblems problems;
             const auto snapshot = widgetSnapshot(folder, current, &problems);
             if (!problems.empty() && showsNothing(snapshot))

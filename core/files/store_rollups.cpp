@@ -186,7 +186,9 @@ bool rebuild(const Store& own, std::string_view month, const FilesByDay& files, 
         if (problems)
             problems->push_back(
                 {day.path, 0, std::string(month) + " is not summed without it: " + day.why.message()});
-    if (!read.unread.empty()) return false;
+    const bool fits = read.counts.fits();
+    if (!fits && problems) problems->push_back({own.urlForMonth(month), 0, std::string(tooLarge)});
+    if (!read.unread.empty() || !fits) return false;
     own.settle(writeRollup(own, month, sumOf(read, own)));
     return true;
 }

@@ -10,6 +10,8 @@
 #include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/files/comparison.h"
+#include "core/files/file_copies.h"
+#include "core/files/folder_names.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {
@@ -51,6 +53,18 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
                             &board, language, language, calendar);
     snapshot.mapColor = chosenColor(std::nullopt, environment);
     return snapshot;
+}
+
+void requireWidgetSums(const FolderOptions& options, const Environment& environment) {
+    const tapcore::Calendar& calendar = environment.calendar;
+    const tapcore::Day last = today(options, environment, calendar);
+    const tapcore::Store store = openStore(options, environment);
+    tapcore::CountSum counts;
+    for (const tapcore::Store& part : store.readParts())
+        for (std::int64_t before = 0; before <= tapcore::Comparison::daysBack; ++before)
+            addNumbers(counts, readCopies(part.root / tapcore::daysFolder,
+                                          last.adding(-before, calendar).description(), store.format));
+    if (!counts.fits()) throw Failure(store.root.string(), std::string(tapcore::tooLarge));
 }
 
 bool showsNothing(const WidgetSnapshot& snapshot) {

@@ -336,6 +336,23 @@ TEST_F(Live, EndsWithItsReaderAndStoresWhatItCounted) {
     EXPECT_EQ(counted().total(), 1);
 }
 
+TEST_F(Live, GoesOnWhereDaysCannotBeAddedUp) {
+    fs::create_directories(folder / "days");
+    for (const std::string day : {"2026-09-20", "2026-09-21"})
+        (void)tapcore::writeFile(folder / "days" / (day + ".org"),
+                                 "* Keys\n| 9 | 0 | 9223372036854775000 |\n");
+    bed.plug(keyboard);
+    Program recorder({"--watch", "--folder", folder.string(), "--today", "2026-09-22"});
+    ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    bed.tap(keyboard, KEY_A);
+    ASSERT_TRUE(recorder.prints("key — counted\n"));
+    EXPECT_EQ(recorder.stop(), 0);
+    EXPECT_TRUE(recorder.prints("months/2026-09.org: counts too large to be added up\n"));
+    EXPECT_TRUE(recorder.prints("the widgets stay as they are: " + folder.string() +
+                                ": counts too large to be added up\n"));
+    EXPECT_EQ(tapcore::Store(folder, tapcore::FileFormat::org).days().size(), 3U);
+}
+
 TEST_F(Live, RefusesToStartWithoutAKeyboardOrBesideAnother) {
     bed.plug(mouse);
     bed.plug(keyboard);
