@@ -37,8 +37,16 @@ bool isDataFileName(std::string_view name) {
            holds(AssistantTools::extensions, name.substr(dot + 1)) && !hasControlCharacter(name);
 }
 
+/// Whether a path that links were resolved in still has one: a link that leads nowhere stays as it is.
+bool hasDanglingLink(const fs::path& root, fs::path path) {
+    std::error_code ignored;
+    for (; path != root && path.has_relative_path(); path = path.parent_path())
+        if (fs::is_symlink(fs::symlink_status(path, ignored))) return true;
+    return false;
+}
+
 /// Where `relative` really is, or nothing when that is outside of `base`, or hidden in it as the settings
-/// are.
+/// are, or when a link leads nowhere: what it names could be anywhere.
 std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
     std::error_code error;
     const fs::path root = AssistantTools::rootOf(base);
@@ -47,6 +55,7 @@ std::optional<fs::path> inside(const fs::path& base, const fs::path& relative) {
     const fs::path below = real.lexically_relative(root);
     const auto leadsAway = [](const fs::path& piece) { return piece.native().starts_with('.'); };
     if (below.empty() || std::any_of(below.begin(), below.end(), leadsAway)) return std::nullopt;
+    if (hasDanglingLink(root, real)) return std::nullopt;
     return real;
 }
 
