@@ -39,8 +39,19 @@ Letters wordsFor(const LetterModel& model, const Letters& letters, const std::st
     return words;
 }
 
+/// A share of words for a letter that these letters make no words with: those that hold it are made of all
+/// letters, the others stay.
+Letters borrowing(Letters words, const LetterModel& model, const Letters& letters, const std::string& letter,
+                  std::int64_t count, SeededRandom& rng) {
+    Letters borrowed = wordsFor(model, joined(letters, model.order), letter, count, rng);
+    for (std::size_t i = 0; i < borrowed.size(); ++i)
+        if (i >= words.size()) words.push_back(borrowed[i]);
+        else if (borrowed[i].find(letter) != std::string::npos) words[i] = borrowed[i];
+    return words;
+}
+
 /// Words in turn for each of the letters that are stressed. For one that was asked for and that the open ones
-/// make no words with, they are of all letters.
+/// make no words with, letters are borrowed.
 Letters mixedWords(const LetterModel& model, const Letters& open, const Letters& stressed, bool isAskedFor,
                    std::int64_t count, SeededRandom& rng) {
     const auto shares = static_cast<std::int64_t>(stressed.size());
@@ -49,7 +60,7 @@ Letters mixedWords(const LetterModel& model, const Letters& open, const Letters&
     for (const std::string& letter : stressed) {
         words.push_back(wordsFor(model, open, letter, wordsOfShare, rng));
         if (isAskedFor && !anyHolds(words.back(), letter))
-            words.back() = model.lesson(joined(open, model.order), letter, wordsOfShare, rng);
+            words.back() = borrowing(std::move(words.back()), model, open, letter, wordsOfShare, rng);
     }
     Letters mixed;
     for (std::int64_t i = 0; i < count; ++i) {

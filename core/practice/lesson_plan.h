@@ -43,8 +43,9 @@ struct LessonPlan {
 /// Plans a lesson after what was practised on its layout. The same practice, wish and generator give the same
 /// lesson.
 ///
-/// A lesson for certain letters is made in equal shares of words for each, mixed. Letters that the open ones
-/// make no words with ("q" without "u") open all others for their share.
+/// A lesson for certain letters is made in equal shares of words for each, mixed. For a letter that the
+/// open ones make no words with ("q" without "u"), the words of its share that hold it are made of all
+/// letters.
 LessonPlan planLesson(const LetterModel& model, const PracticeRules& rules, const LetterCounts& practised,
                       const LessonWish& wish, SeededRandom& rng);
 

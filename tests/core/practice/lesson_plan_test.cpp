@@ -68,6 +68,22 @@ TEST_F(LessonPlanTest, HoldsOnlyOpenLettersUnlessOthersWereAskedFor) {
     }
 }
 
+TEST_F(LessonPlanTest, BorrowsLettersForWordsThatNeedThemAlone) {
+    for (const char* language : {"de", "uk"}) {
+        const auto model = LetterModel::load(language, RESOURCES "/Practice");
+        for (const std::string& letter : model->order)
+            for (std::uint64_t seed = 0; seed < 4; ++seed) {
+                SeededRandom rng(seed);
+                const LessonPlan asked =
+                    planLesson(*model, PracticeRules(40), {}, {.words = 5, .letters = {letter}}, rng);
+                EXPECT_GE(holding(asked.words, letter), 1) << language << ' ' << letter << ' ' << seed;
+                for (const std::string& word : asked.words)
+                    for (std::size_t i = 6; i < model->order.size(); ++i)
+                        EXPECT_TRUE(holding({word}, letter) || !holding({word}, model->order[i])) << word;
+            }
+    }
+}
+
 TEST_F(LessonPlanTest, MixesInOpenDigitsAndMarksAlone) {
     const LessonPlan mixed =
         plan({.words = 200, .extras = {.capitals = true, .punctuation = true, .digits = true}});
