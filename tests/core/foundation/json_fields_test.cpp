@@ -52,6 +52,8 @@ TEST(JsonValue, FailuresSayThePlace) {
                   [](const JsonValue& value) { (void)value.member(std::string_view("\0k", 2)).number(); }),
         "\u2400k: not a number");
     EXPECT_EQ(failureOf("{\"a\": 1,}", width(0)).substr(0, 34), "parse error at line 1, column 9: s");
+    EXPECT_EQ(failureOf("{\"ä\": 1,}", width(0)).substr(0, 34), "parse error at line 1, column 9: s")
+        << "characters, not bytes";
 }
 
 }  // namespace
