@@ -1,5 +1,5 @@
 // Promise: a lesson of 60 words takes under 2 ms, loading a letter model under 10 ms, and from a key to the
-// screen of the trainer it takes under 5 ms. Beside them stand drawing as many random numbers as the words
+// screen of the trainer it takes under 5 ms. For comparison: drawing as many random numbers as the words
 // have letters, parsing the model's JSON, and the echo of a key by cat on the same kind of terminal.
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
-// Care of ten years of one machine's files: rollups that are all current beside listing and reading what they
-// stand on, and conversion in megabytes of text a second. The folder lies in memory where there is such a
+// Care of ten years of one machine's files: rollups that are all current against listing and reading what
+// they stand on, and conversion in megabytes of text a second. The folder is in memory where there is such a
 // place, so that the disk's flushing is not measured.
 
 #include <benchmark/benchmark.h>

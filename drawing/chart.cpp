@@ -94,7 +94,8 @@ class Plot {
             const Rect column{left, y_.end, std::min(middle + wide / 2, right_) - left, bottom_ - y_.end};
             const std::string unit = chart_.unit.empty() ? "" : chart_.unit + ": ";
             columns.push_back(labelled(filled(roundedRectangle(column, 0), axisStyle.withOpacity(0)),
-                                       chart_.points[i].label, unit + toldOf(chart_.points[i], chart_.number)));
+                                       chart_.points[i].label,
+                                       unit + toldOf(chart_.points[i], chart_.number)));
         }
         return columns;
     }
@@ -114,7 +115,7 @@ class Plot {
     Scale y_;
 };
 
-/// Where a bar chart's bars stand.
+/// Where a bar chart's bars are.
 class Bars {
   public:
     explicit Bars(const BarChart& chart) : chart_(chart) {
@@ -154,8 +155,7 @@ class Bars {
         std::vector<Node> texts;
         for (std::size_t i = 0; i < chart_.bars.size(); i += static_cast<std::size_t>(every)) {
             const std::string& label = chart_.bars[i].amount.label;
-            const double x =
-                within(chart_.size.width, middle(i), std::min(scale * labelWidth(label), room));
+            const double x = within(chart_.size.width, middle(i), std::min(scale * labelWidth(label), room));
             texts.push_back(axisLabel(label, {x, height}, Alignment::centre, room, scale));
         }
         return hidden(group(std::move(texts)));

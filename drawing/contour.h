@@ -26,7 +26,7 @@ struct ContourCorner {
 };
 using Contour = std::vector<ContourCorner>;
 
-/// The borders of what upright rectangles cover together, which lies to the right of who walks along them:
+/// The borders of what upright rectangles cover together, which is to the right of who walks along them:
 /// one contour around those that touch along a side, and one within for each hole. The rectangles must have
 /// an extent. Time and memory grow with the square of their number.
 std::vector<Contour> contoursOf(std::span<const Rect> parts);

@@ -26,7 +26,7 @@ struct Path {
     Path& close();
     Path& append(const Path& other);
 
-    /// Where the pen stands after the last step that takes a point; the origin at the start.
+    /// Where the pen is after the last step that takes a point; the origin at the start.
     Point current() const { return points.empty() ? Point{} : points.back(); }
     /// The smallest rectangle that holds all points, handles too; nothing for an empty path.
     std::optional<Rect> bounds() const;

@@ -4,7 +4,7 @@
 
 namespace drawing {
 
-/// Maps numbers evenly onto places: `from` lies at `start`, `to` at `end`.
+/// Maps numbers evenly onto places: `from` is at `start`, `to` at `end`.
 struct Scale {
     double from = 0;
     double to = 1;

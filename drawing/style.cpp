@@ -29,7 +29,7 @@ Colour accentOf(const Appearance& appearance) {
     return appearance.accent.value_or(appearance.theme == Theme::dark ? darkAccent : lightAccent);
 }
 
-/// Opacity of the foreground that a role stands for; a colour counts as primary.
+/// Opacity of the foreground that a role means; a colour counts as primary.
 double shade(Style::Role role, const Shades& shades) {
     switch (role) {
         case Style::Role::secondary:

@@ -32,7 +32,7 @@ enum class RenderingMode {
 struct Appearance {
     Theme theme = Theme::light;
     RenderingMode mode = RenderingMode::fullColour;
-    std::optional<Colour> accent = std::nullopt;  ///< the user's; the system's usual one when there is none
+    std::optional<Colour> accent = std::nullopt;  ///< the user's; the system's own when not given
 
     bool operator==(const Appearance&) const = default;
 };

@@ -51,7 +51,7 @@ std::string fontAttributes(const Font& font) {
 
 using Grouping = Accessibility::Grouping;
 
-/// How a node stands in the tree of elements for assistive tools.
+/// What a node is in the tree of elements for assistive tools.
 struct Stand {
     std::string role = "";
     std::string title = "";
@@ -61,7 +61,7 @@ struct Stand {
     bool isPlain() const { return role.empty() && title.empty() && !isHidden; }
 };
 
-/// A text stands for itself, and so does a group that only holds others.
+/// A text speaks for itself, and so does a group that only holds others.
 Stand standOf(const Node& node) {
     if (node.accessibility.grouping == Grouping::hidden) return {.isHidden = true};
     const bool isText = std::holds_alternative<Text>(node.content);

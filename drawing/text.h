@@ -43,7 +43,7 @@ struct Font {
 
 /// One line of text.
 struct Text {
-    /// What of the letters stands at `at.y`.
+    /// What of the letters is at `at.y`.
     enum class Anchor : std::uint8_t {
         baseline,
         middle,  ///< halfway up the capitals

@@ -5,7 +5,7 @@ namespace {
 
 constexpr double radius = 0.12;
 
-/// Where along a side of the box the centre lies; at its start when the box has no extent.
+/// Where along a side of the box the centre is; at its start when the box has no extent.
 double anchor(std::optional<double> about, double start, double extent) {
     return extent > 0 ? about.value_or(start) - start : 0;
 }

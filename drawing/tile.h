@@ -14,17 +14,16 @@ struct Tile {
     static constexpr double gap = 0.06;
 
     std::vector<Rect> parts;
-    double degrees = 0;  ///< clockwise
-    std::optional<double> aboutX =
-        std::nullopt;  ///< what it turns about; the left of its box when there is none
-    std::optional<double> aboutY = std::nullopt;  ///< the top of its box when there is none
+    double degrees = 0;                           ///< clockwise
+    std::optional<double> aboutX = std::nullopt;  ///< what it turns about; the left of its box when not given
+    std::optional<double> aboutY = std::nullopt;  ///< the top of its box when not given
 
     /// The smallest upright rectangle that holds the parts before they turn.
     Rect box() const;
     /// The joined parts, `unit` points to a unit, from the box's corner. A part too small for the gap is left
     /// out.
     Path outline(double unit) const;
-    /// From the outline's plane to one in which `origin`, in units, lies at 0.
+    /// From the outline's plane to one in which `origin`, in units, is at 0.
     Transform placement(double unit, Point origin) const;
 
     bool operator==(const Tile&) const = default;

@@ -14,7 +14,7 @@ namespace {
 using tapcore::Instant;
 using tapcore::WidgetSnapshot;
 
-/// A hundred times what the largest board needs. Past it, the file is none of ours.
+/// A hundred times what the largest board needs. Past it, the file is not one of ours.
 constexpr std::uintmax_t largestFile = 16 << 20;
 
 /// The text of a file, when there is one of a size that can be.

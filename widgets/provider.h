@@ -12,7 +12,7 @@
 
 namespace tapwidgets {
 
-/// Feeds all widgets from the snapshot's file, which it reads afresh at each question. Whatever is wrong with
+/// Feeds all widgets from the snapshot's file, which it reads again at each question. Whatever is wrong with
 /// the file has one outcome: an entry without a snapshot.
 class Provider {
   public:

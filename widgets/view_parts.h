@@ -9,7 +9,7 @@
 
 namespace tapwidgets {
 
-/// Between what stands one above the other.
+/// The space between lines.
 inline constexpr double spacing = 6;
 
 inline constexpr drawing::Style secondary{.role = drawing::Style::Role::secondary};
@@ -20,7 +20,7 @@ drawing::Node textLine(std::string text, const drawing::Font& font, const drawin
 
 /// A title of caption size and secondary colour at the top left.
 drawing::Node caption(std::string text, double room);
-/// What lies below a title on a canvas.
+/// What is below a title on a canvas.
 drawing::Rect belowCaption(const drawing::Size& canvas);
 
 /// An amount as a whole number, as far as there are numbers of 64 bits.

@@ -69,7 +69,7 @@ HeaderList headerList(const HttpRequest& request) {
 void setAddress(CURL* curl, const std::string& url) {
     const bool isHere = isLoopback(url);
     if (!isHere && partOf(url, CURLUPART_SCHEME) != "https")
-        throw HttpError(shownAddress(url) + ": only https is spoken to other machines");
+        throw HttpError(shownAddress(url) + ": use https for other machines");
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, isHere ? "http,https" : "https");
     if (isHere) curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");

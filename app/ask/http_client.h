@@ -53,7 +53,7 @@ std::string addressUnder(const std::string& base, std::string_view path);
 /// Whether a text is an address with a scheme and a host.
 bool isAddress(const std::string& url);
 
-/// An address as it may be printed: "…" stands for what may be secret in it, which is the user's name and
+/// An address as it may be printed: "…" replaces what may be secret in it, which is the user's name and
 /// password and the query.
 std::string shownAddress(const std::string& url);
 

@@ -10,7 +10,7 @@
 namespace tappora {
 namespace {
 
-/// "[text](address)" at the start of `rest`, as its two parts; nothing when it is none.
+/// "[text](address)" at the start of `rest`, as its two parts; nothing when there is no link.
 std::optional<std::pair<std::string_view, std::string_view>> linkAt(std::string_view rest) {
     if (!rest.starts_with('[')) return std::nullopt;
     const std::size_t middle = rest.find("](");

@@ -30,7 +30,7 @@ class Refused : public std::runtime_error {
 /// How a provider is reached.
 struct ProviderAccess {
     Provider provider;
-    std::string base;  ///< its interface's address; not to be printed as it stands
+    std::string base;  ///< its interface's address; not to be printed unchanged
     std::string key;   ///< "" for a server that wants none
 
     /// Whether each token is charged for.

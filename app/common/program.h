@@ -28,7 +28,7 @@ class UsageError : public std::runtime_error {
 /// For either: "no such KIND: VALUE; use A, B or C".
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known);
 
-/// Prints a text as it stands on standard output.
+/// Prints a text, unchanged, on standard output.
 void print(std::string_view text);
 
 /// "tappora: TEXT", without what would steer the terminal.

@@ -28,12 +28,11 @@ void widgets(CommandLine& line, const Environment& environment) {
     std::vector<std::string> named;
     bool remember = false;
     line.describe(
-        "Shows the widgets on the desktop, below other windows, until it is stopped with Ctrl+C. A widget "
-        "is\n"
-        "today, hours, heatmap or week; a size of it, where it has several, is added like week:medium.",
+        "Show the widgets on the desktop, below other windows, until Ctrl+C\n"
+        "The widgets are today, hours, heatmap and week; add a size like this: week:medium",
         "tappora widgets today hours heatmap:large");
-    line.option("WIDGET", named, "Which to show; else those remembered, else every one");
-    line.flag("--remember", remember, "From now on show these when none are named");
+    line.option("WIDGET", named, "The widgets to show; without any, those remembered, or all").type("");
+    line.flag("--remember", remember, "Show these from now on when none is named");
     line.parse();
     const Settings settings = Settings::read(environment);
     const std::vector<WidgetChoice> choices = chosenWidgets(named, settings);

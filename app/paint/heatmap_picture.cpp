@@ -116,7 +116,7 @@ class KeyPainter {
         return lines;
     }
 
-    /// Two words of a name stand one above the other where there is no room beside.
+    /// Two words of a name are drawn one above the other when there is no room for one line.
     static std::vector<std::string> words(const std::string& line) {
         const auto blank = line.find(' ');
         if (blank == std::string::npos) return {line};
@@ -152,7 +152,7 @@ class KeyPainter {
     }
 
     const HeatmapView& view_;
-    Point origin_;  ///< what of the board lies at the picture's 0
+    Point origin_;  ///< what of the board is at the picture's 0
 };
 
 Node caption(std::string text, Point at, Alignment alignment = Alignment::leading) {

@@ -17,7 +17,7 @@ drawing::Appearance appearance(bool dark) {
     return {.theme = dark ? drawing::Theme::dark : drawing::Theme::light};
 }
 
-/// What the commands that write a picture do alike, with their options, view and picture.
+/// What all commands that write a picture do, with their options, view and picture.
 template <class Options, auto addOptions, auto viewOf, auto pictureFrom>
 void paint(CommandLine& line, const Environment& environment) {
     Options options;

@@ -50,16 +50,16 @@ constexpr struct {
 
 void declare(CommandLine& line, Options& options) {
     line.describe(
-        "Every widget as a picture: in all its sizes, light and dark, full colour, accented and vibrant.",
+        "Draw every widget as a picture: in all its sizes, light and dark, full colour, accented and vibrant",
         "tappora widget render -o pictures --scale 3");
-    line.option("-o,--output", options.folder, "The folder to write them to").required().type("DIR");
-    line.option("--scale", options.scale, "Pixels to the point of a PNG")
+    line.option("-o,--output", options.folder, "The folder for the pictures").required().type("DIR");
+    line.option("--scale", options.scale, "Pixels per point in a PNG")
         .between(0.25, 16.0)
         .showsDefault()
         .type("N");
     line.flag("--svg", options.svg, "Write SVG instead of PNG");
     line.option("--snapshot", options.snapshot,
-                "Show this file, whatever its day, instead of what the widgets show now")
+                "Draw this file, whatever its day, instead of what the widgets show now")
         .type("FILE");
 }
 

@@ -36,7 +36,7 @@ struct Span {
 };
 using FrameLine = std::vector<Span>;
 
-/// All that a screen shows, from its top left corner.
+/// Everything that a screen shows, from its top left corner.
 struct Frame {
     std::vector<FrameLine> lines;
 

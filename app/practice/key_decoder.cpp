@@ -50,7 +50,7 @@ void KeyDecoder::takeAfterBracket(unsigned char byte, std::int64_t now) {
     emit(byte == 'I' ? ScreenEvent::Kind::focusIn : ScreenEvent::Kind::focusOut);
 }
 
-/// A control character ends a sequence that is none: Alt+[ begins one too.
+/// A control character ends what is not a sequence: Alt+[ begins like one.
 void KeyDecoder::takeInSequence(unsigned char byte, std::int64_t now) {
     if (byte < 0x20) {
         state_ = State::text;

@@ -52,7 +52,7 @@ Style styleOf(Board::Finger finger) {
     }
 }
 
-/// What stands on a key: its unshifted legend, when that is one character.
+/// What is shown on a key: its unshifted legend, when that is one character.
 std::string legendOf(KeyCode code, const Legends& legends) {
     if (code == spaceBar) return "     ";
     const auto found = legends.find(code);

@@ -7,20 +7,20 @@ namespace {
 
 void declareLesson(CommandSyntax& task, PracticeOptions& options, LessonOptions& lesson) {
     addLessonOptions(task, options);
-    task.option("--open", lesson.open, "The letters to use, the first six taught when not given")
+    task.option("--open", lesson.open, "The letters to use; the first six taught when not given")
         .type("LETTERS");
-    task.option("--focus", lesson.focus, "The letter that two of three words hold").type("LETTER");
-    task.option("--count", lesson.count, "How many words").type("N").between(1, 10000);
+    task.option("--focus", lesson.focus, "The letter that two of three words contain").type("LETTER");
+    task.option("--count", lesson.count, "The number of words").type("N").between(1, 10000);
 }
 
 void practise(CommandLine& line, const Environment& environment) {
     PracticeOptions options;
     LessonOptions lesson;
-    line.describe("The trainer: words of the letters you know and the one you are learning.",
+    line.describe("Practise typing, with words made of the letters you know and the one you are learning",
                   "tappora practice --language de --words 15");
     addPracticeOptions(line, options);
     line.task(
-        "lesson", "Print the words that a seed gives, whatever was practised",
+        "lesson", "Print the words that a seed gives, whatever you have practised",
         "tappora practice lesson --seed 7 --open \"e, a, t, s\" --focus s --count 12",
         [&](auto& task) { declareLesson(task, options, lesson); },
         [&] { printLesson(options, lesson, environment); });
@@ -28,8 +28,9 @@ void practise(CommandLine& line, const Environment& environment) {
         "letters", "Print how far each letter is", "tappora practice letters --json",
         [&](auto& task) { addLettersOptions(task, options); }, [&] { printLetters(options, environment); });
     line.task(
-        "record", "Print what practising came to, of late and at its best", "tappora practice record",
-        [&](auto& task) { addRecordOptions(task, options); }, [&] { printRecord(options, environment); });
+        "record", "Print your practice of today, of the last 7 days and at its best",
+        "tappora practice record", [&](auto& task) { addRecordOptions(task, options); },
+        [&] { printRecord(options, environment); });
     line.perform([&] {
         if (options.json) printPlan(options, environment);
         else runTrainer(options, environment);

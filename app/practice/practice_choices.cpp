@@ -67,14 +67,14 @@ bool sumFits(const LetterModel::Counts& counts) {
     });
 }
 
-/// A model whose counts cannot be summed up would end the program in the midst of a lesson.
+/// A model whose counts cannot be summed up would end the program during a lesson.
 void checkSums(const LetterModel& model, const fs::path& path) {
     for (const auto& [context, counts] : model.transitions)
         if (!sumFits(counts))
             throw Failure(path.string(), "transitions." + context + ": the sum does not fit into 64 bits");
 }
 
-/// Of all layouts that are known, and of the one in force, which may be none of them.
+/// Of all layouts that are known, and of the one in force, which may not be among them.
 PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store,
                                            const LegendSet& inForce) {
     const auto catalog =
@@ -126,7 +126,7 @@ void keepLayout(const std::string& chosen, const std::string& language, Settings
 }
 
 void addLanguage(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--language", options.language, "What the words are made of: de, en, es, fr, ru or uk")
+    command.option("--language", options.language, "The language of the words: de, en, es, fr, ru or uk")
         .type("CODE");
 }
 
@@ -141,11 +141,11 @@ void addGoal(CommandSyntax& command, PracticeOptions& options) {
 }
 
 void addSeed(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--seed", options.seed, "Makes the same words for the same number").type("N");
+    command.option("--seed", options.seed, "Give the same words for the same number").type("N");
 }
 
 void addJson(CommandSyntax& command, PracticeOptions& options) {
-    command.flag("--json", options.json, "Print it as JSON");
+    command.flag("--json", options.json, "Print as JSON");
 }
 
 }  // namespace
@@ -154,8 +154,9 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     addFolderOptions(command, options.folder);
     addKeyboardOptions(command, options.keyboard);
     addLanguage(command, options);
-    command.option("--letters", options.letters, "Practise these: \"e, t, n\"").type("LETTERS");
-    command.option("--words", options.words, "How many words a lesson has").type("N").between(5, 200);
+    command.option("--letters", options.letters, "The letters to practise, such as \"e, t, n\"")
+        .type("LETTERS");
+    command.option("--words", options.words, "The words of a lesson").type("N").between(5, 200);
     addSpeed(command, options);
     addGoal(command, options);
     addSeed(command, options);
@@ -163,9 +164,9 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     command.flag("--punctuation,!--no-punctuation", options.punctuation, "Mix in punctuation marks");
     command.flag("--digits,!--no-digits", options.digits, "Mix in numbers");
     command.flag("--let-errors-stand,!--no-let-errors-stand", options.letErrorsStand,
-                 "Let wrong keys pass; otherwise each is put right");
-    command.flag("--keep", options.keep, "Keep what is chosen here as settings");
-    command.flag("--json", options.json, "Print it as JSON; of the trainer, the lesson it would give");
+                 "Let wrong keys pass; otherwise each must be corrected");
+    command.flag("--keep", options.keep, "Save these choices as settings");
+    command.flag("--json", options.json, "Print the lesson that would begin, as JSON");
 }
 
 void addLessonOptions(CommandSyntax& command, PracticeOptions& options) {
@@ -256,7 +257,7 @@ std::vector<std::string> parseLetters(std::string_view option, const std::string
     for (const std::string& letter : letters)
         if (!isAmong(model.order, letter))
             throw UsageError(
-                fmt::format("{}: \"{}\" is none of {}", option, letter, fmt::join(model.order, " ")));
+                fmt::format("{}: \"{}\" is not one of {}", option, letter, fmt::join(model.order, " ")));
     return letters;
 }
 

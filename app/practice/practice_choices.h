@@ -44,8 +44,8 @@ void addLettersOptions(CommandSyntax& command, PracticeOptions& options);
 void addRecordOptions(CommandSyntax& command, PracticeOptions& options);
 
 /// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
-/// the locale's when there is a model of it, else English. Failure or UsageError when there is none that can
-/// be read.
+/// the locale's when there is a model of it, else English. Failure or UsageError when there is no model that
+/// can be read.
 std::shared_ptr<const tapcore::LetterModel> chosenModel(const PracticeOptions& options,
                                                         const Environment& environment,
                                                         const Settings& settings);
@@ -68,8 +68,8 @@ std::uint64_t chosenSeed(const PracticeOptions& options);
 /// Keeps what the options say, and nothing else, as settings, when that is asked for.
 void keepOptions(const PracticeOptions& options, const std::string& language, const Environment& environment);
 
-/// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when there are none, or
-/// one that the model does not teach.
+/// The letters of a list such as "e, t, n", each once. UsageError, naming the option, when the list is empty,
+/// or one that the model does not teach.
 std::vector<std::string> parseLetters(std::string_view option, const std::string& list,
                                       const tapcore::LetterModel& model);
 

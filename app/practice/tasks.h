@@ -9,7 +9,7 @@
 
 namespace tappora {
 
-/// A lesson of `tappora practice lesson`: beside --language and --seed, what it is made of.
+/// A lesson of `tappora practice lesson`: apart from --language and --seed, what it is made of.
 struct LessonOptions {
     std::optional<std::string> open;  ///< the first letters taught when not given
     std::optional<std::string> focus;
@@ -20,7 +20,7 @@ struct LessonOptions {
 void printLesson(const PracticeOptions& options, const LessonOptions& lesson, const Environment& environment);
 /// Prints the table of the language's letters: how far each is.
 void printLetters(const PracticeOptions& options, const Environment& environment);
-/// Prints what practising came to, of late and at its best.
+/// Prints the practice of today, of the last 7 days and at its best.
 void printRecord(const PracticeOptions& options, const Environment& environment);
 /// Prints, as JSON, the first lesson that the trainer would give.
 void printPlan(const PracticeOptions& options, const Environment& environment);

@@ -68,7 +68,7 @@ class Trainer {
     /// The review of the lesson, once it is finished, and the letters it names as slowest.
     const std::optional<tapcore::LessonResult>& result() const { return result_; }
     std::vector<std::string> slowest() const;
-    /// The speed that the lesson is compared with; nothing when little was typed of late.
+    /// The speed that the lesson is compared with; nothing when little was typed recently.
     std::optional<std::int64_t> usual() const;
     std::int64_t lessonNumber() const { return lessonNumber_; }
     std::int64_t todaySeconds() const;
@@ -88,7 +88,7 @@ class Trainer {
     tapcore::LetterStats ofLesson(const std::string& letter) const;
 
     TrainerSetup setup_;
-    tapcore::PracticeHistory history_;  ///< all that was collected
+    tapcore::PracticeHistory history_;  ///< everything collected so far
     tapcore::SeededRandom rng_;
     tapcore::Calendar calendar_;
     TrainerWorld world_;

@@ -190,7 +190,7 @@ void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Stor
         for (const tapcore::Store& part : store.readParts())
             for (const auto& copy : part.copies(tapcore::practiceFolder, day.description()))
                 if (!isAddable(tapcore::PracticeDay(tapcore::readStoredFile(copy).text))) file = copy;
-        throw Failure(file.string(), "its counts are larger than anybody's can be");
+        throw Failure(file.string(), "its counts are too large");
     }
 }
 

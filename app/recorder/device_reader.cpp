@@ -74,7 +74,7 @@ Harvest DeviceReader::findDevices() {
 }
 
 void DeviceReader::requireKeyboard() const {
-    if (!foundDevice_) throw Failure("input devices", "there are none; is udev running?");
+    if (!foundDevice_) throw Failure("input devices", "none found; is udev running?");
     if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
 }
 

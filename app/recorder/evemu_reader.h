@@ -10,9 +10,9 @@ namespace tappora {
 ///
 ///     E: 0.000001 0001 001e 0001	# EV_KEY / KEY_A                1
 ///
-/// time, type and code (hexadecimal), value. Another "N:" line begins another device. Lines that are none of
-/// these are passed over, and what a terminal printed before an event on its line is too. Events are in the
-/// file's order. Throws RecordingError for a line that begins an event and does not end it.
+/// time, type and code (hexadecimal), value. Another "N:" line begins another device. Lines that are neither
+/// of these are passed over, and what a terminal printed before an event on its line is too. Events are in
+/// the file's order. Throws RecordingError for a line that begins an event and does not end it.
 Recording readEvemu(std::string_view text);
 
 }  // namespace tappora

@@ -25,7 +25,7 @@ class EventRules {
     struct Options {
         bool countsMouse = true;
         BoardShape board = BoardShape::ansi;
-        std::vector<std::string> remappers{};  ///< parts of device names, besides the known ones
+        std::vector<std::string> remappers{};  ///< parts of device names, in addition to the known ones
         /// Whether the keys struck now are practice, which is not counted; asked at each press.
         std::function<bool()> isPractising{};
         /// What a device holds; without it, every release of a key has to be taken.

@@ -19,7 +19,7 @@ namespace tappora {
 /// How counts are written.
 struct WritingOptions {
     FolderOptions folder;
-    std::optional<tapcore::FileFormat> format;  ///< the folder's own at each write, when there is none
+    std::optional<tapcore::FileFormat> format;  ///< the folder's own at each write, when not given
     std::optional<std::string> board;           ///< as the day files are to name it
     std::optional<std::string> layout;
 };

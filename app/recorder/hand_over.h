@@ -38,8 +38,8 @@ struct Harvest {
 };
 
 /// What passes between the thread that reads the devices and the one that stores. Neither waits for the other
-/// to be done with something: the reading one is never held up, the storing one finds all that came in the
-/// meantime.
+/// to be done with something: the reading one is never held up, the storing one finds everything that came in
+/// the meantime.
 class HandOver {
   public:
     // For the reading thread.

@@ -17,7 +17,7 @@ struct InputDevice {
     std::uint16_t bus = 0;
     std::uint16_t vendor = 0;
     std::uint16_t product = 0;
-    bool isVirtual = false;   ///< a program made it: it stands for no hardware
+    bool isVirtual = false;   ///< a program made it: there is no hardware
     bool isKeyboard = false;  ///< has the keys of one, not only a few
 
     /// "NAME (NODE)".

@@ -65,7 +65,8 @@ consteval auto byLinuxKey() {
     std::array<std::uint8_t, KEY_FN + 1> table{};
     table.fill(none);
     for (const Pair& pair : pairs) {
-        if (table[pair.key] != none || pair.mac >= 128) throw "a key stands here twice, or cannot be counted";
+        if (table[pair.key] != none || pair.mac >= 128)
+            throw "a key is in the table twice, or cannot be counted";
         table[pair.key] = pair.mac;
     }
     return table;

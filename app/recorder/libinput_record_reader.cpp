@@ -20,7 +20,7 @@ constexpr std::size_t nowhere = std::string_view::npos;
 constexpr std::array<std::string_view, 6> deviceKeys = {
     "node:", "evdev:", "hid:", "udev:", "quirks:", "events:"};
 
-/// The text from its first character that is none of `passed`; empty when all are.
+/// The text from its first character that is not in `passed`; empty when all are.
 std::string_view from(std::string_view text, std::string_view passed) {
     return text.substr(std::min(text.find_first_not_of(passed), text.size()));
 }
@@ -91,7 +91,7 @@ class Lists {
     bool ends(std::string_view line) const;
     void read(std::string_view lists, std::size_t number);
 
-    std::optional<std::size_t> indent_;  ///< of the list under way: where its "events:" stands
+    std::optional<std::size_t> indent_;  ///< of the current list: where its "events:" is
     DeviceId list_ = 0;
 };
 
@@ -164,7 +164,7 @@ void readDevices(const YAML::Node& document, Recording& recording, std::map<Devi
     }
 }
 
-/// The devices that stand in the YAML around the lists of events.
+/// The devices named in the YAML around the lists of events.
 std::map<DeviceId, DeviceId> readAllDevices(const std::string& yaml, Recording& recording) {
     std::map<DeviceId, DeviceId> byList;
     try {
@@ -186,7 +186,7 @@ Recording readLibinputRecord(std::string_view text) {
     const auto byList = readAllDevices(around, recording);
     for (RecordedEvent& event : recording.events) {
         const auto found = byList.find(event.device);
-        if (found == byList.end()) throw RecordingError(event.device, "events of no device");
+        if (found == byList.end()) throw RecordingError(event.device, "events without a device");
         event.device = found->second;
     }
     return recording;

@@ -13,7 +13,7 @@ namespace tappora {
 ///       - [  0, 100000,   1,  30,       1] # EV_KEY / KEY_A                     1
 ///
 /// seconds, microseconds, type, code, value; also with the lists of a frame on one line, "- evdev: [[…],
-/// […]]", or right below "events:", as older versions have them. What else stands among the events is passed
+/// […]]", or right below "events:", as older versions have them. Anything else among the events is passed
 /// over: frames of other kinds (hid, libinput), and what a terminal printed. Several devices, and several
 /// documents, are one recording. Events are in the file's order.
 ///

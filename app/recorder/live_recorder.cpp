@@ -69,7 +69,7 @@ void LiveRecorder::store() {
     } catch (const std::exception& error) {
         if (!std::exchange(isFailing_, true))
             world_.tell(std::string("cannot store: ") + error.what() +
-                        "; the counts are kept and tried again");
+                        "; the counts are kept, and storing them is tried again");
     }
 }
 

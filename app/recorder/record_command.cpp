@@ -196,7 +196,7 @@ class LiveOutput {
 
   private:
     std::string whyDropped() const {
-        if (!watched_.failure()) return "nobody takes the lines of --watch: they are dropped";
+        if (!watched_.failure()) return "nobody reads the lines of --watch: they are dropped";
         return "standard output: " + watched_.failure().message() + "; the lines of --watch are dropped";
     }
 
@@ -258,27 +258,27 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
 }  // namespace
 
 void addRecordOptions(CommandSyntax& command, RecordOptions& options) {
-    command.describe(
-        "Counts what is typed and clicked, hour by hour: live, until a signal ends it, or from a recording.",
-        "tappora record --replay typing.evemu --starting 2026-09-20T09:00:00");
+    command.describe("Count what is typed and clicked, hour by hour: live, until Ctrl+C, or from a recording",
+                     "tappora record --replay typing.evemu --starting 2026-09-20T09:00:00");
     addFolderOptions(command, options.folder);
     command.flag("--shared", options.shared,
-                 "Write into a sub-folder of this machine's own, for a folder that several machines write");
+                 "Write to a sub-folder of this machine's own, for a folder that several machines share");
     command
         .option("--format", options.format,
                 "The format of the day files, org or markdown; the folder's own when not given")
         .type("FORMAT");
-    command.option("--board", options.board, "The keyboard, as the day files are to name it").type("NAME");
-    command.option("--layout", options.layout, "Its layout, as the day files are to name it").type("NAME");
+    command.option("--board", options.board, "The board to name in the day files").type("NAME");
+    command.option("--layout", options.layout, "The layout to name in the day files").type("NAME");
     command.flag("--iso", options.isIso,
-                 "The board is an ISO one, with a key between left shift and Z, as one named \"…-iso\" is");
-    command.flag("--no-mouse", options.noMouse, "Count keys alone");
-    command.flag("--taps", options.taps, "Count taps on a touchpad as clicks, as your desktop may do");
-    command.flag("--watch", options.watch, "Say of each press and click whether it counts, and why not");
-    command.option("--ignore", options.ignored, "Leave the device of this name alone").type("NAME");
+                 "Count an ISO board, with a key between left shift and Z; implied by --board NAME-iso");
+    command.flag("--no-mouse", options.noMouse, "Count only keys");
+    command.flag("--taps", options.taps, "Count taps on a touchpad as clicks");
+    command.flag("--watch", options.watch,
+                 "Print for each press and click whether it counts, and if not, why");
+    command.option("--ignore", options.ignored, "Ignore the device of this name").type("NAME");
     command
         .option("--remapper", options.remappers,
-                "Count a virtual device with this in its name as a keyboard: it is a key remapper's")
+                "Count the virtual keyboard of a key remapper, with NAME in the device's name")
         .type("NAME");
     Option replay =
         command.option("--replay", options.replay, "Count a recording of evemu-record or libinput record")

@@ -17,13 +17,13 @@ bool holds(const Board::Rect& rect, Board::Point point, double right, double bot
            point.y > rect.y - grain && point.y < rect.y + rect.h - bottom - grain;
 }
 
-/// A key that turns the other way: it takes the key's points back to where they lay.
+/// A key that turns the other way: it takes the key's points back to where they were.
 Board::Key turnedBack(Board::Key key) {
     key.r = -key.r;
     return key;
 }
 
-/// The box around a key as it lies turned.
+/// The box around a turned key.
 Board::Rect boxOf(const Board::Key& key) { return Board{.id = "", .keys = {key}}.bounds(); }
 
 std::size_t dots(double length) { return static_cast<std::size_t>(std::ceil(std::max(length - grain, 0.0))); }

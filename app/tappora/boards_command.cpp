@@ -168,7 +168,7 @@ void declareShow(CommandSyntax& task, Asked& asked) {
 }
 
 void declareCheck(CommandSyntax& task, Asked& asked) {
-    task.option("FILE", asked.files, "A board's file").type("");
+    task.option("FILE", asked.files, "Board files").type("");
     withJson(task, asked, "Print the problems as JSON");
 }
 
@@ -176,15 +176,16 @@ void declareImport(CommandSyntax& task, Asked& asked) {
     task.option("FILE", asked.file, "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
         .required()
         .type("");
-    task.option("-o,--output", asked.output, "Where the board is written").required().type("FILE");
-    task.option("--layout", asked.import.layout, "Which layout of a QMK file that has several").type("NAME");
+    task.option("-o,--output", asked.output, "The board file to write").required().type("FILE");
+    task.option("--layout", asked.import.layout, "The layout to take from a QMK file that has several")
+        .type("NAME");
     task.option("--keymap", asked.keymap,
                 "What the keys send: QMK's keymap.json or keymap.c, or what VIA or Vial saved")
         .type("FILE");
-    task.option("--id", asked.import.id, "The board's id; made of its name when not given").type("ID");
+    task.option("--id", asked.import.id, "The board's id; made from its name when not given").type("ID");
     task.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
     task.option("--maker", asked.import.maker, "Its maker; the file's own when not given").type("NAME");
-    withJson(task, asked, "Print the board and what it lacks as JSON");
+    withJson(task, asked, "Print the board and what is left out as JSON");
 }
 
 }  // namespace
@@ -192,24 +193,24 @@ void declareImport(CommandSyntax& task, Asked& asked) {
 void boardsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
     const auto listAll = [&] { list(asked, environment); };
-    line.describe("The keyboards that heat maps are drawn on: those that come with the program, and imports.",
+    line.describe("List, show, check and import boards, the keyboards that heat maps are drawn on",
                   "tappora boards import keymap.json -o mine.json");
     withJson(line, asked, "Print the list as JSON");
     line.task(
-        "list", "Lists them by name; the default", "tappora boards list",
+        "list", "List the boards by name (the default)", "tappora boards list",
         [&](auto& task) {
             withJson(task, asked, "Print the records as JSON, with the number of their keys");
         },
         listAll);
     line.task(
-        "show", "Shows a board's keys: what they send, where they are, what strikes them",
+        "show", "Show a board's keys: what they send, where they are, which finger presses them",
         "tappora boards show planck", [&](auto& task) { declareShow(task, asked); },
         [&] { show(asked, environment); });
     line.task(
-        "check", "Checks the given board files, or all boards", "tappora boards check mine.json",
+        "check", "Check the given board files, or all boards", "tappora boards check mine.json",
         [&](auto& task) { declareCheck(task, asked); }, [&] { check(asked, environment); });
     line.task(
-        "import", "Makes a board of a keyboard file, and lists what it leaves out",
+        "import", "Make a board from a keyboard file, and list what is left out",
         "tappora boards import info.json -o mine.json --layout LAYOUT_60_ansi",
         [&](auto& task) { declareImport(task, asked); }, [&] { import(asked, environment); });
     line.perform(listAll);

@@ -8,8 +8,8 @@ namespace tappora {
 class CommandLine;
 struct Environment;
 
-// Every command is a function in a file of its own, NAME_command.cpp. It declares its options and tasks on its
-// command line, which then parses them and runs what was asked for.
+// Every command is a function in a file of its own, NAME_command.cpp. It declares its options and tasks on
+// its command line, which then parses them and runs what was asked for.
 
 // clang-format off
 void folderCommand (CommandLine&, const Environment&);
@@ -39,21 +39,21 @@ struct Command {
 
 // clang-format off
 inline constexpr Command commands[] = {
-    {"record",   "Counts keys, shortcuts and the mouse, live or from a recording", Companion{"tappora-record"}},
-    {"summary",  "The figures of a period",                                        summaryCommand},
-    {"day",      "One day as its table file",                                      dayCommand},
-    {"heatmap",  "How often each key was pressed, on the keyboard",                heatmapCommand},
-    {"fingers",  "What each finger, hand and row carries, and travels",            fingersCommand},
-    {"widget",   "What the desktop widgets show: their file, timeline, pictures",  widgetCommand},
-    {"folder",   "The data folder: where it is, and its care",                     folderCommand},
-    {"layouts",  "The layouts that put legends on keys, and their import",         layoutsCommand},
-    {"boards",   "The keyboards that heat maps are drawn on, and their import",    boardsCommand},
-    {"widgets",  "The widgets on the desktop",                                     Companion{"tappora-widgets"}},
-    {"practice", "The typing trainer",                                             Companion{"tappora-practice"}},
-    {"ask",      "Answers a question about your typing, with a language model",    Companion{"tappora-ask"}},
-    {"tool",     "One of the assistant's tools by hand",                           toolCommand},
-    {"prompt",   "What to tell an agent of your own choice",                       promptCommand},
-    {"mcp",      "The assistant's tools for any agent",                            mcpCommand},
+    {"record",   "Count keys, shortcuts and the mouse, live or from a recording",    Companion{"tappora-record"}},
+    {"summary",  "Print the figures of a period",                                    summaryCommand},
+    {"day",      "Print one day as its table file",                                  dayCommand},
+    {"heatmap",  "Draw how often each key was pressed on the keyboard",              heatmapCommand},
+    {"fingers",  "Print how much each finger types, and how far it moves",           fingersCommand},
+    {"widget",   "Print what the desktop widgets show, or draw them as pictures",    widgetCommand},
+    {"folder",   "Show the data folder and take care of it",                         folderCommand},
+    {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
+    {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},
+    {"widgets",  "Show the widgets on the desktop",                                  Companion{"tappora-widgets"}},
+    {"practice", "Practise typing",                                                  Companion{"tappora-practice"}},
+    {"ask",      "Ask a language model about your typing",                           Companion{"tappora-ask"}},
+    {"tool",     "Run one of the assistant's tools by hand",                         toolCommand},
+    {"prompt",   "Print a prompt for a language model of your own choice",           promptCommand},
+    {"mcp",      "Serve the assistant's tools to any agent",                         mcpCommand},
 };
 // clang-format on
 

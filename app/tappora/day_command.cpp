@@ -15,9 +15,9 @@ void dayCommand(CommandLine& line, const Environment& environment) {
     std::optional<std::string> date;
     std::optional<std::string> format;
     bool json = false;
-    line.describe("Prints one day as its table file, the files of all machines and both formats added.",
+    line.describe("Print one day as its table file, with the files of all machines and both formats added up",
                   "tappora day 2026-09-20 --format markdown");
-    line.option("DATE", date, "The day; today when none is given").type("YYYY-MM-DD");
+    line.option("DATE", date, "The day; today when not given").type("YYYY-MM-DD");
     line.option("--format", format, "org or markdown; the data folder's own when not given").type("FORMAT");
     line.flag("--json", json, "Print the record as JSON");
     addFolderOptions(line, folder);

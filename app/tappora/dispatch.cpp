@@ -30,14 +30,14 @@ void execute(const Command& command, CommandLine& line, const std::vector<std::s
 std::string listOfCommands() {
     std::string list = "Commands:\n";
     for (const Command& command : commands) list += fmt::format("  {:<10} {}\n", command.name, command.does);
-    return list + "\nEach explains itself: tappora COMMAND --help";
+    return list + "\nHelp for a command: tappora COMMAND --help";
 }
 
 /// `tappora` with nothing but options.
 void runWithoutCommand(CommandLine& line, const Environment& environment) {
     line.introduce(
-        "Counts keys, shortcuts and mouse buttons hour by hour: never the text, never the order.\n"
-        "Without a command it shows today at a glance.",
+        "Count keys, shortcuts and mouse buttons hour by hour: never the text, never the order\n"
+        "Without a command, show today at a glance",
         listOfCommands());
     line.offerVersion(version());
     CommandLine::Commands offered;

@@ -135,7 +135,7 @@ std::string fingersText(const FingersView& view, const Terminal& terminal) {
 
 void fingersCommand(CommandLine& line, const Environment& environment) {
     FingersOptions options;
-    line.describe("How many presses each finger, hand and row carries, and how far the fingers go.",
+    line.describe("Print how many presses each finger, hand and row has, and how far the fingers move",
                   "tappora fingers --from 2026-09-01 --as colemak --leave-out space");
     addFingersOptions(line, options);
     line.parse();

@@ -86,15 +86,14 @@ std::string practiceOf(const Store& store) {
     return tapcore::counted(store.names(tapcore::practiceFolder).size(), "day", "days") + " of practice";
 }
 
-/// "WHAT will be gone from FOLDER", and what stays.
+/// "WHAT will be removed from FOLDER", and what stays.
 std::string warning(const Store& store, std::string_view what) {
-    constexpr std::string_view top = "he files at the top of the folder, from before it was shared";
     const bool hasOthers = !store.macs().empty();
     const bool hasTop = store.mac && !tapcore::dataFiles(store.root / tapcore::daysFolder).empty();
-    std::string stays = hasOthers ? " What other machines wrote stays" : "";
-    if (hasTop) stays += hasOthers ? fmt::format(", and so do t{}", top) : fmt::format(" T{}, stay", top);
-    if (!stays.empty()) stays += ".";
-    return fmt::format("{} will be gone from {}, for good.{}", what, harmlessLine(store.base().string()),
+    std::string stays;
+    if (hasOthers) stays += " What other machines wrote stays.";
+    if (hasTop) stays += " The files at the top of the folder, from before it was shared, stay.";
+    return fmt::format("{} will be removed from {} for good.{}", what, harmlessLine(store.base().string()),
                        stays);
 }
 
@@ -194,8 +193,9 @@ void clearOneDay(const Day& day, const Plan& plan) {
     const bool isAway = std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
         return file.name == day.description() && !file.isHere;
     });
-    const std::string loss = isAway ? day.description() + ", of which iCloud Drive has not downloaded a file,"
-                                    : day.description() + " with " + keystrokes(own(store), {day});
+    const std::string loss =
+        isAway ? day.description() + ", of which a file is not yet downloaded from iCloud Drive,"
+               : day.description() + " with " + keystrokes(own(store), {day});
     confirmed(plan, loss, [&](const Store& opened) { opened.clearDay(day); });
 }
 
@@ -265,7 +265,7 @@ void clearFolder(const std::string& what, bool yes, const FolderOptions& options
                  const Environment& environment) {
     const Reset* clearing = named(clearings, what);
     if (!clearing && !Day::parse(what))
-        throw UsageError("folder clear: not a day (YYYY-MM-DD), counts or all: " + what);
+        throw UsageError("folder clear: not a date (YYYY-MM-DD), counts or all: " + what);
     const auto day = clearing ? std::nullopt : std::optional(parseDay("folder clear", what));
     const Plan plan{options, environment, yes};
     requireListable(plan.store);

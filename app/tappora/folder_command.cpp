@@ -25,38 +25,38 @@ struct Asked {
 void declareFolder(CommandSyntax& command, Asked& asked) { addFolderOptions(command, asked.folder); }
 
 void declareJson(CommandSyntax& command, Asked& asked) {
-    command.flag("--json", asked.json, "Print it as JSON");
+    command.flag("--json", asked.json, "Print as JSON");
     declareFolder(command, asked);
 }
 
 void declareSet(CommandSyntax& task, Asked& asked) {
-    const Option named = task.option("DIR", asked.directory, "The folder").type("DIR");
-    task.flag("--usual", asked.usual, "Go back to the usual place").excludes(named);
+    const Option named = task.option("DIR", asked.directory, "The folder").type("");
+    task.flag("--usual", asked.usual, "Go back to the default folder").excludes(named);
     declareFolder(task, asked);
 }
 
 void declareAdopt(CommandSyntax& task, Asked& asked) {
-    task.option("DIR", asked.directory, "The other folder").type("DIR").required();
+    task.option("DIR", asked.directory, "The other folder").type("").required();
     declareFolder(task, asked);
 }
 
 void declareConvert(CommandSyntax& task, Asked& asked) {
-    task.option("--to", asked.format, "org or markdown, for good; the folder's own when not given")
+    task.option("--to", asked.format, "org or markdown, from now on; the folder's own when not given")
         .type("FORMAT");
     declareFolder(task, asked);
 }
 
 void declareReset(CommandSyntax& task, Asked& asked) {
-    task.option("WHAT", asked.what, "heatmap, shortcuts or practice")
+    task.option("WHAT", asked.what, "What to forget: heatmap, shortcuts or practice")
         .type("heatmap|shortcuts|practice")
         .required();
-    task.flag("--yes", asked.yes, "Do not ask first");
+    task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);
 }
 
 void declareClear(CommandSyntax& task, Asked& asked) {
-    task.option("WHAT", asked.what, "A day (YYYY-MM-DD), counts or all").type("DATE|counts|all").required();
-    task.flag("--yes", asked.yes, "Do not ask first");
+    task.option("WHAT", asked.what, "What to remove: a day (YYYY-MM-DD), counts or all").type("").required();
+    task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);
 }
 
@@ -67,28 +67,30 @@ void set(const Asked& asked, const Environment& environment) {
 
 void addPlaces(CommandLine& line, Asked& asked, const Environment& environment) {
     line.task(
-        "show", "Where the folder is and why, and what is in it (the default)", "tappora folder show --json",
-        [&](auto& task) { declareJson(task, asked); },
+        "show", "Show where the folder is and why, and what is in it (the default)",
+        "tappora folder show --json", [&](auto& task) { declareJson(task, asked); },
         [&] { showFolder(asked.folder, environment, asked.json); });
     line.task(
-        "set", "Choose the folder for good; it is made when missing", "tappora folder set ~/Sync/Tappora",
-        [&](auto& task) { declareSet(task, asked); }, [&] { set(asked, environment); });
+        "set", "Choose the folder permanently; create it if it is missing",
+        "tappora folder set ~/Sync/Tappora", [&](auto& task) { declareSet(task, asked); },
+        [&] { set(asked, environment); });
     line.task(
-        "share", "Let several machines write it, each into a sub-folder of its own", "tappora folder share",
-        [&](auto& task) { declareFolder(task, asked); }, [&] { shareFolder(asked.folder, environment); });
+        "share", "Let several machines write to the folder, each to a sub-folder of its own",
+        "tappora folder share", [&](auto& task) { declareFolder(task, asked); },
+        [&] { shareFolder(asked.folder, environment); });
     line.task(
-        "adopt", "Take over the files of another data folder, when this one has no days yet",
+        "adopt", "Take over the files of another data folder, if this one has no days yet",
         "tappora folder adopt ~/Documents/Tappora", [&](auto& task) { declareAdopt(task, asked); },
         [&] { adoptFolder(asked.directory, asked.folder, environment); });
 }
 
 void addCare(CommandLine& line, Asked& asked, const Environment& environment) {
     line.task(
-        "convert", "Write every file in one format", "tappora folder convert --to markdown",
+        "convert", "Convert every file to one format", "tappora folder convert --to markdown",
         [&](auto& task) { declareConvert(task, asked); },
         [&] { convertFolder(asked.format, asked.folder, environment); });
     line.task(
-        "rollups", "Bring the months' files up to date", "tappora folder rollups",
+        "rollups", "Update the month files", "tappora folder rollups",
         [&](auto& task) { declareFolder(task, asked); }, [&] { refreshMonths(asked.folder, environment); });
     line.task(
         "check", "List ignored or inconsistent files and rows; silent when all is well",
@@ -108,7 +110,7 @@ void addCare(CommandLine& line, Asked& asked, const Environment& environment) {
 
 void folderCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
-    line.describe("The data folder: where it is, and its care.", "tappora folder check");
+    line.describe("Show the data folder, and take care of it", "tappora folder check");
     declareJson(line, asked);
     addPlaces(line, asked, environment);
     addCare(line, asked, environment);

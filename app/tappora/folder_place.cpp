@@ -119,7 +119,7 @@ void printText(const FolderChoice& choice, const Store& store, const Shown& show
                             tapcore::counted(contents.files, "file", "files")));
     if (contents.inCloud > 0)
         row("In iCloud",
-            tapcore::counted(contents.inCloud, "file that is not here yet", "files that are not here yet"));
+            tapcore::counted(contents.inCloud, "file not yet downloaded", "files not yet downloaded"));
     if (shown.needsConversion)
         print("Some files are in the other format; tappora folder convert makes them one.\n");
 }
@@ -166,8 +166,9 @@ void setFolder(const std::optional<std::string>& directory, const Environment& e
     });
     const FolderChoice choice = chooseFolder(settings, environment);
     if (choice.rule == FolderChoice::Rule::environment)
-        return print(fmt::format("{}: stored, but TAPPORA_FOLDER overrules it: {}\n",
-                                 settings.text(folderKey).value_or("the usual place"), choice.root.string()));
+        return print(fmt::format("{}: stored, but TAPPORA_FOLDER overrides it: {}\n",
+                                 settings.text(folderKey).value_or("the default folder"),
+                                 choice.root.string()));
     print(fmt::format("{}: {}\n", choice.root.string(), choice.why()));
 }
 
@@ -201,7 +202,7 @@ Adoption takeOver(const std::string& directory, const Store& store, tapcore::Fil
     }
 }
 
-/// Says that settings which were here stand, where the other folder's differ.
+/// Says that this folder keeps its settings, where the other folder's differ.
 void tellWhoseSettingsStand(const std::string& directory, const Store& store) {
     const auto read = [](const fs::path& root) {
         return tapcore::readStoredFile(tapcore::FolderConfig::url(root));

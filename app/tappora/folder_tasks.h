@@ -11,7 +11,7 @@ struct FolderOptions;
 // What `tappora folder` does, a function a task. Each fails with Failure, UsageError or filesystem_error.
 
 void showFolder(const FolderOptions& options, const Environment& environment, bool json);
-/// Stores the choice, or goes back to the usual place.
+/// Stores the choice, or goes back to the default folder.
 void setFolder(const std::optional<std::string>& directory, const Environment& environment);
 void shareFolder(const FolderOptions& options, const Environment& environment);
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment);

@@ -72,7 +72,7 @@ std::string heatmapText(const HeatmapView& view, const Terminal& terminal) {
 
 void heatmapCommand(CommandLine& line, const Environment& environment) {
     HeatmapOptions options;
-    line.describe("How often each key was pressed, drawn on the keyboard: in the terminal, or as a picture.",
+    line.describe("Draw how often each key was pressed on the keyboard, in the terminal or as a picture",
                   "tappora heatmap --from 2026-09-01 --board macbook-iso --percent -o september.svg");
     addHeatmapOptions(line, options);
     line.parse();

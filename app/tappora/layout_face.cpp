@@ -35,7 +35,7 @@ bool isInRow(std::uint16_t code) {
     });
 }
 
-/// What stands on a key, in two lines; a single one is the lower.
+/// What is shown on a key, in two lines; a single one is the lower.
 std::array<std::string, 2> face(const tapcore::Legends& legends, std::uint16_t code) {
     const auto found = legends.find(code);
     if (found == legends.end()) return {};

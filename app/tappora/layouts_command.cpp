@@ -178,20 +178,19 @@ void declareShow(CommandSyntax& task, Asked& asked) {
 }
 
 void declareCheck(CommandSyntax& task, Asked& asked) {
-    task.option("FILE", asked.files, "A layout's file").type("");
+    task.option("FILE", asked.files, "Layout files").type("");
     declareCommon(task, asked, "Print the problems as JSON");
 }
 
 void declareImport(CommandSyntax& task, Asked& asked) {
     task.option("FILE", asked.file, "The .keylayout file").required().type("");
-    task.option("-o,--output", asked.output, "Where the layout is written").required().type("FILE");
-    task.option("--id", asked.import.id, "The layout's id; made of its name when not given").type("ID");
+    task.option("-o,--output", asked.output, "The layout file to write").required().type("FILE");
+    task.option("--id", asked.import.id, "The layout's id; made from its name when not given").type("ID");
     task.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");
-    task.option("--base", asked.import.base,
-                "The layout whose legends stay on keys that the file does not name")
+    task.option("--base", asked.import.base, "The layout whose legends stay on keys that are not in the file")
         .type("ID")
         .showsDefault();
-    declareCommon(task, asked, "Print the layout and what it leaves out as JSON");
+    declareCommon(task, asked, "Print the layout and what is left out as JSON");
 }
 
 }  // namespace
@@ -199,20 +198,20 @@ void declareImport(CommandSyntax& task, Asked& asked) {
 void layoutsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
     const auto listAll = [&] { list(asked, environment); };
-    line.describe("The layouts that put legends on keys: those that come with the program, and your own.",
+    line.describe("List, show, check and import layouts, which put legends on keys",
                   "tappora layouts show qwertz");
     declareList(line, asked);
     line.task(
-        "list", "Lists them by name; the default", "tappora layouts list",
+        "list", "List the layouts by name (the default)", "tappora layouts list",
         [&](auto& task) { declareList(task, asked); }, listAll);
     line.task(
-        "show", "Shows what a layout prints on the keys", "tappora layouts show bepo",
+        "show", "Show what a layout prints on the keys", "tappora layouts show bepo",
         [&](auto& task) { declareShow(task, asked); }, [&] { show(asked, environment); });
     line.task(
-        "check", "Checks the given layout files, or all layouts", "tappora layouts check my-layout.json",
+        "check", "Check the given layout files, or all layouts", "tappora layouts check my-layout.json",
         [&](auto& task) { declareCheck(task, asked); }, [&] { check(asked, environment); });
     line.task(
-        "import", "Makes a layout of a macOS .keylayout file, and lists what it leaves out",
+        "import", "Make a layout from a macOS .keylayout file, and list what is left out",
         "tappora layouts import Mine.keylayout -o mine.json --id mine",
         [&](auto& task) { declareImport(task, asked); }, [&] { import(asked, environment); });
     line.perform(listAll);

@@ -68,9 +68,8 @@ void mcpCommand(CommandLine& line, const Environment& environment) {
     FolderOptions folder;
     KeyboardOptions keyboard;
     line.describe(
-        "Serves the assistant's tools to an agent over the Model Context Protocol, on standard input and "
-        "output. "
-        "The agent starts it; it only reads the data folder.",
+        "Serve the assistant's tools to an agent over the Model Context Protocol\n"
+        "The agent starts it and speaks on standard input and output; it only reads the data folder",
         "tappora mcp --folder ~/Documents/Tappora");
     addKeyboardOptions(line, keyboard);
     addFolderOptions(line, folder);

@@ -9,7 +9,7 @@
 
 namespace tappora {
 
-// The pieces of text that the commands about a period share: each a heading and what stands under it, an
+// The pieces of text that the commands about a period share: each a heading and the lines under it, an
 // empty line before it; "" when there is nothing to show.
 
 /// A line for each figure of the period.

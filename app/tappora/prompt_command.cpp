@@ -16,12 +16,12 @@ void promptCommand(CommandLine& line, const Environment& environment) {
     std::optional<std::string> language;
     bool inApp = false;
     bool introduced = false;
-    line.describe(
-        "Prints what to tell a language model of your own choice that may look at your data folder.",
-        "tappora prompt --language French");
-    line.flag("--in-app", inApp, "The form for a model that has the assistant's tools instead of the folder");
-    line.flag("--introduced", introduced, "Begin with what this is about and how a file is written");
-    line.option("--language", language, "The language to answer in; English when not given");
+    line.describe("Print a prompt for a language model of your own choice that can read your data folder",
+                  "tappora prompt --language French");
+    line.flag("--in-app", inApp,
+              "Print the prompt for a model that has the assistant's tools instead of the folder");
+    line.flag("--introduced", introduced, "Begin with an introduction and the format of the files");
+    line.option("--language", language, "The language to answer in; English when not given").type("LANGUAGE");
     addKeyboardOptions(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();

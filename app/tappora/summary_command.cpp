@@ -30,8 +30,7 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
     PeriodOptions dates;
     bool json = false;
     line.describe(
-        "The figures of a period, the files of all machines added; of the week ending today when no period "
-        "is named.",
+        "Print the figures of a period, or of the week ending today, with the files of all machines added up",
         "tappora summary --from 2026-09-01 --to 2026-09-30");
     addPeriodOptions(line, dates);
     line.flag("--json", json, "Print the record as JSON");

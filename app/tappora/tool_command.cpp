@@ -84,12 +84,11 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     std::string name;
     std::vector<std::string> values;
     bool asJSON = false;
-    line.describe(
-        "Runs one of the assistant's tools and prints what a model would be told; lists them without a name.",
-        "tappora tool summary from=2026-09-01 to=2026-09-30");
-    line.option("NAME", name, "The tool");
-    line.option("ARGUMENTS", values, "Its arguments, in the order of its parameters or as PARAMETER=VALUE");
-    line.flag("--json", asJSON, "Print the result, with the files read, or the list as JSON");
+    line.describe("Run one of the assistant's tools and print its result; without a name, list the tools",
+                  "tappora tool summary from=2026-09-01 to=2026-09-30");
+    line.option("NAME", name, "The tool").type("");
+    line.option("ARGUMENTS", values, "Its arguments, in order or as PARAMETER=VALUE").type("");
+    line.flag("--json", asJSON, "Print the result and the files read, or the list, as JSON");
     addLayoutOption(line, keyboard);
     addFolderOptions(line, folder);
     line.parse();

@@ -24,20 +24,20 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
     FolderOptions folder;
     bool watch = false;
     line.describe(
-        "What the desktop widgets show, as one line of JSON, for a bar or a widget host of your own.",
+        "Print what the desktop widgets show, as one line of JSON, for a bar or a widget host of your own",
         "tappora widget --watch");
     line.flag("--watch", watch, "Keep running and print a line after each change");
     addFolderOptions(line, folder);
     line.task(
-        "write", "Write it to the file that the widgets read", "tappora widget write",
+        "write", "Write the file that the widgets read", "tappora widget write",
         [&](auto& task) { addFolderOptions(task, folder); },
         [&] { writeWidgetFile(snapshotNow(folder, environment), environment); });
     line.task(
-        "render", "Every widget as a picture, in all sizes and appearances",
+        "render", "Draw every widget as a picture, in all sizes and appearances",
         "tappora widget render -o pictures", [](auto& task) { task.passOnWhatFollows(); },
         [&] { becomePainter("widget", line.passedOn()); });
     line.task(
-        "timeline", "What each widget is given to show, and until when, as JSON", "tappora widget timeline",
+        "timeline", "Print what each widget shows, and until when, as JSON", "tappora widget timeline",
         [](auto&) {}, [&] { printTimelines(environment); });
     line.perform([&] {
         if (watch) watchSnapshot(folder, environment);

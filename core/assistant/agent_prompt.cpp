@@ -53,7 +53,7 @@ constexpr std::string_view sharedFolder =
 constexpr std::string_view todayLine =
     R"(Today is {today}: its file is days/{today}.{format} (it grows while I type). Yesterday: days/{yesterday}.{format}. This month's rollup, months/{month}.{format}, holds the days before today.)";
 
-/// A text with what stands for each of its holes.
+/// A text with its holes filled in.
 std::string filled(std::string_view text,
                    std::initializer_list<std::pair<std::string_view, std::string_view>> holes) {
     std::string result(text);

@@ -8,7 +8,7 @@
 namespace tapcore {
 namespace {
 
-/// A number of tokens; 0 for what is none. A server's nonsense is bounded, so that sums of it stay in range.
+/// A number of tokens; 0 for anything else. A server's nonsense is bounded, so that sums of it stay in range.
 std::int64_t tokens(const nlohmann::json& usage, std::string_view name) {
     constexpr std::int64_t most = std::int64_t{1} << 40;
     try {

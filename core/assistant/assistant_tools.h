@@ -74,11 +74,11 @@ struct AssistantTools {
 
     /// The tools there are, in the order in which they are offered.
     std::vector<Spec> specs() const;
-    /// The description of a tool; "" when there is none of that name.
+    /// The description of a tool; "" for an unknown name.
     std::string spec(std::string_view name) const;
 
     /// Carries out one call and never fails: what is wrong with it is told in the output. An argument that is
-    /// missing or no string is absent.
+    /// missing or not a string is absent.
     Output run(std::string_view name, const nlohmann::json& arguments) const;
 
     /// What `summary` says with these arguments as a record; or, as `run` gives it, why it cannot. Needs a

@@ -78,7 +78,7 @@ nlohmann::json sendable(const nlohmann::json& messages);
 /// Nothing for anything else.
 std::optional<nlohmann::json> argumentsObject(const nlohmann::json& arguments);
 
-/// The string arguments of a tool call; others are dropped, and arguments of no use are none.
+/// The string arguments of a tool call; others are dropped, and arguments that cannot be used give none.
 std::map<std::string, std::string> arguments(const nlohmann::json& arguments);
 
 /// The ids in a provider's model listing, in its order; none when it is no listing.

@@ -28,7 +28,7 @@ struct ChatFile {
 
     ChatFile() = default;
     /// Reads a document in either format and never fails. A section headed "Answer" is the assistant's, any
-    /// other the user's; what stands before the first is left out.
+    /// other the user's; text before the first is left out.
     explicit ChatFile(std::string_view text);
 
     /// The document's text.

@@ -28,7 +28,7 @@ struct ModelReply {
     enum class Ending {
         answered,  ///< `text` is the answer
         calls,     ///< `calls` are to be run, and their results given
-        paused,    ///< the provider wants the next request as it stands
+        paused,    ///< the provider wants the next request as it is
         cutOff,    ///< the answer reached its length limit; `text` is what there is of it
         refused,   ///< the model declined; `why` may say more
         empty,     ///< no answer came
@@ -47,7 +47,7 @@ struct ModelReply {
 struct DialogueStart {
     std::string model;
     std::string system;                       ///< the prompt
-    std::vector<AssistantTools::Spec> tools;  ///< may be none
+    std::vector<AssistantTools::Spec> tools;  ///< may be empty
     std::vector<ChatFile::Turn> turns;        ///< the conversation so far, and the question last
 };
 

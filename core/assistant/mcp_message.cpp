@@ -28,11 +28,11 @@ std::optional<Message> messageOf(const json& value, json& id) {
                        : std::nullopt;
     }
     if (value.contains("id") && !isID(value["id"]))
-        throw Error(invalidRequest, "Invalid request: id is no string or integer");
+        throw Error(invalidRequest, "Invalid request: id is not a string or an integer");
     id = value.value("id", json());
     if (value.value("jsonrpc", json()) != "2.0")
         throw Error(invalidRequest, "Invalid request: jsonrpc is not \"2.0\"");
-    if (!hasMethod) throw Error(invalidRequest, "Invalid request: method is missing or no string");
+    if (!hasMethod) throw Error(invalidRequest, "Invalid request: method is missing or not a string");
     json params = value.value("params", json::object());
     if (!params.is_object()) throw Error(invalidParams, "Invalid params: not an object");
     return Message{id, value["method"], std::move(params)};

@@ -11,7 +11,7 @@
 namespace tapcore::mcp {
 
 /// The revisions of the Model Context Protocol that are served, oldest first. All but the last open with a
-/// handshake that holds for the connection; from the last, every request stands alone.
+/// handshake that holds for the connection; from the last, every request is independent.
 enum class Revision { r2024_11_05, r2025_03_26, r2025_06_18, r2025_11_25, r2026_07_28 };
 
 /// A refusal, as JSON-RPC tells it.

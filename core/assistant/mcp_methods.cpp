@@ -26,7 +26,7 @@ json serverInfo(const Offer& offer, Revision revision) {
 std::string stringParam(const json& params, std::string_view name) {
     const auto found = params.find(name);
     if (found == params.end() || !found->is_string())
-        throw Error(invalidParams, "Invalid params: " + std::string(name) + " is missing or no string");
+        throw Error(invalidParams, "Invalid params: " + std::string(name) + " is missing or not a string");
     return found->get<std::string>();
 }
 

@@ -32,7 +32,7 @@ struct Result {
     Caching caching = Caching::none;
 };
 
-/// Does what a method of tools, prompts or resources asks for; nothing for a method that is none of these.
+/// Does what a method of tools, prompts or resources asks for; nothing for any other method.
 /// Throws Error.
 std::optional<Result> call(const Offer& offer, Revision revision, std::string_view method,
                            const nlohmann::json& params);

@@ -35,10 +35,11 @@ json declaration(const Prompt& prompt, Revision revision) {
 /// The language asked for. Throws Error for arguments that are not all strings.
 std::string languageOf(const json& params) {
     const json arguments = params.value("arguments", json::object());
-    if (!arguments.is_object()) throw Error(invalidParams, "Invalid params: arguments is no object");
+    if (!arguments.is_object()) throw Error(invalidParams, "Invalid params: arguments is not an object");
     for (const auto& [name, value] : arguments.items())
         if (!value.is_string())
-            throw Error(invalidParams, "Invalid params: the argument " + shortened(name) + " is no string");
+            throw Error(invalidParams,
+                        "Invalid params: the argument " + shortened(name) + " is not a string");
     return arguments.value("language", "");
 }
 

@@ -64,7 +64,7 @@ json resource(const std::string& name) {
             {"mimeType", mimeType(name)}};
 }
 
-/// Where the page that a cursor stands for begins. Cursors are made by `listResources` alone.
+/// Where the page of a cursor begins. Cursors are made by `listResources` alone.
 std::size_t pageStart(const json& params, std::size_t size) {
     if (!params.contains("cursor")) return 0;
     const std::string cursor = stringParam(params, "cursor");

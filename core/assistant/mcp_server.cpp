@@ -43,17 +43,17 @@ json metaOf(const json& params) {
 void requireModern(const json& meta) {
     const json& version = meta.at(versionKey);
     if (!version.is_string())
-        throw Error(invalidParams, std::string("Invalid params: ") + versionKey + " is no string");
+        throw Error(invalidParams, std::string("Invalid params: ") + versionKey + " is not a string");
     if (version != revisions.of(modern))
         throw Error(unsupportedVersion, "Unsupported protocol version",
                     {{"supported", json::array({revisions.of(modern)})}, {"requested", version}});
     if (!meta.contains(capabilitiesKey) || !meta[capabilitiesKey].is_object())
         throw Error(invalidParams,
-                    std::string("Invalid params: ") + capabilitiesKey + " is missing or no object");
+                    std::string("Invalid params: ") + capabilitiesKey + " is missing or not an object");
     const json level = meta.value(logLevelKey, json("info"));
     if (!level.is_string() ||
         std::find(logLevels.begin(), logLevels.end(), level.get<std::string>()) == logLevels.end())
-        throw Error(invalidParams, std::string("Invalid params: ") + logLevelKey + " is no log level");
+        throw Error(invalidParams, std::string("Invalid params: ") + logLevelKey + " is not a log level");
 }
 
 [[noreturn]] void failAtMethod(const std::string& method) {
@@ -213,8 +213,9 @@ json Server::Implementation::initialize(const json& params) {
     const std::string version = stringParam(params, "protocolVersion");
     const json client = params.value("clientInfo", json());
     if (!params.value("capabilities", json()).is_object())
-        throw Error(invalidParams, "Invalid params: capabilities is missing or no object");
-    if (!client.is_object()) throw Error(invalidParams, "Invalid params: clientInfo is missing or no object");
+        throw Error(invalidParams, "Invalid params: capabilities is missing or not an object");
+    if (!client.is_object())
+        throw Error(invalidParams, "Invalid params: clientInfo is missing or not an object");
     stringParam(client, "name");
     stringParam(client, "version");
     const Revision asked = revisions.find(version).value_or(newestLegacy);
@@ -259,7 +260,7 @@ json Server::Implementation::discovery() const {
 /// Nothing here ever changes of itself, so a subscription is granted nothing and stays open.
 json Server::Implementation::acknowledge(const Message& message) {
     if (!message.params.value("notifications", json()).is_object())
-        throw Error(invalidParams, "Invalid params: notifications is missing or no object");
+        throw Error(invalidParams, "Invalid params: notifications is missing or not an object");
     subscriptions.push_back(message.id);
     return {{"jsonrpc", "2.0"},
             {"method", "notifications/subscriptions/acknowledged"},

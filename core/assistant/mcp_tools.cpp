@@ -68,7 +68,7 @@ Result listTools(const Offer& offer, Revision revision) {
 Result callTool(const Offer& offer, Revision revision, const json& params) {
     const std::string name = stringParam(params, "name");
     const json arguments = params.value("arguments", json::object());
-    if (!arguments.is_object()) throw Error(invalidParams, "Invalid params: arguments is no object");
+    if (!arguments.is_object()) throw Error(invalidParams, "Invalid params: arguments is not an object");
     const AssistantTools tools = offer.tools();
     if (tools.spec(name).empty()) throw Error(invalidParams, "Unknown tool: " + shortened(name));
     return {name == "summary" ? summary(tools, arguments, revision) : content(tools.run(name, arguments))};

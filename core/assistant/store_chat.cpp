@@ -69,7 +69,7 @@ std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) 
     std::optional<fs::path> shelved;
     for (const FileCopy& copy : readCopies(base() / assistantFolder, chatName, format)) {
         if (copy.file.status != FileRead::Status::read)
-            throw fs::filesystem_error("cannot shelve the conversation", copy.path, copy.file.error);
+            throw fs::filesystem_error("cannot archive the conversation", copy.path, copy.file.error);
         fs::path target =
             history / (freeName(history, at, calendar, format) + copy.path.extension().string());
         settle(renameFile(copy.path, target));

@@ -24,7 +24,7 @@ constexpr int mostObjects = 200;             // that are looked at in one text
 constexpr std::string_view thoughtStart = "<think>";
 constexpr std::string_view thoughtEnd = "</think>";
 
-/// The JSON value that a text begins with, whatever follows it; discarded when there is none.
+/// The JSON value that a text begins with, whatever follows it; discarded when it begins with no value.
 json valueAt(std::string_view text) {
     std::istringstream input(std::string(text.substr(0, longestCall)));
     json value;

@@ -9,7 +9,7 @@
 
 namespace tapcore {
 
-/// What stands on a key.
+/// What is shown on a key.
 namespace KeyFace {
 
 /// The glyphs of the keys that are known by name.

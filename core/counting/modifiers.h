@@ -31,7 +31,7 @@ struct Modifiers {
     }
 
     /// The set named by words of ctrl, opt, shift, cmd and fn joined with "+", in any order. Nothing when a
-    /// word is another or there is none.
+    /// word is unknown or the text is empty.
     static std::optional<Modifiers> parse(std::string_view name);
 
     /// The words of the members joined with "+", in the order ctrl, opt, shift, cmd, fn; "" for none.

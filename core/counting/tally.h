@@ -19,7 +19,7 @@ using KeyCode = std::uint16_t;
 struct Tally {
     static constexpr std::size_t hours = 24;
 
-    /// Metres that one screen point stands for.
+    /// How many metres one screen point is.
     static constexpr double metresPerPoint = 0.000264;
 
     /// A key with the modifiers held at its press.

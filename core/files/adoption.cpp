@@ -29,7 +29,7 @@ constexpr std::array<std::string_view, 3> commonFolders = {settingsFolder, repor
 /// What a file is for whoever takes it over.
 enum class Kind {
     day,    ///< of counts or of practice: added to the one that is there
-    month,  ///< made again from its days, so that the one that is there stands
+    month,  ///< made again from its days, so that the one that is there stays
     other,
 };
 
@@ -183,7 +183,7 @@ class DayTaker {
     const Copier& copier_;
 };
 
-/// Performs each step, and leaves one that fails: what can be taken is taken, and all that cannot is named.
+/// Performs each step, and leaves one that fails: what can be taken is taken, and everything else is named.
 bool perform(const Plan& plan, const Progress& progress, const Copier& copier,
              const std::function<void(const CopyStep&)>& perform) {
     std::size_t done = 0;
@@ -208,7 +208,7 @@ void addShared(Plan& plan, const fs::path& from, const std::vector<std::string>&
         const auto mark = readMark(from / mac);
         const bool isOwn = own && mark && own->id == mark->id;
         if (isOwn || !store.mac) plan.addFolders(from / mac, store.base(), store.base());
-        else missing.push_back({from / mac, 0, "another machine's; take it over there"});
+        else missing.push_back({from / mac, 0, "another machine's: take it over there"});
     }
 }
 

@@ -10,7 +10,7 @@
 
 namespace tapcore {
 
-/// How a day's typing stands against what is usual by the same time of day.
+/// How a day's typing compares with what is usual by the same time of day.
 namespace Comparison {
 
 /// How many days with typing make the usual, how far back they are looked for, and how few are enough.

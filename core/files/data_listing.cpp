@@ -44,7 +44,7 @@ std::vector<ListedFile> thoseWritten(std::vector<ListedFile> files) {
     return files;
 }
 
-/// Whether a text looks like a pattern, whose "0" stands for any digit.
+/// Whether a text looks like a pattern, in which "0" means any digit.
 bool isLike(std::string_view pattern, std::string_view text) {
     return std::equal(pattern.begin(), pattern.end(), text.begin(), text.end(),
                       [](char wanted, char c) { return wanted == '0' ? isDigit(c) : c == wanted; });

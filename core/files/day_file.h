@@ -28,13 +28,13 @@ struct DayFile {
     DayFile() = default;
     /// Reads a file's text, in either format or tab-separated, and never fails: rows that cannot be used are
     /// left out, and listed in `skipped` when it is given. Counts of repeated rows add up; of other rows the
-    /// last one stands.
+    /// last one counts.
     explicit DayFile(std::string_view text, std::vector<SkippedRow>* skipped = nullptr);
 
     /// The file's text; reading it gives an equal day file.
     std::string text(FileFormat format, const Day& day) const;
 
-    /// Adds counts: tallies add, the larger peak stands, paused minutes add when above 0.
+    /// Adds counts: tallies add, the larger peak is kept, paused minutes add when above 0.
     void merge(const Tally& counted, std::int64_t peak, std::int64_t paused);
     /// Adds another file of the same day; board, layout and other rows are kept, and taken over where there
     /// are none.

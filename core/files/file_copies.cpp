@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 //     | 9f86d081884c7d65 | 2026-09-20.md  |    the merged text, first
 //     | 60303ae22b998861 | 2026-09-20.org |    each text it holds
 //
-// While the merged text waits, the note means nothing. One rename takes the text from there to its file; from
+// While the merged text waits, the note has no effect. One rename takes the text from there to its file; from
 // then on, the texts that the note lists count no more, also when somebody has edited the merged file since.
 
 constexpr std::string_view keptMark = " as it was";
@@ -188,7 +188,7 @@ void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies) {
 
 namespace {
 
-/// Keeps what a copy is now under a name of its own beside it; what stands there already stays. Returns
+/// Keeps what a copy is now under a name of its own beside it; what is there already stays. Returns
 /// where.
 fs::path keepAsItWas(const FileCopy& copy) {
     const std::string start = copy.path.stem().string().append(keptMark);
@@ -215,7 +215,7 @@ void keepWhatIsSkipped(const std::vector<FileCopy>& copies, const SkippedLines& 
         if (!problems) continue;
         for (const SkippedRow& row : skipped)
             problems->push_back({copy.path, row.line, "left out: " + row.why});
-        problems->push_back({copy.path, 0, "the file as it was is kept beside, as " + kept});
+        problems->push_back({copy.path, 0, "the old file is kept as " + kept});
     }
 }
 

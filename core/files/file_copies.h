@@ -18,7 +18,7 @@ namespace tapcore {
 struct FileCopy {
     std::filesystem::path path;
     FileRead file;
-    /// Its content already stands in another copy, into which it was being merged when the program was
+    /// Its content is already in another copy, into which it was being merged when the program was
     /// interrupted.
     bool isSuperseded = false;
 };
@@ -78,7 +78,7 @@ void removeTraces(const std::filesystem::path& folder, std::string_view name);
 void removeOldNotes(const std::filesystem::path& folder);
 
 /// What `replaceCopies` writes beside the copies while it merges several of them: the hidden note
-/// "NAME.merging", by which `readCopies` tells, after a crash, which of them already stand in `merged`.
+/// "NAME.merging", by which `readCopies` tells, after a crash, which of them are already in `merged`.
 std::string mergingNote(const std::filesystem::path& target, std::string_view merged,
                         const std::vector<FileCopy>& copies);
 

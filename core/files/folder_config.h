@@ -23,7 +23,7 @@ struct LearnedKey {
 };
 
 /// The settings that travel with a data folder, in its ".keys/config.json". Several machines may write it:
-/// the last one stands.
+/// the last one counts.
 struct FolderConfig {
     FileFormat format = FileFormat::org;
     std::string board = "auto";
@@ -67,7 +67,7 @@ struct FolderConfig {
     /// How many keys were learned on a board, under all layouts.
     std::size_t learnedCount(std::string_view boardID) const;
     /// Files the keys learned before layouts were told apart ("BOARD/KEYCODE") under this layout; what was
-    /// learned under it since stands.
+    /// learned under it since counts.
     void migrateLearned(std::string_view layoutID);
 
     /// The board's id, "/", the layout's id: what the names of learned keys start with.

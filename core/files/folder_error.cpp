@@ -13,7 +13,7 @@ class Category : public std::error_category {
             case FolderError::notUtf8:
                 return "not UTF-8 text, so it is left as it is; save it as UTF-8";
             case FolderError::notHereYet:
-                return "not here yet: iCloud Drive has not downloaded it";
+                return "not yet downloaded from iCloud Drive";
         }
         return "unknown error";
     }

@@ -58,7 +58,7 @@ std::optional<MarkedFolder> findMarked(const fs::path& root, std::string_view id
 }
 
 /// Whether a folder may be a machine's whose marker cannot be asked for. Those that systems keep at the top
-/// of a disk are none.
+/// of a disk are not machines'.
 bool mayHideMarker(const std::string& name, std::error_code error) {
     const bool isMissing =
         error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;

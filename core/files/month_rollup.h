@@ -34,15 +34,15 @@ struct MonthRollup {
     MonthRollup() = default;
     explicit MonthRollup(const std::map<Day, DayFile>& files);
     /// Reads a rollup's text, in either format or tab-separated, and never fails: rows that cannot be used
-    /// are left out, and listed in `skipped` when it is given. Numbers stand as they are read; a fifth cell
-    /// that is missing or no number is 0 clicks. Repeated rows of keys and chords add up.
+    /// are left out, and listed in `skipped` when it is given. Numbers are kept as they are read; a fifth
+    /// cell that is missing or no number is 0 clicks. Repeated rows of keys and chords add up.
     explicit MonthRollup(std::string_view text, std::vector<SkippedRow>* skipped = nullptr);
 
     /// The file's text; `month` is "2026-09".
     std::string text(FileFormat format, std::string_view month) const;
 
     /// Two machines' rollups of one month as one: keystrokes, clicks, keys and chords add; of active hours
-    /// and peaks, which may overlap, the larger stands.
+    /// and peaks, which may overlap, the larger is kept.
     MonthRollup merged(const MonthRollup& other) const;
 
     bool operator==(const MonthRollup&) const = default;

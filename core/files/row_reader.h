@@ -19,7 +19,7 @@ using Cells = std::vector<std::string_view>;
 using Outcome = std::string_view;
 inline constexpr Outcome used = "";
 inline constexpr Outcome notNumbers = "a cell is not a whole number";
-inline constexpr Outcome inNoTable = "it stands in no table that is read";
+inline constexpr Outcome inNoTable = "it is in no table that is read";
 inline constexpr Outcome notModifiers = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
 
 template <class Record>

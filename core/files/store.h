@@ -55,7 +55,7 @@ class Store {
         if (mac && mac->empty()) mac.reset();  // that would be the folder itself, once more
     }
 
-    /// The same store, which asks iCloud Drive for files that are not here yet when it finds them.
+    /// The same store, which asks iCloud Drive for files not yet downloaded when it finds them.
     Store fetching(CloudFetch fetch) const;
     /// The same store, which tells of what it wrote that is not yet safe from a power cut.
     Store telling(WriteTold told) const;
@@ -112,9 +112,9 @@ class Store {
     /// The same of this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
-    /// Adds counts to the own file of a day: the larger peak stands, paused minutes add, and board and layout
-    /// are those given, when given. Both formats become one. Throws, and changes nothing, when a file there
-    /// cannot be read whole. One with lines that cannot be used is kept beside as it was.
+    /// Adds counts to the own file of a day: the larger peak is kept, paused minutes add, and board and
+    /// layout are those given, when given. Both formats become one. Throws, and changes nothing, when a file
+    /// there cannot be read whole. One with lines that cannot be used is kept beside as it was.
     void add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
              const std::optional<std::string>& board, const std::optional<std::string>& layout,
              const Day& day) const;
@@ -157,7 +157,7 @@ class Store {
     // The conversation with the assistant.
 
     std::filesystem::path chatURL() const;
-    /// The conversation under way, in whichever format it was written; empty when there is none. Throws
+    /// The conversation under way, in whichever format it was written; empty when not found. Throws
     /// filesystem_error for a file that cannot be read or is not UTF-8.
     ChatFile readChat() const;
     /// Replaces the conversation under way, and takes it into this format.
@@ -216,7 +216,7 @@ class Store {
     /// not its id, is named in `problems` and left out, and so is a folder that cannot be listed.
     std::vector<Layout> ownLayouts(FileProblems* problems = nullptr) const;
     /// Whether an id may name a file and a setting: 1 to 64 of a-z, 0-9, "-" and "_", the first a letter or a
-    /// digit; and not "auto" or "system", which stand for the system's layout.
+    /// digit; and not "auto" or "system", which mean the system's layout.
     static bool isSafeLayoutID(std::string_view id);
     /// Writes a layout, over the one of its id. Returns where. Throws LayoutProblem for an id that is not
     /// safe.

@@ -84,7 +84,7 @@ bool lists(const MonthRollup& rollup, const FilesByDay& files) {
 }
 
 /// Whether a file may have changed since its month was summed: one that does not say when it was written may.
-/// A placeholder says nothing, and what it stands for was summed when it was here.
+/// A placeholder says nothing, and its file was summed when it was here.
 bool mayBeNewer(const ListedFile& file, const FolderTimes& days, std::chrono::nanoseconds rollup) {
     if (!file.isHere) return false;
     const auto written = days.lastWritten(file.fileName());
@@ -98,7 +98,7 @@ bool hasNewer(const FilesByDay& files, const FolderTimes& days, std::chrono::nan
     return false;
 }
 
-/// Which of this machine's rollups stand as their days do.
+/// Which of this machine's rollups agree with their days.
 class CurrentRollups {
   public:
     explicit CurrentRollups(const Store& own)

@@ -24,7 +24,8 @@ bool endsLinesPlainly(std::string_view text) {
                        [&](char start) { return text.find(start) == std::string_view::npos; });
 }
 
-/// How many bytes the line end at `at` takes: LF, VT, FF, CR, CR LF, NEL, LS or PS; 0 when there is none.
+/// How many bytes the line end at `at` takes: LF, VT, FF, CR, CR LF, NEL, LS or PS; 0 when there is no line
+/// end.
 std::size_t lineEndSize(std::string_view text, std::size_t at) {
     const std::string_view here = text.substr(at, 3);
     switch (here[0]) {

@@ -26,9 +26,9 @@ class TableReader {
     /// Goes to the next heading or row, or line that is neither; false at the end.
     bool next();
 
-    /// Whether `next` came to a heading (a new section, whose rows follow) and not to a row.
+    /// Whether `next` found a heading (a new section, whose rows follow) and not to a row.
     bool isHeading() const { return isHeading_; }
-    /// Whether it came to a line that is neither, and no title. It has no cells.
+    /// Whether it found a line that is neither, and not a title. It has no cells.
     bool isOther() const { return isOther_; }
     /// The section's name: the first word of its heading, lower-cased.
     const std::string& section() const { return section_; }

@@ -35,7 +35,7 @@ constexpr std::string_view hiddenStart = ".adopting.";
 //
 // The digest of its text, where it is here, its path in the old folder.
 
-/// The next line, without its end; one that has no end was being written in a crash, and is none.
+/// The next line, without its end; one that has no end was being written in a crash, and does not count.
 bool nextLine(std::string_view& rest, std::string_view& line) {
     if (rest.find('\n') == std::string_view::npos) return false;
     line = takePiece(rest, '\n');

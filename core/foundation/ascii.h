@@ -2,7 +2,7 @@
 
 namespace tapcore {
 
-// Kinds of ASCII characters, the same in every locale. Other bytes are none of them.
+// Kinds of ASCII characters, the same in every locale. Other bytes belong to none of the kinds.
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }

@@ -42,7 +42,7 @@ bool isVisible(std::string_view character);
 /// The first scalar of `text`; U+FFFD for bytes that are not UTF-8, and for none.
 char32_t firstScalar(std::string_view text);
 
-/// A scalar as UTF-8; U+FFFD for what is none (a surrogate, or past U+10FFFF).
+/// A scalar as UTF-8; U+FFFD for what is not a scalar (a surrogate, or past U+10FFFF).
 std::string utf8(char32_t scalar);
 
 std::string uppercased(std::string_view text);

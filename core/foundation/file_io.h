@@ -14,7 +14,7 @@
 
 namespace tapcore {
 
-/// What reading a file came to.
+/// The outcome of reading a file.
 struct FileRead {
     enum class Status {
         missing,     ///< nothing has that name

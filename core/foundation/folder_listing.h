@@ -9,7 +9,7 @@
 
 namespace tapcore {
 
-/// What listing a folder came to.
+/// The outcome of listing a folder.
 struct FolderListing {
     enum class Status {
         missing,     ///< nothing has that name

@@ -19,7 +19,8 @@ std::optional<std::int64_t> parseInteger(std::string_view text);
 /// The same, for a macOS virtual key code: 0 to 65535.
 std::optional<std::uint16_t> parseKeyCode(std::string_view text);
 
-// The same for the rows of long tables: what was parsed goes into `value`, and false says that it was none.
+// The same for the rows of long tables: what was parsed goes into `value`, and false says that it was not an
+// integer.
 
 inline bool parse(std::string_view text, std::int64_t& value) {
     constexpr std::size_t digitsThatFit = 18;

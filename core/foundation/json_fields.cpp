@@ -24,7 +24,7 @@ std::string excerpt(std::string_view text) {
     return std::string(start).append(start.size() < text.size() ? "…" : "");
 }
 
-/// Where an array or object opens that stands too deep, or npos.
+/// Where an array or object opens that is nested too deep, or npos.
 std::size_t tooDeep(std::string_view text) {
     std::size_t depth = 0;
     bool inString = false;
@@ -137,7 +137,7 @@ std::int64_t JsonValue::integer() const {
     if (!value_->is_number_float()) fail("not an integer");
     const double value = value_->get<double>();
     constexpr double limit = 9223372036854775808.0;  // 2 to the 63rd
-    // At the limit itself the double stands for many integers, of which all but one are too small.
+    // At the limit itself the double means many integers, of which all but one are too small.
     if (value != std::trunc(value) || value <= -limit || value >= limit) fail("not a 64-bit integer");
     return static_cast<std::int64_t>(value);
 }

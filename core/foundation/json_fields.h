@@ -32,7 +32,7 @@ class JsonValue {
     /// The whole of a document.
     explicit JsonValue(const nlohmann::json& document) : JsonValue(document, "") {}
 
-    /// Parses a text; throws JsonError saying line and column. What stands more than 500 arrays and objects
+    /// Parses a text; throws JsonError saying line and column. What is more than 500 arrays and objects
     /// deep is refused, so that whatever walks a document may recurse.
     static nlohmann::json parse(std::string_view text);
     /// The same, or nothing for what is not JSON.
@@ -73,7 +73,7 @@ class JsonValue {
     }
 
     const nlohmann::json& raw() const { return *value_; }
-    /// Where it stands: "keys[3].w"; "" for the whole document.
+    /// Where it is: "keys[3].w"; "" for the whole document.
     const std::string& place() const { return place_; }
 
     /// A JsonError about this place.

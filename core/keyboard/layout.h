@@ -13,8 +13,8 @@ namespace tapcore {
 
 class JsonValue;
 
-/// What stands on the keys, by key code, whatever the board. A layout may extend another one and name only
-/// the codes it changes.
+/// What is printed on the keys, by key code, whatever the board. A layout may extend another one and name
+/// only the codes it changes.
 struct Layout {
     std::string id;  ///< stable: in settings, day files and file names
     std::string name = {};

@@ -56,7 +56,7 @@ struct Load {
     Load(const Board& board, const Legends& legends, const Tally::KeyCounts& counts,
          const std::set<KeyCode>& leftOutCodes, const KeyRemap& moves = {});
 
-    /// What part of all presses this one is, 0 to 1; 0 when there are none.
+    /// What part of all presses this one is, 0 to 1; 0 without presses.
     double share(const Part& part) const;
 
     /// Whether the finger has a home key, and so a way that can be told.

@@ -35,7 +35,7 @@ std::optional<Layout> readOwnLayout(const fs::path& path, FileProblems* problems
     return std::nullopt;
 }
 
-/// Whether an id stands for the layout of the system, wherever one may be named.
+/// Whether an id means the layout of the system, wherever one may be named.
 bool isReserved(std::string_view id) { return id == "auto" || id == "system"; }
 
 bool isSmallLetterOrDigit(char c) { return isSmallLetter(c) || isDigit(c); }

@@ -13,10 +13,10 @@ struct LessonLength {
 
     constexpr LessonLength(Case length) : value(length) {}  // NOLINT(google-explicit-constructor)
     constexpr operator Case() const { return value; }       // NOLINT(google-explicit-constructor)
-    /// The length that a stored number of words stands for: medium when none is stored or it is no length's.
+    /// The length that a stored number of words means: medium when nothing is stored or no length has it.
     static LessonLength fromStored(std::optional<std::int64_t> stored);
 
-    /// The length of so many words; nothing when it is none of the three.
+    /// The length of so many words; nothing for any other number.
     static std::optional<LessonLength> parse(std::int64_t words);
     std::int64_t rawValue() const { return value; }
 

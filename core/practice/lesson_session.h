@@ -31,7 +31,7 @@ class LessonSession {
         ahead,  ///< still to be typed
         right,
         wrong,   ///< missed, and not put right
-        mended,  ///< missed, and put right
+        mended,  ///< missed, then corrected
     };
 
     /// What was practised since it was last taken.

@@ -37,7 +37,7 @@ struct LetterModel {
     /// or a next character is not one character, a count is no 64-bit integer.
     static LetterModel parse(std::string_view language, std::string_view text);
 
-    /// The model in LANGUAGE.json of a folder; nothing when there is none that can be read. It is read once
+    /// The model in LANGUAGE.json of a folder; nothing when it is missing or cannot be read. It is read once
     /// for the whole process and kept: this cache, with its lock, is the only state the library shares
     /// between callers.
     static std::shared_ptr<const LetterModel> load(std::string_view language,

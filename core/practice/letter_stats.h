@@ -7,7 +7,7 @@
 
 namespace tapcore {
 
-/// What practising one letter came to.
+/// The figures of practising one letter.
 struct LetterStats {
     std::int64_t presses = 0;       ///< right presses
     std::int64_t misses = 0;        ///< wrong presses where this letter was to come
@@ -23,7 +23,8 @@ struct LetterStats {
     /// Adds field by field; fatal when a sum leaves 64 bits.
     LetterStats& operator+=(const LetterStats& other);
     friend LetterStats operator+(LetterStats a, const LetterStats& b) { return a += b; }
-    /// The same for another record of the same day: the days are not added, the larger number of them stands.
+    /// The same for another record of the same day: the days are not added, the larger number of them is
+    /// kept.
     void addSameDay(const LetterStats& other);
 
     bool operator==(const LetterStats&) const = default;

@@ -18,7 +18,7 @@ namespace tapcore {
 /// is two skills, and a few values of the day. docs/practice.md shows the text.
 struct PracticeDay {
     LetterCounts letters;                          ///< over all layouts
-    std::map<std::string, LetterCounts> byLayout;  ///< by layout id; the empty id stands for no layout
+    std::map<std::string, LetterCounts> byLayout;  ///< by layout id; the empty id means no layout
     std::int64_t seconds = 0;
     std::int64_t lessons = 0;                   ///< those that were finished
     std::optional<std::string> layout;          ///< the one last practised on

@@ -9,8 +9,8 @@
 
 namespace tapcore {
 
-/// What practising came to, of late and at its best. A week is the seven days up to and with today, so that
-/// it is never cut short by a Monday.
+/// The figures of recent practice and of the best. A week is the seven days up to and including today, so
+/// that it is never cut short by a Monday.
 struct PracticeRecord {
     std::int64_t bestWPM = 0;
     std::int64_t longestStreak = 0;          ///< most days in a row that reached the goal

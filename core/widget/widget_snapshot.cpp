@@ -108,7 +108,7 @@ HeatKey heatKey(const JsonValue& value) {
 
 MapColor mapColor(const JsonValue& value) {
     const auto color = MapColor::parse(value.string());
-    if (!color) value.fail("no colour of heat maps");
+    if (!color) value.fail("not a colour of heat maps");
     return *color;
 }
 

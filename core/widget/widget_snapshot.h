@@ -17,7 +17,7 @@
 
 namespace tapcore {
 
-/// All that the desktop widgets show: the one record that passes to them, as a file of JSON.
+/// Everything that the desktop widgets show: the one record that passes to them, as a file of JSON.
 struct WidgetSnapshot {
     /// A bar of the week's chart.
     struct DayBar {
@@ -73,7 +73,7 @@ struct WidgetSnapshot {
     /// More hours, days or keys than anything has: they would only take long to draw.
     static constexpr std::size_t longestList = 1000;
 
-    /// Where the file lies: in the group's container, else in the folder Tappora of the application support
+    /// Where the file is: in the group's container, else in the folder Tappora of the application support
     /// folder; nothing when there is neither.
     static std::optional<std::filesystem::path> url(const std::optional<std::string>& groupID,
                                                     const SharedFolders& folders);

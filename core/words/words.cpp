@@ -43,13 +43,13 @@ Forms formsOf(const JsonValue& text) {
     return forms;
 }
 
-/// Where in a text a "{name}" stands that has a value.
+/// Where in a text a "{name}" is that has a value.
 struct Slot {
     std::size_t begin, size;
     std::string_view value;
 };
 
-/// The next one; at the end of the text, of no size, when there is none.
+/// The next one; at the end of the text, of no size, when there are no more.
 Slot nextSlot(std::string_view text, std::size_t from, NamedValues values) {
     for (auto open = text.find('{', from); open != text.npos; open = text.find('{', open + 1)) {
         const auto close = text.find('}', open);

@@ -26,10 +26,10 @@ class Words {
         using std::runtime_error::runtime_error;
     };
 
-    /// The values of a text by name. "{name}" stands for each in the text.
+    /// The values of a text by name. Each replaces its "{name}" in the text.
     using Values = std::initializer_list<std::pair<std::string_view, std::string>>;
 
-    /// The language whose every key has a text, and that stands in for what another lacks.
+    /// The language that has a text for every key; its texts are used for what another language lacks.
     static constexpr std::string_view source = "en";
 
     /// The texts of `folder`/`language`.json over those of `folder`/en.json; those alone for a language that
@@ -45,7 +45,7 @@ class Words {
     /// The text of a key; of one that has plural forms the general one; the key itself when no table has it.
     std::string text(std::string_view key) const { return text(key, {}); }
     /// The same with each "{name}" of `values` replaced by its value. A value is taken as it is, also one
-    /// with braces; a name that has no value stays as it stands.
+    /// with braces; a name that has no value stays as it is.
     std::string text(std::string_view key, Values values) const;
 
     /// The form of a text that goes with a number of things, with {n} as that number and `values` as above.

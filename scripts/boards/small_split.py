@@ -1,4 +1,4 @@
-"""Split boards whose keys lie flat in shifted columns."""
+"""Split boards with flat keys in shifted columns."""
 
 from .split import FIVE, SIX, Slot, arc, columns, split, tilted, turned
 

@@ -27,7 +27,7 @@ class Trial:
     def __init__(self, command, programs, injector, place, stage):
         self.command, self.programs = command, Path(programs).resolve()
         self.world = World(place, Path(injector).resolve(), command.files, stage)
-        self.known = {}  # what another run came to, by what was there
+        self.known = {}  # the outcome of another run, by what was there
         self.failures = []
 
     def go(self, fault=None):

@@ -4,7 +4,7 @@
 
 namespace tapcore {
 
-/// What the error of a call says; "" when there is none.
+/// What the error of a call says; "" without an error.
 template <class Error>
 std::string messageOf(auto call) {
     try {

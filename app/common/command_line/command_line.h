@@ -45,7 +45,7 @@ class Option {
 
 /// What may be said to a command, or to one of its tasks ("list" in `tappora boards list`). Names are as
 /// CLI11 takes them: "-o,--output" for an option, "FILE" for an argument without a name, "!--no-x" for a
-/// flag's opposite. What was said stands in the variables once the command line has been parsed; they must
+/// flag's opposite. The variables hold what was said once the command line has been parsed; they must
 /// live until then.
 class CommandSyntax {
   public:
@@ -88,7 +88,7 @@ class CommandLine : public CommandSyntax {
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
 
-    /// What stands above and below the options in --help.
+    /// The text above and below the options in --help.
     void introduce(const std::string& above, const std::string& below);
 
     /// Commands and what each does.
@@ -101,7 +101,7 @@ class CommandLine : public CommandSyntax {
 
     /// Adds a task: its name, what it does and a command line that shows it, both for --help, what declares
     /// its options, and what it does once they have their values. Options that the task shares with the
-    /// command are declared for both, with the same variable: they may then stand before and after its name,
+    /// command are declared for both, with the same variable: they may then be before and after its name,
     /// and any other one is refused.
     void task(const std::string& name, std::string_view does, std::string_view example,
               const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run);

@@ -6,7 +6,7 @@
 
 namespace tappora {
 
-/// Becomes the program that runs a command, with these arguments. It is looked for where this program lies,
+/// Becomes the program that runs a command, with these arguments. It is looked for where this program is,
 /// and in ../libexec/tappora from there. Throws Failure naming the command when it is not there or cannot be
 /// started.
 [[noreturn]] void becomeCompanion(std::string_view command, std::string_view program,

@@ -24,8 +24,7 @@ bool agrees(std::string_view question) {
 void confirm(std::string_view what, bool yes) {
     if (yes) return;
     print(fmt::format("{}\n", what));
-    if (::isatty(STDIN_FILENO) == 0)
-        throw Failure("nothing done", "there is nobody to ask; say --yes to go ahead");
+    if (::isatty(STDIN_FILENO) == 0) throw Failure("nothing done", "not a terminal: use --yes");
     if (!agrees("Go ahead?")) throw Failure("nothing done", "as answered");
 }
 

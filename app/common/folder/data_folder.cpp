@@ -89,7 +89,7 @@ bool isShared(const fs::path& root) {
 
 using ReadConfig = tapcore::FolderConfig (*)(const fs::path& root);
 
-/// The sub-folder that bears this machine's mark, if it has one there already.
+/// The sub-folder with this machine's mark, if it has one there already.
 std::optional<std::string> ownSubfolder(const fs::path& root, const Environment& environment) {
     if (!isShared(root)) return std::nullopt;
     Settings settings = Settings::read(environment);
@@ -105,9 +105,9 @@ Store opened(const FolderOptions& options, const Environment& environment, ReadC
 }  // namespace
 
 void addFolderOptions(CommandSyntax& command, FolderOptions& options) {
-    command.option("--folder", options.folder, "The data folder, instead of the usual one [TAPPORA_FOLDER]")
+    command.option("--folder", options.folder, "The data folder, instead of the default [TAPPORA_FOLDER]")
         .type("DIR");
-    command.option("--today", options.today, "The day to take for today").type("YYYY-MM-DD");
+    command.option("--today", options.today, "The day to use as today").type("YYYY-MM-DD");
 }
 
 std::string_view FolderChoice::why() const {
@@ -123,7 +123,7 @@ std::string_view FolderChoice::why() const {
         case Rule::earlier:
             return "kept from an earlier version";
         case Rule::usual:
-            return "the usual place";
+            return "the default folder";
     }
     return "";
 }
@@ -171,11 +171,11 @@ double hoursPassed(const tapcore::Day& today, const Environment& environment,
 
 tapcore::Day parseDay(std::string_view what, std::string_view text) {
     const auto day = tapcore::Day::parse(text);
-    if (!day) throw UsageError(fmt::format("{}: not a day: {}; use YYYY-MM-DD", what, text));
+    if (!day) throw UsageError(fmt::format("{}: invalid date: {}; use YYYY-MM-DD", what, text));
     const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(day->year)),
                                            std::chrono::month(static_cast<unsigned>(day->month)),
                                            std::chrono::day(static_cast<unsigned>(day->day)));
-    if (!date.ok()) throw UsageError(fmt::format("{}: no such day: {}", what, text));
+    if (!date.ok()) throw UsageError(fmt::format("{}: invalid date: {}", what, text));
     return *day;
 }
 

@@ -77,10 +77,10 @@ tapcore::Day today(const FolderOptions& options, const Environment& environment,
 double hoursPassed(const tapcore::Day& today, const Environment& environment,
                    const tapcore::Calendar& calendar);
 
-/// The day that an option or argument names: UsageError naming both when it is none.
+/// The day that an option or argument names: UsageError naming both when it is invalid.
 tapcore::Day parseDay(std::string_view what, std::string_view text);
 
-/// The format that an option names: UsageError naming both when it is none.
+/// The format that an option names: UsageError naming both when it is unknown.
 tapcore::FileFormat parseFormat(std::string_view what, std::string_view text);
 
 /// Tells each problem, once: "PATH:LINE: WHY".

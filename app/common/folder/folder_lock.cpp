@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using tapcore::FileLock;
 using Reach = FolderLock::Reach;
 
-/// The file that stands for a folder whose file system has no locks.
+/// The file that is locked in place of a folder whose file system has no locks.
 fs::path lockFile(const Environment& environment, const fs::path& folder) {
     return madeRuntimeDirectory(environment) /
            fmt::format("{:016x}.lock", tapcore::fnv1a(fs::canonical(folder).native()));

@@ -19,7 +19,7 @@ constexpr std::uint32_t changes = comings | IN_CLOSE_WRITE | IN_MOVED_FROM | IN_
 
 [[noreturn]] void fail() { throw std::system_error(errno, std::generic_category(), "watching folders"); }
 
-/// The watch on a folder, or -1 when there is none to be read.
+/// The watch on a folder, or -1 when the folder is missing or cannot be read.
 int watchOn(int file, const fs::path& folder, std::uint32_t events) {
     const int watch = ::inotify_add_watch(file, folder.c_str(), events);
     if (watch < 0 && errno != ENOENT && errno != ENOTDIR && errno != EACCES) fail();

@@ -24,7 +24,7 @@ class FolderWatch {
 
     /// Readable when something happened.
     int descriptor() const { return file_.get(); }
-    /// Takes note of all that happened; true when something of it counts.
+    /// Takes note of everything that happened; true when something of it counts.
     bool takeNote();
 
   private:

@@ -10,7 +10,7 @@ namespace tappora {
 void complainOf(const tapcore::Written& written, const Tell& tell) {
     if (!written.isSafe())
         tell(harmlessLine(written.path.string() + ": " + written.error.message() +
-                          "; what was written stands, but a power cut may undo it"));
+                          "; the new text is written, but a power cut may undo it"));
 }
 
 tapcore::WriteTold complainOnce(const Tell& tell) {

@@ -41,9 +41,8 @@ void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, 
     command
         .option("--color", options.color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
         .type("COLOR");
-    command.flag("--dark", options.dark, "On a dark ground");
-    command.option("-o,--output", options.output, "Write a picture: FILE.svg, FILE.png or FILE.pdf")
-        .type("FILE");
+    command.flag("--dark", options.dark, "Draw on a dark background");
+    command.option("-o,--output", options.output, "Write a picture: an SVG, PNG or PDF file").type("FILE");
     command.flag("--json", options.json, "Print " + printed + " as JSON").excludes("--output");
     addFolderOptions(command, options.folder);
 }

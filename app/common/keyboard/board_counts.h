@@ -14,7 +14,7 @@
 
 namespace tappora {
 
-/// What the commands that lay a period's counts over a board are asked for alike.
+/// The options that all commands about a period's counts on a board have.
 struct BoardCountsOptions {
     FolderOptions folder;
     PeriodOptions dates;
@@ -44,7 +44,7 @@ struct BoardCounts {
 };
 
 /// The colour that --color names, else the settings ("appearance.mapColor"), else the usual one. UsageError
-/// for one that is none.
+/// for an invalid one.
 tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment);
 
 /// Reads the period's counts. Problems with files are complained of.
@@ -54,13 +54,13 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
 std::string title(const tapcore::Board& board);
 /// The period, the layout and the total, parted by dots or, in ASCII, by commas.
 std::string subtitle(const BoardCounts& on, std::int64_t total, bool unicode = true);
-/// "1,234 presses of keys that this board does not have"; nothing when there are none.
+/// "1,234 presses of keys that this board does not have"; nothing for no presses.
 std::optional<std::string> offBoardNote(std::int64_t presses);
 
 /// "1,234 presses", "1 press".
 std::string pressesText(std::int64_t count);
 
-/// "4.2 %" or "42 %", of a total; "0 %" when there is none.
+/// "4.2 %" or "42 %", of a total; "0 %" of 0.
 std::string percentText(std::int64_t count, std::int64_t total);
 
 }  // namespace tappora

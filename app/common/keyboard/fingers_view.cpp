@@ -63,7 +63,7 @@ void addFingersOptions(CommandSyntax& command, FingersOptions& options) {
     addBoardCountsOptions(command, options, "the load by finger, hand and row");
     command
         .option("--as", options.as,
-                "What if the same had been typed on this layout: an id or a layout's file")
+                "Compare with the same text typed on this layout: an id or a layout's file")
         .type("LAYOUT");
 }
 

@@ -30,10 +30,11 @@ KeyAmount amountOf(const HeatmapOptions& options) {
 
 void addHeatmapOptions(CommandSyntax& command, HeatmapOptions& options) {
     addBoardCountsOptions(command, options, "the cells and the most pressed keys");
-    const Option counts = command.flag("--counts", options.counts, "Write its presses on each key");
-    command.flag("--percent", options.percent, "Write its share on each key").excludes(counts);
-    command.flag("--names,!--no-names", options.names,
-                 "Show names and signs on keys too (or letters and numbers alone), whatever the folder says");
+    const Option counts = command.flag("--counts", options.counts, "Show the number of presses on each key");
+    command.flag("--percent", options.percent, "Show the share of each key in per cent").excludes(counts);
+    command.flag(
+        "--names,!--no-names", options.names,
+        "Show names and signs on keys too, or only letters and numbers; the folder's choice when not given");
 }
 
 std::vector<std::string> HeatmapView::face(const tapcore::Heatmap::Cell& cell) const {

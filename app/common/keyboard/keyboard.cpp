@@ -44,7 +44,7 @@ Board harmlessBoard(Board board) {
     return board;
 }
 
-/// A mark that combines with what stands before it gets the circle that Unicode has for it to stand on.
+/// A mark that combines with the character before it gets the circle that Unicode has for this.
 std::string harmlessLegend(const std::string& legend) {
     return (tapcore::isMark(legend) ? "◌" : "") + harmlessLine(legend);
 }
@@ -55,7 +55,7 @@ tapcore::Legends harmlessLegends(tapcore::Legends legends) {
     return legends;
 }
 
-/// An id that a file's name can hold; "" and "../x" are none.
+/// Whether an id can be part of a file's name; "" and "../x" cannot.
 bool isSafe(const std::string& id) { return tapcore::Store::isSafeLayoutID(id); }
 
 /// Where the program's own board or layout of that id would be.

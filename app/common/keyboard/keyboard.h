@@ -42,7 +42,7 @@ class Keyboards {
 
     /// The board that an option or argument names, by its id or by the path of its file (with a "/" or
     /// ".json"). UsageError naming both when no board has that id; what Catalog::readBoard throws for a file
-    /// that is none.
+    /// that is not a board.
     tapcore::Board board(std::string_view what, const std::string& name) const;
 
     /// The same for a layout.
@@ -53,7 +53,7 @@ class Keyboards {
     tapcore::Board chosenBoard(const KeyboardOptions& options) const;
 
     /// The layout that the options name, else the settings ("keyboard.layout"), else those of the data
-    /// folder. "auto", and nothing, stand for the system's own, a bundled one or one made of what the system
+    /// folder. "auto", and nothing, mean the system's own, a bundled one or one made of what the system
     /// types (see `systemLayout`), else for that of the last day counted, else QWERTY.
     LegendSet chosenLayout(const KeyboardOptions& options) const;
 

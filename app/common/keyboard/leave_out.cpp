@@ -42,7 +42,7 @@ std::set<tapcore::KeyCode> codesNamed(const std::string& name, const tapcore::Le
 void addLeaveOutOption(CommandSyntax& command, std::vector<std::string>& keys) {
     command
         .option("--leave-out", keys,
-                "Keys to leave out of it, by name: space,delete or \"key 49\"; may be repeated")
+                "Keys to leave out, by name: space,delete or \"key 49\"; may be repeated")
         .type("KEYS")
         .takesOneEachTime();
 }

@@ -14,7 +14,7 @@ namespace tappora {
 /// Where the system's keyboard setting is looked for, handed in so that tests can hand in texts.
 struct SystemSources {
     std::function<std::optional<std::string>(const std::string& name)> variable;
-    std::function<std::string(const std::string& path)> file;  ///< its text; "" when there is none
+    std::function<std::string(const std::string& path)> file;  ///< its text; "" when it is missing
     std::function<std::string(const std::string& command)>
         output;  ///< what a command prints; "" when it fails
 };
@@ -27,7 +27,7 @@ SystemSources systemSources(const Environment& environment);
 /// Under Wayland, where the X server is a guest that may know better or not, it is asked last.
 std::optional<XkbLayout> systemKeyboard(const SystemSources& sources);
 
-/// The layout that "auto" stands for: the bundled one that prints the same on all 47 typing keys as the
+/// The layout that "auto" means: the bundled one that prints the same on all 47 typing keys as the
 /// system types on them; else one made of what the system types, with the id "system", on the bundled one
 /// that has most keys in common with it. Nothing when the system's data has no such layout.
 std::optional<tapcore::Layout> systemLayout(const XkbLayout& keyboard, IsoKeys isoKeys,

@@ -52,7 +52,7 @@ tapcore::Calendar hostCalendar() {
     if (isZone(tz)) return tapcore::Calendar(hostOffset);
     const auto isTold = std::make_shared<std::atomic_flag>();  // the recorder asks on two threads
     return tapcore::Calendar([tz, isTold](tapcore::Instant) {
-        if (!isTold->test_and_set()) complain(fmt::format("TZ: no such time zone: {}; taken for UTC", tz));
+        if (!isTold->test_and_set()) complain(fmt::format("TZ: no such time zone: {}; using UTC", tz));
         return seconds(0);
     });
 }

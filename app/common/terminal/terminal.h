@@ -35,7 +35,7 @@ struct Terminal {
     std::string accent(std::string_view text) const { return styled(text, "38;5;173"); }
 
   private:
-    /// `text` under a "select graphic rendition" code (ECMA-48, 8.3.117), or as it stands without colours.
+    /// `text` under a "select graphic rendition" code (ECMA-48, 8.3.117), or unchanged without colours.
     std::string styled(std::string_view text, std::string_view code) const;
 };
 

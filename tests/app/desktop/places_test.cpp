@@ -28,7 +28,7 @@ TEST(WidgetPlaces, ADraggedWidgetLiesOnTheMonitorOfItsMiddle) {
     };
     const Case cases[] = {
         {{40, 240}, {"eDP-1", 40, 40}},
-        {{1090, 300}, {"eDP-1", 916, 100}},  // its middle is still on the left, so it lies at the edge
+        {{1090, 300}, {"eDP-1", 916, 100}},  // its middle is still on the left, so it is at the edge
         {{1100, 300}, {"DP-2", 0, 300}},
         {{3500, -90}, {"DP-2", 1556, 0}},
         {{-4000, 20}, {"eDP-1", 0, 0}},  // on none of them

@@ -154,7 +154,7 @@ TEST_F(TrainerOnATerminal, KeepsEachPressOfLessonsWithErrorsAResizeAndAnInterrup
     const std::string first = nextText({});
     typeWithErrors(first.substr(0, 8));
     terminal->resize(12, 40);
-    ASSERT_TRUE(terminal->shows("\033[2J")) << "drawn anew";
+    ASSERT_TRUE(terminal->shows("\033[2J")) << "drawn again";
     typeWithErrors(first.substr(8));
     ASSERT_TRUE(terminal->shows("the next lesson")) << terminal->seen();
     const PracticeDay afterFirst = savedDay([](const PracticeDay& day) { return day.lessons == 1; });

@@ -177,12 +177,10 @@ TEST(LiveRecorder, KeepsWhatFailsToBeStoredAndSaysSoOnce) {
                world.untilStored(1)});
     EXPECT_THAT(world.stored, ElementsAre("2026-09-20 3 0"));
     EXPECT_EQ(world.updates, 1);
-    EXPECT_THAT(
-        world.told,
-        ElementsAre(
-            "listening to A keyboard (/dev/input/event5)", "ready",
-            "cannot store: days/2026-09-20.org: No space left on device; the counts are kept and tried again",
-            "stored again, with what was kept"));
+    EXPECT_THAT(world.told, ElementsAre("listening to A keyboard (/dev/input/event5)", "ready",
+                                        "cannot store: days/2026-09-20.org: No space left on device; the "
+                                        "counts are kept, and storing them is tried again",
+                                        "stored again, with what was kept"));
 }
 
 TEST(LiveRecorder, FailsInTheEndSayingWhatIsNotStored) {

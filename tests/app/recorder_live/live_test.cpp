@@ -285,7 +285,7 @@ TEST_F(Live, WaitsForNobodyWhoReadsItsWatch) {
         do bed.tap(tool, KEY_A);
         while (watch.takesMore(recorder));
         bed.tap(tool, KEY_A);
-        return recorder.prints("tappora: nobody takes the lines of --watch: they are dropped\n");
+        return recorder.prints("tappora: nobody reads the lines of --watch: they are dropped\n");
     };
     ASSERT_TRUE(fill()) << recorder.printed;
     watch.empty();

@@ -126,7 +126,7 @@ TEST_F(AdoptionTest, NamesWhatItCannotTakeAndTakesItLater) {
     EXPECT_EQ(adopt(), Adoption::incomplete);
     EXPECT_THAT(missing,
                 UnorderedElementsAre(
-                    "days/2026-09-20.org: not here yet: iCloud Drive has not downloaded it",
+                    "days/2026-09-20.org: not yet downloaded from iCloud Drive",
                     "days/2026-09-21.org: a symbolic link", "days/2026-09-23.org: not a regular file",
                     "practice: Too many levels of symbolic links",
                     "assistant/chat.org: " + (fresh / "assistant").string() + ": Not a directory",
@@ -187,7 +187,7 @@ TEST_F(AdoptionTest, OfASharedFolderTakesAllIntoAFolderOfItsOwnAndElseItsOwnPart
     shared.put("Mine/.keys-mac", R"({"id": "2", "name": "Studio"})");
     store = Store(shared.path(), FileFormat::org, "Mine");
     EXPECT_EQ(adopt(), Adoption::incomplete);
-    EXPECT_THAT(missing, ElementsAre("Air: another machine's; take it over there"));
+    EXPECT_THAT(missing, ElementsAre("Air: another machine's: take it over there"));
     EXPECT_EQ(store.readOwn(day).tally.total(), 100);
     EXPECT_EQ(total(day), 101) << "the top is common to all";
 }

@@ -155,7 +155,7 @@ TEST(DayFile, SkipsRowsItCannotUseAndSaysWhy) {
     expected.tally.add(Tally::MouseHour{1, 0, 0, -2, 3}, 9);
     EXPECT_EQ(file, expected);
     const std::string number = "a cell is not a whole number";
-    const std::string noTable = "it stands in no table that is read";
+    const std::string noTable = "it is in no table that is read";
     const std::string words = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
     EXPECT_THAT(
         skipped,

@@ -134,7 +134,7 @@ TEST_F(StoreTest, AsksForWhatTheCloudHoldsAndNeverReplacesIt) {
         FAIL() << "the day in the cloud would have been replaced";
     } catch (const std::filesystem::filesystem_error& error) {
         EXPECT_EQ(error.path1(), folder / "days/2026-09-20.md");
-        EXPECT_EQ(error.code().message(), "not here yet: iCloud Drive has not downloaded it");
+        EXPECT_EQ(error.code().message(), "not yet downloaded from iCloud Drive");
     }
     EXPECT_THROW(store.resetHeatmap(), std::filesystem::filesystem_error);
     EXPECT_EQ(folder.files().size(), 1U);
@@ -281,7 +281,7 @@ TEST(Store, NamesADayThatIsOnlyAPlaceholder) {
         (void)Store(folder.path(), FileFormat::org).summary(days, {2026, 9, 20}, Calendar("UTC"), &problems);
         ASSERT_EQ(problems.size(), 1U);
         EXPECT_EQ(problems[0].path, folder / "days/2026-09-20.org");
-        EXPECT_EQ(problems[0].why, "not here yet: iCloud Drive has not downloaded it");
+        EXPECT_EQ(problems[0].why, "not yet downloaded from iCloud Drive");
     }
 }
 

@@ -73,7 +73,7 @@ TEST(Board, NamesThePlaceOfWhatItCannotDecode) {
 
 TEST(Board, TurnsKeysClockwiseAndHoldsAllOfThemInItsBounds) {
     EXPECT_EQ(board({}).bounds(), Board::Rect{});
-    // A quarter turn about the origin takes what lies right of it below it.
+    // A quarter turn about the origin takes what is right of it below it.
     Board::Key key{.id = "a", .x = 2, .y = 0, .w = 4, .h = 2, .r = 90, .rx = 0.0};
     EXPECT_EQ(key.center(), (Board::Point{4, 1})) << "turned about no point";
     key.ry = 0.0;

@@ -114,7 +114,7 @@ TEST(PracticeDay, FindsColumnsByTheirTitles) {
                           "## Day\n| lessons | 0 | 9 |\n| seconds |\n",
                           &skipped),
               times);
-    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{2, "a column that means nothing here"},
+    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{2, "an unknown column"},
                                                 {6, "a cell beyond the columns"},
                                                 {7, "a row of Day has a cell for each column"}}));
 }
@@ -154,12 +154,12 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
                                                 {8, "a row of Letters has a cell for each column"},
                                                 {9, "a cell beyond the columns"},
                                                 {10, "a count is below 0"},
-                                                {11, "it stands in neither Letters nor Day"},
-                                                {13, "a column that means nothing here"},
+                                                {11, "it is not in the tables Letters and Day"},
+                                                {13, "an unknown column"},
                                                 {16, "a cell is not a whole number"},
                                                 {18, "a count is below 0"},
-                                                {20, "it stands in neither Letters nor Day"},
-                                                {21, "it stands in neither Letters nor Day"}}));
+                                                {20, "it is not in the tables Letters and Day"},
+                                                {21, "it is not in the tables Letters and Day"}}));
     for (const FileFormat format : FileFormat::allCases) {
         skipped.clear();
         (void)PracticeDay(sampleDay().text(today, format), &skipped);

@@ -18,13 +18,13 @@ struct DraftKey {
     Board::Key key;
     /// The upper one first, then the lower one, then those at other places.
     std::vector<std::string> legends;
-    /// Where it stands in the file: "row 2, key 5".
+    /// Where it is in the file: "row 2, key 5".
     std::string place;
     std::size_t order = 0;  ///< of QMK files: which key of the layout it is, from 0
     std::optional<std::pair<std::int64_t, std::int64_t>> matrix = {};  ///< its row and column, where told
     bool isInKeymap = false;            ///< whether a keymap has a place for it
     std::string keymapWord = {};        ///< what the keymap says there: "KC_A", "MO(1)"
-    std::optional<KeyCode> sends = {};  ///< the code that this word stands for
+    std::optional<KeyCode> sends = {};  ///< the code that this word means
 };
 
 /// A board as a keyboard file has it.
@@ -66,7 +66,8 @@ Board::Rect boundsOf(const std::vector<DraftKey>& keys);
 
 class JsonValue;
 
-/// Throws JsonError when a key is or reaches too far out, or is one too many; `place` is where it stands.
+/// Throws JsonError when a key is or reaches too far out, or is one too many; `place` is where it is in the
+/// file.
 void checkReach(const Board::Key& key, std::size_t keysBefore, const JsonValue& place);
 
 }  // namespace tapcore

@@ -12,7 +12,7 @@ namespace tapcore {
 
 /// What an imported board is called, and which layout of several it has.
 struct BoardImportOptions {
-    std::string file = {};                   ///< the file's name, which stands in for what nothing else says
+    std::string file = {};                   ///< the file's name, used for what nothing else says
     std::optional<std::string> id = {};      ///< made from the name when none is given
     std::optional<std::string> name = {};    ///< the file's own when none is given
     std::optional<std::string> maker = {};   ///< the file's own when none is given

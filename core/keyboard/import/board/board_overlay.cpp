@@ -24,7 +24,7 @@ Spot spotOf(const Board::Key& key) {
     return {.center = key.center(), .w = key.w, .h = key.h, .angle = key.isTurned() ? key.r : 0};
 }
 
-/// How well two keys lie on each other, 1 for exactly and 0 for not at all, the second one moved.
+/// How well two keys cover each other, 1 for exactly and 0 for not at all, the second one moved.
 double fitOf(const Spot& a, const Spot& b, const Board::Point& moved) {
     const double dx = std::abs(b.center.x + moved.x - a.center.x);
     const double dy = std::abs(b.center.y + moved.y - a.center.y);
@@ -43,7 +43,7 @@ Keys keysOf(const std::vector<DraftKey>& draft) {
 
 Board::Rect boundsOfKeys(Keys keys) { return Board{.id = {}, .keys = std::move(keys)}.bounds(); }
 
-/// How the two halves of a board are moved to lie on a draft; the same way where it is moved whole.
+/// How the two halves of a board are moved to match a draft; the same way where it is moved whole.
 struct Moves {
     double middle = 0;  ///< where the board's left half ends
     Board::Point left;
@@ -91,7 +91,7 @@ std::vector<Moves> movesFor(const Keys& draft, const Board& board) {
     return all;
 }
 
-/// Gives each key of the board to the free key of the draft on which it lies best.
+/// Gives each key of the board to the free key of the draft that it covers best.
 BoardOverlay laid(const std::vector<Spot>& draft, const Board& board, const Moves& moves) {
     BoardOverlay overlay{.board = &board, .keys = std::vector<const Board::Key*>(draft.size())};
     double fitted = 0;

@@ -7,21 +7,21 @@
 
 namespace tapcore {
 
-/// A board laid on a draft: for each key of the draft the board's key on which it lies, or null.
+/// A board placed on a draft: for each key of the draft the board's key that covers it, or null.
 struct BoardOverlay {
     const Board* board = nullptr;
     std::vector<const Board::Key*> keys;
-    double fit = 0;  ///< how much of both boards lies on the other, 0 to 1
+    double fit = 0;  ///< how much of both boards covers the other, 0 to 1
 
     std::size_t alike() const;
-    /// Whether at least `part` in `whole` of the keys of either lie on the other's.
+    /// Whether at least `part` in `whole` of the keys of either cover the other's.
     bool covers(std::size_t part, std::size_t whole) const;
 };
 
 /// The ways in which a board is tried: whole, and split boards in halves. They refer to the board.
 std::vector<BoardOverlay> overlays(const std::vector<DraftKey>& draft, const Board& board);
 
-/// Whether the letters of a board lie in the rows of a typewriter, in one piece and staggered; then its other
+/// Whether the letters of a board are in the rows of a typewriter, in one piece and staggered; then its other
 /// keys are also where everybody has them.
 bool hasTypewriterRows(const Board& board);
 

@@ -11,7 +11,7 @@
 namespace tapcore {
 namespace {
 
-/// The most steps from a name to what it stands for, so that a circle of names ends.
+/// The most steps from a name to what it means, so that a circle of names ends.
 constexpr int mostSteps = 8;
 
 /// What is longer is neither a name nor a number, and is not read again for each use.
@@ -56,7 +56,7 @@ std::string_view passedTo(std::string_view rest) {
     return trimmedWhiteSpace(rest.substr(name.size())) == "(__VA_ARGS__)" ? name : std::string_view();
 }
 
-/// Takes up "NAME what it stands for".
+/// Takes up "NAME what it means".
 void define(std::string_view line, CSource& source) {
     const std::string_view name = firstWord(line);
     const std::string_view rest = line.substr(name.size());

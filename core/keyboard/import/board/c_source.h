@@ -15,15 +15,15 @@ struct CSource {
     /// Without comments, strings and definitions. Of other lines for the preprocessor, such as conditions,
     /// only the `#` is left.
     std::string text = {};
-    /// What names without arguments stand for; "" for a name that is defined twice in different ways. A name
-    /// that only passes its arguments on, `#define A(...) B(__VA_ARGS__)`, stands for B.
+    /// What names without arguments mean; "" for a name that is defined twice in different ways. A name
+    /// that only passes its arguments on, `#define A(...) B(__VA_ARGS__)`, means B.
     std::map<std::string, std::string, std::less<>> defines = {};
     /// The names of all enums; those whose number cannot be told have none.
     std::map<std::string, std::optional<std::int64_t>, std::less<>> enumerators = {};
 
-    /// What a name stands for in the end, without brackets around it; any other text as it is.
+    /// What a name means in the end, without brackets around it; any other text as it is.
     std::string replaced(std::string_view name) const;
-    /// The number from 0 to 65535 that a text is or stands for, where that can be told.
+    /// The number from 0 to 65535 that a text is or means, where that can be told.
     std::optional<std::int64_t> numberOf(std::string_view number) const;
 };
 

@@ -132,7 +132,7 @@ std::vector<EditorKey> readEditorRows(const JsonValue& rows) {
 
 BoardDraft readEditorBoard(const JsonValue& document) {
     BoardDraft draft;
-    // A raw row that stands alone reads as the document.
+    // A single raw row reads as the document.
     const nlohmann::json alone =
         nlohmann::json::array({hasRows(document) ? nlohmann::json() : document.raw()});
     const JsonValue rows = hasRows(document) ? document : JsonValue(alone);

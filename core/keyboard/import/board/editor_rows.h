@@ -16,7 +16,7 @@ struct EditorKey {
 };
 
 /// Reads the rows of Keyboard Layout Editor: arrays of legends, each after the members that change where and
-/// how large it is. A cursor runs through them: a key stands at it and moves it to its right end; the next
+/// how large it is. A cursor runs through them: a key is placed at it and moves it to its right end; the next
 /// row starts one unit lower at the x of the rotation's centre, which is where setting "rx" or "ry" puts the
 /// cursor too. Throws JsonError, with the place, for what the editor would refuse.
 std::vector<EditorKey> readEditorRows(const JsonValue& rows);

@@ -62,7 +62,7 @@ class MatrixWords {
         columns_ = static_cast<std::int64_t>(*draft.matrixColumns);
         if (columns_ == 0 || keymap.rows[0].size() % *draft.matrixColumns != 0)
             throw KeymapError("belongs to another board: " + counted(keymap.rows[0].size(), "key", "keys") +
-                              ", which are no rows of " + std::to_string(columns_));
+                              ", which are not rows of " + std::to_string(columns_));
     }
 
     const std::string* at(std::int64_t row, std::int64_t column) const {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t mostLayers = 32;
 
-/// One layer as it stands in the array: `[_BASE] = LAYOUT(…)`.
+/// One layer as it is in the array: `[_BASE] = LAYOUT(…)`.
 struct Layer {
     std::string number;
     std::string layout;
@@ -41,7 +41,7 @@ Layer layerIn(const std::string& entry) {
     throw KeymapError(why + "; save the keymap as keymap.json");
 }
 
-/// Where the values of the next array `keymaps[…] = {` begin; npos when there is none.
+/// Where the values of the next array `keymaps[…] = {` begin; npos when not found.
 std::size_t openingBracket(std::string_view text, std::size_t from) {
     constexpr std::string_view name = "keymaps", space = " \t\r\n";
     for (auto at = text.find(name, from); at < text.size(); at = text.find(name, at)) {

@@ -21,14 +21,14 @@ struct KnownBoard {
     std::vector<bool> placeSpeaks;
 };
 
-/// Which of the boards is like the draft: at least three in five of the keys of either lie on each other, and
+/// Which of the boards is like the draft: at least three in five of the keys of either cover each other, and
 /// the legends agree. The two are laid on each other at their upper left corners or the lower left ones, and
 /// the halves of split boards each on its own, at their outer corners. A row in which half of the legends
 /// agree, and the others are not merely moved, is the same row. A draft without legends must have all but one
 /// in twenty of its keys where the board has them.
 ///
 /// Places alone speak where all boards are alike: on those with the rows of a typewriter, apart from the keys
-/// above the arrows where these stand in a column of their own, and on others for letters. The boards own
+/// above the arrows where these are in a column of their own, and on others for letters. The boards own
 /// what is returned.
 KnownBoard boardLike(const std::vector<DraftKey>& keys, const std::vector<KeyReading>& readings,
                      const std::vector<Board>& boards);

@@ -59,7 +59,7 @@ std::vector<Anchor> anchorsByCode(const std::vector<Board::Key>& keys) {
     return anchors;
 }
 
-/// The middle of the lowest keys that lie straight, or of the board's last row where all are turned.
+/// The middle of the lowest keys that are not turned, or of the board's last row where all are turned.
 double lowestRow(const std::vector<Board::Key>& keys, const Board::Rect& bounds) {
     double lowest = -std::numeric_limits<double>::infinity();
     for (const Board::Key& key : keys)
@@ -68,7 +68,7 @@ double lowestRow(const std::vector<Board::Key>& keys, const Board::Rect& bounds)
 }
 
 /// Where the left hand's letters end and the right hand's begin: at the widest stretch of x near the middle
-/// in which no key of their rows lies; without one, where rows of 13 units and more have T and Y, or in the
+/// in which no key of their rows is; without one, where rows of 13 units and more have T and Y, or in the
 /// middle.
 std::pair<double, double> innerEnds(const std::vector<Board::Key>& keys, const Board::Rect& bounds,
                                     double home) {
@@ -110,7 +110,7 @@ struct Strike {
     Row row = Row::thumb;
 };
 
-/// The arrow keys and the number pad of a board in one piece: three fingers beside each other, whatever lies
+/// The arrow keys and the number pad of a board in one piece: three fingers next to each other, whatever is
 /// near.
 std::optional<Finger> clusterFinger(KeyCode code) {
     struct Cluster {
@@ -168,7 +168,7 @@ class Guess {
         });
     }
 
-    /// How far a point lies right of and below an anchor, along its column.
+    /// How far a point is right of and below an anchor, along its column.
     static Board::Point inColumn(const Anchor& anchor, const Board::Point& point) {
         const double angle = anchor.angle * std::numbers::pi / 180;
         const double dx = point.x - anchor.center.x;
@@ -203,7 +203,7 @@ class Guess {
         spaceRight_ = widest->center().x + widest->w / 2;
     }
 
-    /// Below the letters of a half, columns go on where keys stand exactly under them; the rest is the
+    /// Below the letters of a half, columns go on where keys are exactly under them; the rest is the
     /// thumb's.
     static Strike belowHalf(const Board::Key& key, const Anchor& near, const Board::Point& from,
                             const Strike& plain) {
@@ -213,7 +213,7 @@ class Guess {
         return {plain.hand, Finger::thumb, Row::thumb};
     }
 
-    /// The space bar and the keys beside it are the thumbs', and so is what lies under the index fingers.
+    /// The space bar and the keys beside it are the thumbs', and so is what is under the index fingers.
     Strike belowLetters(const Board::Key& key, const Anchor& near, const Strike& plain) const {
         const double x = key.center().x;
         if (x > spaceLeft_ && x < spaceRight_) return {Hand::right, Finger::thumb, Row::bottom};

@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view plainState = "none";
 constexpr std::size_t longestLegend = 8;  ///< in characters
 
-/// Marks that combine, and what stands for them alone.
+/// Marks that combine, and the characters that show them alone.
 constexpr std::array<std::pair<char32_t, std::string_view>, 14> spacingMarks = {{
     {0x0300, "`"},
     {0x0301, "´"},

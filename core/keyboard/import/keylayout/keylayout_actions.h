@@ -10,8 +10,8 @@
 
 namespace tapcore {
 
-/// What a key of a `.keylayout` file types when nothing came before it, as it can stand on the key: or why it
-/// cannot.
+/// What a key of a `.keylayout` file types when nothing came before it, as it can be shown on the key: or why
+/// it cannot.
 struct KeyLegend {
     std::string text = {};
     std::string_view whyNone = {};  ///< "" when there is a text

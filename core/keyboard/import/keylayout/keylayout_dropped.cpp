@@ -8,7 +8,7 @@
 namespace tapcore {
 namespace {
 
-/// Which element stands in which.
+/// Which element belongs in which.
 constexpr std::pair<std::string_view, std::string_view> structure[] = {
     {"keyboard", "layouts"},
     {"layouts", "layout"},
@@ -46,10 +46,10 @@ std::string listed(const std::set<std::size_t>& lines) {
 
 void KeylayoutDropped::addForeign(const XmlElement& element) {
     const std::string name(element.name());
-    if (element.holdsText()) addAt(element, "text within <" + name + "> means nothing");
+    if (element.holdsText()) addAt(element, "text within <" + name + "> is not expected here");
     for (const XmlElement& child : element.children()) {
         if (belongsIn(name, child.name())) addForeign(child);
-        else addAt(child, "<" + std::string(child.name()) + "> within <" + name + "> means nothing");
+        else addAt(child, "<" + std::string(child.name()) + "> within <" + name + "> is not expected here");
     }
 }
 

@@ -166,7 +166,7 @@ std::string LegendsOfFile::text(std::uint16_t code, const Keys& keys, const Keys
     const auto spaceKey = space == plain.end() ? std::nullopt : std::optional(space->second);
     const KeyLegend legend = actions_.legend(found->second, spaceKey);
     if (legend.text.empty()) dropped_.addKey(code, std::string(manner) + std::string(legend.whyNone));
-    if (legend.isDead) dropped_.addKey(code, "dead keys; what they combine with stands on no key");
+    if (legend.isDead) dropped_.addKey(code, "dead keys; what they combine to is on no key");
     return legend.text;
 }
 
@@ -183,7 +183,7 @@ KeylayoutImport importKeylayout(std::string_view bytes, const KeylayoutImportOpt
     const XmlDocument document(bytes);
     const XmlElement keyboard = document.root();
     if (keyboard.name() != "keyboard")
-        keyboard.fail("<" + std::string(keyboard.name()) + "> is no keyboard layout");
+        keyboard.fail("<" + std::string(keyboard.name()) + "> is not a keyboard layout");
     std::string name = options.name.value_or(keyboard.attribute("name").value_or(""));
     if (name.empty()) name = nameOf(options.file);
     const LegendsOfFile file(keyboard);

@@ -60,7 +60,7 @@ KeylayoutKeyMaps::Keys KeylayoutKeyMaps::keys(const std::string& set, std::int64
         for (const XmlElement& key : keyMap.children("key")) {
             const std::uint16_t code = codeOf(key);
             if (!own.insert(code).second)
-                dropped.addAt(key, "its key code stands earlier in the key map; this one counts");
+                dropped.addAt(key, "its key code is earlier in the key map, too; this one counts");
             result.insert_or_assign(code, key);
         }
     }

@@ -22,7 +22,7 @@ class KeylayoutKeyMaps {
     explicit KeylayoutKeyMaps(const XmlElement& keyboard);
 
     bool contains(const std::string& set, std::int64_t index) const { return maps_.contains({set, index}); }
-    /// The lowest index in a set; nothing when it has no key map, or is none.
+    /// The lowest index in a set; nothing when it has no key map, or is not a set.
     std::optional<std::int64_t> lowestIndex(const std::string& set) const;
     std::size_t count() const { return maps_.size(); }
 

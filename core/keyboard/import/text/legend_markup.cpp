@@ -72,7 +72,7 @@ std::optional<std::string> numbered(std::string_view digits) {
     return utf8(scalar);
 }
 
-/// What the reference between "&" and ";" stands for.
+/// What the reference between "&" and ";" means.
 std::optional<std::string> referred(std::string_view name) {
     if (name.starts_with('#')) return numbered(name.substr(1));
     const auto known = std::find_if(std::begin(names), std::end(names),

@@ -6,7 +6,7 @@
 namespace tapcore {
 
 /// A key's legend without the HTML that keyboard editors allow in it: tags are left out and character
-/// references stand for their characters. What only looks like them ("<RTRN>", "<", "&") stays.
+/// references become their characters. What only looks like them ("<RTRN>", "<", "&") stays.
 std::string plainLegend(std::string_view legend);
 
 }  // namespace tapcore

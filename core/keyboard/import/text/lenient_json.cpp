@@ -68,7 +68,7 @@ class Reader {
         at_ = end + 2;
     }
 
-    /// Past a character and what may follow it, if it stands here.
+    /// Past a character and what may follow it, if it is here.
     bool take(char c) {
         if (at_ >= text_.size() || text_[at_] != c) return false;
         ++at_;
@@ -137,7 +137,7 @@ class Reader {
         if (name == "false") return false;
         if (name == "null") return nullptr;
         at_ = start;
-        fail(std::string(name.substr(0, 40)) + " is no value");
+        fail(std::string(name.substr(0, 40)) + " is not a value");
     }
 
     json number() {

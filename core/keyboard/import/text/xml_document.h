@@ -39,7 +39,7 @@ class XmlElement {
   public:
     std::string_view name() const;
 
-    /// An attribute's value, or nothing when it has none of that name. XmlError for a reference that stands
+    /// An attribute's value, or nothing when it has none of that name. XmlError for a reference that means
     /// for nothing.
     std::optional<std::string> attribute(const char* name) const;
     /// The same; XmlError when it is missing.
@@ -51,7 +51,7 @@ class XmlElement {
     /// The first of that name, or nothing.
     std::optional<XmlElement> child(std::string_view name) const;
 
-    /// Whether something other than white space stands between the elements within this one.
+    /// Whether something other than white space is between the elements within this one.
     bool holdsText() const;
 
     /// Its line in the file, from 1.

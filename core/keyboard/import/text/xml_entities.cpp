@@ -20,7 +20,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 5> predefine
     {"apos", "'"},
 }};
 
-/// The name that a reference at the start of `text` ("&name;") has. Throws when it is none.
+/// The name that a reference at the start of `text` ("&name;") has. Throws when it is not a reference.
 std::string_view referenceName(std::string_view text) {
     constexpr std::size_t longest = 100;
     const std::string_view start = text.substr(0, longest);
@@ -39,7 +39,7 @@ std::string characterNamed(std::string_view name) {
     const auto [stop, error] = std::from_chars(digits.data(), end, scalar, hexadecimal ? 16 : 10);
     const bool surrogate = scalar >= 0xD800 && scalar < 0xE000;
     if (error != std::errc() || stop != end || scalar > 0x10FFFF || surrogate)
-        throw XmlEntities::Error("&" + std::string(name) + "; is no character");
+        throw XmlEntities::Error("&" + std::string(name) + "; is not a character");
     return utf8(scalar);
 }
 
@@ -148,7 +148,7 @@ void XmlEntities::expandNamed(std::string_view name, int depth, std::string& res
     const auto found = texts_.find(name);
     const std::string reference = "&" + std::string(name) + ";";
     if (found == texts_.end()) throw Error(reference + " is not declared");
-    if (!found->second) throw Error(reference + " stands for another file, and none is ever loaded");
+    if (!found->second) throw Error(reference + " refers to another file, and none is ever loaded");
     const std::string& text = *found->second;
     if (depth == deepest || text.size() >= charactersLeft_) throw Error(reference + " expands too far");
     charactersLeft_ -= text.size() + 1;

@@ -9,20 +9,20 @@
 
 namespace tapcore {
 
-/// What an XML document's references stand for: characters by number (all of them, as XML 1.1 has it and
+/// What an XML document's references mean: characters by number (all of them, as XML 1.1 has it and
 /// older files write it, U+0000 too), the five predefined entities, and those that its DOCTYPE declares with
 /// their text. Entities kept in other files are known by name and never loaded. All expansions of one
 /// document together are bounded.
 class XmlEntities {
   public:
-    /// A reference that stands for nothing.
+    /// A reference without a meaning.
     class Error : public std::runtime_error {
       public:
         using std::runtime_error::runtime_error;
     };
 
     XmlEntities() = default;
-    /// `doctype` is what stands between "<!DOCTYPE" and ">". Throws Error.
+    /// `doctype` is the text between "<!DOCTYPE" and ">". Throws Error.
     explicit XmlEntities(std::string_view doctype);
 
     /// An attribute's value with its references replaced, and white space other than theirs as plain spaces.

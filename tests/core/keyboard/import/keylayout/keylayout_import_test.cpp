@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What an import came to: "CODE: LEGENDS" a line, then what was dropped, or why there is none.
+/// The result of an import: "CODE: LEGENDS" a line, then what was dropped; or the error.
 std::string outcome(const std::string& bytes) {
     try {
         const KeylayoutImport import = importKeylayout(bytes);
@@ -118,8 +118,9 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
          "modifiers, and bases: 1; keys show what they type alone and with shift\n"},
         {"<keyMap index=\"1\">",
          "<keyMap index=\"1\"><note>hello</note>&common;<note/><key code=\"200\" output=\"x\"/>",
-         legend + "dropped: line 10: <note> within <keyMap> means nothing\ndropped: line 10: text within "
-                  "<keyMap> means nothing\ndropped: key codes [200]: keys that type only with shift\n"},
+         legend +
+             "dropped: line 10: <note> within <keyMap> is not expected here\ndropped: line 10: text within "
+             "<keyMap> is not expected here\ndropped: key codes [200]: keys that type only with shift\n"},
         {"keyboard>", "keyboard [<!ENTITY a >]>",
          "error: line 1, column 1: the entity a is declared without a text\n"},
         {"keyboard>\n<keyboard name=\"Sample\"",
@@ -127,10 +128,10 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
          "error: line 2, column 1: name: &a; expands too far\n"},
         {"keyboard>\n<keyboard name=\"Sample\"",
          "keyboard [<!ENTITY a SYSTEM \"file:///etc/hostname\">]>\n<keyboard name=\"&a;\"",
-         "error: line 2, column 1: name: &a; stands for another file, and none is ever loaded\n"},
+         "error: line 2, column 1: name: &a; refers to another file, and none is ever loaded\n"},
         {"\"a\"", "\"&nbsp;\"", "error: line 9, column 19: output: &nbsp; is not declared\n"},
         {"\"a\"", "\"fish & chips\"", "error: line 9, column 19: output: \"&\" starts no reference\n"},
-        {"\"a\"", "\"&#xD800;\"", "error: line 9, column 19: output: &#xD800; is no character\n"},
+        {"\"a\"", "\"&#xD800;\"", "error: line 9, column 19: output: &#xD800; is not a character\n"},
         {"\"a\"", "\"\xE9\"", "error: line 9, column 41: not UTF-8\n"},
         {"\"a\"", std::string_view("\"\0\"", 3), "error: line 9, column 41: a NUL character\n"},
         {"<!DOCTYPE keyboard>", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>",
@@ -139,7 +140,7 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
          "error: line 3, column 46: not well-formed XML: start-end tags mismatch\n"},
         {"<layout modifiers=\"m\" mapSet=\"s\"/>", "", "error: line 2, column 1: no <layout>\n"},
         {sample, "<plist version=\"1.0\"><dict/></plist>",
-         "error: line 1, column 1: <plist> is no keyboard layout\n"},
+         "error: line 1, column 1: <plist> is not a keyboard layout\n"},
         {sample, "", "error: line 1, column 1: not well-formed XML: no document element found\n"},
     };
     for (const auto& [piece, replacement, wanted] : cases)
@@ -181,7 +182,7 @@ TEST(KeylayoutImport, BearsWhateverAFileRepeats) {
         {sampleEndingIn(repeated("<a>", 200'000)),
          "error: line 12, column 600003: not well-formed XML: start-end tags mismatch\n"},
         {sampleEndingIn(repeated("<a>", 200'000) + repeated("</a>", 200'000)),
-         legend + "dropped: line 12: <a> within <keyboard> means nothing\n"},
+         legend + "dropped: line 12: <a> within <keyboard> is not expected here\n"},
         {sampleEndingIn(repeated("<keyMapSet id=\"s\"/>", 50'000)), legend},
         {sampleEndingIn("<layouts>" + repeated("<layout mapSet=\"s\" modifiers=\"m\"/>", 50'000) +
                         "</layouts>"),
