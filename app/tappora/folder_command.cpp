@@ -47,15 +47,15 @@ void declareConvert(CommandSyntax& task, Asked& asked) {
 }
 
 void declareReset(CommandSyntax& task, Asked& asked) {
-    task.option("WHAT", asked.what, "What to forget: heatmap, shortcuts or practice")
-        .type("heatmap|shortcuts|practice")
-        .required();
+    task.option("WHAT", asked.what, "What to forget").type("heatmap|shortcuts|practice").required();
     task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);
 }
 
 void declareClear(CommandSyntax& task, Asked& asked) {
-    task.option("WHAT", asked.what, "What to remove: a day (YYYY-MM-DD), counts or all").type("").required();
+    task.option("WHAT", asked.what, "What to remove: a day (YYYY-MM-DD), all counts or everything")
+        .type("DATE|counts|all")
+        .required();
     task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);
 }
