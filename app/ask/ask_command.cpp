@@ -93,7 +93,7 @@ struct Asking {
     const Environment& environment;
 };
 
-/// One question and all that follows from it. Throws Failure when no whole answer came.
+/// One question and everything that follows from it. Throws Failure when no whole answer came.
 void answer(const Asking& with, Turns turns, const std::string& question, bool isKept) {
     turns.push_back({tapcore::ChatFile::Role::user, question, {}});
     Answer got;
@@ -114,7 +114,7 @@ void printStarters(const tapcore::Words& words) {
         print(fmt::format("  {}  {}\n", ++number, words.text(key)));
 }
 
-/// The question that a line means: the number of a starter stands for it.
+/// The question that a line means; the number of a starter means that starter.
 std::string questionOf(const std::string& line, const tapcore::Words& words) {
     const auto& [featured, plain] = std::pair(tapcore::AskStarters::featured, tapcore::AskStarters::plain);
     if (line.size() != 1 || line[0] < '1' || line[0] > '9') return tapcore::repairedUtf8(line);
@@ -145,8 +145,8 @@ bool isCommand(std::string_view line) {
 void converse(const Asking& with, const tapcore::Words& words) {
     announce(with.questioner.provider().access(), with.model);
     if (const auto turns = with.kept.read().turns.size(); turns > 0)
-        fmt::print(stderr, "Going on with a conversation of {} turns\n", turns);
-    fmt::print(stderr, "Ask, or type a number; /new begins another conversation, /quit ends\n");
+        fmt::print(stderr, "Continuing a conversation of {} turns\n", turns);
+    fmt::print(stderr, "Ask, or type a number; /new starts another conversation, /quit ends\n");
     printStarters(words);
     while (const auto text = nextLine(with.environment)) {
         if (text->empty()) continue;

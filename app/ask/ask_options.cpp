@@ -21,7 +21,7 @@ void check(const AskOptions& options) {
     if (options.question && tapcore::trimmedWhiteSpace(*options.question).empty())
         throw UsageError("QUESTION: empty");
     if (options.url && !isAddress(*options.url))
-        throw UsageError("--url: no address such as https://HOST/v1");
+        throw UsageError("--url: not an address such as https://HOST/v1");
     if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
         throw UsageError(
             fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
@@ -31,23 +31,25 @@ void check(const AskOptions& options) {
 
 void readOptions(CommandLine& line, AskOptions& options) {
     line.describe(
-        "Answers a question about your typing with a language model, which reads your data folder through a "
-        "few tools. Without a question it is a conversation, which is kept in the data folder.",
+        "Ask a language model about your typing; it reads your data folder through a few tools\n"
+        "Without a question, hold a conversation, which is kept in the data folder",
         "tappora ask \"Which hours are my busiest?\" --provider local");
-    line.option("QUESTION", options.question, "The question");
+    line.option("QUESTION", options.question, "The question").type("");
     line.option("--provider", options.provider, "claude, openai or local; the first that can be used")
         .type("NAME");
     line.option("--model", options.model, "The model's id").type("ID");
-    line.option("--url", options.url, "The address of the provider's interface, instead of the usual one")
+    line.option("--url", options.url, "The address of the provider's interface, instead of its own")
         .type("URL");
-    line.option("--language", options.language, "The language to answer in, in words; yours when not given");
+    line.option("--language", options.language,
+                "The language to answer in, such as Dutch; yours when not given")
+        .type("LANGUAGE");
     line.option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
         .type("SECONDS");
-    line.flag("--show", options.shows, "Print exactly what would leave this machine, and send nothing");
+    line.flag("--show", options.shows, "Print exactly what would be sent, and send nothing");
     line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
     line.flag("--models", options.listsModels, "List the models to choose from");
-    line.flag("--continue", options.goesOn, "Put the question within the conversation under way");
-    line.flag("--new", options.startsAnew, "Put the conversation under way among the earlier ones first");
+    line.flag("--continue", options.goesOn, "Continue the current conversation");
+    line.flag("--new", options.startsAnew, "Archive the current conversation and start another");
     addFolderOptions(line, options.folder);
     line.parse();
     check(options);

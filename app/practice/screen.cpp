@@ -27,7 +27,7 @@
 #include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
 
-// Macros of terminal capabilities that stand in the way of our own names.
+// Macros of terminal capabilities that clash with our own names.
 #undef columns
 #undef lines
 
@@ -199,7 +199,7 @@ Screen::Implementation::Implementation(const Environment& environment) {
     if (cursor_address == nullptr) {
         endwin();
         delscreen(terminal_);
-        throw Failure("TERM", fmt::format("\"{}\": this terminal cannot be written all over", name));
+        throw Failure("TERM", fmt::format("\"{}\": this terminal cannot show a full screen", name));
     }
     cbreak();
     noecho();

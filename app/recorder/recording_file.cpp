@@ -60,7 +60,7 @@ Recording readRecording(const std::filesystem::path& path) try {
     if (!read) throw Failure(path.string(), "not a recording of evemu-record or libinput record");
     try {
         Recording recording = read(text);
-        if (recording.events.empty()) throw Failure(path.string(), "no events in it");
+        if (recording.events.empty()) throw Failure(path.string(), "no countable events");
         // The devices' events follow each other in the file. One device alone may have been recorded on a
         // clock that was set back: its order is the file's.
         if (recording.devices.size() > 1)
