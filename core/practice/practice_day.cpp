@@ -16,9 +16,9 @@ constexpr std::string_view noLayout = "-";
 constexpr std::string_view bestOf = "best:";
 constexpr std::string_view titleWord = "practice";  // Markdown's title line reads as a heading
 
-constexpr Outcome notOfDay = "it stands in neither Letters nor Day";
+constexpr Outcome notOfDay = "it is not in the tables Letters and Day";
 constexpr Outcome belowZero = "a count is below 0";
-constexpr Outcome unknownColumn = "a column that means nothing here";
+constexpr Outcome unknownColumn = "an unknown column";
 constexpr Outcome beyondColumns = "a cell beyond the columns";
 
 enum Column : std::size_t { letterColumn, layoutColumn, pressesColumn, missesColumn, timedColumn, msColumn };
