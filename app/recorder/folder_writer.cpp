@@ -10,6 +10,7 @@
 
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "core/files/data_listing.h"
 #include "core/files/folder_config.h"
 #include "core/foundation/file_io.h"
 
@@ -44,11 +45,11 @@ void FolderWriter::hold() {
         store_.settle(tapcore::makeFolders(days()));
         base_ = KnownFolder(store_.base());
         holdDays();
+        known_ = lastDayHere();
     });
 }
 
 void FolderWriter::holdDays() {
-    store_.settle(tapcore::makeFolders(days()));
     if (::access(days().c_str(), W_OK | X_OK) < 0)
         throw fs::filesystem_error("cannot write", days(), {errno, std::generic_category()});
     recording_.reset();
@@ -58,31 +59,48 @@ void FolderWriter::holdDays() {
     heldDays_ = KnownFolder(days());
 }
 
+std::optional<tapcore::Day> FolderWriter::lastDayHere() const {
+    std::optional<tapcore::Day> last;
+    tapcore::FileProblems unlisted;  // whoever sums the months names it
+    for (const tapcore::ListedFile& file : tapcore::dataFiles(days(), unlisted))
+        if (file.isHere && tapcore::isDayName(file.name))
+            last = std::max(last, tapcore::Day::parse(file.name));
+    return last;
+}
+
 /// What is held may be gone, and something else may have its name: a mount point shows the folder below.
 void FolderWriter::requireFolder() {
     if (!base_.isOpen()) return;
     const fs::path base = store_.base();
-    if (!base_.isAt(base)) {
-        if (!tapcore::isThere(base)) throw Failure(base.string(), "the folder is gone");
-        if (!isOurs(base)) throw Failure(base.string(), "another folder has taken its place");
-        base_ = KnownFolder(base);
-    }
-    if (!heldDays_.isAt(days())) holdDays();
+    const bool isSame = base_.isAt(base);
+    if (isSame && heldDays_.isAt(days())) return;
+    const fs::path changed = isSame ? days() : base;
+    if (!tapcore::isThere(changed)) throw Failure(changed.string(), "the folder is gone");
+    if (!isOurs(base)) throw Failure(changed.string(), "another folder has taken its place");
+    if (!isSame) base_ = KnownFolder(base);
+    holdDays();
+    if (!known_)
+        tell_(changed.string() +
+              ": another folder has taken its place; nothing was stored yet, so counts go there");
 }
 
 bool FolderWriter::isOurs(const fs::path& folder) const {
     const fs::path days = folder / "days";
-    if (!lastWritten_) return tapcore::isThere(days);
+    if (!known_) return tapcore::isThere(days);
     const auto& formats = tapcore::FileFormat::allCases;
     return std::any_of(formats.begin(), formats.end(), [&](const tapcore::FileFormat format) {
-        return tapcore::isThere(days /
-                                fmt::format("{}.{}", lastWritten_->description(), format.fileExtension()));
+        return tapcore::isThere(days / fmt::format("{}.{}", known_->description(), format.fileExtension()));
     });
 }
 
-std::optional<FolderLock> FolderWriter::lock(Wait wait) const {
+std::optional<FolderLock> FolderWriter::lock(Wait wait) {
     if (wait == Wait::yes) return lockForWriting(environment_, store_.root);
-    return tryLockForWriting(environment_, store_.root);
+    auto lock = tryLockForWriting(environment_, store_.root);
+    for (; !lock && wait == Wait::aWhile && pausesLeft_ > 0; --pausesLeft_) {
+        options_.pause();
+        lock = tryLockForWriting(environment_, store_.root);
+    }
+    return lock;
 }
 
 /// `folder convert` may have given the folder another format meanwhile. Where the format cannot be read,
@@ -104,7 +122,7 @@ void FolderWriter::write(const tapcore::Day& day, const DayCounts& counts, Wait 
         storeNow().add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options_.board,
                        options_.layout, day);
     });
-    lastWritten_ = day;
+    known_ = day;
     oldestUnsummed_ = std::min(oldestUnsummed_.value_or(day), day);
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
+#include <thread>
 
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/folder_lock.h"
@@ -22,20 +25,28 @@ struct WritingOptions {
     std::optional<tapcore::FileFormat> format;  ///< the folder's own at each write, when not given
     std::optional<std::string> board;           ///< as the day files are to name it
     std::optional<std::string> layout;
+    /// Waits between two attempts to have the lock.
+    std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::milliseconds(100)); };
 };
 
 /// Writes what a recorder counted into the data folder, and brings the months up to date.
 class FolderWriter {
   public:
     /// What to do while another program writes in the folder.
-    enum class Wait { yes, no };
+    enum class Wait {
+        yes,
+        no,
+        aWhile,  ///< so many pauses in the life of a writer
+    };
+    static constexpr int mostPauses = 50;
 
     FolderWriter(tapcore::Store store, WritingOptions options, const Environment& environment, Tell tell);
 
     /// Makes the folder of days and holds on to it as the one live recorder into it, for as long as this
-    /// lives. Nothing is written from then on while the folder is gone (unmounted, renamed, removed), nor
-    /// into another one in its place. One that holds the day last written is taken for the same: it was moved
-    /// back, or brought back from a copy. Throws when another recorder holds it or it cannot be written.
+    /// lives. Nothing is written from then on while the folder, or that of days in it, is gone (unmounted,
+    /// renamed, removed), nor into another one in its place. One that holds the day last written, or the last
+    /// that was there, is taken for the same: it was moved back, or brought back from a copy. Throws when
+    /// another recorder holds it or it cannot be written.
     void hold();
 
     /// Adds counts to a day's file. What it throws means that it did not.
@@ -49,10 +60,11 @@ class FolderWriter {
     std::filesystem::path days() const;
 
   private:
-    std::optional<FolderLock> lock(Wait wait) const;
+    std::optional<FolderLock> lock(Wait wait);
     void requireFolder();
     void holdDays();
     bool isOurs(const std::filesystem::path& folder) const;
+    std::optional<tapcore::Day> lastDayHere() const;
     tapcore::Store storeNow() const;
     void tryRefreshing(Wait wait);
     void tellOfMonths(const std::string& problem);
@@ -61,10 +73,11 @@ class FolderWriter {
     WritingOptions options_;
     Environment environment_;
     Tell tell_;
+    int pausesLeft_ = mostPauses;
     KnownFolder base_;
     KnownFolder heldDays_;
     std::optional<FolderLock> recording_;
-    std::optional<tapcore::Day> lastWritten_;
+    std::optional<tapcore::Day> known_;  ///< the day last written, else the last that was there
     std::optional<tapcore::Day> oldestUnsummed_;
     std::optional<tapcore::Day> summedUpTo_;
     std::set<std::string> toldOfMonths_;  ///< since they were summed last

@@ -54,6 +54,11 @@ std::optional<Harvest> HandOver::take() {
     return std::nullopt;
 }
 
+bool HandOver::endsWithin(std::chrono::milliseconds time) {
+    std::unique_lock lock(mutex_);
+    return given_.wait_for(lock, time, [&] { return hasEnded_; });
+}
+
 void HandOver::changeCalendar(tapcore::Calendar calendar) {
     const std::lock_guard lock(mutex_);
     calendar_ = std::move(calendar);

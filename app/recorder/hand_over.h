@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -55,11 +56,13 @@ class HandOver {
     /// Waits for something to be given; nothing when no more follows. Throws the failure that reading ended
     /// with once all was taken.
     std::optional<Harvest> take();
+    /// Waits so long for the end; whether it has come.
+    bool endsWithin(std::chrono::milliseconds time);
     void changeCalendar(tapcore::Calendar calendar);
 
   private:
     std::mutex mutex_;
-    std::condition_variable given_;
+    std::condition_variable given_;  ///< or ended
     Harvest harvest_;
     std::optional<tapcore::Calendar> calendar_;
     bool hasEnded_ = false;

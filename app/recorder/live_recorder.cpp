@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
 #include <csignal>
 #include <exception>
 #include <utility>
@@ -10,6 +11,12 @@
 #include "core/foundation/integers.h"
 
 namespace tappora {
+namespace {
+
+/// How long to wait before another program's lock is tried again.
+constexpr std::chrono::milliseconds aMoment{100};
+
+}  // namespace
 
 void LiveRecorder::run(EventSource& source) {
     const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
@@ -18,7 +25,7 @@ void LiveRecorder::run(EventSource& source) {
     reader.requireKeyboard();
     HandOver handOver;
     std::jthread reading([&](const std::stop_token& stop) { reader.read(signals, stop, handOver); });
-    world_.ready();
+    makeReady(handOver);
     try {
         storeAllThatComes(handOver, reading);
     } catch (...) {
@@ -28,6 +35,18 @@ void LiveRecorder::run(EventSource& source) {
         throw;
     }
     finish();
+}
+
+/// What was pressed before a signal ended the wait is lost, and said.
+void LiveRecorder::makeReady(HandOver& handOver) {
+    bool hasEnded = false;
+    try {
+        world_.ready([&] { return hasEnded = handOver.endsWithin(aMoment); });
+    } catch (const std::exception& error) {
+        if (hasEnded) keepAllThatComes(handOver);
+        if (book_.days().empty()) throw;
+        throw Failure(error.what(), "not stored: " + unstored());
+    }
 }
 
 void LiveRecorder::storeAllThatComes(HandOver& handOver, std::jthread& reading) {

@@ -21,10 +21,11 @@ struct LiveWorld {
         now;                           ///< called by the thread that reads, all others by the one that stores
     std::function<void()> eachMinute;  ///< called before what the minute held is stored
     std::function<tapcore::Calendar()> calendar;  ///< of the time zone; asked for each minute
-    std::function<void()>
-        ready;  ///< called once a keyboard is read; what it throws ends it, and nothing is stored
-    DayBook::Write tryWrite;       ///< fails when another program is writing in the folder
-    DayBook::Write write;          ///< waits for it
+    /// Called once a keyboard is read; what it throws ends it, and nothing is stored. While it waits for
+    /// another program, it calls `endsSoon`, which waits a moment and says whether a signal ends it.
+    std::function<void(const std::function<bool()>& endsSoon)> ready;
+    DayBook::Write tryWrite;  ///< fails when another program is writing in the folder
+    DayBook::Write write;     ///< the same, after it has waited for it for a while: nothing can end the wait
     std::function<void()> stored;  ///< called when counts were stored; throws nothing
     /// Tells the user what happens: which devices are listened to, what fails. Never a key. Does not wait for
     /// who reads it.
@@ -52,6 +53,7 @@ class LiveRecorder {
   private:
     enum class Next { goOn, stop };
 
+    void makeReady(HandOver& handOver);
     void storeAllThatComes(HandOver& handOver, std::jthread& reading);
     void keepAllThatComes(HandOver& handOver);
     Next take(Harvest&& harvest, HandOver& handOver);

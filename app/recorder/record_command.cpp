@@ -44,10 +44,23 @@ WritingOptions writingFor(const RecordOptions& options) {
             .layout = options.layout};
 }
 
-FolderWriter writerFor(const RecordOptions& options, const Environment& environment, const Tell& tell) {
+FolderWriter writerFor(const RecordOptions& options, const Environment& environment, const Tell& tell,
+                       const LockForWriting& lock = lockForWriting) {
     WritingOptions writing = writingFor(options);
-    const tapcore::Store store = LockedStore(options.folder, environment, options.shared, tell).store;
+    const tapcore::Store store = LockedStore(options.folder, environment, options.shared, tell, lock).store;
     return {store, std::move(writing), environment, tell};
+}
+
+/// Waits for a folder's lock, and says so, until a signal ends that.
+LockForWriting waitingUntil(const std::function<bool()>& endsSoon, const Tell& tell) {
+    return [=](const Environment& environment, const fs::path& folder) {
+        constexpr const char* busy = "another program is writing in it";
+        for (bool isFirst = true;; isFirst = false) {
+            if (auto lock = tryLockForWriting(environment, folder)) return std::move(*lock);
+            if (isFirst) tell(folder.string() + ": " + busy + "; waiting until it is done");
+            if (endsSoon()) throw Failure(folder.string(), busy);
+        }
+    };
 }
 
 /// An ISO board is one by its name: "macbook-iso".
@@ -232,24 +245,25 @@ void recordLive(const RecordOptions& options, const Environment& environment) {
             writer->write(day, counts, wait);
         };
     };
-    LiveWorld world{.now = hostNow,
-                    .eachMinute = [&] { practice.lookAgain(); },
-                    .calendar = [&] { return atThisMoment(environment).calendar; },
-                    .ready =
-                        [&] {
-                            writer.emplace(writerFor(options, environment, tell));
-                            writer->hold();
-                            practice.lookAgain();
-                            tell("counts go to " + writer->days().string());
-                        },
-                    .tryWrite = writing(Wait::no),
-                    .write = writing(Wait::yes),
-                    .stored =
-                        [&, updateWidgets = widgetUpdater(options.folder, environment, tell)] {
-                            writer->refreshMonths(Wait::no);
-                            updateWidgets();
-                        },
-                    .tell = tell};
+    LiveWorld world{
+        .now = hostNow,
+        .eachMinute = [&] { practice.lookAgain(); },
+        .calendar = [&] { return atThisMoment(environment).calendar; },
+        .ready =
+            [&](const std::function<bool()>& endsSoon) {
+                writer.emplace(writerFor(options, environment, tell, waitingUntil(endsSoon, tell)));
+                writer->hold();
+                practice.lookAgain();
+                tell("counts go to " + writer->days().string());
+            },
+        .tryWrite = writing(Wait::no),
+        .write = writing(Wait::aWhile),
+        .stored =
+            [&, updateWidgets = widgetUpdater(options.folder, environment, tell)] {
+                writer->refreshMonths(Wait::no);
+                updateWidgets();
+            },
+        .tell = tell};
     if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
     const auto source = openInputDevices(sourceFor(options, environment));
     LiveRecorder(liveRulesFor(options, practice), std::move(world)).run(*source);

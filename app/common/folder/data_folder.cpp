@@ -66,7 +66,7 @@ const FolderOptions& checked(const FolderOptions& options) {
 
 /// Locks the data folder, which is made when nobody named one and nothing was counted yet.
 FolderLock lockData(const FolderOptions& options, const Environment& environment, bool share,
-                    const Tell& tell) {
+                    const Tell& tell, const LockForWriting& lockForWriting) {
     const FolderChoice choice = chooseFolder(checked(options), environment);
     requireFolder(choice);
     // Before the lock: the settings have one of their own, and may be in this very folder.
@@ -148,8 +148,8 @@ Store openStore(const FolderOptions& options, const Environment& environment) {
 }
 
 LockedStore::LockedStore(const FolderOptions& options, const Environment& environment, bool share,
-                         const Tell& tell)
-    : lock(lockData(options, environment, share, tell)),
+                         const Tell& tell, const LockForWriting& lockForWriting)
+    : lock(lockData(options, environment, share, tell, lockForWriting)),
       store(opened(options, environment, tapcore::FolderConfig::readToChange).telling(complainOnce(tell))) {
     if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell);

@@ -62,7 +62,7 @@ tapcore::Store openStore(const FolderOptions& options, const Environment& enviro
 /// warned of once.
 struct LockedStore {
     LockedStore(const FolderOptions& options, const Environment& environment, bool share = false,
-                const Tell& tell = complain);
+                const Tell& tell = complain, const LockForWriting& lockForWriting = tappora::lockForWriting);
 
     FolderLock lock;
     tapcore::Store store;

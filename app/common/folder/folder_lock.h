@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 #include "app/common/folder/write_told.h"
@@ -26,6 +27,10 @@ struct FolderLock {
 /// around each time it reads, changes and writes something in it; of the settings' folder, the same. Throws
 /// filesystem_error with the folder.
 [[nodiscard]] FolderLock lockForWriting(const Environment& environment, const std::filesystem::path& folder);
+
+/// How that lock is taken, by one who waits for it in a way of its own.
+using LockForWriting =
+    std::function<FolderLock(const Environment& environment, const std::filesystem::path& folder)>;
 
 /// The same without waiting; nothing when another holds it.
 [[nodiscard]] std::optional<FolderLock> tryLockForWriting(const Environment& environment,

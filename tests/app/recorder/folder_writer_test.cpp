@@ -3,10 +3,14 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "app/common/program.h"
 #include "core/files/folder_config.h"
+#include "core/foundation/file_io.h"
+#include "core/foundation/file_lock.h"
 #include "tests/support/environment.h"
 #include "tests/support/refused_locks.h"
 #include "tests/support/temporary_folder.h"
@@ -26,6 +30,8 @@ class Writer : public testing::Test {
     tapcore::TemporaryFolder disk;
     fs::path folder = disk / "data";
     std::string told;
+    int pauses = 0;
+    std::function<void()> inPause = [] {};
     FolderWriter writer = anotherWriter();
 
     ~Writer() override { refusedLocks = RefusedLocks::none; }
@@ -34,6 +40,7 @@ class Writer : public testing::Test {
         fs::create_directories(folder);
         WritingOptions options;
         options.folder = {.folder = folder.string(), .today = "2026-10-02"};
+        options.pause = [this] { ++pauses, inPause(); };
         return {{folder, tapcore::FileFormat::org},
                 options,
                 environmentWith({{"XDG_RUNTIME_DIR", disk / "run"}}),
@@ -41,11 +48,11 @@ class Writer : public testing::Test {
     }
 
     /// "" when a press was stored, else why not.
-    std::string press(const Day& on = day) {
+    std::string press(const Day& on = day, Wait wait = Wait::no) {
         DayCounts counts;
         counts.tally.add(tapcore::KeyCode{0}, 9, 1);
         try {
-            writer.write(on, counts, Wait::no);
+            writer.write(on, counts, wait);
             return "";
         } catch (const Failure& failure) {
             const std::string text = failure.what();
@@ -97,9 +104,49 @@ TEST_F(Writer, LooksAgainWhatFolderThereIsOnceItHasWaitedForTheLock) {
 TEST_F(Writer, IsNotInItsOwnWayWhereALockIsAFileOfTheFoldersName) {
     refusedLocks = RefusedLocks::ofFolders;
     writer.hold();
-    fs::rename(folder / "days", disk / "away");
     EXPECT_EQ(press(), "");
-    EXPECT_EQ(stored(), 1);
+    fs::copy(folder / "days", disk / "copy");
+    fs::remove_all(folder / "days");
+    fs::rename(disk / "copy", folder / "days");
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(stored(), 2);
+}
+
+TEST_F(Writer, StartsNoDaysInPlaceOfThoseThatWentAway) {
+    (void)tapcore::writeFile(folder / "days/2026-09-19.md", "");
+    writer.hold();
+    fs::rename(folder / "days", disk / "away");
+    EXPECT_EQ(press(), "/days: the folder is gone");
+    fs::create_directories(folder / "days");
+    EXPECT_EQ(press(), "/days: another folder has taken its place");
+    EXPECT_TRUE(fs::is_empty(folder / "days"));
+    fs::remove(folder / "days");
+    fs::rename(disk / "away", folder / "days");
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(told, "");
+}
+
+TEST_F(Writer, SaysThatItTakesAnotherFolderForOneThatHeldNothing) {
+    writer.hold();
+    fs::rename(folder, disk / "away");
+    fs::create_directories(folder / "days");
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(press(), "");
+    EXPECT_EQ(told, folder.string() +
+                        ": another folder has taken its place; nothing was stored yet, so counts go there");
+}
+
+TEST_F(Writer, WaitsAWhileForAnotherProgramAndNoLongerHoweverManyDaysThereAre) {
+    writer.hold();
+    std::optional other = tapcore::FileLock::acquireFolder(folder);
+    inPause = [&] {
+        if (pauses == 3) other.reset();
+    };
+    EXPECT_EQ(press(day, Wait::aWhile), "");
+    other = tapcore::FileLock::acquireFolder(folder);
+    for (const Day& on : {day, Day(2026, 9, 21)})
+        EXPECT_EQ(press(on, Wait::aWhile), ": another program is writing in it");
+    EXPECT_EQ(pauses, FolderWriter::mostPauses);
 }
 
 TEST_F(Writer, WritesInTheFormatThatTheFolderHasNow) {

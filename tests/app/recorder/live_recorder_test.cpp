@@ -69,6 +69,7 @@ struct World {
     int updates = 0;                  ///< of what follows the files
     std::function<void()> beforeWriting = [] {};
     std::function<void()> eachMinute = [] {};
+    std::function<void(const std::function<bool()>& endsSoon)> waitToStart = [](const auto&) {};
     std::mutex mutex;
     std::condition_variable changed;
 
@@ -91,7 +92,11 @@ struct World {
             {}, {.now = [this] { return now; },
                  .eachMinute = eachMinute,
                  .calendar = [this] { return locked([&] { return tapcore::Calendar(zone); }); },
-                 .ready = [this] { locked([&] { told.push_back("ready"); }); },
+                 .ready =
+                     [this](const std::function<bool()>& endsSoon) {
+                         waitToStart(endsSoon);
+                         locked([&] { told.push_back("ready"); });
+                     },
                  .tryWrite = write,
                  .write = write,
                  .stored = [this] { locked([&] { ++updates; }); },
@@ -192,6 +197,22 @@ TEST(LiveRecorder, FailsInTheEndSayingWhatIsNotStored) {
         EXPECT_STREQ(
             failure.what(),
             "days/2026-09-20.org: No space left on device: not stored: 1 press, 0 clicks of 2026-09-20");
+    }
+}
+
+TEST(LiveRecorder, EndsWhileItWaitsToStartSayingWhatIsNotStored) {
+    World world;
+    world.waitToStart = [](const auto& endsSoon) {
+        while (!endsSoon()) {
+        }
+        throw Failure("data", "another program is writing in it");
+    };
+    try {
+        world.run({plugKeyboard, press});
+        FAIL() << "no failure";
+    } catch (const Failure& failure) {
+        EXPECT_STREQ(failure.what(),
+                     "data: another program is writing in it: not stored: 1 press, 0 clicks of 2026-09-20");
     }
 }
 

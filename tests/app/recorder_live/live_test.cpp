@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "core/files/store.h"
 #include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/file_lock.h"
 #include "core/widget/widget_snapshot.h"
 #include "tests/app/recorder_live/testbed.h"
 #include "tests/support/environment.h"
@@ -351,6 +353,22 @@ TEST_F(Live, GoesOnWhereDaysCannotBeAddedUp) {
     EXPECT_TRUE(recorder.prints("the widgets stay as they are: " + folder.string() +
                                 ": counts too large to be added up\n"));
     EXPECT_EQ(tapcore::Store(folder, tapcore::FileFormat::org).days().size(), 3U);
+}
+
+TEST_F(Live, SaysThatItWaitsForAnotherProgramToStartAndEndsMeanwhile) {
+    const std::string isBusy = "tappora: " + folder.string() + ": another program is writing in it";
+    bed.plug(keyboard);
+    std::optional other = tapcore::FileLock::acquireFolder(folder);
+    Program ended(watching());
+    ASSERT_TRUE(ended.prints(isBusy + "; waiting until it is done\n")) << ended.printed;
+    EXPECT_EQ(ended.stop(), 1);
+    EXPECT_TRUE(ended.prints(isBusy + "\n"));
+    EXPECT_TRUE(fs::is_empty(folder));
+    Program waiting(watching());
+    ASSERT_TRUE(waiting.prints(isBusy + "; waiting until it is done\n"));
+    other.reset();
+    EXPECT_TRUE(waiting.prints("counts go to"));
+    EXPECT_EQ(waiting.stop(), 0);
 }
 
 TEST_F(Live, RefusesToStartWithoutAKeyboardOrBesideAnother) {
