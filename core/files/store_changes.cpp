@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "core/files/counted_names.h"
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
+#include "core/files/outdated_months.h"
 #include "core/files/store.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
@@ -64,10 +66,9 @@ void remove(const std::vector<Doomed>& all) {
 /// The names of data files that are here in the format not written, of those in one of the data folders.
 std::set<std::string> namesToConvert(const std::vector<ListedFile>& files, std::string_view folder,
                                      FileFormat format) {
-    const IsData isData = folder == monthsFolder ? isMonthName : isDayName;
     std::set<std::string> names;
     for (const ListedFile& file : files)
-        if (file.isHere && file.extension != format.fileExtension() && isData(file.name))
+        if (file.isHere && file.extension != format.fileExtension() && isCountedName(folder, file.name))
             names.insert(file.name);
     return names;
 }
@@ -88,9 +89,13 @@ bool Store::convert(const Progress& progress) const {
     for (const std::string_view folder : dataFolders)
         for (const std::string& name : namesToConvert(dataFiles(base() / folder), folder, format))
             files.emplace_back(folder, name);
+    const auto outdated = outdatedMonths(*this);  // before their days are written, which makes those newer
     for (std::size_t done = 0; done < files.size(); ++done) {
         if (!goesOn(progress, done, files.size())) return false;
-        convertFile(files[done].first, files[done].second);
+        const auto& [folder, name] = files[done];
+        convertFile(folder, name);
+        const auto month = folder == monthsFolder ? outdated.find(name) : outdated.end();
+        if (month != outdated.end()) fs::last_write_time(urlForMonth(name), month->second);
     }
     for (const std::string_view folder : dataFolders) removeOldNotes(base() / folder);
     return true;

@@ -8,6 +8,7 @@
 #include "core/files/file_copies.h"
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
+#include "core/files/outdated_months.h"
 #include "core/files/store.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
@@ -149,6 +150,8 @@ struct DaysRead {
     std::map<Day, std::vector<FileCopy>> copies;  ///< of the days that could be read
     std::vector<Unread> unread;
     CountSum counts;
+
+    bool canBeSummed() const { return unread.empty() && counts.fits(); }
 };
 
 DaysRead readDays(const Store& own, const std::vector<Day>& days) {
@@ -186,9 +189,9 @@ bool rebuild(const Store& own, std::string_view month, const FilesByDay& files, 
         if (problems)
             problems->push_back(
                 {day.path, 0, std::string(month) + " is not summed without it: " + day.why.message()});
-    const bool fits = read.counts.fits();
-    if (!fits && problems) problems->push_back({own.urlForMonth(month), 0, std::string(tooLarge)});
-    if (!read.unread.empty() || !fits) return false;
+    if (!read.counts.fits() && problems)
+        problems->push_back({own.urlForMonth(month), 0, std::string(tooLarge)});
+    if (!read.canBeSummed()) return false;
     own.settle(writeRollup(own, month, sumOf(read, own)));
     return true;
 }
@@ -198,7 +201,32 @@ FilesByDay filesOf(std::string_view month, FilesByMonth&& months) {
     return found == months.end() ? FilesByDay{} : std::move(found->second);
 }
 
+/// Whether one of the days that a rollup lists may have been written after it.
+bool isOlderThanADay(const StoredRollup& stored, FilesByDay files, const FolderTimes& days,
+                     const FolderTimes& months) {
+    const std::vector<Day> listed = daysListedIn(stored.rollup);
+    std::erase_if(files, [&](const auto& item) {
+        return std::find(listed.begin(), listed.end(), item.first) == listed.end();
+    });
+    const auto written = months.lastWritten(stored.path.filename().string());
+    return written && hasNewer(files, days, *written);
+}
+
 }  // namespace
+
+std::map<std::string, fs::file_time_type> outdatedMonths(const Store& own) {
+    const Day afterAll(10'000, 1, 1);
+    const FolderTimes days(own.base() / daysFolder);
+    const FolderTimes months(own.base() / monthsFolder);
+    std::map<std::string, fs::file_time_type> outdated;
+    for (const auto& [month, files] : filesBefore(afterAll, own.base() / daysFolder)) {
+        const auto stored = readStored(own, month, nullptr);
+        if (!stored || !isOlderThanADay(*stored, files, days, months)) continue;
+        if (!readDays(own, daysListedIn(stored->rollup)).canBeSummed())
+            outdated.emplace(month, fs::last_write_time(stored->path));
+    }
+    return outdated;
+}
 
 std::optional<MonthRollup> Store::readRollup(std::string_view month, FileProblems* problems) const {
     std::optional<MonthRollup> sum;
@@ -249,7 +277,7 @@ void Store::changeRollup(std::string_view month, const std::function<void(MonthR
     const DaysRead days = readDays(own, daysListedIn(stored->rollup));
     for (const DaysRead::Unread& day : days.unread)
         if (!day.isMissing() && !day.isAway()) refuse(day.path, day.why);
-    if (days.unread.empty() && days.counts.fits()) stored->rollup = sumOf(days, own);
+    if (days.canBeSummed()) stored->rollup = sumOf(days, own);
     change(stored->rollup);
     replaceRollup(own, month, stored->rollup);
 }
