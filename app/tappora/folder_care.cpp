@@ -17,6 +17,7 @@
 #include "app/common/system/environment.h"
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
+#include "core/files/counted_names.h"
 #include "core/files/data_listing.h"
 #include "core/files/day_file.h"
 #include "core/files/file_copies.h"
@@ -54,7 +55,8 @@ std::string keystrokes(const Store& store, const std::vector<Day>& days) {
 /// "214 days of counts with 1,204,331 keystrokes, 2026-01-03 to 2026-09-20, and 9 months".
 std::string countsOf(const Store& store) {
     const auto days = store.days();
-    const std::string months = tapcore::counted(store.names(tapcore::monthsFolder).size(), "month", "months");
+    const std::string months =
+        tapcore::counted(countedNames(store, tapcore::monthsFolder).size(), "month", "months");
     if (days.empty()) return "no days of counts and " + months;
     return fmt::format("{} of counts with {}, {} to {}, and {}", tapcore::counted(days.size(), "day", "days"),
                        keystrokes(store, days), days.front().description(), days.back().description(),
@@ -83,7 +85,8 @@ std::string besides(const Store& store) {
 }
 
 std::string practiceOf(const Store& store) {
-    return tapcore::counted(store.names(tapcore::practiceFolder).size(), "day", "days") + " of practice";
+    return tapcore::counted(countedNames(store, tapcore::practiceFolder).size(), "day", "days") +
+           " of practice";
 }
 
 /// "WHAT will be removed from FOLDER", and what stays.
@@ -227,7 +230,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
     LongWork work("summing months");
     tapcore::FileProblems problems;
     work.requireDone(locked.store.refreshRollups(now, work.progress(), &problems));
-    const std::size_t months = own(locked.store).names(tapcore::monthsFolder, &problems).size();
+    const std::size_t months = countedNames(own(locked.store), tapcore::monthsFolder, &problems).size();
     complainOf(problems);
     if (!problems.empty()) throw Failure(locked.store.base().string(), "not all months are up to date");
     print(fmt::format("{}: {} up to date\n", harmlessLine(locked.store.base().string()),

@@ -20,6 +20,7 @@
 #include "app/tappora/folder_tasks.h"
 #include "app/tappora/long_work.h"
 #include "core/files/adoption.h"
+#include "core/files/counted_names.h"
 #include "core/files/data_listing.h"
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
@@ -73,8 +74,8 @@ std::string span(const std::vector<tapcore::Day>& days) {
 struct Shown {
     explicit Shown(const Store& store)
         : days(store.days(&unlistedDays)),
-          months(store.names(tapcore::monthsFolder, &unlistedMonths)),
-          practice(store.names(tapcore::practiceFolder, &unlistedPractice)),
+          months(countedNames(store, tapcore::monthsFolder, &unlistedMonths)),
+          practice(countedNames(store, tapcore::practiceFolder, &unlistedPractice)),
           needsConversion(store.needsConversion(&problems)) {
         for (const Store& part : store.readParts(&problems))
             for (const std::string_view folder : Store::ownFolders)
