@@ -91,6 +91,19 @@ def ask(*arguments):
     return play
 
 
+def remember(*widgets):
+    """Has the desktop remember widgets. It ends when it finds no display, which comes after that."""
+    end = "tappora: display: cannot be opened; widgets need a desktop, by WAYLAND_DISPLAY or DISPLAY\n"
+
+    def play(world, programs, fault):
+        outcome = world.run([str(programs / "tappora-widgets"), *widgets, "--remember"], fault)
+        if outcome.status == 1 and outcome.err.endswith(end):
+            outcome.status, outcome.err = 0, outcome.err.removesuffix(end)
+        return outcome
+
+    return play
+
+
 class Stage:
     """The keyboard that stage.cpp plays, and a clock that stands still."""
 

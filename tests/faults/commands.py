@@ -4,7 +4,7 @@ from collections.abc import Callable
 from dataclasses import dataclass, field
 from pathlib import Path
 
-from actors import ask, counted, practise, record, said_lost
+from actors import ask, counted, practise, record, remember, said_lost
 from ledger import digest
 
 SETTINGS = '{"machine.id": "0123456789abcdef0123456789abcdef", "machine.name": "vm"}\n'
@@ -173,6 +173,13 @@ COMMANDS = [
     Command("practice", (), OWN | PRACTICE | CONFIG, adds=True, play=practise(
         ("tappora-practice", *AT, "--language", "en", "--layout", "qwerty", "--words", "5", "--seed", "7"),
         "asdf jkl")),
+    Command("practice-keep", ("tappora-practice", "--json", "--keep", "--language", "de", "--layout", "qwertz", "--words",
+                              "5", "--capitals", "--seed", "7", *AT), OWN | PRACTICE | CONFIG, most=24),
+    Command("heatmap-picture", ("tappora-paint", "heatmap", "-o", "{root}/out.svg", *AT),
+            EVERYTHING | {"out.svg": "an earlier one\n"}, most=24),
+    Command("fingers-picture", ("tappora-paint", "fingers", "-o", "{root}/out.svg", *AT), EVERYTHING, most=12),
+    Command("widget-pictures", ("tappora-paint", "widget", "-o", "{root}/pictures", "--svg"), EVERYTHING, most=24),
+    Command("remember", (), OWN, play=remember("week", "today")),
     Command("ask", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--continue", *AT)),
     Command("ask-new", (), OWN | CHAT | CONFIG, adds=True, play=ask("Which?", "--new", *AT),
             midway=(("file", "data/assistant/chat.org"),)),
