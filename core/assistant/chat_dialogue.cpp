@@ -83,7 +83,8 @@ class ChatDialogue : public Dialogue {
             return {Ending::answered, std::move(refusal), {}, ""};
         const bool isCutOff = finish == "length";
         if (!calls_.empty() && !isLast_ && (!isCutOff || canRunAll())) return called(std::move(result));
-        if (holdsCall(result.text)) return {hasCalled_ ? Ending::empty : Ending::noTools, "", {}, ""};
+        if (holdsCall(result.text, start_.tools))
+            return {hasCalled_ ? Ending::empty : Ending::noTools, "", {}, ""};
         if (isCutOff) result.ending = Ending::cutOff;
         else if (!result.text.empty()) result.ending = Ending::answered;
         return result;
@@ -123,7 +124,7 @@ class ChatDialogue : public Dialogue {
         calls_.clear();
         if (const auto given = message.optionalMember("tool_calls"))
             for (std::size_t i = 0; i < given->size(); ++i) calls_.push_back(callOf(given->element(i)));
-        const auto written = calls_.empty() && !isLast_ ? textCall(text) : std::nullopt;
+        const auto written = calls_.empty() && !isLast_ ? textCall(text, start_.tools) : std::nullopt;
         if (written && isDeclared(written->name)) {
             calls_.push_back(callOf("", written->name, written->arguments));
             text.clear();

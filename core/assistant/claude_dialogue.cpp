@@ -69,7 +69,7 @@ class ClaudeDialogue : public Dialogue {
         const bool isCutOff = stop == "max_tokens" || stop == "model_context_window_exceeded";
 
         if (stop == "refusal") return {Ending::refused, "", {}, explanation(document)};
-        if (calls_.empty() && holdsCall(result.text))
+        if (calls_.empty() && holdsCall(result.text, start_.tools))
             return {hasCalled_ ? Ending::empty : Ending::noTools, "", {}, ""};
         if (isCutOff) result.ending = Ending::cutOff;
         else if (!calls_.empty()) result.ending = Ending::calls;

@@ -135,6 +135,7 @@ TEST(AssistantBudget, IsSpentAtItsLimitsByWhoPays) {
 }
 
 TEST(TextCall, IsReadInTheFormsThatSmallModelsWrite) {
+    const std::vector<AssistantTools::Spec> offered = {{"search", "", {{"query", ""}}, {"query"}}};
     const std::string bare = R"({"name": "search", "arguments": {"query": "a"}})";
     for (const std::string& text :
          {bare, "\n<tool_call>\n" + bare + "\n</tool_call> ", "[TOOL_REQUEST]" + bare + "[END_TOOL_REQUEST]",
@@ -142,20 +143,28 @@ TEST(TextCall, IsReadInTheFormsThatSmallModelsWrite) {
           std::string(R"({"name":"search","parameters":{"query":"a"}})"),
           std::string(R"({"arguments":"{\"query\":\"a\"}","name":"search"})"),
           "Let me look {first}: " + bare + " now.",
+          std::string(R"({"function":"search","arguments":{"query":"a"}})"),
+          std::string(R"({"tool":"search","parameters":{"query":"a"}})"),
+          std::string("```tool_code\nprint(api.search(query='a'))\n```"),
+          std::string("I call search(\"a\")."), std::string("search( query = \"\\a\", limit = None )"),
           R"({"tool_calls":[{"type":"function","function":)" + bare + "}]}"}) {
-        const auto call = textCall(text);
+        const auto call = textCall(text, offered);
         ASSERT_TRUE(call) << text;
         EXPECT_EQ(call->name, "search");
         EXPECT_EQ(call->arguments, R"({"query":"a"})");
-        EXPECT_TRUE(holdsCall(text));
+        EXPECT_TRUE(holdsCall(text, offered));
     }
-    for (const char* broken : {"Well. <function=search><parameter=query>a", "[TOOL_CALLS][]",
-                               "So: <tool_call>{", R"({ "name": "search", "arguments": {"query": "a)"}) {
-        EXPECT_FALSE(textCall(broken)) << broken;
-        EXPECT_TRUE(holdsCall(broken)) << broken;
+    for (const char* broken :
+         {"Well. <function=search><parameter=query>a", "[TOOL_CALLS][]", "So: <tool_call>{",
+          "search(query='a", "Now:\n search(a)", R"({"tool":"x","arguments":)", "```tool_code\nls()\n```",
+          R"({ "name": "search", "arguments": {"query": "a)"}) {
+        EXPECT_FALSE(textCall(broken, offered)) << broken;
+        EXPECT_TRUE(holdsCall(broken, offered)) << broken;
     }
-    for (const char* text : {"```\ntext\n```", "{}", "{\"name\": \"Ann\"}", "Press { and } often."})
-        EXPECT_FALSE(holdsCall(text)) << text;
+    for (const char* text :
+         {"```\ntext\n```", "{}", "{\"name\": \"Ann\"}", "Press { and } often.", "I used search() for it.",
+          "search() found it.", "research('a')", "search (a)", "{\"tool\": \"a hammer\"}"})
+        EXPECT_FALSE(holdsCall(text, offered)) << text;
 }
 
 TEST(TextCall, ThoughtsAreNoPartOfAnAnswer) {
