@@ -87,10 +87,21 @@ class Coder {
         const KeyReading& reading = readings_[i];
         if (hasKeymap_ && keys_[i].sends) claim(i, *keys_[i].sends);
         else if (hasKeymap_) return;
-        else if (reading.typed && alike_.placeDecides[i]) claim(i, placeCode(i));
+        else if (reading.typed && alike_.placeDecides[i]) claimPlace(i);
         else if (reading.typed && !claim(i, reading.typed->code) && reading.named)
             claim(i, reading.named->right);
         else if (reading.named && !reading.typed) claimNamed(i, *reading.named);
+    }
+
+    /// A code by place that the key's legend does not say is told.
+    void claimPlace(std::size_t i) {
+        if (claim(i, placeCode(i)) && !readings_[i].allows(placeCode(i)))
+            tellOfPlace(i, "; by its legend " + codeText(readings_[i].typed->code));
+    }
+
+    void tellOfPlace(std::size_t i, const std::string& more = "") {
+        told_.guessed.push_back(described(keys_[i]) + ": " + codeText(placeCode(i)) +
+                                ", by its place as on " + alike_.board->name + more);
     }
 
     void guess() {
@@ -109,9 +120,7 @@ class Coder {
         if (!owners_.emplace(placeCode(i), i).second) return;
         keys_[i].key.keyCode = placeCode(i);
         if (legends_[i].empty()) ++guessedBlank_;
-        else
-            told_.guessed.push_back(described(keys_[i]) + ": " + codeText(placeCode(i)) +
-                                    ", by its place as on " + alike_.board->name);
+        else tellOfPlace(i);
     }
 
     /// "41 (semicolon)"

@@ -11,7 +11,7 @@ namespace tapcore {
 
 /// What is to be told of the codes that keys were given, a sentence each.
 struct CodesTold {
-    std::vector<std::string> guessed;  ///< codes that only a key's place speaks for
+    std::vector<std::string> guessed;  ///< codes that a key's place speaks for, and its legend does not
     std::vector<std::string> without;  ///< keys left without a code, and why
 };
 
