@@ -32,12 +32,22 @@ seconds hostOffset(tapcore::Instant moment) {
     return seconds(::localtime_r(&time, &local) ? local.tm_gmtoff : 0);
 }
 
+/// Where zone files are. As in the C library, an empty TZDIR counts as unset.
+fs::path zoneFolder() {
+    const std::string set = variable("TZDIR", "");
+    return set.empty() ? "/usr/share/zoneinfo" : set;
+}
+
 bool isZoneFile(const fs::path& name) {
-    std::ifstream file(variable("TZDIR", "/usr/share/zoneinfo") / name, std::ios::binary);
+    std::ifstream file(zoneFolder() / name, std::ios::binary);
     char magic[4] = {};
     file.read(magic, sizeof magic);
     return std::string_view(magic, sizeof magic) == "TZif";
 }
+
+/// Whether the C library could read its zone. Of one that it could not, such as a file that is cut short, it
+/// has no second name; a zone without summer time has the first name twice.
+bool isRead() { return ::tzname[1] != nullptr && *::tzname[1] != '\0'; }
 
 }  // namespace
 
@@ -49,7 +59,7 @@ bool isZone(std::string_view tz) {
 tapcore::Calendar hostCalendar() {
     followHostZone();
     const std::string tz = variable("TZ", "");
-    if (isZone(tz)) return tapcore::Calendar(hostOffset);
+    if (isZone(tz) && isRead()) return tapcore::Calendar(hostOffset);
     const auto isTold = std::make_shared<std::atomic_flag>();  // the recorder asks on two threads
     return tapcore::Calendar([tz, isTold](tapcore::Instant) {
         if (!isTold->test_and_set()) complain(fmt::format("TZ: no such time zone: {}; using UTC", tz));
