@@ -9,6 +9,7 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
+#include "app/common/keyboard/own_layouts.h"
 #include "app/common/program.h"
 #include "app/common/system/file_text.h"
 #include "app/common/system/resources.h"
@@ -77,8 +78,10 @@ void checkSums(const LetterModel& model, const fs::path& path) {
 /// Of all layouts that are known, and of the one in force, which may not be among them.
 PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store,
                                            const LegendSet& inForce) {
+    const fs::path resources = resourceFolder(environment);
+    tapcore::FileProblems ignored;
     const auto catalog =
-        tapcore::Catalog({}, resourceFolder(environment) / "Layouts").adding(store.ownLayouts());
+        tapcore::Catalog({}, resources / "Layouts").adding(ownLayouts(store, resources, ignored));
     PracticeLayout::LegendsByLayout legends;
     for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
     legends[inForce.id] = inForce.legends;

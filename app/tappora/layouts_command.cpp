@@ -9,6 +9,7 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/write_told.h"
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/own_layouts.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
@@ -48,11 +49,12 @@ struct Known {
 
 Known knownLayouts(const Asked& asked, const Environment& environment) {
     tapcore::FileProblems problems;
-    std::vector<Layout> own = openStore(asked.folder, environment).ownLayouts(&problems);
+    const fs::path resources = resourceFolder(environment);
+    std::vector<Layout> own = ownLayouts(openStore(asked.folder, environment), resources, problems);
     complainOf(problems);
     std::set<std::string> ids;
     for (const Layout& layout : own) ids.insert(layout.id);
-    return {Catalog::bundled(resourceFolder(environment)).adding(std::move(own)), std::move(ids)};
+    return {Catalog::bundled(resources).adding(std::move(own)), std::move(ids)};
 }
 
 const Layout& requireLayout(const Known& known, std::string_view argument, const std::string& id) {

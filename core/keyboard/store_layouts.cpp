@@ -27,8 +27,10 @@ std::optional<Layout> readOwnLayout(const fs::path& path, FileProblems* problems
     }
     try {
         Layout layout = Catalog::readLayout(path);
-        if (layout.id == path.stem().string()) return layout;
-        report(problems, path, "its id is \"" + layout.id + "\", which is not its name");
+        if (layout.id != path.stem().string())
+            report(problems, path, "its id is \"" + layout.id + "\", which is not its name");
+        else if (layout.base == layout.id) report(problems, path, "its base is itself");
+        else return layout;
     } catch (const Catalog::FileError& error) {
         report(problems, path, error.underlying);
     }

@@ -9,6 +9,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/own_layouts.h"
 #include "app/common/keyboard/system_layout.h"
 #include "app/common/program.h"
 #include "app/common/system/resources.h"
@@ -101,7 +102,7 @@ LegendSet Keyboards::layout(std::string_view what, const std::string& name) cons
 }
 
 std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
-    if (!own_) own_ = store_.ownLayouts(&left_);
+    if (!own_) own_ = ownLayouts(store_, resources_, left_);
     const auto at =
         std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
     if (at != own_->end()) return *at;
