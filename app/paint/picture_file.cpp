@@ -38,7 +38,7 @@ PictureKind pictureKind(const fs::path& file) {
     if (ending == ".svg") return PictureKind::svg;
     if (ending == ".png") return PictureKind::png;
     if (ending == ".pdf") return PictureKind::pdf;
-    throw UsageError("--output: " + file.string() + ": not a kind of picture; end it in .svg, .png or .pdf");
+    throw UsageError("--output: " + file.string() + ": not a picture's name; end it in .svg, .png or .pdf");
 }
 
 void writePicture(const fs::path& file, const drawing::Picture& picture,

@@ -205,8 +205,7 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
     }
     if (isAmong(available, language)) failWithReason(language, path);
     const std::string what = options.language ? "--language" : lessonsKey;
-    throw UsageError(
-        fmt::format("{}: no words for \"{}\"; there are {}", what, language, fmt::join(available, ", ")));
+    throw UsageError(fmt::format("{}: {}", what, noSuch("language", language, available)));
 }
 
 PracticeChoice choosePractice(const PracticeOptions& options, const Environment& environment,
@@ -259,8 +258,7 @@ std::vector<std::string> parseLetters(std::string_view option, const std::string
     if (letters.empty()) throw UsageError(fmt::format("{}: no letters: {}; write \"e, t, n\"", option, list));
     for (const std::string& letter : letters)
         if (!isAmong(model.order, letter))
-            throw UsageError(
-                fmt::format("{}: \"{}\" is not one of {}", option, letter, fmt::join(model.order, " ")));
+            throw UsageError(fmt::format("{}: {}", option, noSuch("letter", letter, model.order)));
     return letters;
 }
 

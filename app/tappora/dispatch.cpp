@@ -47,7 +47,7 @@ void runWithoutCommand(CommandLine& line, const Environment& environment) {
 }
 
 int failedUsage(const std::string& name) {
-    complain(name + ": no such command; see tappora --help");
+    complain("no such command: " + name + "; see tappora --help");
     return 2;
 }
 

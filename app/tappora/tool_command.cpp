@@ -60,7 +60,7 @@ void requireAll(const Spec& spec, const json& arguments) {
 Spec specOf(const tapcore::AssistantTools& tools, const std::string& name) {
     for (Spec& spec : tools.specs())
         if (spec.name == name) return std::move(spec);
-    throw UsageError("NAME: no such tool: " + name + "; `tappora tool` lists them");
+    throw UsageError("NAME: no such tool: " + name + "; see tappora tool");
 }
 
 json toJson(const std::vector<Spec>& specs) {

@@ -57,8 +57,8 @@ std::optional<MarkedFolder> findMarked(const fs::path& root, std::string_view id
     return std::nullopt;
 }
 
-/// Whether a folder may be a machine's whose marker cannot be asked for. Those that systems keep at the top
-/// of a disk are not machines'.
+/// Whether a folder whose marker cannot be read may belong to a machine. The folders that systems keep at the
+/// top of a disk do not.
 bool mayHideMarker(const std::string& name, std::error_code error) {
     const bool isMissing =
         error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;

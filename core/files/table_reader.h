@@ -26,7 +26,7 @@ class TableReader {
     /// Goes to the next heading or row, or line that is neither; false at the end.
     bool next();
 
-    /// Whether `next` found a heading (a new section, whose rows follow) and not to a row.
+    /// Whether `next` found a heading, the start of a section whose rows follow.
     bool isHeading() const { return isHeading_; }
     /// Whether it found a line that is neither, and not a title. It has no cells.
     bool isOther() const { return isOther_; }

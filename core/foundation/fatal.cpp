@@ -6,7 +6,7 @@
 namespace tapcore {
 namespace {
 
-// The one mutable variable of the library: it is read only while the program dies.
+// The chain of each thread. It is read only while the program ends.
 thread_local const FatalContext* innermost = nullptr;
 
 void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }

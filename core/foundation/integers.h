@@ -11,9 +11,9 @@
 
 namespace tapcore {
 
-/// The integer that `text` is, whole: an optional sign and ASCII digits, in range. "+5" and "-0" are
-/// integers;
-/// "", " 5", "5.0", "0x5" and "٣" are not.
+/// The integer that the whole of `text` is: an optional sign and ASCII digits, in range. "+5" and "-0" are
+/// integers; "", " 5", "5.0", "0x5" and "٣" are not. Nothing when it is not an integer.
+///
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
 /// The same, for a macOS virtual key code: 0 to 65535.

@@ -43,7 +43,7 @@ Forms formsOf(const JsonValue& text) {
     return forms;
 }
 
-/// Where in a text a "{name}" is that has a value.
+/// Where a text has a "{name}", and the value for it.
 struct Slot {
     std::size_t begin, size;
     std::string_view value;

@@ -40,6 +40,12 @@ std::string calledAs(const CLI::App& program) {
     return program.get_name() + (chosen.empty() ? "" : " " + chosen.front()->get_name());
 }
 
+std::vector<std::string> tasksOf(const CLI::App& program) {
+    std::vector<std::string> names;
+    for (const CLI::App* task : program.get_subcommands(nullptr)) names.push_back(task->get_name());
+    return names;
+}
+
 /// A wrong command line as "WHAT: WHY".
 std::string explained(const CLI::ParseError& error, const CLI::App& program,
                       const CommandLine::Commands& commands) {
@@ -49,7 +55,10 @@ std::string explained(const CLI::ParseError& error, const CLI::App& program,
         const std::string extra = program.remaining(true).front();
         const bool isCommand = std::any_of(commands.begin(), commands.end(),
                                            [&](const auto& command) { return command.first == extra; });
-        return extra + (isCommand ? ": options come after the command" : ": not expected here");
+        if (isCommand) return extra + ": options come after the command";
+        const std::vector<std::string> tasks = tasksOf(program);
+        const bool isTask = !tasks.empty() && program.get_subcommands().empty() && !extra.starts_with('-');
+        return isTask ? noSuch("task", extra, tasks) : extra + ": not expected here";
     }
     if (isOf(error, ExitCodes::ConversionError)) return text.substr(text.find(": ") + 2);
     if (text.find(": ") != std::string::npos) return text;
@@ -209,7 +218,9 @@ void CommandLine::introduce(const std::string& above, const std::string& below) 
 
 void CommandLine::offerCommands(Commands commands) { commands_ = std::move(commands); }
 
-void CommandLine::offerVersion(const std::string& text) { app_->set_version_flag("--version", text); }
+void CommandLine::offerVersion(const std::string& text) {
+    app_->set_version_flag("--version", text, "Print the version");
+}
 
 void CommandLine::task(const std::string& name, std::string_view does, std::string_view example,
                        const std::function<void(CommandSyntax& task)>& declare, std::function<void()> run) {

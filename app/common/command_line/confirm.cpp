@@ -25,7 +25,7 @@ void confirm(std::string_view what, bool yes) {
     if (yes) return;
     print(fmt::format("{}\n", what));
     if (::isatty(STDIN_FILENO) == 0) throw Failure("nothing done", "not a terminal: use --yes");
-    if (!agrees("Go ahead?")) throw Failure("nothing done", "as answered");
+    if (!agrees("Go ahead?")) throw Failure("nothing done", "the answer was no");
 }
 
 }  // namespace tappora

@@ -53,12 +53,12 @@ std::string systemLanguage(const Environment& environment, const std::vector<std
 }
 
 std::string chosenLanguage(const Environment& environment) {
-    const auto available = Words::languages(folder(environment));
+    auto available = Words::languages(folder(environment));
     const auto set = Settings::read(environment).text(languageKey);
     if (!set || *set == system) return systemLanguage(environment, available);
     if (std::find(available.begin(), available.end(), *set) != available.end()) return *set;
-    throw Failure(languageKey,
-                  fmt::format("no texts in \"{}\"; there are system, {}", *set, fmt::join(available, ", ")));
+    available.insert(available.begin(), std::string(system));
+    throw Failure(languageKey, noSuch("language", *set, available));
 }
 
 Words chosenWords(const Environment& environment) {

@@ -11,7 +11,7 @@ namespace tappora {
 /// Says a warning to the user.
 using Tell = std::function<void(const std::string& warning)>;
 
-/// Warns of what was written and is not yet safe from a power cut: "PATH: WHY; what was written stands, but a
+/// Warns of what was written and is not yet safe from a power cut: "PATH: WHY; the new text is written, but a
 /// power cut may undo it". Says nothing of what is safe.
 void complainOf(const tapcore::Written& written, const Tell& tell = complain);
 

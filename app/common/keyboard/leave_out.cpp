@@ -53,7 +53,9 @@ std::set<tapcore::KeyCode> leftOutCodes(const std::vector<std::string>& keys,
     for (const std::string& text : keys)
         for (const std::string& name : namesIn(text)) {
             const auto codes = codesNamed(name, legends);
-            if (codes.empty()) throw UsageError(fmt::format("--leave-out: no such key: {}", name));
+            if (codes.empty())
+                throw UsageError(
+                    fmt::format("--leave-out: no such key: {}; see tappora layouts show LAYOUT", name));
             all.insert(codes.begin(), codes.end());
         }
     return all;

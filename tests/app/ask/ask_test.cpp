@@ -330,7 +330,7 @@ TEST_F(Ask, SpeaksTheUsersLanguage) {
     home.put("config/tappora/settings.json", R"({"language": "xx"})");
     EXPECT_EQ(ask({"Hello?"}), 1);
     EXPECT_THAT(program->errors(),
-                HasSubstr("language: no texts in \"xx\"; there are system, de, en, es, fr, ru, uk"));
+                HasSubstr("language: no such language: xx; use system, de, en, es, fr, ru or uk"));
 }
 
 TEST_F(Ask, TakesKeysFromFilesThatAreTheUsersAlone) {

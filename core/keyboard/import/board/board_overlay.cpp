@@ -24,7 +24,7 @@ Spot spotOf(const Board::Key& key) {
     return {.center = key.center(), .w = key.w, .h = key.h, .angle = key.isTurned() ? key.r : 0};
 }
 
-/// How well two keys cover each other, 1 for exactly and 0 for not at all, the second one moved.
+/// How well two keys match, 1 for exactly and 0 for not at all, the second one moved.
 double fitOf(const Spot& a, const Spot& b, const Board::Point& moved) {
     const double dx = std::abs(b.center.x + moved.x - a.center.x);
     const double dy = std::abs(b.center.y + moved.y - a.center.y);

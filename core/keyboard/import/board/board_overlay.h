@@ -11,10 +11,10 @@ namespace tapcore {
 struct BoardOverlay {
     const Board* board = nullptr;
     std::vector<const Board::Key*> keys;
-    double fit = 0;  ///< how much of both boards covers the other, 0 to 1
+    double fit = 0;  ///< how much of the two boards matches, 0 to 1
 
     std::size_t alike() const;
-    /// Whether at least `part` in `whole` of the keys of either cover the other's.
+    /// Whether at least `part` in `whole` of the keys of each board match.
     bool covers(std::size_t part, std::size_t whole) const;
 };
 

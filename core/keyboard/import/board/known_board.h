@@ -21,7 +21,7 @@ struct KnownBoard {
     std::vector<bool> placeSpeaks;
 };
 
-/// Which of the boards is like the draft: at least three in five of the keys of either cover each other, and
+/// Which of the boards is like the draft: at least three in five of the keys of each match, and
 /// the legends agree. The two are laid on each other at their upper left corners or the lower left ones, and
 /// the halves of split boards each on its own, at their outer corners. A row in which half of the legends
 /// agree, and the others are not merely moved, is the same row. A draft without legends must have all but one
