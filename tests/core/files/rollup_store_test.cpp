@@ -106,12 +106,12 @@ TEST_F(RollupTest, TellsWhatKeepsAMonthFromBeingSummed) {
     std::filesystem::create_directory(folder / "days/2026-09-22.org");
     FileProblems problems;
     EXPECT_TRUE(store.refreshRollups(today, {}, &problems));
-    EXPECT_THAT(problems,
-                ElementsAre(FileProblem{folder / "days/2026-09-05.org", 0,
-                                        "2026-09 is not summed without it: not here yet: iCloud Drive has "
-                                        "not downloaded it"},
-                            FileProblem{folder / "days/2026-09-22.org", 0,
-                                        "2026-09 is not summed without it: Is a directory"}));
+    EXPECT_THAT(
+        problems,
+        ElementsAre(FileProblem{folder / "days/2026-09-05.org", 0,
+                                "2026-09 is not summed without it: not yet downloaded from iCloud Drive"},
+                    FileProblem{folder / "days/2026-09-22.org", 0,
+                                "2026-09 is not summed without it: Is a directory"}));
     EXPECT_THAT(rollup("2026-09"), IsEmpty());
     EXPECT_EQ(rollup("2026-10"), (Lines{{1, 30}}));
 }
