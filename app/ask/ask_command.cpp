@@ -15,6 +15,7 @@
 #include "app/ask/terminal_text.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
+#include "app/common/folder/settings.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -185,6 +186,7 @@ void askCommand(CommandLine& line, const Environment& environment) {
     AskOptions options;
     readOptions(line, options);
     if (options.shows && !options.question) throw UsageError("--show: needs a QUESTION");
+    takeSettings(options, Settings::read(environment));
     const tapcore::Words words = chosenWords(environment);
     if (!options.language) options.language = tapcore::englishName(words.language());
     std::optional<Interruption> interruption(Interruption::Waiting::ends);

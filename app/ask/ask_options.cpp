@@ -5,6 +5,7 @@
 #include "app/ask/http_client.h"
 #include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/folder/settings.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
 
@@ -29,15 +30,23 @@ void check(const AskOptions& options) {
 
 }  // namespace
 
+void takeSettings(AskOptions& options, const Settings& settings) {
+    const auto provider = settings.text("ai.provider");
+    const bool isOther = options.provider && provider && *options.provider != *provider;
+    if (!options.provider) options.provider = provider;
+    if (!options.model && !isOther) options.model = settings.text("ai.model");
+}
+
 void readOptions(CommandLine& line, AskOptions& options) {
     line.describe(
         "Ask a language model about your typing; it reads your data folder through a few tools\n"
         "Without a question, hold a conversation, which is kept in the data folder",
         "tappora ask \"Which hours are my busiest?\" --provider local");
     line.option("QUESTION", options.question, "The question").type("");
-    line.option("--provider", options.provider, "claude, openai or local; the first that can be used")
+    line.option("--provider", options.provider,
+                "claude, openai or local; the setting ai.provider, else the first that can be used")
         .type("NAME");
-    line.option("--model", options.model, "The model's id").type("ID");
+    line.option("--model", options.model, "The model's id; the setting ai.model when not given").type("ID");
     line.option("--url", options.url, "The address of the provider's interface, instead of its own")
         .type("URL");
     line.option("--language", options.language,

@@ -8,6 +8,7 @@
 namespace tappora {
 
 class CommandLine;
+class Settings;
 
 /// The choices of `tappora ask`.
 struct AskOptions {
@@ -27,5 +28,9 @@ struct AskOptions {
 
 /// Reads the choices from the command line. UsageError for what no question can be put with.
 void readOptions(CommandLine& line, AskOptions& options);
+
+/// Takes the provider and the model from the settings where the command line names none. A model that is set
+/// is the set provider's: it does not count for another one.
+void takeSettings(AskOptions& options, const Settings& settings);
 
 }  // namespace tappora

@@ -19,6 +19,7 @@
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
+#include "core/settings/setting.h"
 
 namespace tappora {
 namespace {
@@ -83,7 +84,9 @@ std::vector<std::string> findLocalServers(const std::optional<std::string>& mode
 
 Provider parseProvider(const std::string& name) {
     const auto provider = wire::providers.find(name);
-    if (!provider) throw UsageError("--provider: " + noSuch("provider", name, {"claude", "openai", "local"}));
+    if (!provider)
+        throw UsageError("--provider: " +
+                         noSuch("provider", name, tapcore::settingOf("ai.provider").words()));
     if (provider == Provider::apple)
         throw Failure("--provider apple", "the system's own model is not available here");
     return *provider;

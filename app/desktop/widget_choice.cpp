@@ -52,13 +52,29 @@ WidgetChoice parseChoice(std::string_view text) {
     return {&widget, familyNamed(text.substr(colon + 1), widget)};
 }
 
+namespace {
+
+/// Those of the settings; none when one of them does not exist.
+std::vector<WidgetChoice> choicesSet(const Settings& settings) try {
+    std::vector<WidgetChoice> choices;
+    for (const std::string& name : words(settings.text(widgetsKey).value_or("")))
+        choices.push_back(parseChoice(name));
+    return choices;
+} catch (const UsageError& error) {
+    settings.warnOf(widgetsKey, error.what());
+    return {};
+}
+
+}  // namespace
+
 std::vector<WidgetChoice> chosenWidgets(const std::vector<std::string>& named, const Settings& settings) {
     std::vector<WidgetChoice> choices;
     const auto add = [&](const WidgetChoice& choice) {
         if (std::find(choices.begin(), choices.end(), choice) == choices.end()) choices.push_back(choice);
     };
-    for (const std::string& name : named.empty() ? words(settings.text(widgetsKey).value_or("")) : named)
-        add(parseChoice(name));
+    for (const std::string& name : named) add(parseChoice(name));
+    if (named.empty())
+        for (const WidgetChoice& choice : choicesSet(settings)) add(choice);
     if (choices.empty())
         for (const Widget& widget : bundle) add({&widget, widget.families.front()});
     return choices;

@@ -20,6 +20,7 @@
 #include "core/practice/practice_course.h"
 #include "core/practice/practice_layout.h"
 #include "core/practice/practice_request.h"
+#include "core/settings/setting.h"
 
 namespace tappora {
 namespace {
@@ -37,10 +38,6 @@ constexpr const char* capitalsKey = "practice.capitals";
 constexpr const char* punctuationKey = "practice.punctuation";
 constexpr const char* digitsKey = "practice.digits";
 constexpr const char* errorsKey = "practice.letErrorsStand";
-
-constexpr std::int64_t usualSpeed = 40;
-constexpr std::int64_t usualGoal = 5;
-constexpr std::int64_t longestGoal = 24 * 60;
 
 std::string layoutKey(const std::string& language) { return "practice.layout." + language; }
 
@@ -103,7 +100,7 @@ LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
 }
 
 bool isOn(std::optional<bool> option, const char* key, const Settings& settings) {
-    return option ? *option : settings.flag(key).value_or(false);
+    return option ? *option : settings.flag(key);
 }
 
 tapcore::LessonWish wishOf(const PracticeOptions& options, const Settings& settings, const LetterModel& model,
@@ -128,19 +125,32 @@ void keepLayout(const std::string& chosen, const std::string& language, Settings
     else settings.setText(layoutKey(language), layouts.at(language));
 }
 
+/// The language of the settings, else the system's.
+std::string languageSet(const Settings& settings, const Environment& environment,
+                        const std::vector<std::string>& available) {
+    const auto set = settings.text(lessonsKey);
+    if (set && isAmong(available, *set)) return *set;
+    if (set) settings.warnOf(lessonsKey, noSuch("language", *set, available));
+    return systemLanguage(environment, available);
+}
+
 void addLanguage(CommandSyntax& command, PracticeOptions& options) {
     command.option("--language", options.language, "The language of the words: de, en, es, fr, ru or uk")
         .type("CODE");
 }
 
+/// An option takes the same numbers as its setting.
+void asSet(Option& option, const char* key) {
+    const tapcore::Setting& setting = tapcore::settingOf(key);
+    option.between(static_cast<double>(setting.least), static_cast<double>(setting.most));
+}
+
 void addSpeed(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--speed", options.speed, "The words per minute to reach").type("WPM").between(10, 150);
+    asSet(command.option("--speed", options.speed, "The words per minute to reach").type("WPM"), speedKey);
 }
 
 void addGoal(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--goal", options.goal, "The minutes to practise a day")
-        .type("MINUTES")
-        .between(1, longestGoal);
+    asSet(command.option("--goal", options.goal, "The minutes to practise a day").type("MINUTES"), goalKey);
 }
 
 void addSeed(CommandSyntax& command, PracticeOptions& options) {
@@ -159,7 +169,7 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     addLanguage(command, options);
     command.option("--letters", options.letters, "The letters to practise, such as \"e, t, n\"")
         .type("LETTERS");
-    command.option("--words", options.words, "The words of a lesson").type("N").between(5, 200);
+    asSet(command.option("--words", options.words, "The words of a lesson").type("N"), wordsKey);
     addSpeed(command, options);
     addGoal(command, options);
     addSeed(command, options);
@@ -196,29 +206,28 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
                                                const Settings& settings) {
     const fs::path folder = resourceFolder(environment) / "Practice";
     const std::vector<std::string> available = LetterModel::available(folder);
-    const auto named = options.language ? options.language : settings.text(lessonsKey);
-    const std::string language = named ? *named : systemLanguage(environment, available);
+    const std::string language =
+        options.language ? *options.language : languageSet(settings, environment, available);
     const fs::path path = folder / (language + ".json");
     if (auto model = LetterModel::load(language, folder)) {
         checkSums(*model, path);
         return model;
     }
     if (isAmong(available, language)) failWithReason(language, path);
-    const std::string what = options.language ? "--language" : lessonsKey;
-    throw UsageError(fmt::format("{}: {}", what, noSuch("language", language, available)));
+    throw UsageError("--language: " + noSuch("language", language, available));
 }
 
 PracticeChoice choosePractice(const PracticeOptions& options, const Environment& environment,
                               const Settings& settings, const tapcore::Store& store) {
     const auto model = chosenModel(options, environment, settings);
     LegendSet layout = chosenLayout(options, *model, environment, settings, store);
-    const std::int64_t speed = options.speed.value_or(settings.integer(speedKey).value_or(usualSpeed));
-    const std::int64_t goal = options.goal.value_or(settings.integer(goalKey).value_or(usualGoal));
+    const std::int64_t speed = options.speed ? *options.speed : *settings.integer(speedKey);
+    const std::int64_t goal = options.goal ? *options.goal : *settings.integer(goalKey);
     TrainerSetup setup{.model = model,
                        .rules = tapcore::PracticeRules(speed),
                        .wish = wishOf(options, settings, *model, layout.id),
                        .layout = layout.id,
-                       .goalSeconds = std::clamp<std::int64_t>(goal, 1, longestGoal) * 60,
+                       .goalSeconds = goal * 60,
                        .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
     std::vector<std::string> fitting;
     if (!PracticeLayout::types(model->order, layout.legends))

@@ -21,6 +21,7 @@ void heatmapCommand(CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
+void settingsCommand(CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 void toolCommand   (CommandLine&, const Environment&);
 void widgetCommand (CommandLine&, const Environment&);
@@ -46,6 +47,7 @@ inline constexpr Command commands[] = {
     {"fingers",  "Print how much each finger types, and how far it moves",           fingersCommand},
     {"widget",   "Print what the desktop widgets show, or draw them as pictures",    widgetCommand},
     {"folder",   "Show the data folder and take care of it",                         folderCommand},
+    {"settings", "Show and change every choice",                                     settingsCommand},
     {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},
     {"widgets",  "Show the widgets on the desktop",                                  Companion{"tappora-widgets"}},

@@ -54,11 +54,13 @@ std::string systemLanguage(const Environment& environment, const std::vector<std
 
 std::string chosenLanguage(const Environment& environment) {
     auto available = Words::languages(folder(environment));
-    const auto set = Settings::read(environment).text(languageKey);
-    if (!set || *set == system) return systemLanguage(environment, available);
-    if (std::find(available.begin(), available.end(), *set) != available.end()) return *set;
+    const Settings settings = Settings::read(environment);
+    const std::string set = settings.text(languageKey).value_or(std::string(system));
+    if (std::find(available.begin(), available.end(), set) != available.end()) return set;
+    std::string language = systemLanguage(environment, available);
     available.insert(available.begin(), std::string(system));
-    throw Failure(languageKey, noSuch("language", *set, available));
+    if (set != system) settings.warnOf(languageKey, noSuch("language", set, available));
+    return language;
 }
 
 Words chosenWords(const Environment& environment) {

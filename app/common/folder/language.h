@@ -16,8 +16,8 @@ inline constexpr std::string_view languageKey = "language";
 /// LANG as other programs read them; else English.
 std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available);
 
-/// The language of texts: the one set, else the system's. Failure, naming those there are, for a set one that
-/// has no texts.
+/// The language of texts: the one set, else the system's. A set one that has no texts is warned of, with those
+/// there are, and does not count.
 std::string chosenLanguage(const Environment& environment);
 
 /// The texts that come with the program, in the language chosen, in the system's, or in that of a code.

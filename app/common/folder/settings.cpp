@@ -1,6 +1,9 @@
 #include "app/common/folder/settings.h"
 
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
@@ -9,6 +12,7 @@
 #include "app/common/system/file_text.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
+#include "core/settings/setting.h"
 
 namespace tappora {
 namespace {
@@ -17,19 +21,20 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 using tapcore::JsonValue;
 
-/// A stored value read by `read`; nothing when it is missing or null.
-template <class Value, class Read>
-std::optional<Value> readValue(const std::map<std::string, std::string, std::less<>>& values,
-                               std::string_view key, const fs::path& path, Read read) {
-    const auto found = values.find(key);
-    if (found == values.end()) return std::nullopt;
-    const json document = {{found->first, JsonValue::parse(found->second)}};
-    try {
-        const auto member = JsonValue(document).optionalMember(key);
-        return member ? std::optional<Value>(read(*member)) : std::nullopt;
-    } catch (const tapcore::JsonError& error) {
-        throw Failure(path.string(), error.what());
-    }
+/// The members of a settings file, each as JSON text. JsonError for what is not an object, or has one twice.
+std::map<std::string, std::string, std::less<>> membersOf(std::string_view text) {
+    const json document = JsonValue::parse(text);
+    if (!document.is_object()) JsonValue(document).fail("not an object");
+    std::set<std::string> keys;
+    const auto requireNew = [&](int depth, json::parse_event_t event, const json& value) {
+        if (depth == 1 && event == json::parse_event_t::key && !keys.insert(value.get<std::string>()).second)
+            throw tapcore::JsonError(value.get<std::string>() + ": set twice");
+        return true;
+    };
+    const json seen = json::parse(text, requireNew);
+    std::map<std::string, std::string, std::less<>> members;
+    for (const auto& [key, value] : document.items()) members[key] = value.dump();
+    return members;
 }
 
 }  // namespace
@@ -42,12 +47,11 @@ fs::path Settings::url(const Environment& environment) {
 Settings Settings::read(const Environment& environment) {
     Settings settings;
     settings.path_ = url(environment);
+    settings.warn_ = environment.warn;
     const auto text = optionalText(settings.path_, tapcore::readStoredFile(settings.path_));
     if (!text) return settings;
     try {
-        const json document = JsonValue::parse(*text);
-        if (!document.is_object()) JsonValue(document).fail("not an object");
-        for (const auto& [key, value] : document.items()) settings.values_[key] = value.dump();
+        settings.values_ = membersOf(*text);
     } catch (const tapcore::JsonError& error) {
         throw Failure(settings.path_.string(), error.what());
     }
@@ -72,18 +76,42 @@ tapcore::Written Settings::write() const {
     return tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
 }
 
-std::optional<std::string> Settings::text(std::string_view key) const {
-    return readValue<std::string>(values_, key, path_, [](const JsonValue& value) { return value.string(); });
+json Settings::valueOf(std::string_view key) const {
+    const tapcore::Setting& setting = tapcore::settingOf(key);
+    const auto found = values_.find(key);
+    const json value = found == values_.end() ? json() : JsonValue::parse(found->second);
+    if (value.is_null()) return setting.usualValue();
+    const std::string why = whyRefused(key, value);
+    if (why.empty()) return value;
+    warnOf(key, why);
+    return setting.usualValue();
 }
 
-std::optional<bool> Settings::flag(std::string_view key) const {
-    return readValue<bool>(values_, key, path_, [](const JsonValue& value) { return value.boolean(); });
+std::string Settings::whyRefused(std::string_view key, const json& value) {
+    const tapcore::Setting& setting = tapcore::settingOf(key);
+    if (setting.accepts(value)) return "";
+    if (setting.type == tapcore::Setting::Type::word && value.is_string())
+        return noSuch(setting.kind, value.get<std::string>(), setting.words());
+    return fmt::format("{} is not {}", tapcore::jsonLine(value), setting.bounds());
 }
+
+void Settings::warnOf(std::string_view key, std::string_view why) const {
+    warn_(fmt::format("{}: {}: {}; the default is used", path_.string(), key, why));
+}
+
+std::optional<std::string> Settings::text(std::string_view key) const {
+    const json value = valueOf(key);
+    return value.is_null() ? std::nullopt : std::optional(value.get<std::string>());
+}
+
+bool Settings::flag(std::string_view key) const { return valueOf(key).get<bool>(); }
 
 std::optional<std::int64_t> Settings::integer(std::string_view key) const {
-    return readValue<std::int64_t>(values_, key, path_,
-                                   [](const JsonValue& value) { return value.integer(); });
+    const json value = valueOf(key);
+    return value.is_null() ? std::nullopt : std::optional(JsonValue(value).integer());
 }
+
+void Settings::set(std::string_view key, const json& value) { values_[std::string(key)] = value.dump(); }
 
 void Settings::setText(std::string_view key, std::string_view value) {
     values_[std::string(key)] = tapcore::jsonLine(value);

@@ -1,15 +1,10 @@
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 #include "core/foundation/written.h"
 
 namespace tappora {
-
-/// Says a warning to the user.
-using Tell = std::function<void(const std::string& warning)>;
 
 /// Warns of what was written and is not yet safe from a power cut: "PATH: WHY; the new text is written, but a
 /// power cut may undo it". Says nothing of what is safe.

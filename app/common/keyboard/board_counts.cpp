@@ -28,10 +28,8 @@ tapcore::MapColor colorOf(std::string_view what, const std::string& name) {
 }  // namespace
 
 tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment) {
-    constexpr const char* setting = "appearance.mapColor";
     if (option) return colorOf("--color", *option);
-    const auto set = Settings::read(environment).text(setting);
-    return set ? colorOf(setting, *set) : tapcore::MapColor(tapcore::MapColor::usual);
+    return *tapcore::MapColor::parse(*Settings::read(environment).text("appearance.mapColor"));
 }
 
 void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed) {

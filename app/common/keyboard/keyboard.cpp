@@ -133,10 +133,13 @@ tapcore::DayFile Keyboards::lastDay() const {
 
 Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
     if (options.board) return board("--board", *options.board);
-    if (const auto set = settings_.text("keyboard.board")) return board("keyboard.board", *set);
     const auto isOurs = [&](const std::string& id) {
         return isSafe(id) && isFile(bundled(resources_, "Boards", id));
     };
+    if (const auto set = settings_.text("keyboard.board")) {
+        if (isPath(*set) || isOurs(*set)) return board("keyboard.board", *set);
+        settings_.warnOf("keyboard.board", fmt::format("no such board: {}; see tappora boards", *set));
+    }
     if (isOurs(config_.board)) return board("board", config_.board);
     const auto counted = lastDay().board;
     return board("board", counted && isOurs(*counted) ? *counted : usualBoard);
@@ -151,10 +154,17 @@ std::optional<Layout> Keyboards::systemLayout(const KeyboardOptions& options) co
                                  Catalog({}, resources_ / "Layouts"));
 }
 
+std::optional<std::string> Keyboards::layoutSet() const {
+    auto set = settings_.text("keyboard.layout");
+    if (!set || *set == "auto" || isPath(*set) || findLayout(*set)) return set;
+    settings_.warnOf("keyboard.layout", fmt::format("no such layout: {}; see tappora layouts", *set));
+    return std::nullopt;
+}
+
 LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
-    const auto set = settings_.text("keyboard.layout");
-    if (!options.layout && set && *set != "auto") return layout("keyboard.layout", *set);
+    const auto set = options.layout ? std::nullopt : layoutSet();
+    if (set && *set != "auto") return layout("keyboard.layout", *set);
     if (!options.layout && !set && config_.layout != "auto" && findLayout(config_.layout))
         return layout("layout", config_.layout);
     if (auto system = systemLayout(options)) return withBases(std::move(*system));

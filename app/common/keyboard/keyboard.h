@@ -60,6 +60,8 @@ class Keyboards {
   private:
     std::optional<tapcore::Layout> findLayout(const std::string& id) const;
     std::optional<tapcore::Layout> systemLayout(const KeyboardOptions& options) const;
+    /// What the settings say, when it can be used.
+    std::optional<std::string> layoutSet() const;
     LegendSet withBases(tapcore::Layout layout) const;
     tapcore::DayFile lastDay() const;
 

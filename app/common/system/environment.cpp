@@ -6,8 +6,12 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
+#include <set>
 #include <system_error>
+#include <utility>
 
+#include "app/common/program.h"
 #include "app/common/system/host_clock.h"
 
 namespace tappora {
@@ -25,6 +29,15 @@ std::size_t terminalColumns() {
 }
 
 }  // namespace
+
+Tell tellingOnce(Tell tell) {
+    const auto told = std::make_shared<std::set<std::string>>();
+    return [=](const std::string& warning) {
+        if (told->insert(warning).second) tell(warning);
+    };
+}
+
+Tell complainingOnce() { return tellingOnce(complain); }
 
 Environment hostEnvironment() {
     return {.variable = [](const std::string& name) -> std::optional<std::string> {

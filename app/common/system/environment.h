@@ -10,6 +10,14 @@
 
 namespace tappora {
 
+/// Says a warning to the user.
+using Tell = std::function<void(const std::string& warning)>;
+
+/// Says each warning once, however often it is given.
+Tell tellingOnce(Tell tell);
+/// The same, on standard error.
+Tell complainingOnce();
+
 /// What a program takes from the world around it, handed in so that tests can hand in another.
 struct Environment {
     std::function<std::optional<std::string>(const std::string& name)> variable;
@@ -18,6 +26,7 @@ struct Environment {
     bool onTerminal = false;             ///< whether a person reads standard output on a terminal
     std::size_t columns = 0;             ///< of that terminal; 0 where it does not tell
     std::filesystem::path program = {};  ///< the file that is running
+    Tell warn = complainingOnce();       ///< of what is wrong with what is read, and can be passed over
 };
 
 /// The real one.

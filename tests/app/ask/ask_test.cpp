@@ -328,9 +328,9 @@ TEST_F(Ask, SpeaksTheUsersLanguage) {
     EXPECT_EQ(sent(0)["messages"][0]["content"], "Wie war meine Woche?");
     EXPECT_THAT(sent(0)["system"][0]["text"].get<std::string>(), HasSubstr("Always answer in German, even"));
     home.put("config/tappora/settings.json", R"({"language": "xx"})");
-    EXPECT_EQ(ask({"Hello?"}), 1);
+    ask({"Hello?", "--show", "--provider", "claude"});
     EXPECT_THAT(program->errors(),
-                HasSubstr("language: no such language: xx; use system, de, en, es, fr, ru or uk"));
+                HasSubstr("language: no such language: xx; use system, de, en, es, fr, ru or uk; the default"));
 }
 
 TEST_F(Ask, TakesKeysFromFilesThatAreTheUsersAlone) {

@@ -17,7 +17,7 @@ TEST(Settings, ChangesMadeByManyProcessesAtOnceAllStand) {
     constexpr int processes = 16;
     const tapcore::TemporaryFolder home;
     const Environment environment = environmentWith({{"XDG_CONFIG_HOME", home.path()}});
-    const auto keyOf = [](int process) { return "key." + std::to_string(process); };
+    const auto keyOf = [](int process) { return "practice.opened.en." + std::to_string(process); };
     for (int process = 0; process < processes; ++process) {
         if (::fork() != 0) continue;
         Settings::change(environment, [&](Settings& all) { all.setInteger(keyOf(process), process); });
