@@ -57,8 +57,8 @@ void readOptions(CommandLine& line, AskOptions& options) {
     line.flag("--show", options.shows, "Print exactly what would be sent, and send nothing");
     line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
     line.flag("--models", options.listsModels, "List the models to choose from");
-    line.flag("--continue", options.goesOn, "Continue the current conversation");
-    line.flag("--new", options.startsAnew, "Archive the current conversation and start another");
+    line.flag("--continue", options.continues, "Continue the current conversation");
+    line.flag("--new", options.startsNew, "Archive the current conversation and start another");
     addFolderOptions(line, options.folder);
     line.parse();
     check(options);

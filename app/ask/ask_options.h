@@ -21,8 +21,8 @@ struct AskOptions {
     bool shows = false;
     bool showsTools = false;
     bool listsModels = false;
-    bool goesOn = false;
-    bool startsAnew = false;
+    bool continues = false;
+    bool startsNew = false;
     FolderOptions folder;
 };
 

@@ -17,7 +17,7 @@ tapcore::ChatFile KeptConversation::read() const {
     return LockedStore(folder_, environment_).store.readChat();
 }
 
-void KeptConversation::shelve() const {
+void KeptConversation::archive() const {
     const LockedStore own(folder_, environment_);
     const Environment current = atThisMoment(environment_);
     own.store.shelveChat(current.now, current.calendar);

@@ -10,7 +10,7 @@ namespace tappora {
 
 struct Environment;
 
-/// The conversation under way in the data folder.
+/// The current conversation, which is kept in the data folder.
 class KeptConversation {
   public:
     /// What is given must outlive it.
@@ -20,8 +20,8 @@ class KeptConversation {
     tapcore::ChatFile read() const;
     /// Adds a question and its answer.
     void add(const std::string& question, const Answer& answer) const;
-    /// Puts it among the earlier ones.
-    void shelve() const;
+    /// Archives it: the next question begins another one.
+    void archive() const;
 
   private:
     const FolderOptions& folder_;

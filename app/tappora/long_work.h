@@ -29,7 +29,7 @@ class LongWork {
     void show(std::size_t done, std::size_t total);
     void takeLineAway();
 
-    Interruption interruption_{Interruption::Waiting::goesOn};
+    Interruption interruption_{Interruption::Blocked::goesOn};
     std::string what_;
     bool onTerminal_;
     std::size_t shown_ = 0;  ///< the last whole per cent shown, from 1

@@ -15,11 +15,11 @@ volatile std::sig_atomic_t requested = 0;
 void note(int) { requested = 1; }
 
 /// Has a signal noted, unless it is ignored. What happened before.
-struct sigaction noted(int signal, Interruption::Waiting waiting) {
+struct sigaction noted(int signal, Interruption::Blocked blocked) {
     struct sigaction before {};
     struct sigaction action {};
     action.sa_handler = note;
-    action.sa_flags = waiting == Interruption::Waiting::goesOn ? SA_RESTART : 0;
+    action.sa_flags = blocked == Interruption::Blocked::goesOn ? SA_RESTART : 0;
     ::sigaction(signal, nullptr, &before);
     if (before.sa_handler != SIG_IGN) ::sigaction(signal, &action, nullptr);
     return before;
@@ -49,10 +49,10 @@ std::optional<int> SignalQueue::next() const {
     return static_cast<int>(info.ssi_signo);
 }
 
-Interruption::Interruption(Waiting waiting) {
+Interruption::Interruption(Blocked blocked) {
     requested = 0;
-    onInterrupt_ = noted(SIGINT, waiting);
-    onTermination_ = noted(SIGTERM, waiting);
+    onInterrupt_ = noted(SIGINT, blocked);
+    onTermination_ = noted(SIGTERM, blocked);
 }
 
 Interruption::~Interruption() {

@@ -30,10 +30,10 @@ class SignalQueue {
 /// to ignore stays ignored. One at a time.
 class Interruption {
   public:
-    /// What a system call does that is waiting when such a signal comes.
-    enum class Waiting { ends, goesOn };
+    /// What a blocked system call, such as one that waits for input, does when such a signal comes.
+    enum class Blocked { ends, goesOn };
 
-    explicit Interruption(Waiting waiting);
+    explicit Interruption(Blocked blocked);
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
     ~Interruption();

@@ -7,20 +7,20 @@
 namespace tappora {
 namespace {
 
-using Waiting = Interruption::Waiting;
+using Blocked = Interruption::Blocked;
 
 TEST(Interruption, NotesASignalAndLeavesAloneOneThatWasIgnored) {
     const auto atFirst = std::signal(SIGTERM, SIG_IGN);
     std::signal(SIGINT, SIG_IGN);
     {
-        const Interruption interruption(Waiting::goesOn);
+        const Interruption interruption(Blocked::goesOn);
         std::raise(SIGINT);
         EXPECT_FALSE(Interruption::isRequested()) << "started in the background, where Ctrl-C is not meant";
         std::signal(SIGINT, SIG_DFL);
     }
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN) << "put back";
     {
-        const Interruption interruption(Waiting::ends);
+        const Interruption interruption(Blocked::ends);
         EXPECT_FALSE(Interruption::isRequested());
         std::raise(SIGINT);
         EXPECT_TRUE(Interruption::isRequested());
