@@ -8,12 +8,12 @@
 namespace tappora {
 
 /// What a piece of text on the screen is, whatever a terminal can do to show it.
-enum class Style {
+enum class SpanStyle {
     plain,
     faint,
     strong,
     right,      ///< typed
-    mended,     ///< typed after a miss
+    corrected,  ///< typed after a miss
     wrong,      ///< missed and not put right
     next,       ///< to be typed next
     nextWrong,  ///< the same, just missed
@@ -30,7 +30,7 @@ enum class Style {
 /// A piece of a line.
 struct Span {
     std::string text;
-    Style style = Style::plain;
+    SpanStyle style = SpanStyle::plain;
 
     bool operator==(const Span&) const = default;
 };

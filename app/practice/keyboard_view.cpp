@@ -37,18 +37,18 @@ std::optional<std::size_t> lineOf(const Board::Key& key) {
     }
 }
 
-Style styleOf(Board::Finger finger) {
+SpanStyle styleOf(Board::Finger finger) {
     switch (finger) {
         case Board::Finger::pinky:
-            return Style::pinky;
+            return SpanStyle::pinky;
         case Board::Finger::ring:
-            return Style::ring;
+            return SpanStyle::ring;
         case Board::Finger::middle:
-            return Style::middle;
+            return SpanStyle::middle;
         case Board::Finger::index:
-            return Style::index;
+            return SpanStyle::index;
         default:
-            return Style::thumb;
+            return SpanStyle::thumb;
     }
 }
 
@@ -144,7 +144,7 @@ std::optional<std::vector<FrameLine>> KeyboardView::drawn(std::size_t columnsOfU
         std::size_t& end = ends[key.row];
         const std::size_t start = std::max(middle - std::min(middle, width / 2), end);
         lines[key.row].push_back({std::string(start - end, ' ')});
-        lines[key.row].push_back({face, &key == next ? Style::next : styleOf(key.finger)});
+        lines[key.row].push_back({face, &key == next ? SpanStyle::next : styleOf(key.finger)});
         end = start + width;
         if (end > columns) return std::nullopt;
     }

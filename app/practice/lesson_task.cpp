@@ -6,7 +6,7 @@
 
 #include "app/common/command_line/records_json.h"
 #include "app/common/program.h"
-#include "app/practice/history.h"
+#include "app/practice/figures.h"
 #include "app/practice/tasks.h"
 #include "core/practice/lesson_plan.h"
 

@@ -14,7 +14,4 @@ namespace tappora {
 Frame lessonFrame(const Trainer& trainer, const KeyboardView& keyboard, const std::string& notice,
                   const ScreenShape& shape);
 
-/// The finished lesson's review.
-Frame reviewFrame(const Trainer& trainer, const std::string& notice, const ScreenShape& shape);
-
 }  // namespace tappora

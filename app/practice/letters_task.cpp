@@ -7,8 +7,7 @@
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
-#include "app/practice/history.h"
-#include "app/practice/practice_text.h"
+#include "app/practice/figures.h"
 #include "app/practice/tasks.h"
 #include "core/foundation/language_rules.h"
 #include "core/practice/lesson_plan.h"
@@ -80,11 +79,9 @@ std::string stateText(LetterState state) {
 
 std::string rowText(const LetterRow& row, const Terminal& terminal) {
     const LetterStats& stats = row.total;
-    const std::string speed = stats.timed > 0 ? std::to_string(PracticeRules::wpm(stats)) : "-";
-    const std::string right = stats.presses + stats.misses > 0 ? percent(stats.accuracy()) : "-";
-    const std::string line =
-        fmt::format("  {}       {:<11}  {}  {:>6}  {:>5}  {:>6}  {:>4}\n", row.letter, stateText(row.state),
-                    bar(row.progress, terminal.unicode), stats.timed, speed, right, stats.days);
+    const std::string line = fmt::format("  {}       {:<11}  {}  {:>6}  {:>5}  {:>6}  {:>4}\n", row.letter,
+                                         stateText(row.state), bar(row.progress, terminal.unicode),
+                                         stats.timed, speedText(stats), accuracyText(stats), stats.days);
     return row.state == LetterState::notStarted ? terminal.faint(line) : line;
 }
 

@@ -29,7 +29,7 @@ void practise(CommandLine& line, const Environment& environment) {
         [&](auto& task) { addLettersOptions(task, options); }, [&] { printLetters(options, environment); });
     line.task(
         "record", "Print your practice of today, of the last 7 days and at its best",
-        "tappora practice record", [&](auto& task) { addRecordOptions(task, options); },
+        "tappora practice record", [&](auto& task) { addPracticeRecordOptions(task, options); },
         [&] { printRecord(options, environment); });
     line.perform([&] {
         if (options.json) printPlan(options, environment);

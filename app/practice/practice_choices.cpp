@@ -91,7 +91,7 @@ LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
     const Keyboards keyboards(environment, store);
     LegendSet own = keyboards.chosenLayout(options.keyboard);
     if (options.keyboard.layout) return own;
-    PracticeLayout::Settings set;
+    PracticeLayout::LayoutByLanguage set;
     if (const auto layout = settings.text(layoutKey(model.language))) set[model.language] = *layout;
     if (set.empty() && PracticeLayout::types(model.order, own.legends)) return own;
     const auto legends = allLegends(environment, store, own);
@@ -196,7 +196,7 @@ void addLettersOptions(CommandSyntax& command, PracticeOptions& options) {
     addJson(command, options);
 }
 
-void addRecordOptions(CommandSyntax& command, PracticeOptions& options) {
+void addPracticeRecordOptions(CommandSyntax& command, PracticeOptions& options) {
     addFolderOptions(command, options.folder);
     addGoal(command, options);
     addJson(command, options);

@@ -41,7 +41,7 @@ struct PracticeOptions {
 void addPracticeOptions(CommandSyntax& command, PracticeOptions& options);
 void addLessonOptions(CommandSyntax& command, PracticeOptions& options);
 void addLettersOptions(CommandSyntax& command, PracticeOptions& options);
-void addRecordOptions(CommandSyntax& command, PracticeOptions& options);
+void addPracticeRecordOptions(CommandSyntax& command, PracticeOptions& options);
 
 /// The letter model of a language: of the one the options name, else the settings ("practice.language"), else
 /// the locale's when there is a model of it, else English. Failure or UsageError when there is no model that

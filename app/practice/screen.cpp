@@ -2,7 +2,6 @@
 
 #include <curses.h>
 #include <fmt/format.h>
-#include <langinfo.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <term.h>
@@ -13,10 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <clocale>
 #include <csignal>
-#include <cstdio>
-#include <cwchar>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -24,8 +20,8 @@
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
-#include "app/common/terminal/terminal.h"
-#include "core/foundation/characters.h"
+#include "app/practice/screen_locale.h"
+#include "app/practice/span_look.h"
 
 // Macros of terminal capabilities that clash with our own names.
 #undef columns
@@ -34,83 +30,9 @@
 namespace tappora {
 namespace {
 
-// Colour pairs, beyond 0, which is the terminal's own.
-enum Pair : short { own, green, yellow, red, magenta, cyan, blue };
-
-constexpr std::pair<Pair, short> pairs[] = {{green, COLOR_GREEN}, {yellow, COLOR_YELLOW},
-                                            {red, COLOR_RED},     {magenta, COLOR_MAGENTA},
-                                            {cyan, COLOR_CYAN},   {blue, COLOR_BLUE}};
-
-/// How a style looks without colours, and with them.
-struct Look {
-    attr_t plain = A_NORMAL;
-    attr_t coloured = A_NORMAL;
-    Pair pair = own;
-};
-
-Look lookOf(Style style) {
-    switch (style) {
-        case Style::plain:
-            return {};
-        case Style::faint:
-            return {A_DIM, A_DIM, own};
-        case Style::strong:
-            return {A_BOLD, A_BOLD, own};
-        case Style::right:
-            return {A_DIM, A_NORMAL, green};
-        case Style::mended:
-            return {A_UNDERLINE, A_UNDERLINE, yellow};
-        case Style::wrong:
-            return {A_BOLD | A_UNDERLINE, A_BOLD | A_UNDERLINE, red};
-        case Style::next:
-            return {A_REVERSE, A_REVERSE, own};
-        case Style::nextWrong:
-            return {A_REVERSE | A_BOLD | A_UNDERLINE, A_REVERSE | A_BOLD, red};
-        case Style::learning:
-            return {A_NORMAL, A_NORMAL, yellow};
-        case Style::learned:
-            return {A_BOLD, A_NORMAL, green};
-        case Style::slipping:
-            return {A_UNDERLINE, A_NORMAL, magenta};
-        case Style::pinky:
-            return {A_NORMAL, A_NORMAL, magenta};
-        case Style::ring:
-            return {A_NORMAL, A_NORMAL, blue};
-        case Style::middle:
-            return {A_NORMAL, A_NORMAL, green};
-        case Style::index:
-            return {A_NORMAL, A_NORMAL, cyan};
-        case Style::thumb:
-            return {A_UNDERLINE, A_UNDERLINE, own};
-    }
-    return {};
-}
-
 bool wantsColours(const Environment& environment) {
     const auto refusal = environment.variable("NO_COLOR");
     return !(refusal && !refusal->empty());
-}
-
-bool isUtf8() { return std::string_view(nl_langinfo(CODESET)) == "UTF-8"; }
-
-std::u32string scalarsOf(std::string_view text) {
-    std::u32string scalars;
-    while (!text.empty()) {
-        scalars += tapcore::firstScalar(text);
-        text.remove_prefix(std::min(tapcore::utf8(scalars.back()).size(), text.size()));
-    }
-    return scalars;
-}
-
-/// Whether the locale's character set has all of a text.
-bool hasAll(const std::string& text) {
-    std::array<char, 64> bytes{};
-    const std::u32string scalars = scalarsOf(text);
-    return std::all_of(scalars.begin(), scalars.end(), [&](char32_t scalar) {
-        std::mbstate_t state{};
-        return std::wcrtomb(bytes.data(), static_cast<wchar_t>(scalar), &state) !=
-               static_cast<std::size_t>(-1);
-    });
 }
 
 ScreenEvent::Kind kindOf(int signal) {
@@ -147,17 +69,6 @@ void fitToTerminal() {
 std::int64_t steadyMilliseconds() {
     using namespace std::chrono;
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
-
-void useLocale(const Environment& environment, const std::vector<std::string>& letters) {
-    // A locale that is named but not installed still tells which text the terminal takes.
-    if (std::setlocale(LC_CTYPE, "") == nullptr && Terminal::of(environment).unicode)
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    const auto missing = std::find_if_not(letters.begin(), letters.end(), hasAll);
-    if (missing != letters.end())
-        throw Failure("LANG",
-                      fmt::format("the character set of this locale, {}, has no \"{}\"; try LANG=C.UTF-8",
-                                  nl_langinfo(CODESET), *missing));
 }
 
 class Screen::Implementation {
@@ -224,7 +135,7 @@ void Screen::Implementation::startColours(const Environment& environment) {
     if (!has_colors() || !wantsColours(environment)) return;
     start_color();
     const short background = use_default_colors() == OK ? -1 : COLOR_BLACK;
-    for (const auto& [pair, colour] : pairs) init_pair(pair, colour, background);
+    defineColours(background);
     hasColours_ = true;
 }
 
@@ -232,15 +143,14 @@ std::optional<int> Screen::Implementation::paint(const FrameLine& line, int at) 
     std::optional<int> cursor;
     move(at, 0);
     for (const Span& span : line) {
-        const bool isNext = span.style == Style::next || span.style == Style::nextWrong;
+        const bool isNext = span.style == SpanStyle::next || span.style == SpanStyle::nextWrong;
         if (isNext && !cursor) cursor = getcurx(stdscr);
-        const Look look = lookOf(span.style);
-        attr_set(hasColours_ ? look.coloured : look.plain, hasColours_ ? look.pair : own, nullptr);
-        std::wstring wide;
-        for (const char32_t scalar : scalarsOf(span.text)) wide += static_cast<wchar_t>(scalar);
+        const SpanLook look = lookOf(span.style);
+        attr_set(hasColours_ ? look.coloured : look.plain, hasColours_ ? look.pair : 0, nullptr);
+        const std::wstring wide = wideText(span.text);
         addnwstr(wide.c_str(), static_cast<int>(wide.size()));
     }
-    attr_set(A_NORMAL, own, nullptr);
+    attr_set(A_NORMAL, 0, nullptr);
     return cursor;
 }
 
@@ -301,7 +211,7 @@ Screen::~Screen() = default;
 ScreenShape Screen::shape() const {
     return {.lines = static_cast<std::size_t>(std::max(LINES, 1)),
             .columns = static_cast<std::size_t>(std::max(COLS, 1)),
-            .unicode = isUtf8()};
+            .unicode = takesUnicode()};
 }
 
 void Screen::show(const Frame& frame) {

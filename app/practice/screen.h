@@ -14,10 +14,6 @@ namespace tappora {
 /// Milliseconds of a clock that only runs forwards.
 std::int64_t steadyMilliseconds();
 
-/// Has the C library take text for what the environment's locale says. Failure, saying what to set, when that
-/// has not all of these letters.
-void useLocale(const Environment& environment, const std::vector<std::string>& letters);
-
 /// The whole terminal, for as long as this lives; afterwards it is as it was. One at a time. The signals that
 /// end or stop programs come as events, and so does what the terminal tells of its window's focus.
 class Screen {

@@ -19,8 +19,9 @@ std::ptrdiff_t keysInCommon(const Legends& one, const Legends& other) {
 
 }  // namespace
 
-PracticeLayout::Settings PracticeLayout::setting(const std::string& layout, const std::string& language,
-                                                 Settings settings) {
+PracticeLayout::LayoutByLanguage PracticeLayout::setting(const std::string& layout,
+                                                         const std::string& language,
+                                                         LayoutByLanguage settings) {
     if (layout == own) settings.erase(language);
     else settings[language] = layout;
     return settings;
@@ -34,7 +35,7 @@ std::vector<std::string> PracticeLayout::choices(const std::vector<std::string>&
 }
 
 std::string PracticeLayout::pick(const std::string& language, const std::vector<std::string>& letters,
-                                 const std::string& chosen, const Settings& settings,
+                                 const std::string& chosen, const LayoutByLanguage& settings,
                                  const LegendsByLayout& legends) {
     const auto set = settings.find(language);
     if (set != settings.end() && legends.contains(set->second)) return set->second;

@@ -18,11 +18,11 @@ namespace PracticeLayout {
 /// The setting that stands for the layout the user's keyboard has anyway.
 inline constexpr std::string_view own = "own";
 
-using Settings = std::map<std::string, std::string>;     ///< a layout id for each language that has one
+using LayoutByLanguage = std::map<std::string, std::string>;  ///< a layout id for each language that has one
 using LegendsByLayout = std::map<std::string, Legends>;  ///< the legends of a layout, its bases' included
 
 /// The settings with one more choice: a layout for a language. `own` removes its choice.
-Settings setting(const std::string& layout, const std::string& language, Settings settings);
+LayoutByLanguage setting(const std::string& layout, const std::string& language, LayoutByLanguage settings);
 
 /// The layouts to offer for a language of these letters: `own`, then those that type it.
 std::vector<std::string> choices(const std::vector<std::string>& letters, const LegendsByLayout& legends);
@@ -31,7 +31,7 @@ std::vector<std::string> choices(const std::vector<std::string>& letters, const 
 /// (`chosen`) when it types the language or nothing does; else, of those that do, the one with most keys
 /// in common with the keyboard's own, and the first of equals.
 std::string pick(const std::string& language, const std::vector<std::string>& letters,
-                 const std::string& chosen, const Settings& settings, const LegendsByLayout& legends);
+                 const std::string& chosen, const LayoutByLanguage& settings, const LegendsByLayout& legends);
 
 /// The layouts that type these letters, by id.
 std::vector<std::string> fitting(const std::vector<std::string>& letters, const LegendsByLayout& legends);

@@ -17,7 +17,7 @@ TEST(PracticeLayout, TakesTheLayoutSetElseTheKeyboardsElseOneThatFits) {
         const char* what;
         std::vector<std::string> letters;
         const char* chosen;
-        PracticeLayout::Settings settings;
+        PracticeLayout::LayoutByLanguage settings;
         const char* picked;
     } cases[] = {
         {"the keyboard's own", {"a", "e"}, "qwerty", {}, "qwerty"},
@@ -34,9 +34,10 @@ TEST(PracticeLayout, TakesTheLayoutSetElseTheKeyboardsElseOneThatFits) {
 }
 
 TEST(PracticeLayout, KeepsOneChoiceForALanguage) {
-    const PracticeLayout::Settings one = PracticeLayout::setting("qwertz", "de", {{"fr", "azerty"}});
-    EXPECT_EQ(one, (PracticeLayout::Settings{{"de", "qwertz"}, {"fr", "azerty"}}));
-    EXPECT_EQ(PracticeLayout::setting("own", "de", one), (PracticeLayout::Settings{{"fr", "azerty"}}));
+    const PracticeLayout::LayoutByLanguage one = PracticeLayout::setting("qwertz", "de", {{"fr", "azerty"}});
+    EXPECT_EQ(one, (PracticeLayout::LayoutByLanguage{{"de", "qwertz"}, {"fr", "azerty"}}));
+    EXPECT_EQ(PracticeLayout::setting("own", "de", one),
+              (PracticeLayout::LayoutByLanguage{{"fr", "azerty"}}));
 }
 
 TEST(KeyStroke, PrefersTheKeyWithoutShiftAndNeverTheNumberPad) {
