@@ -1,3 +1,6 @@
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <optional>
 #include <string>
 
@@ -47,14 +50,16 @@ void declareConvert(CommandSyntax& task, Asked& asked) {
 }
 
 void declareReset(CommandSyntax& task, Asked& asked) {
-    task.option("WHAT", asked.what, "What to forget").type("heatmap|shortcuts|practice").required();
+    task.option("WHAT", asked.what, "What to forget")
+        .type(fmt::format("{}", fmt::join(resetChoices(), "|")))
+        .required();
     task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);
 }
 
 void declareClear(CommandSyntax& task, Asked& asked) {
     task.option("WHAT", asked.what, "What to remove: a day (YYYY-MM-DD), all counts or everything")
-        .type("DATE|counts|all")
+        .type(fmt::format("{}", fmt::join(clearChoices(), "|")))
         .required();
     task.flag("--yes", asked.yes, "Do not ask for confirmation");
     declareFolder(task, asked);

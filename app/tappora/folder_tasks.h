@@ -2,6 +2,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "core/files/store.h"
 
 namespace tappora {
 
@@ -22,10 +25,19 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
 /// Prints a line for each finding, and fails when there is one.
 void checkDataFolder(const FolderOptions& options, const Environment& environment, bool json);
 
-// These destroy, and ask first unless `yes`.
+// These destroy, and ask first unless `yes`. `what` is one of the choices, or a date for clearing a day.
+std::vector<std::string> resetChoices();
+std::vector<std::string> clearChoices();
 void resetFolder(const std::string& what, bool yes, const FolderOptions& options,
                  const Environment& environment);
 void clearFolder(const std::string& what, bool yes, const FolderOptions& options,
                  const Environment& environment);
+
+// What several of them need.
+
+/// This machine's own files alone.
+tapcore::Store ownPart(const tapcore::Store& store);
+/// Fails when a folder of this machine cannot be listed: nobody could tell what was done there.
+void requireListable(const tapcore::Store& store);
 
 }  // namespace tappora

@@ -60,7 +60,7 @@ void readRows(std::string_view text, Record& record, const RowReader<Record> (&r
 
 /// What a record of that kind cannot use of a file's text.
 template <class Record>
-std::vector<SkippedRow> leftOutOf(std::string_view text) {
+std::vector<SkippedRow> skippedRowsOf(std::string_view text) {
     std::vector<SkippedRow> skipped;
     (void)Record(text, &skipped);
     return skipped;
