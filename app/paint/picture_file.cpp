@@ -1,6 +1,6 @@
 #include "app/paint/picture_file.h"
 
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"

@@ -1,92 +1,21 @@
+#include "widgets/bundle.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
-#include <nlohmann/json.hpp>
 
-#include "core/keyboard/heat_ramp.h"
 #include "drawing/accessibility.h"
-#include "drawing/painter.h"
-#include "tests/support/temporary_folder.h"
-#include "widgets/bundle.h"
-#include "widgets/heat_board.h"
-#include "widgets/provider.h"
-#include "widgets/views.h"
+#include "tests/widgets/sample.h"
 
 namespace tapwidgets {
 namespace {
 
-using namespace std::chrono_literals;
 using drawing::Element;
-using tapcore::MapColor;
 using tapcore::WidgetSnapshot;
 using tapcore::Words;
 using testing::ElementsAre;
-
-constexpr tapcore::Instant tenOClock = std::chrono::sys_days(std::chrono::year(2026) / 9 / 20) + 10h;
-const Words english = Words::load(RESOURCES "/Words", "en");
-const Words german = Words::load(RESOURCES "/Words", "de");
-const drawing::TextWidth measured = drawing::systemTextWidth();
-
-WidgetSnapshot sample() {
-    WidgetSnapshot snapshot;
-    snapshot.day = "2026-09-20";
-    snapshot.today = 12345;
-    snapshot.byHour = {(1LL << 53) + 1, 1500};
-    snapshot.comparison = -7;
-    snapshot.week = {{"Sa", 1000, false}, {"So", 12345, true}};
-    snapshot.boardName = "Acme Two";
-    snapshot.bounds = tapcore::Board::Rect{1, 2, 2, 1};
-    snapshot.heat = {{.x = 1, .y = 2, .w = 1, .h = 1, .step = 3}, {.x = 2, .y = 2, .w = 1, .h = 1, .r = 90}};
-    snapshot.language = "de";
-    return snapshot;
-}
-
-TEST(Provider, GivesTodaysSnapshotAndNoOther) {
-    const tapcore::TemporaryFolder folder;
-    const WidgetSnapshot::SharedFolders places{{}, folder.path()};
-    const Provider provider(
-        Provider::groupID({{"PellotGroupID", 5}}), places, [] { return tenOClock; },
-        tapcore::Calendar("UTC"));
-    const std::string whole = sample().data();
-    std::string yesterday = whole;
-    yesterday.replace(yesterday.find("2026-09-20"), 10, "2026-09-19");
-    EXPECT_EQ(provider.read(), std::nullopt);
-    for (const std::string& text :
-         {yesterday, whole.substr(0, 90), std::string(), std::string(17 << 20, ' ') + whole}) {
-        folder.put("Tappora/widget.json", text);
-        EXPECT_EQ(provider.read(), std::nullopt) << text.substr(0, 100);
-    }
-    folder.put("Tappora/widget.json", "{\"later\":[1]," + whole.substr(1));
-    EXPECT_EQ(provider.getTimeline(), (Timeline{{{tenOClock, sample()}}, {tenOClock + 15min}}));
-    EXPECT_EQ(provider.placeholder(), (Entry{tenOClock, std::nullopt}));
-    std::filesystem::remove(folder / "Tappora/widget.json");
-    std::filesystem::create_directory(folder / "Tappora/widget.json");
-    EXPECT_EQ(provider.getSnapshot(), (Entry{tenOClock, std::nullopt}));
-}
-
-TEST(Provider, KnowsTheDayByTheZonesMidnight) {
-    const tapcore::TemporaryFolder folder;
-    folder.put("Tappora/widget.json", sample().data());
-    const auto isShown = [&](tapcore::Instant moment) {
-        const WidgetSnapshot::SharedFolders places{{}, folder.path()};
-        const tapcore::Calendar berlin("Europe/Berlin");
-        return Provider(
-                   {}, places, [=] { return moment; }, berlin)
-            .read()
-            .has_value();
-    };
-    EXPECT_FALSE(isShown(tenOClock - 12h - 1s));
-    EXPECT_TRUE(isShown(tenOClock - 12h));
-    EXPECT_TRUE(isShown(tenOClock + 12h - 1s));
-    EXPECT_FALSE(isShown(tenOClock + 12h));
-}
-
-TEST(Provider, TakesTheGroupFromTheInformationWhenItIsAText) {
-    EXPECT_EQ(Provider::groupID({{"PellotGroupID", "ours"}}), "ours");
-    EXPECT_EQ(Provider::groupID({{"PellotGroupID", true}}), std::nullopt);
-    EXPECT_EQ(Provider::groupID(nlohmann::json::array()), std::nullopt);
-}
 
 const Widget& widget(std::string_view kind) {
     return *std::find_if(bundle.begin(), bundle.end(), [&](const Widget& each) { return each.kind == kind; });
@@ -154,31 +83,6 @@ TEST(Widgets, DimTheDaysThatAreNotToday) {
     const std::string text = drawing::svg(shown, {}, [](auto, const auto&) { return 10.0; });
     EXPECT_EQ(text.find("fill-opacity=\"0.55\""), text.rfind("fill-opacity=\"0.55\""));
     EXPECT_NE(text.find("fill-opacity=\"0.55\""), text.npos);
-}
-
-TEST(HeatBoard, ColoursStepsByTheRampOrByOpacity) {
-    using drawing::Colour;
-    using drawing::RenderingMode;
-    const auto alpha = [](std::int64_t step, RenderingMode mode) {
-        return resolved(heatStyle(step, MapColor::teal), {.mode = mode, .accent = Colour{}}).alpha;
-    };
-    const auto [red, green, blue] = tapcore::HeatRamp::rgb({0.5, (0.6 * 0.82 + 0.12) * 0.85, 1 - 0.6 * 0.58});
-    EXPECT_EQ(resolved(heatStyle(3, MapColor::teal), {}), (Colour{red, green, blue}));
-    for (const auto& [step, opacity] : {std::pair{-9, 0.08}, {0, 0.08}, {1, 0.36}, {5, 1.0}, {99, 1.0}}) {
-        EXPECT_DOUBLE_EQ(alpha(step, RenderingMode::accented), opacity);
-        EXPECT_DOUBLE_EQ(alpha(step, RenderingMode::vibrant), 0.88 * opacity);
-    }
-}
-
-TEST(HeatBoard, FitsTheRoomInItsMiddleAndTurnsAKeyAboutItsCorner) {
-    const HeatBoard board{sample().heat, *sample().bounds, "Board", MapColor::usual};
-    const drawing::Node node = board.drawing({0, 0, 100, 80});
-    const auto& whole = std::get<drawing::Group>(node.content);
-    EXPECT_EQ(whole.transform, drawing::Transform::moved(0, 15));
-    const auto& turned = std::get<drawing::Group>(whole.children[1].content);
-    const drawing::Point bottomRight = turned.transform({50, 50});
-    EXPECT_NEAR(bottomRight.x, 0, 1e-9);
-    EXPECT_NEAR(bottomRight.y, 50, 1e-9);
 }
 
 TEST(Widgets, AreDrawnWhateverTheNumbers) {
