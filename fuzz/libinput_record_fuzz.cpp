@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/recorder/libinput_record_reader.h"
+#include "app/recorder/recording_file.h"
 #include "fuzz/count_recording.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

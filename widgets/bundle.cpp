@@ -48,10 +48,6 @@ const std::array<Widget, 4> bundle = {
     configuration<WeekWidget>("TapWeek", "week", smallAndMedium),
 };
 
-bool Widget::has(Family family) const {
-    return std::find(families.begin(), families.end(), family) != families.end();
-}
-
 drawing::Picture picture(const Widget& widget, const Entry& entry, Family family, const Texts& texts) {
     const drawing::Size size = sizeOf(family);
     const drawing::Size room{size.width - 2 * margin, size.height - 2 * margin};

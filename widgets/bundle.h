@@ -27,7 +27,6 @@ struct Widget {
     /// The keys of the texts that the system shows of it.
     std::string nameKey() const { return "widget." + std::string(name); }
     std::string aboutKey() const { return nameKey() + "_about"; }
-    bool has(Family family) const;
 };
 
 /// All of them, in the order that they are offered.

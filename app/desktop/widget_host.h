@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "app/common/folder/attempt.h"
 #include "app/common/folder/folder_watch.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/alarm.h"
 #include "app/common/system/environment.h"

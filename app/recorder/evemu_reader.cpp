@@ -1,4 +1,4 @@
-#include "app/recorder/evemu_reader.h"
+#include "app/recorder/recording_file.h"
 
 #include <optional>
 

@@ -10,7 +10,7 @@
 
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/folder_lock.h"
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/recorder/day_book.h"

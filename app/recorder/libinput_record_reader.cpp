@@ -1,4 +1,4 @@
-#include "app/recorder/libinput_record_reader.h"
+#include "app/recorder/recording_file.h"
 
 #include <linux/input.h>
 #include <yaml-cpp/yaml.h>

@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "app/common/folder/attempt.h"
+#include "app/common/folder/tell.h"
 #include "app/common/folder/practice_lock.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"

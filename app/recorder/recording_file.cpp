@@ -9,8 +9,6 @@
 
 #include "app/common/program.h"
 #include "app/common/system/file_text.h"
-#include "app/recorder/evemu_reader.h"
-#include "app/recorder/libinput_record_reader.h"
 #include "app/recorder/text_walkers.h"
 #include "core/foundation/file_io.h"
 

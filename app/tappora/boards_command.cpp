@@ -5,7 +5,7 @@
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"

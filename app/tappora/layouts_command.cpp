@@ -7,7 +7,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/harmless_text.h"
 #include "app/common/keyboard/own_layouts.h"
 #include "app/common/program.h"

@@ -9,9 +9,9 @@
 #include <string>
 #include <system_error>
 
-#include "app/common/folder/attempt.h"
 #include "app/common/folder/folder_watch.h"
 #include "app/common/folder/settings.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/alarm.h"
 #include "app/common/system/environment.h"
@@ -43,7 +43,7 @@ tapcore::Instant nextHour(tapcore::Instant now, const tapcore::Calendar& calenda
 }
 
 /// What is to be waited for.
-struct Waits {
+struct WakeUps {
     SignalQueue signals{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
     FolderWatch folders;
     Alarm hour;
@@ -129,13 +129,13 @@ class Printer {
 }  // namespace
 
 void watchSnapshot(const FolderOptions& options, const Environment& environment) {
-    Waits waits;
-    Printer printer(waits.folders);
+    WakeUps wakeUps;
+    Printer printer(wakeUps.folders);
     printer.printFirst(options, environment);
     while (true) {
         const Environment current = atThisMoment(environment);
         const tapcore::Calendar& calendar = current.calendar;
-        if (waits.hour.set(nextHour(current.now, calendar)) && !waits.wait(printer.isStalled())) break;
+        if (wakeUps.hour.set(nextHour(current.now, calendar)) && !wakeUps.wait(printer.isStalled())) break;
         printer.printNext(options, atThisMoment(environment));
     }
 }

@@ -43,7 +43,7 @@ struct AssistantTools {
     };
 
     /// What the tool `summary` adds up.
-    struct Period {
+    struct PeriodFigures {
         Day first;
         Day last;
         std::int64_t days = 0;
@@ -83,9 +83,9 @@ struct AssistantTools {
 
     /// What `summary` says with these arguments as a record; or, as `run` gives it, why it cannot. Needs a
     /// store.
-    std::variant<Period, Output> period(const nlohmann::json& arguments) const;
+    std::variant<PeriodFigures, Output> period(const nlohmann::json& arguments) const;
     /// The same as text.
-    std::string text(const Period& period) const;
+    std::string text(const PeriodFigures& period) const;
 
     /// The data files of a folder in all places, relative to `base`, the newest first: those whose name so
     /// written contains a text. Folders that cannot be listed are named in `problems`, relative to `base`

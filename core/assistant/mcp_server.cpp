@@ -89,12 +89,12 @@ bool withdraw(json& value, const json& id) {
 
 struct Server::Implementation {
     /// A line that waits: what it holds, or why it cannot be read.
-    using Waiting = std::variant<json, Error>;
+    using Received = std::variant<json, Error>;
 
     explicit Implementation(Offer offered) : offer(std::move(offered)) {}
 
     Offer offer;
-    std::deque<Waiting> waiting;
+    std::deque<Received> waiting;
     std::optional<Revision> negotiated;  ///< by a handshake
     std::vector<json> subscriptions;     ///< the ids of those that are open
 

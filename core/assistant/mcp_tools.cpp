@@ -51,7 +51,7 @@ json content(const AssistantTools::Output& output) {
 json summary(const AssistantTools& tools, const json& arguments, Revision revision) {
     const auto period = tools.period(arguments);
     if (const auto* error = std::get_if<AssistantTools::Output>(&period)) return content(*error);
-    const auto& found = std::get<AssistantTools::Period>(period);
+    const auto& found = std::get<AssistantTools::PeriodFigures>(period);
     json result = content(toolText(tools.text(found)));
     if (revision >= Revision::r2025_06_18) result["structuredContent"] = periodJson(found, tools.legends);
     return result;

@@ -13,7 +13,7 @@
 namespace tapcore {
 namespace {
 
-using Period = AssistantTools::Period;
+using PeriodFigures = AssistantTools::PeriodFigures;
 
 std::string number(std::int64_t value) { return std::to_string(value); }
 
@@ -23,7 +23,7 @@ std::string listOf(const std::vector<std::string>& items) {
     return items.empty() ? "none" : joined(items, ", ");
 }
 
-std::string periodLine(const Period& period) {
+std::string periodLine(const PeriodFigures& period) {
     const auto typed = std::count_if(period.sum.byDay.begin(), period.sum.byDay.end(),
                                      [](const Summary::DayTotal& day) { return day.keystrokes >= 1; });
     return "Period " + period.first.description() + " to " + period.last.description() + ": " +
@@ -73,14 +73,15 @@ std::string daysLine(const Summary& summary) {
 
 }  // namespace
 
-std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohmann::json& arguments) const {
+std::variant<PeriodFigures, AssistantTools::Output> AssistantTools::period(
+    const nlohmann::json& arguments) const {
     const auto from = argument(arguments, "from");
     const auto to = argument(arguments, "to");
     for (const auto& given : {from, to})
         if (given && !Day::parse(*given))
             return toolError("Not a day: " + shortened(*given) + "; use YYYY-MM-DD.");
     const Calendar calendar("UTC");  // dates alone: no zone has a say in them
-    Period period;
+    PeriodFigures period;
     period.last = (to ? *Day::parse(*to) : today).adding(0, calendar);
     period.first = from ? Day::parse(*from)->adding(0, calendar) : period.last.adding(-6, calendar);
     if (period.first > period.last) return toolError("\"from\" is after \"to\".");
@@ -96,7 +97,7 @@ std::variant<Period, AssistantTools::Output> AssistantTools::period(const nlohma
     return period;
 }
 
-std::string AssistantTools::text(const Period& period) const {
+std::string AssistantTools::text(const PeriodFigures& period) const {
     const Summary& sum = period.sum;
     const std::vector<std::string> lines = {
         periodLine(period),     keyboardLine(sum),        mouseLine(sum), hoursLine(sum),
@@ -107,7 +108,7 @@ std::string AssistantTools::text(const Period& period) const {
 AssistantTools::Output AssistantTools::summary(const nlohmann::json& arguments) const {
     auto result = period(arguments);
     if (auto* error = std::get_if<Output>(&result)) return std::move(*error);
-    return toolText(text(std::get<Period>(result)));
+    return toolText(text(std::get<PeriodFigures>(result)));
 }
 
 }  // namespace tapcore

@@ -14,7 +14,7 @@ inline constexpr std::size_t keysShown = 12;
 inline constexpr std::int64_t chordsShown = 10;
 
 /// A period as data, for programs that read more than text, and the JSON Schema it follows.
-nlohmann::json periodJson(const AssistantTools::Period& period, const Legends& legends);
+nlohmann::json periodJson(const AssistantTools::PeriodFigures& period, const Legends& legends);
 nlohmann::json periodSchema();
 
 }  // namespace tapcore

@@ -32,7 +32,7 @@ json counted(const char* name, std::string_view description) {
 
 }  // namespace
 
-json periodJson(const AssistantTools::Period& period, const Legends& legends) {
+json periodJson(const AssistantTools::PeriodFigures& period, const Legends& legends) {
     const Summary& sum = period.sum;
     json keys = json::array();
     for (const KeyRow& row : topKeys(sum.byKey, legends, keysShown))

@@ -9,7 +9,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/machine.h"
 #include "app/common/folder/settings.h"
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/directories.h"

@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "core/foundation/file_lock.h"

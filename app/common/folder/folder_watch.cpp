@@ -55,7 +55,7 @@ bool FolderWatch::waitFor(const fs::path& folder) {
     for (fs::path child = folder; child.has_relative_path(); child = child.parent_path()) {
         const int above = watchOn(file_.get(), child.parent_path(), comings);
         if (above < 0) continue;
-        wait(folder, Wait{above, child.filename().string()});
+        wait(folder, Awaited{above, child.filename().string()});
         std::error_code none;
         return fs::is_directory(child, none) && ::access(child.c_str(), R_OK) == 0;
     }
@@ -63,7 +63,7 @@ bool FolderWatch::waitFor(const fs::path& folder) {
 }
 
 /// Waits for a folder in another way than before, or no more.
-void FolderWatch::wait(const fs::path& folder, std::optional<Wait> next) {
+void FolderWatch::wait(const fs::path& folder, std::optional<Awaited> next) {
     const auto found = waits_.find(folder);
     const int before = found == waits_.end() ? -1 : found->second.above;
     if (next) waits_[folder] = *std::move(next);

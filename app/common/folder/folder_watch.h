@@ -29,21 +29,21 @@ class FolderWatch {
 
   private:
     /// A missing folder is waited for as a name in another folder.
-    struct Wait {
+    struct Awaited {
         int above = -1;  ///< the watch on that folder
         std::string name;
     };
 
     bool watchFolder(const std::filesystem::path& folder);
     bool waitFor(const std::filesystem::path& folder);
-    void wait(const std::filesystem::path& folder, std::optional<Wait> next);
+    void wait(const std::filesystem::path& folder, std::optional<Awaited> next);
     bool isOfUse(int watch) const;
     bool countsAsChange(int watch, std::uint32_t what, const std::string& name) const;
     void forget(int watch);
 
     tapcore::Descriptor file_;
-    std::set<int> folders_;                        ///< the watches on folders that are there
-    std::map<std::filesystem::path, Wait> waits_;  ///< by the folder that is missing
+    std::set<int> folders_;                           ///< the watches on folders that are there
+    std::map<std::filesystem::path, Awaited> waits_;  ///< by the folder that is missing
 };
 
 }  // namespace tappora

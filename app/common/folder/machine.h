@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 
 namespace tappora {
 

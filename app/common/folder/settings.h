@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 

@@ -9,8 +9,6 @@
 #include <utility>
 
 #include "app/common/program.h"
-#include "app/recorder/evemu_reader.h"
-#include "app/recorder/libinput_record_reader.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {

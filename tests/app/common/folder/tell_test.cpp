@@ -1,4 +1,4 @@
-#include "app/common/folder/attempt.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 
 #include <gmock/gmock.h>
