@@ -22,6 +22,7 @@ void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
 void settingsCommand(CommandLine&, const Environment&);
+void setupCommand  (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 void toolCommand   (CommandLine&, const Environment&);
 void widgetCommand (CommandLine&, const Environment&);
@@ -50,6 +51,7 @@ inline constexpr Command commands[] = {
     {"settings", "Show and change every choice",                                     settingsCommand},
     {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},
+    {"setup",    "Have keys counted from now on, and say what that grants",          setupCommand},
     {"widgets",  "Show the widgets on the desktop",                                  Companion{"tappora-widgets"}},
     {"practice", "Practise typing",                                                  Companion{"tappora-practice"}},
     {"ask",      "Ask a language model about your typing",                           Companion{"tappora-ask"}},

@@ -25,10 +25,10 @@ PAGES = [ROOT / "README.md", ROOT / "CONTRIBUTING.md", *sorted((ROOT / "docs").g
 # How a command line begins that is not run, and what it needs.
 UNTRIED = {
     "record": "input devices", "widgets": "a desktop", "ask": "a provider", "widget --watch": "somebody to stop it",
-    "practice": "a terminal", "mcp": "an agent",
+    "practice": "a terminal", "mcp": "an agent", "setup": "systemd", "tray": "a desktop",
 }
 # Those that need it not.
-TRIED = ("record --replay", "practice lesson", "practice letters", "practice record", "practice --json")
+TRIED = ("record --replay", "practice lesson", "practice letters", "practice record", "practice --json", "setup --print")
 
 # The files that examples name, and what they are here.
 SAMPLES = {

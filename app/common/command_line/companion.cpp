@@ -14,13 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Where the program is: with the one that asks, or with the companions of its installation. Empty when it is
-/// in neither.
-fs::path found(std::string_view program, const fs::path& folder) {
-    for (const fs::path& place : {folder, (folder / COMPANIONS_FROM_PROGRAMS).lexically_normal()})
-        if (access((place / program).c_str(), X_OK) == 0) return place / program;
-    return {};
-}
+fs::path ownFolder() { return fs::read_symlink("/proc/self/exe").parent_path(); }
 
 std::vector<char*> argumentPointers(std::vector<std::string>& arguments) {
     std::vector<char*> pointers;
@@ -31,17 +25,23 @@ std::vector<char*> argumentPointers(std::vector<std::string>& arguments) {
 
 }  // namespace
 
+std::optional<fs::path> companionFile(std::string_view program) {
+    const fs::path folder = ownFolder();
+    for (const fs::path& place : {folder, (folder / COMPANIONS_FROM_PROGRAMS).lexically_normal()})
+        if (access((place / program).c_str(), X_OK) == 0) return place / program;
+    return std::nullopt;
+}
+
 void becomeCompanion(std::string_view command, std::string_view program,
                      const std::vector<std::string>& arguments) {
-    const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
-    const fs::path path = found(program, folder);
-    if (path.empty())
+    const auto path = companionFile(program);
+    if (!path)
         throw Failure(command, fmt::format("needs {}, which is not installed beside tappora in {}", program,
-                                           folder.string()));
-    std::vector<std::string> all = {path.string()};
+                                           ownFolder().string()));
+    std::vector<std::string> all = {path->string()};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    execv(path.c_str(), argumentPointers(all).data());
-    throw Failure(path.string(), std::generic_category().message(errno));
+    execv(path->c_str(), argumentPointers(all).data());
+    throw Failure(path->string(), std::generic_category().message(errno));
 }
 
 void becomePainter(const std::string& command, std::vector<std::string> arguments) {

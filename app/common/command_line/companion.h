@@ -1,10 +1,16 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tappora {
+
+/// A program of this installation: where this program is, or in ../libexec/tappora from there. Nothing when
+/// it is in neither.
+std::optional<std::filesystem::path> companionFile(std::string_view program);
 
 /// Becomes the program that runs a command, with these arguments. It is looked for where this program is,
 /// and in ../libexec/tappora from there. Throws Failure naming the command when it is not there or cannot be

@@ -43,6 +43,10 @@ std::optional<fs::path> dataDirectory(const ReadVariable& variable) {
     return namedOrAtHome(variable, "XDG_DATA_HOME", ".local/share");
 }
 
+std::optional<fs::path> stateDirectory(const ReadVariable& variable) {
+    return namedOrAtHome(variable, "XDG_STATE_HOME", ".local/state");
+}
+
 fs::path required(const std::optional<fs::path>& directory, std::string_view rest) {
     if (!directory) throw Failure("HOME", fmt::format("not set to an absolute path{}", rest));
     return *directory;

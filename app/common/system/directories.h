@@ -21,6 +21,8 @@ std::optional<std::filesystem::path> homeDirectory(const ReadVariable& variable)
 std::optional<std::filesystem::path> configDirectory(const ReadVariable& variable);
 /// $XDG_DATA_HOME, else ~/.local/share.
 std::optional<std::filesystem::path> dataDirectory(const ReadVariable& variable);
+/// $XDG_STATE_HOME, else ~/.local/state.
+std::optional<std::filesystem::path> stateDirectory(const ReadVariable& variable);
 
 /// One of them, or Failure: "HOME: not set to an absolute path" and what else to do or to set.
 std::filesystem::path required(const std::optional<std::filesystem::path>& directory, std::string_view rest);
