@@ -37,6 +37,12 @@ function(install_desktop_entry component)
     COMPONENT ${component})
 endfunction()
 
+# The system service, which `tappora setup` starts for a user.
+function(install_system_service component)
+  install(FILES ${PROJECT_SOURCE_DIR}/resources/Services/tappora-record@.service DESTINATION lib/systemd/system
+    COMPONENT ${component})
+endfunction()
+
 # What people read.
 function(install_documents component)
   set(from ${PROJECT_SOURCE_DIR})
