@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "app/common/folder/write_told.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/child_program.h"
 #include "app/common/system/file_text.h"
