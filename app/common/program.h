@@ -25,6 +25,9 @@ class UsageError : public std::runtime_error {
     explicit UsageError(std::string_view why) : std::runtime_error(tapcore::withVisibleNuls(why)) {}
 };
 
+/// Nothing is being counted, which was said. Ends the program with status 3.
+struct NotCounting {};
+
 /// For either: "no such KIND: VALUE; use A, B or C".
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known);
 

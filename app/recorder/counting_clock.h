@@ -33,8 +33,9 @@ class CountingClock {
 
     /// A minute that ends while paused is a paused one. Nothing may be counted while paused.
     void setPaused(bool paused) { paused_ = paused; }
-    bool isPaused() const { return paused_; }
 
+    /// Whether a minute is under way.
+    bool hasBegun() const { return minute_.has_value(); }
     /// When the minute under way ends; there must be one.
     tapcore::Instant minuteEnds() const;
 

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -15,11 +16,6 @@
 
 namespace tappora {
 namespace {
-
-constexpr const char* remedy =
-    "members of the group `input` may read them: `sudo usermod -aG input $USER`, and log in again; but then "
-    "every program you start can read every key, passwords too. docs/recording.md shows how to open them to "
-    "the recorder alone";
 
 /// Becomes readable when a stop is asked for.
 class StopBell {
@@ -56,9 +52,10 @@ void waitFor(std::array<int, 4> files) {
 
 }  // namespace
 
-DeviceReader::DeviceReader(EventSource& source, EventRules::Options options, bool isWatched, Now now,
-                           tapcore::Calendar calendar)
+DeviceReader::DeviceReader(EventSource& source, EventRules::Options options, PauseSwitch& pauses,
+                           bool isWatched, Now now, tapcore::Calendar calendar)
     : source_(source),
+      pauses_(pauses),
       now_(std::move(now)),
       clock_(std::move(calendar), counter_, harvest_.counts),
       rules_(asking(source, std::move(options)), counter_, isWatched ? watch() : EventRules::Watch{}) {}
@@ -74,8 +71,9 @@ Harvest DeviceReader::findDevices() {
 }
 
 void DeviceReader::requireKeyboard() const {
-    if (!foundDevice_) throw Failure("input devices", "none found; is udev running?");
-    if (keyboards_.empty()) throw Failure("input devices", "there is no keyboard that can be read");
+    if (devices_.empty() && unreadable_.empty())
+        throw Failure("input devices", "none found; is udev running?");
+    if (!hasKeyboard()) throw Failure("input devices", "there is no keyboard that can be read");
 }
 
 void DeviceReader::read(const SignalQueue& signals, const std::stop_token& stop, HandOver& handOver) {
@@ -86,6 +84,7 @@ void DeviceReader::read(const SignalQueue& signals, const std::stop_token& stop,
         failure = std::current_exception();
     }
     clock_.finish();
+    harvest_.at = now_();
     harvest_.drops = drops_;
     handOver.give(std::move(harvest_));
     handOver.end(failure);
@@ -104,7 +103,7 @@ void DeviceReader::listen(const SignalQueue& signals, const std::stop_token& sto
         goTo(now);
         while (const auto signal = signals.next()) {
             if (*signal != SIGUSR1) return;
-            togglePause();
+            pauses_.toggle(now);
         }
         handOver.give(harvest());
     }
@@ -112,47 +111,67 @@ void DeviceReader::listen(const SignalQueue& signals, const std::stop_token& sto
 
 void DeviceReader::dispatch() {
     source_.dispatch(*this);
-    if (std::exchange(isForbidden_, false) && !std::exchange(wasRemedyTold_, true)) harvest_.told.add(remedy);
+    if (std::exchange(isForbidden_, false) && !std::exchange(wasRemedyTold_, true))
+        harvest_.told.add(std::string(deviceRemedy));
 }
 
 void DeviceReader::goTo(tapcore::Instant moment) {
+    // A minute counts as paused by its last moment, however late it is ended.
+    if (clock_.hasBegun()) {
+        const tapcore::Instant last = clock_.minuteEnds() - std::chrono::milliseconds(1);
+        const tapcore::Instant now = now_();
+        clock_.setPaused(pauses_.isPaused(now, now - last));
+    }
     if (clock_.advance(moment)) harvest_.hasEndedMinute = true;
 }
 
 Harvest DeviceReader::harvest() {
+    harvest_.at = now_();
     if (harvest_.hasEndedMinute) harvest_.drops = std::exchange(drops_, 0);
     return std::exchange(harvest_, {});
 }
 
-void DeviceReader::togglePause() {
-    const bool pauses = !clock_.isPaused();
-    clock_.setPaused(pauses);
-    rules_.setPaused(pauses);
-    harvest_.told.add(pauses ? "paused: nothing is counted" : "counting again");
-}
-
 void DeviceReader::plugged(DeviceId id, const InputDevice& device) {
-    foundDevice_ = true;
     harvest_.told.add("listening to " + device.description());
-    if (device.isKeyboard) keyboards_.insert(id);
+    devices_[id] = device;
+    unreadable_.erase(device.node);
+    noteDevices();
     rules_.plug(id, device);
 }
 
 void DeviceReader::unplugged(DeviceId id) {
     rules_.unplug(id);
-    if (keyboards_.erase(id) == 1 && keyboards_.empty())
-        harvest_.told.add("no keyboard is left; waiting for one");
+    const bool hadKeyboard = hasKeyboard();
+    devices_.erase(id);
+    noteDevices();
+    if (hadKeyboard && !hasKeyboard()) harvest_.told.add("no keyboard is left; waiting for one");
 }
 
 void DeviceReader::unreadable(const InputDevice& device, std::error_code why) {
-    foundDevice_ = true;
+    const bool isForbidden = why == std::errc::permission_denied || why == std::errc::operation_not_permitted;
     harvest_.told.add(device.description() + ": cannot be read: " + why.message());
-    isForbidden_ =
-        isForbidden_ || why == std::errc::permission_denied || why == std::errc::operation_not_permitted;
+    unreadable_[device.node] = {device.description(), why.message(), isForbidden};
+    noteDevices();
+    isForbidden_ = isForbidden_ || isForbidden;
+}
+
+bool DeviceReader::hasKeyboard() const {
+    return std::any_of(devices_.begin(), devices_.end(),
+                       [](const auto& entry) { return entry.second.isKeyboard; });
+}
+
+void DeviceReader::noteDevices() {
+    DeviceList list;
+    for (const auto& [id, device] : devices_) list.read.push_back({device.description(), device.isKeyboard});
+    for (const auto& [node, device] : unreadable_) list.unreadable.push_back(device);
+    harvest_.devices = std::move(list);
 }
 
 void DeviceReader::happened(DeviceId id, const InputEvent& event, std::chrono::milliseconds ago) {
-    if (!clock_.isPaused()) goTo(now_() - ago);
+    const tapcore::Instant now = now_();
+    const bool isPaused = pauses_.isPaused(now, ago);
+    if (!isPaused) goTo(now - ago);
+    rules_.setPaused(isPaused);
     rules_.take(id, event);
 }
 

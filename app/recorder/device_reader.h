@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <set>
+#include <map>
 #include <stop_token>
 #include <string>
 #include <system_error>
@@ -14,6 +14,8 @@
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/hand_over.h"
+#include "app/recorder/input_device.h"
+#include "app/recorder/pause_switch.h"
 #include "core/counting/counter.h"
 #include "core/foundation/calendar.h"
 
@@ -27,8 +29,8 @@ class DeviceReader : private EventListener {
     /// What time it is.
     using Now = std::function<tapcore::Instant()>;
 
-    DeviceReader(EventSource& source, EventRules::Options options, bool isWatched, Now now,
-                 tapcore::Calendar calendar);
+    DeviceReader(EventSource& source, EventRules::Options options, PauseSwitch& pauses, bool isWatched,
+                 Now now, tapcore::Calendar calendar);
 
     /// Finds the devices that are there, and gives what is to be told of them. Failure, told what there is,
     /// when no keyboard among them can be read.
@@ -50,19 +52,21 @@ class DeviceReader : private EventListener {
     void listen(const SignalQueue& signals, const std::stop_token& stop, HandOver& handOver);
     void dispatch();
     void goTo(tapcore::Instant moment);
-    void togglePause();
+    bool hasKeyboard() const;
+    void noteDevices();
     /// What is there to be handed over.
     Harvest harvest();
 
     EventSource& source_;
+    PauseSwitch& pauses_;
     Now now_;
     Harvest harvest_;
     tapcore::Counter counter_;
     CountingClock clock_;
     EventRules rules_;
-    std::set<DeviceId> keyboards_;
-    std::int64_t drops_ = 0;  ///< of the minute under way
-    bool foundDevice_ = false;
+    std::map<DeviceId, InputDevice> devices_;
+    std::map<std::string, DeviceList::Unreadable> unreadable_;  ///< by node
+    std::int64_t drops_ = 0;                                    ///< of the minute under way
     bool isForbidden_ = false;  ///< to read a device that came with this dispatch
     bool wasRemedyTold_ = false;
 };

@@ -1,5 +1,9 @@
 #include "app/recorder/hand_over.h"
 
+#include <sys/eventfd.h>
+
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace tappora {
@@ -15,16 +19,22 @@ void Lines::add(Lines&& later) {
 }
 
 bool Harvest::isEmpty() const {
-    return !hasEndedMinute && counts.days().empty() && drops == 0 && told.kept.empty() &&
+    return !hasEndedMinute && counts.days().empty() && drops == 0 && !devices && told.kept.empty() &&
            watched.kept.empty();
 }
 
 void Harvest::add(Harvest&& later) {
+    at = later.at;
     counts.add(later.counts);
     hasEndedMinute = hasEndedMinute || later.hasEndedMinute;
     drops += later.drops;
+    if (later.devices) devices = std::move(later.devices);
     told.add(std::move(later.told));
     watched.add(std::move(later.watched));
+}
+
+HandOver::HandOver() : bell_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    if (!bell_.isOpen()) throw std::system_error(errno, std::generic_category(), "hand-over");
 }
 
 void HandOver::give(Harvest&& harvest) {
@@ -32,6 +42,7 @@ void HandOver::give(Harvest&& harvest) {
     const std::lock_guard lock(mutex_);
     harvest_.add(std::move(harvest));
     given_.notify_one();
+    ::eventfd_write(bell_.get(), 1);
 }
 
 void HandOver::end(std::exception_ptr failure) {
@@ -39,6 +50,7 @@ void HandOver::end(std::exception_ptr failure) {
     hasEnded_ = true;
     failure_ = std::move(failure);
     given_.notify_one();
+    ::eventfd_write(bell_.get(), 1);
 }
 
 std::optional<tapcore::Calendar> HandOver::newCalendar() {
@@ -49,7 +61,11 @@ std::optional<tapcore::Calendar> HandOver::newCalendar() {
 std::optional<Harvest> HandOver::take() {
     std::unique_lock lock(mutex_);
     given_.wait(lock, [&] { return hasEnded_ || !harvest_.isEmpty(); });
-    if (!harvest_.isEmpty()) return std::exchange(harvest_, {});
+    if (!harvest_.isEmpty()) {
+        eventfd_t rings = 0;
+        if (!hasEnded_) ::eventfd_read(bell_.get(), &rings);
+        return std::exchange(harvest_, {});
+    }
     if (failure_) std::rethrow_exception(failure_);
     return std::nullopt;
 }

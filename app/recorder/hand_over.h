@@ -10,8 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "app/common/control/recorder_status.h"
 #include "app/recorder/day_book.h"
 #include "core/foundation/calendar.h"
+#include "core/foundation/descriptor.h"
 
 namespace tappora {
 
@@ -28,11 +30,13 @@ struct Lines {
 
 /// What was read from the devices in a while.
 struct Harvest {
-    DayBook counts;  ///< of minutes that are over
+    tapcore::Instant at;  ///< when it was handed over
+    DayBook counts;       ///< of minutes that are over
     bool hasEndedMinute = false;
-    std::int64_t drops = 0;  ///< how often the kernel dropped events; told with the minute's end
-    Lines told;              ///< for the user
-    Lines watched;           ///< of the event watch
+    std::int64_t drops = 0;             ///< how often the kernel dropped events; told with the minute's end
+    std::optional<DeviceList> devices;  ///< when they have changed
+    Lines told;                         ///< for the user
+    Lines watched;                      ///< of the event watch
 
     bool isEmpty() const;
     void add(Harvest&& later);
@@ -43,6 +47,8 @@ struct Harvest {
 /// the meantime.
 class HandOver {
   public:
+    HandOver();
+
     // For the reading thread.
 
     void give(Harvest&& harvest);
@@ -53,6 +59,8 @@ class HandOver {
 
     // For the storing thread.
 
+    /// Readable when there is something to take, or no more follows.
+    int descriptor() const { return bell_.get(); }
     /// Waits for something to be given; nothing when no more follows. Throws the failure that reading ended
     /// with once all was taken.
     std::optional<Harvest> take();
@@ -67,6 +75,7 @@ class HandOver {
     std::optional<tapcore::Calendar> calendar_;
     bool hasEnded_ = false;
     std::exception_ptr failure_;
+    tapcore::Descriptor bell_;
 };
 
 }  // namespace tappora

@@ -9,11 +9,18 @@
 #include "app/common/folder/tell.h"
 #include "app/common/folder/practice_lock.h"
 #include "app/common/program.h"
+#include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/moment.h"
+#include "app/common/widget/shown_pause.h"
 #include "app/common/widget/widget_file.h"
+#include "app/recorder/control_desk.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/live_output.h"
 #include "app/recorder/live_recorder.h"
+#include "app/recorder/pause_file.h"
+#include "app/recorder/pause_keeper.h"
+#include "app/recorder/pause_switch.h"
 #include "app/recorder/record_command.h"
 #include "core/files/store.h"
 
@@ -59,48 +66,111 @@ std::function<void()> widgetUpdater(const FolderOptions& folder, const Environme
     };
 }
 
+PauseFiles pauseFiles(const Environment& environment, const fs::path& folder) {
+    PauseFiles files{.kept = pauseFile(environment, folder)};
+    if (dataDirectory(environment.variable)) files.shown = shownPauseFile(environment);
+    return files;
+}
+
+/// A moment as clocks here show it.
+std::string onTheClock(const Environment& environment, tapcore::Instant moment) {
+    const Environment current = atThisMoment(environment);
+    return clockText(moment, current.now, current.calendar);
+}
+
 /// Finds what is wrong with the choice of a folder, and makes nothing.
 fs::path chosenFolder(const FolderOptions& options, const Environment& environment) {
     (void)today(options, environment, environment.calendar);
     return openStore(options, environment).root;
 }
 
+/// All that takes part in recording.
+class LiveCommand {
+  public:
+    LiveCommand(const RecordOptions& options, const Environment& environment, LiveOutput& output);
+
+    void run() {
+        keeper_.restore(hostNow());
+        recorder_.run(*source_);
+    }
+
+  private:
+    LiveWorld world();
+    DayBook::Write writing(Wait wait) {
+        return [this, wait](const tapcore::Day& day, const DayCounts& counts) {
+            writer_->write(day, counts, wait);
+        };
+    }
+    void makeReady(const std::function<bool()>& endsSoon);
+    void lookAgain();
+
+    const RecordOptions& options_;
+    const Environment& environment_;
+    LiveOutput& output_;
+    const Tell tell_ = [this](const std::string& text) { output_.tell(text); };
+    const fs::path folder_;
+    PracticeWatch practice_;
+    std::optional<FolderWriter> writer_;
+    PauseSwitch pauses_;
+    PauseKeeper keeper_;
+    LiveRecorder recorder_;
+    ControlDesk desk_;
+    const std::unique_ptr<EventSource> source_;
+};
+
+LiveCommand::LiveCommand(const RecordOptions& options, const Environment& environment, LiveOutput& output)
+    : options_(options),
+      environment_(environment),
+      output_(output),
+      folder_(fs::absolute(chosenFolder(options.folder, environment))),
+      practice_(practiceFolders(environment, folder_)),
+      keeper_(
+          pauses_, pauseFiles(environment, folder_),
+          [&](tapcore::Instant moment) { return onTheClock(environment, moment); }, tell_),
+      recorder_(liveRulesFor(options, practice_), pauses_, world()),
+      desk_(
+          folder_, environment, pauses_, keeper_, [this] { return recorder_.status(); }, tell_),
+      source_(openInputDevices(sourceFor(options, environment))) {}
+
+LiveWorld LiveCommand::world() {
+    LiveWorld world{.now = hostNow,
+                    .eachMinute = [this] { lookAgain(); },
+                    .calendar = [this] { return atThisMoment(environment_).calendar; },
+                    .ready = [this](const std::function<bool()>& endsSoon) { makeReady(endsSoon); },
+                    .tryWrite = writing(Wait::no),
+                    .write = writing(Wait::aWhile),
+                    .stored =
+                        [this, updateWidgets = widgetUpdater(options_.folder, environment_, tell_)] {
+                            writer_->refreshMonths(Wait::no);
+                            updateWidgets();
+                        },
+                    .tell = tell_};
+    if (options_.watch) world.watch = [this](const Lines& lines) { return output_.watch(lines); };
+    world.serve = [this](int handedOver) { desk_.serveUntil(handedOver); };
+    world.followPause = [this] { keeper_.follow(hostNow()); };
+    return world;
+}
+
+void LiveCommand::makeReady(const std::function<bool()>& endsSoon) {
+    writer_.emplace(writerFor(options_, environment_, tell_, waitingUntil(endsSoon, tell_)));
+    writer_->hold();
+    lookAgain();
+    tell_("counts go to " + writer_->days().string());
+}
+
+/// For what may have come or gone since the last minute.
+void LiveCommand::lookAgain() {
+    practice_.lookAgain();
+    desk_.lookAgain();
+}
+
 }  // namespace
 
 void recordLive(const RecordOptions& options, const Environment& environment) {
     LiveOutput output;
-    const Tell tell = [&](const std::string& text) { output.tell(text); };
-    PracticeWatch practice(practiceFolders(environment, chosenFolder(options.folder, environment)));
-    std::optional<FolderWriter> writer;
     // No other program of this user may look into the process, and no core dump holds what it counts.
     ::prctl(PR_SET_DUMPABLE, 0);
-    const auto writing = [&](Wait wait) {
-        return [&writer, wait](const tapcore::Day& day, const DayCounts& counts) {
-            writer->write(day, counts, wait);
-        };
-    };
-    LiveWorld world{
-        .now = hostNow,
-        .eachMinute = [&] { practice.lookAgain(); },
-        .calendar = [&] { return atThisMoment(environment).calendar; },
-        .ready =
-            [&](const std::function<bool()>& endsSoon) {
-                writer.emplace(writerFor(options, environment, tell, waitingUntil(endsSoon, tell)));
-                writer->hold();
-                practice.lookAgain();
-                tell("counts go to " + writer->days().string());
-            },
-        .tryWrite = writing(Wait::no),
-        .write = writing(Wait::aWhile),
-        .stored =
-            [&, updateWidgets = widgetUpdater(options.folder, environment, tell)] {
-                writer->refreshMonths(Wait::no);
-                updateWidgets();
-            },
-        .tell = tell};
-    if (options.watch) world.watch = [&](const Lines& lines) { return output.watch(lines); };
-    const auto source = openInputDevices(sourceFor(options, environment));
-    LiveRecorder(liveRulesFor(options, practice), std::move(world)).run(*source);
+    LiveCommand(options, environment, output).run();
 }
 
 }  // namespace tappora

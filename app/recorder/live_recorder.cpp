@@ -1,6 +1,7 @@
 #include "app/recorder/live_recorder.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -20,8 +21,10 @@ constexpr std::chrono::milliseconds aMoment{100};
 
 void LiveRecorder::run(EventSource& source) {
     const SignalQueue signals({SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGUSR1});
-    DeviceReader reader(source, std::move(options_), bool(world_.watch), world_.now, world_.calendar());
-    tell(reader.findDevices());
+    DeviceReader reader(source, std::move(options_), pauses_, bool(world_.watch), world_.now,
+                        world_.calendar());
+    note(reader.findDevices());
+    status_.since = now_;
     reader.requireKeyboard();
     HandOver handOver;
     std::jthread reading([&](const std::stop_token& stop) { reader.read(signals, stop, handOver); });
@@ -50,8 +53,12 @@ void LiveRecorder::makeReady(HandOver& handOver) {
 }
 
 void LiveRecorder::storeAllThatComes(HandOver& handOver, std::jthread& reading) {
-    while (auto harvest = handOver.take())
+    while (true) {
+        if (world_.serve) world_.serve(handOver.descriptor());
+        auto harvest = handOver.take();
+        if (!harvest) return;
         if (take(std::move(*harvest), handOver) == Next::stop) reading.request_stop();
+    }
 }
 
 /// Takes the counts that are handed over until reading has ended.
@@ -64,7 +71,8 @@ void LiveRecorder::keepAllThatComes(HandOver& handOver) {
 
 LiveRecorder::Next LiveRecorder::take(Harvest&& harvest, HandOver& handOver) {
     book_.add(harvest.counts);
-    tell(harvest);
+    note(harvest);
+    if (world_.followPause) world_.followPause();
     const bool hasReader = !world_.watch || world_.watch(harvest.watched);
     if (harvest.hasEndedMinute) {
         world_.eachMinute();
@@ -74,9 +82,13 @@ LiveRecorder::Next LiveRecorder::take(Harvest&& harvest, HandOver& handOver) {
     return hasReader ? Next::goOn : Next::stop;
 }
 
-void LiveRecorder::tell(const Harvest& harvest) const {
+void LiveRecorder::note(const Harvest& harvest) {
+    now_ = harvest.at;
+    if (harvest.devices) status_.devices = *harvest.devices;
     for (const std::string& text : harvest.told.kept) world_.tell(text);
     if (harvest.drops == 0) return;
+    const std::int64_t before = status_.dropped ? status_.dropped->times : 0;
+    status_.dropped = {.times = before + harvest.drops, .last = now_};
     const std::string times = harvest.drops == 1 ? "" : fmt::format(" ({} times)", harvest.drops);
     world_.tell("some presses were not seen: the machine was too busy" + times);
 }
@@ -84,9 +96,11 @@ void LiveRecorder::tell(const Harvest& harvest) const {
 void LiveRecorder::store() {
     try {
         storeBy(world_.tryWrite);
-        if (std::exchange(isFailing_, false)) world_.tell("stored again, with what was kept");
+        if (std::exchange(status_.unstored, std::nullopt)) world_.tell("stored again, with what was kept");
     } catch (const std::exception& error) {
-        if (!std::exchange(isFailing_, true))
+        const bool isNew = !status_.unstored;
+        status_.unstored = {.why = error.what()};
+        if (isNew)
             world_.tell(std::string("cannot store: ") + error.what() +
                         "; the counts are kept, and storing them is tried again");
     }
@@ -94,8 +108,26 @@ void LiveRecorder::store() {
 
 void LiveRecorder::storeBy(const DayBook::Write& write) {
     if (book_.days().empty()) return;
-    book_.store(write);
+    RecorderStatus::Stored stored{.at = now_};
+    const auto writeAndNote = [&](const tapcore::Day& day, const DayCounts& counts) {
+        write(day, counts);
+        stored.presses += counts.tally.total();
+        stored.clicks += counts.tally.mouseTotal().allClicks();
+        status_.stored = stored;
+    };
+    book_.store(writeAndNote);
     world_.stored();
+}
+
+RecorderStatus LiveRecorder::status() const {
+    RecorderStatus status = status_;
+    status.process = ::getpid();
+    if (status.unstored) status.unstored->what = unstored();
+    const PauseSwitch::State state = pauses_.state();
+    status.pause = state.pause;
+    status.isLocked = state.isLocked;
+    status.lockProblem = state.lockProblem;
+    return status;
 }
 
 void LiveRecorder::finish() {

@@ -5,12 +5,14 @@
 #include <thread>
 #include <utility>
 
+#include "app/common/control/recorder_status.h"
 #include "app/common/system/signals.h"
 #include "app/recorder/day_book.h"
 #include "app/recorder/device_reader.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/hand_over.h"
+#include "app/recorder/pause_switch.h"
 #include "core/foundation/calendar.h"
 
 namespace tappora {
@@ -33,6 +35,9 @@ struct LiveWorld {
     /// Shows lines of the event watch, in the same way; false when their reader has gone. None: nothing is
     /// watched.
     std::function<bool(const Lines& lines)> watch{};
+    /// Does what else the storing thread has to do, until this file is readable. None: there is nothing.
+    std::function<void(int handedOver)> serve{};
+    std::function<void()> followPause{};  ///< called when a pause may have begun or ended
 };
 
 /// Counts what input devices do, until a signal ends it, and stores it every minute, so that a crash loses
@@ -40,15 +45,18 @@ struct LiveWorld {
 /// never stops the reading; the caller's thread stores and tells.
 ///
 /// SIGINT, SIGTERM, SIGHUP, and a reader of the watch that has gone, end it; SIGUSR1 pauses it, and ends a
-/// pause. What fails to be stored stays, and is tried again with each minute.
+/// pause, as the other threads may. What fails to be stored stays, and is tried again with each minute.
 class LiveRecorder {
   public:
-    LiveRecorder(EventRules::Options options, LiveWorld world)
-        : options_(std::move(options)), world_(std::move(world)) {}
+    LiveRecorder(EventRules::Options options, PauseSwitch& pauses, LiveWorld world)
+        : options_(std::move(options)), pauses_(pauses), world_(std::move(world)) {}
 
     /// Listens to the source until a signal ends it, and stores what was counted. Failure when no keyboard of
     /// the source can be read, and when what was counted could not be stored in the end.
     void run(EventSource& source);
+
+    /// What it is doing, without the folder; for the thread that stores.
+    RecorderStatus status() const;
 
   private:
     enum class Next { goOn, stop };
@@ -57,16 +65,18 @@ class LiveRecorder {
     void storeAllThatComes(HandOver& handOver, std::jthread& reading);
     void keepAllThatComes(HandOver& handOver);
     Next take(Harvest&& harvest, HandOver& handOver);
-    void tell(const Harvest& harvest) const;
+    void note(const Harvest& harvest);
     void finish();
     void store();
     void storeBy(const DayBook::Write& write);
     std::string unstored() const;
 
     EventRules::Options options_;
+    PauseSwitch& pauses_;
     LiveWorld world_;
     DayBook book_;
-    bool isFailing_ = false;  ///< to store
+    RecorderStatus status_;
+    tapcore::Instant now_{};  ///< of what was handed over last
 };
 
 }  // namespace tappora

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string_view>
-
 #include "app/recorder/counting_clock.h"
 #include "app/recorder/event_rules.h"
 #include "app/recorder/recording.h"
@@ -12,10 +9,6 @@ namespace tappora {
 
 /// Counts a recording at its own times, the first of its events at `starting`. The clock is not finished.
 void replay(const Recording& recording, tapcore::Instant starting, CountingClock& clock, EventRules& rules);
-
-/// The moment at which clocks of the calendar's zone show "2026-09-20T09:00:00"; nothing for another text,
-/// and for a time that no clock there shows (31 February, an hour that summer time skips).
-std::optional<tapcore::Instant> momentOf(std::string_view text, const tapcore::Calendar& calendar);
 
 /// The key that masked ones are written as: "A".
 inline constexpr tapcore::KeyCode maskedKey = 0;

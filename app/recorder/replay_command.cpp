@@ -7,6 +7,7 @@
 
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/system/moment.h"
 #include "app/recorder/counting_clock.h"
 #include "app/recorder/record_command.h"
 #include "app/recorder/recording_file.h"

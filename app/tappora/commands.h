@@ -20,9 +20,12 @@ void fingersCommand(CommandLine&, const Environment&);
 void heatmapCommand(CommandLine&, const Environment&);
 void layoutsCommand(CommandLine&, const Environment&);
 void mcpCommand    (CommandLine&, const Environment&);
+void pauseCommand  (CommandLine&, const Environment&);
 void promptCommand (CommandLine&, const Environment&);
 void settingsCommand(CommandLine&, const Environment&);
 void setupCommand  (CommandLine&, const Environment&);
+void resumeCommand (CommandLine&, const Environment&);
+void statusCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 void toolCommand   (CommandLine&, const Environment&);
 void widgetCommand (CommandLine&, const Environment&);
@@ -42,6 +45,9 @@ struct Command {
 // clang-format off
 inline constexpr Command commands[] = {
     {"record",   "Count keys, shortcuts and the mouse, live or from a recording",    Companion{"tappora-record"}},
+    {"status",   "Print whether it counts, and what is wrong if not",                statusCommand},
+    {"pause",    "Count nothing for a while",                                        pauseCommand},
+    {"resume",   "End a pause",                                                      resumeCommand},
     {"summary",  "Print the figures of a period",                                    summaryCommand},
     {"day",      "Print one day as its table file",                                  dayCommand},
     {"heatmap",  "Draw how often each key was pressed on the keyboard",              heatmapCommand},

@@ -37,6 +37,8 @@ def record_below_strace(programs, world, stage, log):
     if not recorder.prints("listening to A keyboard"):
         sys.exit(f"the recorder does not listen: {recorder.printed}")
     strike(stage, recorder)
+    subprocess.run([str(programs / "tappora"), "pause", "30m"], env=environment | {"LD_PRELOAD": preloads}, check=True,
+                   stdout=subprocess.DEVNULL)
     subprocess.run(["pkill", "-TERM", "-P", str(recorder.process.pid)], check=True)
     while recorder.prints("\0"):
         pass
@@ -63,8 +65,9 @@ def changed_places(calls):
 def is_known(path, world):
     """Whether docs/privacy.md names the place: data folder, settings, runtime directory, the widgets' file."""
     home = f"{world.root}/home"
-    folders_above = (f"{home}/.config", f"{home}/.local", f"{home}/.local/share")
-    places = (f"{world.root}/data", f"{home}/.config/tappora", f"{world.root}/run/tappora", f"{home}/.local/share/Tappora")
+    folders_above = (f"{home}/.config", f"{home}/.local", f"{home}/.local/share", f"{home}/.local/state")
+    places = (f"{world.root}/data", f"{home}/.config/tappora", f"{world.root}/run/tappora", f"{home}/.local/share/Tappora",
+              f"{home}/.local/state/tappora")
     own_output = ("/proc/self/fd/1", "/proc/self/fd/2", "/dev/null")
     return path in folders_above + own_output or any(path == place or path.startswith(place + "/") for place in places)
 

@@ -254,11 +254,14 @@ std::vector<std::string> CommandLine::passedOn() const {
 
 int guarded(const CommandLine& line, const std::function<void()>& work) {
     const CLI::App& program = *line.owned_;
+    int status = 0;
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error like others, with a name
     try {
         work();
     } catch (const CLI::Success& wish) {  // --help, --version
         program.exit(wish);
+    } catch (const NotCounting&) {
+        status = 3;
     } catch (const CLI::ParseError& error) {
         const std::string why = explained(error, program, line.commands_);
         return failed(why + "; see " + calledAs(program) + " --help", 2);
@@ -271,7 +274,7 @@ int guarded(const CommandLine& line, const std::function<void()>& work) {
     }
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
         return failed("standard output: cannot write", 1);
-    return 0;
+    return status;
 }
 
 }  // namespace tappora

@@ -129,7 +129,7 @@ class CommandLine : public CommandSyntax {
 };
 
 /// Runs what parses `line` and does its work, prints what goes wrong, and returns the exit status: 0, 1 for a
-/// failure, 2 for wrong usage. Prints the help when that was asked for.
+/// failure, 2 for wrong usage, 3 when nothing is being counted. Prints the help when that was asked for.
 int guarded(const CommandLine& line, const std::function<void()>& work);
 
 }  // namespace tappora

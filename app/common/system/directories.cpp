@@ -25,11 +25,7 @@ std::optional<fs::path> namedOrAtHome(const ReadVariable& variable, const char* 
     return home ? std::optional(*home / atHome) : std::nullopt;
 }
 
-/// Whether a directory is there and belongs to this user.
-bool isOwnDirectory(const fs::path& directory) {
-    struct stat status {};
-    return ::lstat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::getuid();
-}
+bool isOwnDirectory(const fs::path& directory) { return isDirectoryOf(directory, ::getuid()); }
 
 }  // namespace
 
@@ -45,6 +41,11 @@ std::optional<fs::path> dataDirectory(const ReadVariable& variable) {
 
 std::optional<fs::path> stateDirectory(const ReadVariable& variable) {
     return namedOrAtHome(variable, "XDG_STATE_HOME", ".local/state");
+}
+
+bool isDirectoryOf(const fs::path& directory, unsigned user) {
+    struct stat status {};
+    return ::lstat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == user;
 }
 
 fs::path required(const std::optional<fs::path>& directory, std::string_view rest) {

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "app/recorder/replay.h"
+#include "app/common/system/moment.h"
 
 namespace tappora {
 namespace {

@@ -14,7 +14,8 @@
 #include <vector>
 
 #include "app/common/program.h"
-#include "app/recorder/replay.h"
+#include "app/common/system/moment.h"
+#include "app/recorder/pause_keeper.h"
 #include "core/foundation/descriptor.h"
 
 namespace tappora {
@@ -67,6 +68,7 @@ struct World {
     std::vector<std::string> told;
     std::vector<std::string> stored;  ///< "DAY PRESSES PAUSED"
     int updates = 0;                  ///< of what follows the files
+    PauseSwitch pauses;
     std::function<void()> beforeWriting = [] {};
     std::function<void()> eachMinute = [] {};
     std::function<void(const std::function<bool()>& endsSoon)> waitToStart = [](const auto&) {};
@@ -88,19 +90,22 @@ struct World {
                                  std::to_string(counts.pausedMinutes));
             });
         };
-        LiveRecorder recorder(
-            {}, {.now = [this] { return now; },
-                 .eachMinute = eachMinute,
-                 .calendar = [this] { return locked([&] { return tapcore::Calendar(zone); }); },
-                 .ready =
-                     [this](const std::function<bool()>& endsSoon) {
-                         waitToStart(endsSoon);
-                         locked([&] { told.push_back("ready"); });
-                     },
-                 .tryWrite = write,
-                 .write = write,
-                 .stored = [this] { locked([&] { ++updates; }); },
-                 .tell = [this](const std::string& text) { locked([&] { told.push_back(text); }); }});
+        const Tell tell = [this](const std::string& text) { locked([&] { told.push_back(text); }); };
+        PauseKeeper keeper(pauses, {}, {}, tell);
+        LiveRecorder recorder({}, pauses,
+                              {.now = [this] { return now; },
+                               .eachMinute = eachMinute,
+                               .calendar = [this] { return locked([&] { return tapcore::Calendar(zone); }); },
+                               .ready =
+                                   [this](const std::function<bool()>& endsSoon) {
+                                       waitToStart(endsSoon);
+                                       locked([&] { told.push_back("ready"); });
+                                   },
+                               .tryWrite = write,
+                               .write = write,
+                               .stored = [this] { locked([&] { ++updates; }); },
+                               .tell = tell,
+                               .followPause = [&] { keeper.follow({}); }});
         Script script(std::move(steps));
         recorder.run(script);
     }
@@ -238,8 +243,10 @@ TEST(LiveRecorder, CountsPausedMinutesAndNothingElseBetweenTwoSignals) {
     world.run({plugKeyboard, press, toggle, press, world.nextMinute(), world.untilStored(1), press,
                world.nextMinute(), world.untilStored(2), toggle, press});
     EXPECT_THAT(world.stored, ElementsAre("2026-09-20 1 1", "2026-09-20 0 1", "2026-09-20 1 0"));
-    EXPECT_THAT(world.told, ElementsAre("listening to A keyboard (/dev/input/event5)", "ready",
-                                        "paused: nothing is counted", "counting again"));
+    EXPECT_THAT(
+        world.told,
+        ElementsAre("listening to A keyboard (/dev/input/event5)", "ready", "paused: nothing is counted",
+                    "there is no home for it: a restart ends the pause", "counting again"));
 }
 
 TEST(LiveRecorder, RefusesToWaitWithoutAKeyboardAndNamesTheRemedyOnceAtTheEnd) {

@@ -1,0 +1,78 @@
+#include "app/recorder/control_desk.h"
+
+#include <poll.h>
+
+#include <chrono>
+#include <utility>
+
+#include "app/common/control/control_places.h"
+#include "app/common/control/pause_time.h"
+#include "app/common/program.h"
+
+namespace tappora {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = ControlQuestion::Kind;
+
+bool isReadable(int file) {
+    pollfd waiting{.fd = file, .events = POLLIN, .revents = 0};
+    return ::poll(&waiting, 1, 0) == 1;
+}
+
+}  // namespace
+
+ControlDesk::ControlDesk(fs::path folder, const Environment& environment, PauseSwitch& pauses,
+                         PauseKeeper& keeper, std::function<RecorderStatus()> status, const Tell& tell)
+    : folder_(std::move(folder)),
+      environment_(environment),
+      pauses_(pauses),
+      keeper_(keeper),
+      status_(std::move(status)),
+      server_(socketName(folder_), [this](std::string_view line) { return answer(line); }),
+      listening_(tell, "tappora status and tappora pause do not find this recorder: ") {}
+
+void ControlDesk::lookAgain() {
+    if (server_.isListening()) return;
+    listening_.run([&] {
+        try {
+            server_.listenIn(madeControlPlace(environment_));
+        } catch (const fs::filesystem_error& error) {
+            throw Failure(error.path1().string(), error.code().message());
+        }
+    });
+}
+
+void ControlDesk::serveUntil(int file) {
+    while (true) {
+        keeper_.follow(hostNow());
+        if (isReadable(file)) return;
+        const auto pause = pauses_.state().pause;
+        const bool hasEnd = pause && pause->until;
+        if (hasEnd && !pauseEnd_.set(*pause->until)) continue;  // the clock was set meanwhile
+        server_.serveUntil({file, pauses_.descriptor(), hasEnd ? pauseEnd_.descriptor() : -1});
+    }
+}
+
+std::string ControlDesk::answer(std::string_view line) {
+    try {
+        return lineOf(answerTo(readQuestion(line)));
+    } catch (const tapcore::JsonError& error) {
+        return lineOf(ControlAnswer{.refusal = std::string("not understood: ") + error.what()});
+    }
+}
+
+ControlAnswer ControlDesk::answerTo(const ControlQuestion& question) {
+    const tapcore::Instant now = hostNow();
+    if (question.kind == Kind::pause && question.until)
+        if (std::string why = objectionTo(*question.until, now); !why.empty()) return {.refusal = why};
+    if (question.kind == Kind::pause) pauses_.pause({.since = now, .until = question.until});
+    if (question.kind == Kind::resume) pauses_.resume();
+    keeper_.follow(now);
+    RecorderStatus status = status_();
+    status.folder = folder_;
+    status.pauseProblem = keeper_.problem();
+    return {.status = std::move(status)};
+}
+
+}  // namespace tappora

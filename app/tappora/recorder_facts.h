@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/common/control/recorder_client.h"
+#include "app/common/system/environment.h"
+
+namespace tappora {
+
+/// What a recorder says, a line a fact.
+std::string factsOf(const RecorderStatus& status, const Environment& environment);
+
+/// "Paused until 14:00: nothing is counted."
+std::string pauseLine(const Pause& pause, const Environment& environment);
+
+/// The recorders that answered.
+std::vector<RecorderStatus> answersOf(const std::vector<RecorderReply>& replies);
+/// Tells why the others did not.
+void complainOf(const std::vector<RecorderReply>& replies);
+
+/// Whether one runs that did not answer.
+bool isSilent(const std::vector<RecorderReply>& replies);
+
+/// Whether there is one, and all of them count.
+bool areCounting(const std::vector<RecorderStatus>& recorders);
+
+}  // namespace tappora
