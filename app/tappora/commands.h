@@ -26,6 +26,10 @@ void settingsCommand(CommandLine&, const Environment&);
 void setupCommand  (CommandLine&, const Environment&);
 void resumeCommand (CommandLine&, const Environment&);
 void statusCommand (CommandLine&, const Environment&);
+void demoCommand   (CommandLine&, const Environment&);
+void promptCommand (CommandLine&, const Environment&);
+void settingsCommand(CommandLine&, const Environment&);
+void reportCommand (CommandLine&, const Environment&);
 void summaryCommand(CommandLine&, const Environment&);
 void toolCommand   (CommandLine&, const Environment&);
 void widgetCommand (CommandLine&, const Environment&);
@@ -49,6 +53,7 @@ inline constexpr Command commands[] = {
     {"pause",    "Count nothing for a while",                                        pauseCommand},
     {"resume",   "End a pause",                                                      resumeCommand},
     {"summary",  "Print the figures of a period",                                    summaryCommand},
+    {"report",   "Print what a week, a month or a year of typing says",              reportCommand},
     {"day",      "Print one day as its table file",                                  dayCommand},
     {"heatmap",  "Draw how often each key was pressed on the keyboard",              heatmapCommand},
     {"fingers",  "Print how much each finger types, and how far it moves",           fingersCommand},
@@ -64,6 +69,7 @@ inline constexpr Command commands[] = {
     {"tool",     "Run one of the assistant's tools by hand",                         toolCommand},
     {"prompt",   "Print a prompt for a language model of your own choice",           promptCommand},
     {"mcp",      "Serve the assistant's tools to any agent",                         mcpCommand},
+    {"demo",     "Write a data folder of made-up typing, to try the program with",   demoCommand},
 };
 // clang-format on
 

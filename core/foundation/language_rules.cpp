@@ -17,13 +17,20 @@ struct Close {
 
 constexpr std::string_view what = "a language's rules failed";
 
+std::string textOf(const UFormattedNumber* number) {
+    return icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* status) {
+        return unumf_resultToString(number, buffer, capacity, status);
+    });
+}
+
 }  // namespace
 
 struct LanguageRules::Implementation {
+    std::string language;
     std::unique_ptr<UNumberFormatter, Close> numbers;
     std::unique_ptr<UPluralRules, Close> plurals;
 
-    explicit Implementation(const std::string& language) {
+    explicit Implementation(std::string ofLanguage) : language(std::move(ofLanguage)) {
         UErrorCode status = U_ZERO_ERROR;
         numbers.reset(unumf_openForSkeletonAndLocale(u"", 0, language.c_str(), &status));
         plurals.reset(uplrules_open(language.c_str(), &status));
@@ -44,9 +51,20 @@ LanguageRules::LanguageRules(std::string_view language)
 
 std::string LanguageRules::number(std::int64_t value) const {
     const auto number = implementation_->format(value);
-    return icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* status) {
-        return unumf_resultToString(number.get(), buffer, capacity, status);
-    });
+    return textOf(number.get());
+}
+
+std::string LanguageRules::number(double value, int decimals) const {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::u16string skeleton =
+        decimals > 0 ? u"." + std::u16string(static_cast<std::size_t>(decimals), u'0') : u"precision-integer";
+    const std::unique_ptr<UNumberFormatter, Close> numbers(
+        unumf_openForSkeletonAndLocale(skeleton.c_str(), static_cast<std::int32_t>(skeleton.size()),
+                                       implementation_->language.c_str(), &status));
+    const std::unique_ptr<UFormattedNumber, Close> number(unumf_openResult(&status));
+    unumf_formatDouble(numbers.get(), value, number.get(), &status);
+    requireIcu(status, what);
+    return textOf(number.get());
 }
 
 std::string LanguageRules::pluralCategory(std::int64_t count) const {

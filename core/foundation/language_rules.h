@@ -19,6 +19,9 @@ class LanguageRules {
     /// German.
     std::string number(std::int64_t value) const;
 
+    /// A number with so many decimals, rounded half to even: "1,234.5" in English, "1.234,5" in German.
+    std::string number(double value, int decimals) const;
+
     /// The plural category of a number of things: "zero", "one", "two", "few", "many" or "other".
     std::string pluralCategory(std::int64_t count) const;
 

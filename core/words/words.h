@@ -53,6 +53,10 @@ class Words {
 
     /// A whole number as the language writes it, with its digits grouped.
     std::string number(std::int64_t value) const { return tables_.front().rules.number(value); }
+    /// A number with so many decimals as the language writes it.
+    std::string number(double value, int decimals) const {
+        return tables_.front().rules.number(value, decimals);
+    }
 
   private:
     /// A text by plural category; one without forms has "other" alone.

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "app/common/terminal/terminal.h"
+#include "core/reports/report.h"
+#include "core/words/words.h"
+
+namespace tappora {
+
+/// A report as a terminal shows it: what was found first, then how it compares, then the figures.
+std::string reportText(const tapcore::Report& report, const tapcore::ReportKeyboard& keyboard,
+                       const tapcore::Words& words, const Terminal& terminal);
+
+}  // namespace tappora

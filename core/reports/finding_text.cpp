@@ -1,0 +1,100 @@
+#include "core/reports/finding_text.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "core/counting/chords.h"
+#include "core/foundation/characters.h"
+
+namespace tapcore {
+namespace {
+
+using Kind = Finding::Kind;
+
+/// A share of 1 as per cent: two figures, or all that are before the point.
+std::string percent(double share, const Words& words) {
+    const double inPercent = share * 100;
+    return words.number(inPercent, inPercent < 9.95 ? 1 : 0);
+}
+
+std::string whole(double value, const Words& words) { return words.number(value, 0); }
+
+/// "14:30", for hours that are counted from 4 in the morning.
+std::string timeOf(double hours) {
+    constexpr int dayBegins = 4;
+    const int minutes = static_cast<int>(std::lround(hours * 60)) + dayBegins * 60;
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%d:%02d", minutes / 60 % 24, minutes % 60);
+    return text.data();
+}
+
+std::string nameOfHour(std::int64_t hour) {
+    return std::to_string(hour) + "\u2013" + std::to_string(hour + 1);
+}
+
+/// What the finding is about: a key, a shortcut, a finger, a day, an hour.
+std::string subject(const Finding& finding, const Legends& legends, const Words& words) {
+    if (finding.key) return Chords::name(*finding.key, legends);
+    if (finding.chord) return Chords::compact(Chords::keys(*finding.chord, legends));
+    if (finding.finger) return nameOf(*finding.finger, words);
+    if (finding.day) return finding.day->description();
+    return finding.hour ? nameOfHour(*finding.hour) : "";
+}
+
+/// A figure of a finding in the unit of its kind.
+std::string figure(Kind kind, double value, const Words& words) {
+    switch (kind) {
+        case Kind::weekend:
+        case Kind::key:
+        case Kind::finger:
+        case Kind::correction:
+        case Kind::keyboardShare:
+        case Kind::busiestHour:
+            return percent(value, words);
+        case Kind::dayLength:
+            return words.number(value, 1);
+        case Kind::middleOfTyping:
+            return timeOf(value);
+        default:
+            return whole(value, words);
+    }
+}
+
+/// Whether a finding of this kind has one text for more than usual and another for less.
+bool hasDirection(Kind kind) {
+    return kind != Kind::shortcutAppeared && kind != Kind::shortcutDropped && kind != Kind::record &&
+           kind != Kind::busiestHour;
+}
+
+std::string keyOf(const Finding& finding) {
+    const std::string key = "report.finding." + std::string(Finding::kinds.of(finding.kind));
+    if (!hasDirection(finding.kind)) return key;
+    return key + (finding.value > finding.usual ? ".more" : ".less");
+}
+
+}  // namespace
+
+std::string nameOf(const Load::Striker& striker, const Words& words) {
+    return words.text("finger." + std::string(Board::hands.of(striker.hand)) + "." +
+                      std::string(Board::fingers.of(striker.finger)));
+}
+
+std::string textOf(const Finding& finding, const Legends& legends, const Words& words) {
+    const double change = finding.usual > 0 ? std::abs(finding.value - finding.usual) / finding.usual : 0;
+    return words.text(keyOf(finding), {{"name", subject(finding, legends, words)},
+                                       {"value", figure(finding.kind, finding.value, words)},
+                                       {"usual", figure(finding.kind, finding.usual, words)},
+                                       {"percent", whole(change * 100, words)},
+                                       {"since", finding.stretches.back().first.description()}});
+}
+
+std::string textOf(const LetterGain& gain, const Words& words) {
+    return words.text("report.gain", {{"letter", uppercased(gain.letter)},
+                                      {"share", percent(gain.share, words)},
+                                      {"time", words.number(gain.milliseconds)},
+                                      {"minutes", words.number(gain.minutesADay, 1)},
+                                      {"spared", words.number(gain.sparedADay, 1)}});
+}
+
+}  // namespace tapcore

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/files/file_problem.h"
+#include "core/files/store.h"
+#include "core/foundation/progress.h"
+#include "core/keyboard/board.h"
+#include "core/keyboard/load.h"
+#include "core/reports/finding.h"
+#include "core/reports/key_class.h"
+#include "core/reports/letter_gain.h"
+#include "core/reports/report_period.h"
+#include "core/reports/typing_days.h"
+#include "core/reports/usual.h"
+
+namespace tapcore {
+
+/// The keyboard that a report lays the counts over.
+struct ReportKeyboard {
+    Board board;
+    std::string layout;      ///< its id, as practice files name it
+    std::string layoutName;  ///< for people
+    Legends legends;
+};
+
+/// What a period of typing says.
+struct Report {
+    /// A day of the period: a gap when it has no file, which is not the same as a day without a press.
+    struct DayLine {
+        Day day;
+        std::optional<std::int64_t> keystrokes;
+        std::int64_t activeHours = 0;
+        std::int64_t clicks = 0;
+
+        bool operator==(const DayLine&) const = default;
+    };
+
+    /// Another period's totals.
+    struct Totals {
+        ReportPeriod period;
+        Stretch stretch;  ///< as much of it as is over of the report's own
+        std::int64_t keystrokes = 0;
+        std::int64_t activeHours = 0;
+        std::int64_t typingDays = 0;
+        std::int64_t clicks = 0;
+
+        bool operator==(const Totals&) const = default;
+    };
+
+    /// The same weekdays of the weeks before.
+    struct UsualTotals {
+        Usual keystrokes;
+        Usual activeHours;
+
+        bool operator==(const UsualTotals&) const = default;
+    };
+
+    struct Practice {
+        std::int64_t days = 0;
+        std::int64_t seconds = 0;
+        std::int64_t lessons = 0;
+        std::int64_t best = 0;                ///< the fastest lesson, in words per minute
+        std::optional<std::int64_t> pace;     ///< of all timed presses, in words per minute
+        std::vector<std::string> newLetters;  ///< practised for the first time ever
+
+        bool operator==(const Practice&) const = default;
+    };
+
+    ReportPeriod period;
+    Stretch passed;  ///< what is over of the period
+    bool isOver = true;
+    StretchFigures figures;
+    std::vector<DayLine> days;  ///< those that are over, without those after the last one counted today
+    ClassCounts classes{};
+    Load load{Board{}, {}, {}, {}};
+    Practice practice;
+    std::optional<UsualTotals> usual;  ///< of periods of up to 31 days, where three or more weeks have typing
+    std::optional<Totals> before;      ///< nothing without typing
+    std::optional<Totals> yearBefore;  ///< nothing without typing
+    std::vector<Finding> findings;     ///< what changed, the farthest from usual first; then facts
+    std::vector<LetterGain> gains;
+
+    /// Whether nothing was counted or practised.
+    bool isEmpty() const { return figures.summary.isEmpty() && practice.seconds == 0; }
+};
+
+/// What a report is asked of.
+struct ReportQuestion {
+    ReportPeriod period;
+    Day today;
+    std::int64_t hoursPassed = 24;  ///< whole hours of today, by the clock
+    ReportKeyboard keyboard;
+};
+
+/// So many times a stretch is looked back for what is usual.
+inline constexpr std::int64_t mostEarlier = 8;
+/// What is usual is told of periods of up to so many days: of longer ones nobody has eight.
+inline constexpr std::int64_t longestWithUsual = 31;
+
+/// Reads what the report needs and works it out; a period that has not begun gives an empty one. Files that
+/// cannot be read are named in `problems`, once each, and the rest is reported.
+Report reportOf(const Store& store, const ReportQuestion& question, FileProblems* problems = nullptr,
+                const Progress& progress = {});
+
+}  // namespace tapcore
