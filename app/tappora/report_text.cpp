@@ -140,11 +140,30 @@ std::string practiceText(const Report& report, const Terminal& terminal) {
     return text;
 }
 
-std::string gapsText(const Report& report) {
+/// A bar for each day, and none for a day without a file: that nobody counted does not mean that nobody
+/// typed.
+std::string eachDay(const Report& report, const Terminal& terminal) {
+    std::int64_t most = 1;
+    for (const Report::DayLine& line : report.days) most = std::max(most, line.keystrokes.value_or(0));
+    std::string text = heading("Days", terminal);
+    for (const Report::DayLine& line : report.days) {
+        const std::string name = weekday(line.day) + " " + line.day.description();
+        constexpr std::size_t barWidth = 40;
+        const std::string drawn = bar(line.keystrokes.value_or(0), most, barWidth, terminal);
+        const std::string value = line.keystrokes ? tapcore::grouped(*line.keystrokes) : "no data";
+        text += fmt::format("  {:<14}{:>14}{}{}\n", name, value, drawn.empty() ? "" : " ", drawn);
+    }
+    return text;
+}
+
+std::string daysText(const Report& report, const Terminal& terminal) {
+    constexpr std::size_t mostDays = 31;
+    if (report.days.size() <= mostDays) return eachDay(report, terminal);
     std::size_t gaps = 0;
     for (const Report::DayLine& line : report.days) gaps += line.keystrokes ? 0 : 1;
-    if (gaps == 0) return "";
-    return fmt::format("  {} without data\n", tapcore::counted(gaps, "day", "days"));
+    const std::string months = daysSection(report.figures.summary, terminal);
+    return gaps == 0 ? months
+                     : months + fmt::format("  {} without data\n", tapcore::counted(gaps, "day", "days"));
 }
 
 }  // namespace
@@ -153,9 +172,9 @@ std::string reportText(const Report& report, const tapcore::ReportKeyboard& keyb
                        const tapcore::Words& words, const Terminal& terminal) {
     const tapcore::Summary& summary = report.figures.summary;
     std::string text = terminal.bold(title(report)) + "\n";
-    text += findingsText(report, keyboard, words, terminal) + "\n" + figures(summary) + gapsText(report);
+    text += findingsText(report, keyboard, words, terminal) + "\n" + figures(summary);
     text += comparisonText(report, terminal) + hoursSection(summary, terminal);
-    text += daysSection(summary, terminal) + topSection(summary, keyboard.legends, 10, terminal);
+    text += daysText(report, terminal) + topSection(summary, keyboard.legends, 10, terminal);
     return text + kindsText(report, terminal) + fingersText(report, terminal) +
            practiceText(report, terminal);
 }

@@ -55,6 +55,7 @@ std::vector<LetterGain> letterGains(const Tally::KeyCounts& counts, const Legend
                          .minutesADay = pressesADay * static_cast<double>(each.milliseconds) / inMinute,
                          .sparedADay = pressesADay * slower / inMinute});
     }
+    std::erase_if(gains, [](const LetterGain& gain) { return gain.sparedADay < leastSpared; });
     std::stable_sort(gains.begin(), gains.end(),
                      [](const LetterGain& a, const LetterGain& b) { return a.sparedADay > b.sparedADay; });
     return gains;

@@ -26,6 +26,9 @@ struct LetterGain {
 /// So many timed presses are needed to say how long a letter takes.
 inline constexpr std::int64_t fewestTimed = 20;
 
+/// What spares less, in minutes a day, is not worth saying.
+inline constexpr double leastSpared = 0.1;
+
 /// The letters that take longer than half of those practised, by what they would spare, the most first.
 /// `practised` are the times on the layout of `legends`; `typingDays` is on how many days `counts` was typed.
 /// Nothing for fewer than three letters with times, or without a day.
