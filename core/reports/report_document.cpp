@@ -22,6 +22,8 @@ constexpr std::array<std::string_view, 7> weekdays = {"Sun", "Mon", "Tue", "Wed"
 
 std::string decimal(std::int64_t value) { return std::to_string(value); }
 
+std::string rounded(double value) { return decimal(std::int64_t{std::llround(value)}); }
+
 /// With so many figures behind the point, whatever the locale.
 std::string decimal(double value, int figures) {
     std::array<char, 64> text{};
@@ -86,11 +88,11 @@ TextTable comparisonTable(const Report& report) {
     if (report.usual) {
         const auto& [keystrokes, hours] = *report.usual;
         table.rows.push_back({"usual, median of " + std::to_string(keystrokes.count),
-                              decimal(keystrokes.median, 0), change(now, keystrokes.median),
-                              decimal(hours.median, 0)});
+                              rounded(keystrokes.median), change(now, keystrokes.median),
+                              rounded(hours.median)});
         table.rows.push_back({"the middle half",
-                              decimal(keystrokes.lower, 0) + " to " + decimal(keystrokes.upper, 0), "",
-                              decimal(hours.lower, 0) + " to " + decimal(hours.upper, 0)});
+                              rounded(keystrokes.lower) + " to " + rounded(keystrokes.upper), "",
+                              rounded(hours.lower) + " to " + rounded(hours.upper)});
     }
     const auto add = [&](const char* what, const std::optional<Report::Totals>& totals) {
         if (totals)
@@ -175,7 +177,7 @@ TextTable fingersTable(const Report& report) {
     if (load.all.presses == 0) return table;
     const auto add = [&](const std::string& name, const Load::Part& part, bool hasWay) {
         table.rows.push_back({name, decimal(part.presses), shareText(part.presses, load.all.presses),
-                              hasWay ? decimal(part.metres, 0) : ""});
+                              hasWay ? rounded(part.metres) : ""});
     };
     for (const auto& [striker, part] : load.byFinger)
         add(std::string(Board::hands.of(striker.hand)) + " " + std::string(Board::fingers.of(striker.finger)),
@@ -191,7 +193,7 @@ TextTable practiceTable(const Report& report) {
     const Report::Practice& practice = report.practice;
     if (practice.seconds == 0) return table;
     table.rows = {{"days", decimal(practice.days)},
-                  {"minutes", decimal(static_cast<double>(practice.seconds) / 60, 0)},
+                  {"minutes", rounded(static_cast<double>(practice.seconds) / 60)},
                   {"lessons", decimal(practice.lessons)}};
     if (practice.best > 0) table.rows.push_back({"fastest lesson, wpm", decimal(practice.best)});
     if (practice.pace) table.rows.push_back({"pace of all presses, wpm", decimal(*practice.pace)});
