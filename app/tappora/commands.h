@@ -12,27 +12,25 @@ struct Environment;
 // its command line, which then parses them and runs what was asked for.
 
 // clang-format off
-void folderCommand (CommandLine&, const Environment&);
-void glanceCommand (CommandLine&, const Environment&);  // `tappora` alone
-void boardsCommand (CommandLine&, const Environment&);
-void dayCommand    (CommandLine&, const Environment&);
-void fingersCommand(CommandLine&, const Environment&);
-void heatmapCommand(CommandLine&, const Environment&);
-void layoutsCommand(CommandLine&, const Environment&);
-void mcpCommand    (CommandLine&, const Environment&);
-void pauseCommand  (CommandLine&, const Environment&);
-void promptCommand (CommandLine&, const Environment&);
+void glanceCommand  (CommandLine&, const Environment&);  // `tappora` alone
+void boardsCommand  (CommandLine&, const Environment&);
+void dayCommand     (CommandLine&, const Environment&);
+void demoCommand    (CommandLine&, const Environment&);
+void fingersCommand (CommandLine&, const Environment&);
+void folderCommand  (CommandLine&, const Environment&);
+void heatmapCommand (CommandLine&, const Environment&);
+void layoutsCommand (CommandLine&, const Environment&);
+void mcpCommand     (CommandLine&, const Environment&);
+void pauseCommand   (CommandLine&, const Environment&);
+void promptCommand  (CommandLine&, const Environment&);
+void reportCommand  (CommandLine&, const Environment&);
+void resumeCommand  (CommandLine&, const Environment&);
 void settingsCommand(CommandLine&, const Environment&);
-void setupCommand  (CommandLine&, const Environment&);
-void resumeCommand (CommandLine&, const Environment&);
-void statusCommand (CommandLine&, const Environment&);
-void demoCommand   (CommandLine&, const Environment&);
-void promptCommand (CommandLine&, const Environment&);
-void settingsCommand(CommandLine&, const Environment&);
-void reportCommand (CommandLine&, const Environment&);
-void summaryCommand(CommandLine&, const Environment&);
-void toolCommand   (CommandLine&, const Environment&);
-void widgetCommand (CommandLine&, const Environment&);
+void setupCommand   (CommandLine&, const Environment&);
+void statusCommand  (CommandLine&, const Environment&);
+void summaryCommand (CommandLine&, const Environment&);
+void toolCommand    (CommandLine&, const Environment&);
+void widgetCommand  (CommandLine&, const Environment&);
 // clang-format on
 
 /// A program of its own beside this one, which is started with the arguments of the command.
