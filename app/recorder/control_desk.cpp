@@ -47,11 +47,15 @@ void ControlDesk::serveUntil(int file) {
     while (true) {
         keeper_.follow(hostNow());
         if (isReadable(file)) return;
-        const auto pause = pauses_.state().pause;
-        const bool hasEnd = pause && pause->until;
-        if (hasEnd && !pauseEnd_.set(*pause->until)) continue;  // the clock was set meanwhile
-        server_.serveUntil({file, pauses_.descriptor(), hasEnd ? pauseEnd_.descriptor() : -1});
+        if (setAlarm()) server_.serveUntil({file, pauses_.descriptor(), pauseEnd_.descriptor()});
     }
+}
+
+/// Has it ring when the pause ends by itself; false when the clock was set meanwhile.
+bool ControlDesk::setAlarm() const {
+    constexpr std::chrono::days longTime{1};
+    const auto pause = pauses_.state().pause;
+    return pauseEnd_.set(pause && pause->until ? *pause->until : hostNow() + longTime);
 }
 
 std::string ControlDesk::answer(std::string_view line) {
@@ -69,6 +73,7 @@ ControlAnswer ControlDesk::answerTo(const ControlQuestion& question) {
     if (question.kind == Kind::pause) pauses_.pause({.since = now, .until = question.until});
     if (question.kind == Kind::resume) pauses_.resume();
     keeper_.follow(now);
+    (void)setAlarm();  // it rings at once when the clock was set
     RecorderStatus status = status_();
     status.folder = folder_;
     status.pauseProblem = keeper_.problem();

@@ -31,6 +31,7 @@ class ControlDesk {
   private:
     std::string answer(std::string_view line);
     ControlAnswer answerTo(const ControlQuestion& question);
+    bool setAlarm() const;
 
     std::filesystem::path folder_;
     Environment environment_;

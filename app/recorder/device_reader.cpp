@@ -1,7 +1,6 @@
 #include "app/recorder/device_reader.h"
 
 #include <poll.h>
-#include <sys/eventfd.h>
 
 #include <algorithm>
 #include <array>
@@ -12,29 +11,10 @@
 
 #include "app/common/program.h"
 #include "app/common/system/alarm.h"
-#include "core/foundation/descriptor.h"
+#include "app/recorder/stop_bell.h"
 
 namespace tappora {
 namespace {
-
-/// Becomes readable when a stop is asked for.
-class StopBell {
-  public:
-    explicit StopBell(const std::stop_token& stop)
-        : file_(::eventfd(0, EFD_CLOEXEC)), onStop_(stop, Ring{file_.get()}) {
-        if (!file_.isOpen()) throw std::system_error(errno, std::generic_category(), "stop");
-    }
-    int descriptor() const { return file_.get(); }
-
-  private:
-    struct Ring {
-        int file;
-        void operator()() const { ::eventfd_write(file, 1); }
-    };
-
-    tapcore::Descriptor file_;
-    std::stop_callback<Ring> onStop_;
-};
 
 EventRules::Options asking(const EventSource& source, EventRules::Options options) {
     options.heldOn = [&source](DeviceId id) { return source.heldModifiers(id); };

@@ -6,8 +6,9 @@
 #include <optional>
 #include <utility>
 
-#include "app/common/folder/tell.h"
 #include "app/common/folder/practice_lock.h"
+#include "app/common/folder/settings.h"
+#include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
@@ -18,6 +19,7 @@
 #include "app/recorder/event_source.h"
 #include "app/recorder/live_output.h"
 #include "app/recorder/live_recorder.h"
+#include "app/recorder/lock_watch.h"
 #include "app/recorder/pause_file.h"
 #include "app/recorder/pause_keeper.h"
 #include "app/recorder/pause_switch.h"
@@ -91,6 +93,7 @@ class LiveCommand {
 
     void run() {
         keeper_.restore(hostNow());
+        heedLock();
         recorder_.run(*source_);
     }
 
@@ -103,6 +106,7 @@ class LiveCommand {
     }
     void makeReady(const std::function<bool()>& endsSoon);
     void lookAgain();
+    void heedLock();
 
     const RecordOptions& options_;
     const Environment& environment_;
@@ -113,6 +117,9 @@ class LiveCommand {
     std::optional<FolderWriter> writer_;
     PauseSwitch pauses_;
     PauseKeeper keeper_;
+    std::optional<LockWatch> lockWatch_;
+    Attempt readingSettings_;
+    bool heedsLock_ = true;
     LiveRecorder recorder_;
     ControlDesk desk_;
     const std::unique_ptr<EventSource> source_;
@@ -127,6 +134,7 @@ LiveCommand::LiveCommand(const RecordOptions& options, const Environment& enviro
       keeper_(
           pauses_, pauseFiles(environment, folder_),
           [&](tapcore::Instant moment) { return onTheClock(environment, moment); }, tell_),
+      readingSettings_(tell_),
       recorder_(liveRulesFor(options, practice_), pauses_, world()),
       desk_(
           folder_, environment, pauses_, keeper_, [this] { return recorder_.status(); }, tell_),
@@ -162,6 +170,14 @@ void LiveCommand::makeReady(const std::function<bool()>& endsSoon) {
 void LiveCommand::lookAgain() {
     practice_.lookAgain();
     desk_.lookAgain();
+    heedLock();
+}
+
+/// Has a locked session not count, as the settings say now. While they cannot be read, it stays as it was.
+void LiveCommand::heedLock() {
+    readingSettings_.run([&] { heedsLock_ = Settings::read(environment_).flag("record.pauseWhenLocked"); });
+    if (heedsLock_ && !lockWatch_) lockWatch_.emplace(pauses_);
+    if (!heedsLock_) lockWatch_.reset();
 }
 
 }  // namespace

@@ -48,8 +48,8 @@ void PauseSwitch::setLocked(bool isLocked) {
 }
 
 void PauseSwitch::setLockProblem(const std::string& why) {
-    if (!why.empty()) setLocked(false);
     const std::lock_guard lock(mutex_);
+    if (state_.lockProblem == why) return;
     state_.lockProblem = why;
     ring();
 }

@@ -33,7 +33,7 @@ class PauseSwitch {
     /// Ends a pause whose time has come.
     void endOverdue(tapcore::Instant now);
     void setLocked(bool isLocked);
-    /// Whether the session is locked is not known, and taken for no; "" when it is known again.
+    /// Why it is not known whether the session is locked: what was last known holds. "" when it is known.
     void setLockProblem(const std::string& why);
 
     State state() const;

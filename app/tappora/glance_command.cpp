@@ -1,6 +1,8 @@
 #include <fmt/format.h>
 
+#include <chrono>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
@@ -11,6 +13,7 @@
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/period_text.h"
+#include "app/tappora/recorder_facts.h"
 #include "core/counting/chords.h"
 #include "core/counting/top_keys.h"
 #include "core/files/comparison.h"
@@ -28,7 +31,16 @@ struct Glance {
     tapcore::Summary week;  ///< the seven days ending today
     std::optional<std::int64_t> comparison;
     tapcore::FileProblems problems;  ///< of today and the week
+    std::optional<Pause> pause{};
 };
+
+/// The pause of the recorder into a data folder; nothing when none runs, or it has no time to answer.
+std::optional<Pause> pauseOf(const tapcore::Store& store, const Environment& environment) {
+    constexpr std::chrono::seconds patience{1};
+    for (const auto& status : answersOf(askStatus({.folder = store.root, .patience = patience}, environment)))
+        if (status.pause) return status.pause;
+    return std::nullopt;
+}
 
 Glance read(const tapcore::Store& store, const tapcore::Day& day, double hours,
             const tapcore::Calendar& calendar, tapcore::FileProblems& problems) {
@@ -51,6 +63,7 @@ nlohmann::json glanceJson(const Glance& glance, const tapcore::Legends& legends)
         {"topKeys", toJson(tapcore::topKeys(glance.today.byKey, legends, topRows))},
         {"topChords", toJson(tapcore::Chords::top(glance.today.byChord, legends, topRows))}};
     if (glance.comparison) result["comparison"] = *glance.comparison;
+    if (glance.pause) result["pause"] = toJson(*glance.pause);
     return result;
 }
 
@@ -62,10 +75,16 @@ std::string headline(const Glance& glance) {
                              : total;
 }
 
-std::string glanceText(const Glance& glance, const tapcore::Legends& legends, const Terminal& terminal) {
+std::string pauseText(const Glance& glance, const Environment& environment) {
+    return glance.pause ? pauseLine(*glance.pause, environment) : "";
+}
+
+std::string glanceText(const Glance& glance, const tapcore::Legends& legends,
+                       const Environment& environment) {
+    const Terminal terminal = Terminal::of(environment);
     return terminal.bold(weekday(glance.day) + " " + glance.day.description()) + "   " + headline(glance) +
-           "\n" + hoursSection(glance.today, terminal) + daysSection(glance.week, terminal) +
-           topSection(glance.today, legends, topRows, terminal);
+           "\n" + pauseText(glance, environment) + hoursSection(glance.today, terminal) +
+           daysSection(glance.week, terminal) + topSection(glance.today, legends, topRows, terminal);
 }
 
 std::string welcome(const tapcore::Store& store) {
@@ -89,16 +108,16 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Day day = today(folder, environment, calendar);
     const tapcore::Store store = openStore(folder, environment);
     tapcore::FileProblems problems;
-    const Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
+    Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
     requireAnswer(glance.problems, glance.week.isEmpty());
     complainOf(problems);
-    if (!json && store.days().empty()) return print(welcome(store));
+    glance.pause = pauseOf(store, environment);
+    if (!json && store.days().empty()) return print(welcome(store) + pauseText(glance, environment));
     const Keyboards keyboards(environment, store);
     const bool namesKeys = !glance.today.byKey.empty() || !glance.today.byChord.empty();
     // The system's layout takes milliseconds to find out.
     const tapcore::Legends legends = namesKeys ? keyboards.chosenLayout({}).legends : tapcore::Legends();
-    print(json ? jsonText(glanceJson(glance, legends))
-               : glanceText(glance, legends, Terminal::of(environment)));
+    print(json ? jsonText(glanceJson(glance, legends)) : glanceText(glance, legends, environment));
 }
 
 }  // namespace tappora

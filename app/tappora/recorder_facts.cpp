@@ -71,7 +71,7 @@ void Facts::problems(const RecorderStatus& status) {
                                     counted(dropped->times, "time", "times"), clock(dropped->last)));
     if (status.pause) row("Paused since", clock(status.pause->since));
     if (!status.pauseProblem.empty()) row("Pause", status.pauseProblem);
-    if (!status.lockProblem.empty()) row("Locking", status.lockProblem);
+    if (!status.lockProblem.empty()) row("Locked", "not known: " + status.lockProblem);
 }
 
 }  // namespace

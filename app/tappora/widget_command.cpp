@@ -3,6 +3,7 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
+#include "app/common/widget/shown_pause.h"
 #include "app/common/widget/widget_file.h"
 #include "app/tappora/commands.h"
 #include "app/tappora/widget_timeline.h"
@@ -41,7 +42,7 @@ void widgetCommand(CommandLine& line, const Environment& environment) {
         [](auto&) {}, [&] { printTimelines(environment); });
     line.perform([&] {
         if (watch) watchSnapshot(folder, environment);
-        else print(snapshotNow(folder, environment).data() + "\n");
+        else print(widgetLine(snapshotNow(folder, environment), environment) + "\n");
     });
 }
 

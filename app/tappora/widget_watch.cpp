@@ -17,6 +17,7 @@
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
 #include "app/common/terminal/line_output.h"
+#include "app/common/widget/shown_pause.h"
 #include "app/common/widget/widget_file.h"
 #include "core/files/store.h"
 
@@ -32,6 +33,7 @@ void watchAll(FolderWatch& folders, const FolderOptions& options, const Environm
     folders.add(root);
     for (const tapcore::Store& part : tapcore::Store(root, {}).readParts()) folders.add(part.base() / "days");
     folders.add(Settings::url(environment).parent_path());
+    folders.add(shownPauseFile(environment).parent_path());
 }
 
 tapcore::Instant nextHour(tapcore::Instant now, const tapcore::Calendar& calendar) {
@@ -99,7 +101,7 @@ class Printer {
     void read(const FolderOptions& options, const Environment& environment) {
         watchAll(folders_, options, environment);
         tapcore::FileProblems problems;
-        current_ = widgetSnapshot(options, environment, &problems).data();
+        current_ = widgetLine(widgetSnapshot(options, environment, &problems), environment);
         complainOfNew(problems);
     }
 
