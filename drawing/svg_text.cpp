@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace drawing {
 namespace {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace drawing {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "core/files/day_file.h"
 #include "core/files/month_rollup.h"
-#include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/utf8.h"
 #include "fuzz/long_numbers.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/utf8.h"
 #include "core/practice/practice_day.h"
 #include "fuzz/long_numbers.h"
 

@@ -15,7 +15,6 @@ using drawing::Rect;
 using drawing::Style;
 using drawing::Tile;
 using drawing::Transform;
-using HeatKey = tapcore::WidgetSnapshot::HeatKey;
 namespace HeatRamp = tapcore::HeatRamp;
 
 Colour colourOf(const HeatRamp::HSB& hsb) {
@@ -23,15 +22,16 @@ Colour colourOf(const HeatRamp::HSB& hsb) {
     return {red, green, blue};
 }
 
+}  // namespace
+
 Rect rectOf(const tapcore::Board::Rect& rect) { return {rect.x, rect.y, rect.w, rect.h}; }
 
-Tile tileOf(const HeatKey& key) {
-    Tile tile{.parts = {{key.x, key.y, key.w, key.h}}, .degrees = key.r, .aboutX = key.rx, .aboutY = key.ry};
-    if (key.second) tile.parts.push_back(rectOf(*key.second));
+Tile tileOf(const tapcore::Board::Rect& rect, const std::optional<tapcore::Board::Rect>& second,
+            double degrees, std::optional<double> aboutX, std::optional<double> aboutY) {
+    Tile tile{.parts = {rectOf(rect)}, .degrees = degrees, .aboutX = aboutX, .aboutY = aboutY};
+    if (second) tile.parts.push_back(rectOf(*second));
     return tile;
 }
-
-}  // namespace
 
 Style heatStyle(std::int64_t step, tapcore::MapColor color) {
     const auto light = HeatRamp::hsb(step, false, false, color);
@@ -46,8 +46,8 @@ Node HeatBoard::drawing(const Rect& room) const {
     const double unit = std::min(room.width / bounds.w, room.height / bounds.h);
     std::vector<Node> tiles;
     tiles.reserve(keys.size());
-    for (const HeatKey& key : keys) {
-        const Tile tile = tileOf(key);
+    for (const auto& key : keys) {
+        const Tile tile = tileOf({key.x, key.y, key.w, key.h}, key.second, key.r, key.rx, key.ry);
         std::vector<Node> parts;  // a list in braces would copy the outline
         parts.push_back(drawing::filled(tile.outline(unit), heatStyle(key.step, color)));
         tiles.push_back(drawing::group(std::move(parts), tile.placement(unit, {bounds.x, bounds.y})));

@@ -24,6 +24,7 @@
 #include "app/common/system/environment.h"
 #include "app/common/system/signals.h"
 #include "core/foundation/language_rules.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

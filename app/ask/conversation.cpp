@@ -13,6 +13,7 @@
 #include "app/common/system/signals.h"
 #include "core/assistant/ask_starters.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

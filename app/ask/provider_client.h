@@ -11,7 +11,7 @@
 
 #include "app/ask/http_client.h"
 #include "core/assistant/assistant_wire.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 #include "core/words/words.h"
 
 namespace tappora {

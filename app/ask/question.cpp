@@ -72,7 +72,7 @@ Answer putQuestion(Dialogue& dialogue, const tapcore::AssistantTools& tools, boo
         }
         std::vector<Output> results;
         for (const tapcore::ToolCall& call : reply.calls) {
-            results.push_back(tapcore::run(call, tools));
+            results.push_back(tools.run(call));
             addOnce(answer.read, results.back().read);
             onCall(call, results.back());
         }

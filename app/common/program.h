@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 
 namespace tappora {
 

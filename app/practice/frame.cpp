@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "app/common/keyboard/fingers_view.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

@@ -28,14 +28,14 @@ std::size_t rowsOfText(std::size_t linesOfScreen) {
 }
 
 SpanStyle styleAt(const LessonSession& session, std::size_t at) {
-    const LessonSession::Mark mark = session.marks()[at];
+    const LessonSession::Outcome outcome = session.outcomes()[at];
     if (at == session.position())
-        return mark == LessonSession::Mark::wrong ? SpanStyle::nextWrong : SpanStyle::next;
+        return outcome == LessonSession::Outcome::wrong ? SpanStyle::nextWrong : SpanStyle::next;
     if (at > session.position()) return SpanStyle::plain;
-    switch (mark) {
-        case LessonSession::Mark::wrong:
+    switch (outcome) {
+        case LessonSession::Outcome::wrong:
             return SpanStyle::wrong;
-        case LessonSession::Mark::mended:
+        case LessonSession::Outcome::corrected:
             return SpanStyle::corrected;
         default:
             return SpanStyle::right;

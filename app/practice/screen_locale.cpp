@@ -11,6 +11,7 @@
 #include "app/common/program.h"
 #include "app/common/terminal/terminal.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

@@ -42,7 +42,7 @@ fs::path FolderWriter::days() const { return store_.base() / "days"; }
 
 void FolderWriter::hold() {
     naming([&] {
-        store_.settle(tapcore::makeFolders(days()));
+        store_.warnUnlessSafe(tapcore::makeFolders(days()));
         base_ = KnownFolder(store_.base());
         holdDays();
         known_ = lastDayHere();

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "app/recorder/input_device.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 
 namespace tappora {
 

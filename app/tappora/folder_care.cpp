@@ -42,7 +42,7 @@ void convertFolder(const std::optional<std::string>& format, const FolderOptions
     if (chosen) {
         auto config = tapcore::FolderConfig::readToChange(locked.store.root);
         config.format = locked.store.format = *chosen;
-        locked.store.settle(config.write(locked.store.root));
+        locked.store.warnUnlessSafe(config.write(locked.store.root));
     }
     LongWork work("converting");
     work.requireDone(locked.store.convert(work.progress()));

@@ -15,7 +15,6 @@
 #include "app/tappora/period_text.h"
 #include "app/tappora/recorder_facts.h"
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 #include "core/files/comparison.h"
 #include "core/foundation/integers.h"
 

@@ -47,11 +47,12 @@ struct Known {
     std::set<std::string> own;
 };
 
-Known knownLayouts(const Asked& asked, const Environment& environment) {
+/// `tell` hears of each own layout that is left out.
+Known knownLayouts(const Asked& asked, const Environment& environment, const Tell& tell = complain) {
     tapcore::FileProblems problems;
     const fs::path resources = resourceFolder(environment);
     std::vector<Layout> own = ownLayouts(openStore(asked.folder, environment), resources, problems);
-    complainOf(problems);
+    complainOf(problems, tell);
     std::set<std::string> ids;
     for (const Layout& layout : own) ids.insert(layout.id);
     return {Catalog::bundled(resources).adding(std::move(own)), std::move(ids)};
@@ -105,9 +106,14 @@ std::vector<std::string> problemsOf(const std::vector<std::string>& files, const
 }
 
 void check(const Asked& asked, const Environment& environment) {
-    const Catalog catalog = knownLayouts(asked, environment).catalog;
-    reportProblems("layouts", asked.files.empty() ? catalog.problems() : problemsOf(asked.files, catalog),
-                   asked.json);
+    if (!asked.files.empty())
+        return reportProblems("layouts", problemsOf(asked.files, knownLayouts(asked, environment).catalog),
+                              asked.json);
+    std::vector<std::string> problems;
+    const Tell find = [&](const std::string& problem) { problems.push_back(problem); };
+    for (std::string& problem : knownLayouts(asked, environment, find).catalog.problems())
+        problems.push_back(std::move(problem));
+    reportProblems("layouts", problems, asked.json);
 }
 
 tapcore::KeylayoutImport imported(const std::string& file, tapcore::KeylayoutImportOptions options) {

@@ -10,7 +10,6 @@
 
 #include "app/tappora/bar_chart.h"
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 #include "core/foundation/checked.h"
 #include "core/foundation/integers.h"
 

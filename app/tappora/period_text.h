@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/common/terminal/terminal.h"
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/files/summary.h"
 
 namespace tappora {

@@ -7,6 +7,8 @@
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/language.h"
 #include "app/common/folder/period.h"
+#include "app/common/folder/tell.h"
+#include "app/common/keyboard/board_counts.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -14,7 +16,9 @@
 #include "app/tappora/commands.h"
 #include "app/tappora/long_work.h"
 #include "app/tappora/report_json.h"
+#include "app/tappora/report_page.h"
 #include "app/tappora/report_text.h"
+#include "core/foundation/file_io.h"
 #include "core/reports/report.h"
 #include "core/reports/report_document.h"
 
@@ -30,6 +34,8 @@ struct ReportOptions {
     PeriodOptions span;
     std::optional<std::string> kind;
     std::optional<std::string> of;
+    std::optional<std::string> output;
+    std::optional<std::string> color;
     bool saves = false;
     bool json = false;
 };
@@ -42,7 +48,10 @@ void declare(CommandLine& line, ReportOptions& options) {
     of.type("YYYY-MM-DD");
     addPeriodOptions(line, options.span);
     line.flag("--save", options.saves, "Write the report into the data folder, too");
-    line.flag("--json", options.json, "Print the report as JSON");
+    line.option("-o,--output", options.output, "Write the report as a page for the browser: an HTML file")
+        .type("FILE");
+    addColorOption(line, options.color);
+    line.flag("--json", options.json, "Print the report as JSON").excludes("--output");
     addKeyboardOptions(line, options.keyboard);
     addFolderOptions(line, options.folder);
 }
@@ -106,6 +115,22 @@ void save(const Report& report, const tapcore::ReportKeyboard& keyboard, const R
     complain(fmt::format("reports/{}.{}: {}", name, locked.store.format.fileExtension(), said(saved)));
 }
 
+/// The locale of dates: the user's own where it is one of the language, which then says more of it ("de_AT").
+std::string localeOf(const tapcore::Words& words, const Environment& environment) {
+    const std::string own = messageLocale(environment);
+    const std::string locale = own.substr(0, own.find_first_of(".@"));
+    return locale.starts_with(words.language()) ? locale : words.language();
+}
+
+void writePage(const Report& report, const ReportOptions& options, const tapcore::ReportKeyboard& keyboard,
+               const tapcore::Words& words, const Environment& environment) {
+    const std::string& file = *options.output;
+    if (!file.ends_with(".html"))
+        throw UsageError("--output: " + file + ": not a page: its name must end in .html");
+    const PageStyle style{chosenColor(options.color, environment), localeOf(words, environment)};
+    complainOf(tapcore::writeFile(file, reportPage(report, keyboard, words, style)));
+}
+
 }  // namespace
 
 void reportCommand(CommandLine& line, const Environment& environment) {
@@ -130,6 +155,7 @@ void reportCommand(CommandLine& line, const Environment& environment) {
         return;
     }
     if (options.saves) save(report, question.keyboard, options, environment);
+    if (options.output) return writePage(report, options, question.keyboard, words, environment);
     print(options.json ? jsonText(toJson(report, question.keyboard, words))
                        : reportText(report, question.keyboard, words, Terminal::of(environment)));
 }

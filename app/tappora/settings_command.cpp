@@ -34,11 +34,9 @@ void declareJson(CommandSyntax& command, Asked& asked) {
 /// The settings of the data folder; what is wrong with them is warned of.
 tapcore::FolderConfig configOf(const FolderOptions& folder, const Environment& environment) {
     const auto root = openStore(folder, environment).root;
-    std::string why;
-    auto config = tapcore::FolderConfig::read(root, &why);
-    if (!why.empty())
-        environment.warn(
-            fmt::format("{}: {}; the defaults are used", tapcore::FolderConfig::url(root).string(), why));
+    tapcore::FileProblems problems;
+    auto config = tapcore::FolderConfig::read(root, &problems);
+    complainOf(problems, environment.warn);
     return config;
 }
 

@@ -11,7 +11,7 @@
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "core/assistant/assistant_wire.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 namespace {

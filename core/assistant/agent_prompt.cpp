@@ -4,7 +4,8 @@
 #include <utility>
 
 #include "core/foundation/calendar.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -53,16 +54,6 @@ constexpr std::string_view sharedFolder =
 constexpr std::string_view todayLine =
     R"(Today is {today}: its file is days/{today}.{format} (it grows while I type). Yesterday: days/{yesterday}.{format}. This month's rollup, months/{month}.{format}, holds the days before today.)";
 
-/// A text with its holes filled in.
-std::string filled(std::string_view text,
-                   std::initializer_list<std::pair<std::string_view, std::string_view>> holes) {
-    std::string result(text);
-    for (const auto& [hole, value] : holes)
-        for (std::size_t at = 0; (at = result.find(hole, at)) != result.npos; at += value.size())
-            result.replace(at, hole.size(), value);
-    return result;
-}
-
 std::string extension(FileFormat format) { return std::string(format.fileExtension()); }
 
 std::string formatName(FileFormat format) { return format == FileFormat::org ? "Org mode" : "Markdown"; }
@@ -72,18 +63,12 @@ void append(Paragraphs& paragraphs, const Range& more) {
     paragraphs.insert(paragraphs.end(), more.begin(), more.end());
 }
 
-std::string joined(const Paragraphs& items, std::string_view separator) {
-    std::string text;
-    for (const std::string& item : items) text.append(&item == items.data() ? "" : separator).append(item);
-    return text;
-}
-
-std::string fileLines(FileFormat format) { return filled(files, {{"{format}", format.fileExtension()}}); }
+std::string fileLines(FileFormat format) { return filled(files, {{"format", format.fileExtension()}}); }
 
 std::string macsLine(const std::vector<std::string>& macs) {
     std::string folders;
     for (const std::string& mac : macs) folders.append(folders.empty() ? "" : ", ").append(mac).append("/");
-    return filled(sharedFolder, {{"{folders}", folders}});
+    return filled(sharedFolder, {{"folders", folders}});
 }
 
 std::string keyboardLine(const Board& board, const std::optional<Layout>& layout) {
@@ -129,10 +114,10 @@ Paragraphs fingerLines(const Board& board) {
 
 std::string dayLine(const Day& today, FileFormat format) {
     const Calendar calendar("UTC");  // dates alone: the zone does not matter
-    return filled(todayLine, {{"{today}", today.description()},
-                              {"{yesterday}", today.adding(-1, calendar).description()},
-                              {"{month}", today.monthName()},
-                              {"{format}", format.fileExtension()}});
+    return filled(todayLine, {{"today", today.description()},
+                              {"yesterday", today.adding(-1, calendar).description()},
+                              {"month", today.monthName()},
+                              {"format", format.fileExtension()}});
 }
 
 }  // namespace

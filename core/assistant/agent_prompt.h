@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/counting/day.h"
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/files/file_format.h"
 #include "core/keyboard/board.h"
 #include "core/keyboard/layout.h"
@@ -16,7 +16,7 @@ namespace tapcore {
 /// What a language model is told of a data folder before it is asked about it. The user speaks in it ("my
 /// typing") to the model ("you").
 struct AgentPrompt {
-    /// Stands where the folder's path is not to be told.
+    /// Written in place of the folder's path when that is not to be told.
     static constexpr std::string_view placeholder = "<the data folder>";
     /// Where the manual for agents is found. Nothing is published there under this reserved name; who does
     /// publish a manual names its address.
@@ -38,9 +38,9 @@ struct AgentPrompt {
 
     // Two texts that may be put around the first one.
 
-    /// What all this is about: to come first.
+    /// What Tappora and its data are about: to come before the prompt.
     static std::string_view opening();
-    /// How a file in a format is written: to come after the lines about the files.
+    /// How a file in this format is written: to come after the lines about the files.
     static std::string formatSection(FileFormat format);
 };
 

@@ -17,9 +17,7 @@ struct AssistantBudget {
 
     /// What the model is told once the budget is spent.
     static constexpr std::string_view finalWord =
-        "The question's budget is spent: answer now from what you have read, in a few lines, and call no "
-        "more tools. "
-        "Say what you could not look at, and that a narrower question (a day, a week, a month) can.";
+        R"(The question's budget is spent: answer now from what you have read, in a few lines, and call no more tools. Say what you could not look at, and that a narrower question (a day, a week, a month) can.)";
 
     /// Adds the "usage" of a reply; what is missing in it counts as 0. Tokens that Claude read from its cache
     /// count a tenth.

@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -73,6 +75,12 @@ std::string AssistantTools::spec(std::string_view name) const {
     for (const Spec& spec : specs())
         if (spec.name == name) return spec.description;
     return "";
+}
+
+AssistantTools::Output AssistantTools::run(const ToolCall& call) const {
+    if (call.isReadable) return run(call.name, call.arguments);
+    return toolError("The arguments are not a JSON object. Call " + call.name +
+                     R"( again with one, such as {"folder": "days"}.)");
 }
 
 AssistantTools::Output AssistantTools::run(std::string_view name, const nlohmann::json& arguments) const {

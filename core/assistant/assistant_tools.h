@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
@@ -14,10 +15,20 @@
 
 #include "core/assistant/tool_text.h"
 #include "core/counting/day.h"
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/files/store.h"
 
 namespace tapcore {
+
+/// A tool call that a model asks for.
+struct ToolCall {
+    std::string id;
+    std::string name;
+    std::map<std::string, std::string> arguments;
+    bool isReadable = true;  ///< false when its arguments are no JSON object: it is not to be run
+
+    bool operator==(const ToolCall&) const = default;
+};
 
 /// The tools by which a language model looks at the data folder: they list, read and search its files and add
 /// up a period. None of them writes, and none of them reads anything but data files of this folder, whatever
@@ -33,7 +44,7 @@ struct AssistantTools {
         bool operator==(const Spec&) const = default;
     };
 
-    /// What a call comes to.
+    /// The result of a call.
     struct Output {
         std::string text;  ///< what the model receives; always UTF-8
         bool isError = false;
@@ -63,7 +74,7 @@ struct AssistantTools {
     static constexpr std::size_t byteLimit = readLimit * bytesOfCharacter;
 
     std::filesystem::path base;     ///< the data folder
-    std::vector<std::string> macs;  ///< the machines' sub-folders; none in a folder that is not shared
+    std::vector<std::string> macs;  ///< the machines' sub-folders; empty in a folder that is not shared
     std::optional<Store> store;     ///< without it there is no `summary`
     Day today;
     Legends legends;  ///< name the keys in summaries
@@ -80,11 +91,13 @@ struct AssistantTools {
     /// Carries out one call and never fails: what is wrong with it is told in the output. An argument that is
     /// missing or not a string is absent.
     Output run(std::string_view name, const nlohmann::json& arguments) const;
+    /// Carries out a model's call. One that cannot be read is answered with how to do better.
+    Output run(const ToolCall& call) const;
 
     /// What `summary` says with these arguments as a record; or, as `run` gives it, why it cannot. Needs a
     /// store.
     std::variant<PeriodFigures, Output> period(const nlohmann::json& arguments) const;
-    /// The same as text.
+    /// What `summary` says of a period, as text.
     std::string text(const PeriodFigures& period) const;
 
     /// The data files of a folder in all places, relative to `base`, the newest first: those whose name so
@@ -125,7 +138,7 @@ struct AssistantTools {
     Output summary(const nlohmann::json& arguments) const;
 };
 
-/// What a call comes to that found something, or could not be done.
+/// The result of a call that found something, or could not be done.
 AssistantTools::Output toolText(std::string text);
 AssistantTools::Output toolError(std::string text);
 

@@ -23,7 +23,7 @@ enum class Provider {
     apple,   ///< the system's own model; only on its own platform
     claude,  ///< the Messages interface
     openai,  ///< the Chat Completions interface
-    local,   ///< the same, of a server on this machine; nothing is charged
+    local,   ///< a server on this machine with that interface; nothing is charged
 };
 inline constexpr RawValues<Provider, 4> providers{{"apple", "claude", "openai", "local"}};
 
@@ -70,24 +70,25 @@ nlohmann::json schema(const AssistantTools::Spec& tool);
 /// Earlier turns as messages, one for each.
 nlohmann::json history(const std::vector<ChatFile::Turn>& turns);
 
-/// Such messages as every interface takes them: the user's first, none without text, and those of one side
-/// that follow each other as one.
+/// The messages of `history` as every interface takes them: the user's first, without empty ones, and those
+/// of one side that follow each other as one.
 nlohmann::json sendable(const nlohmann::json& messages);
 
 /// The arguments of a tool call as a JSON object: given as one, as text that holds one, or as empty text.
 /// Nothing for anything else.
 std::optional<nlohmann::json> argumentsObject(const nlohmann::json& arguments);
 
-/// The string arguments of a tool call; others are dropped, and arguments that cannot be used give none.
+/// The string arguments of a tool call; others are dropped, and arguments that cannot be used give an empty
+/// map.
 std::map<std::string, std::string> arguments(const nlohmann::json& arguments);
 
-/// The ids in a provider's model listing, in its order; none when it is no listing.
+/// The ids in a provider's model listing, in its order; empty when it is not a listing.
 std::vector<std::string> modelIDs(const nlohmann::json& listing);
 
-/// Those of OpenAI's listing that can hold this conversation, newest first.
+/// The ids in OpenAI's model listing of models that can hold this conversation, newest first.
 std::vector<std::string> openaiChatModels(const nlohmann::json& listing);
 
-/// The first of each.
+/// The list without repetitions: the first of equal texts stays.
 std::vector<std::string> unique(const std::vector<std::string>& list);
 
 /// The text-table key that explains an HTTP failure; nothing where the provider's own message does.

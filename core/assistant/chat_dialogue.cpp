@@ -78,7 +78,7 @@ class ChatDialogue : public Dialogue {
         ModelReply result{Ending::empty, textOf(message), {}, ""};
         readCalls(message, result.text);
 
-        if (finish == "content_filter") return {Ending::refused, "", {}, "the provider withheld the answer"};
+        if (finish == "content_filter") return {Ending::refused, "", {}, "the provider blocked the answer"};
         if (std::string refusal = optionalString(message, "refusal"); !refusal.empty())
             return {Ending::answered, std::move(refusal), {}, ""};
         const bool isCutOff = finish == "length";

@@ -4,6 +4,7 @@
 
 #include "core/assistant/tool_text.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore::AssistantWire {
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
@@ -13,17 +12,7 @@
 
 namespace tapcore {
 
-/// A tool call that a model asks for.
-struct ToolCall {
-    std::string id;
-    std::string name;
-    std::map<std::string, std::string> arguments;
-    bool isReadable = true;  ///< false when its arguments are no JSON object: it is not to be run
-
-    bool operator==(const ToolCall&) const = default;
-};
-
-/// What a model's reply comes to.
+/// What a model's reply means for the question.
 struct ModelReply {
     enum class Ending {
         answered,  ///< `text` is the answer
@@ -51,7 +40,7 @@ struct DialogueStart {
     std::vector<ChatFile::Turn> turns;        ///< the conversation so far, and the question last
 };
 
-/// The messages that go to and fro for one question, in one provider's form. Only ever added to, since
+/// The requests and replies of one question, in one provider's form. Only ever added to, since
 /// providers check that what was said before is unchanged.
 class Dialogue {
   public:
@@ -79,8 +68,5 @@ class Dialogue {
     /// OpenAI's, and those of local servers.
     static std::unique_ptr<Dialogue> chat(DialogueStart start);
 };
-
-/// Runs a call. One that cannot be read is answered with how to do better.
-AssistantTools::Output run(const ToolCall& call, const AssistantTools& tools);
 
 }  // namespace tapcore

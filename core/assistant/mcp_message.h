@@ -2,11 +2,10 @@
 
 #include <nlohmann/json.hpp>  // whole: a message is JSON in every part
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 
 namespace tapcore::mcp {
 
@@ -15,13 +14,13 @@ namespace tapcore::mcp {
 enum class Revision { r2024_11_05, r2025_03_26, r2025_06_18, r2025_11_25, r2026_07_28 };
 
 /// A refusal, as JSON-RPC tells it.
-class Error : public std::runtime_error {
+class Error : public TextError {
   public:
     Error(int ofCode, const std::string& message, nlohmann::json withData = nullptr)
-        : std::runtime_error(withVisibleNuls(message)), code(ofCode), data(std::move(withData)) {}
+        : TextError(message), code(ofCode), data(std::move(withData)) {}
 
     int code;
-    nlohmann::json data;  ///< null for none
+    nlohmann::json data;  ///< null when there are no data
 };
 
 // Codes of JSON-RPC 2.0, then of the protocol.

@@ -7,7 +7,7 @@
 #include "core/assistant/mcp_methods.h"
 #include "core/assistant/tool_text.h"
 #include "core/foundation/ascii.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore::mcp {
 namespace {

@@ -20,7 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view chatName = "chat";
-constexpr std::string_view historyFolder = "history";
 
 std::string nameOf(const LocalTime& time) {
     char name[160];
@@ -61,7 +60,7 @@ void Store::writeChat(const ChatFile& chat) const {
     const fs::path folder = base() / assistantFolder;
     auto replaced = readWholeCopies(folder, chatName, format, fetch_);
     if (replaced.size() > 1) replaced.resize(1);  // the one that is read; another stays
-    settle(replaceCopies(folder, chatName, format, chat.text(format), replaced));
+    warnUnlessSafe(replaceCopies(folder, chatName, format, chat.text(format), replaced));
 }
 
 std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) const {
@@ -72,7 +71,7 @@ std::optional<fs::path> Store::shelveChat(Instant at, const Calendar& calendar) 
             throw fs::filesystem_error("cannot archive the conversation", copy.path, copy.file.error);
         fs::path target =
             history / (freeName(history, at, calendar, format) + copy.path.extension().string());
-        settle(renameFile(copy.path, target));
+        warnUnlessSafe(renameFile(copy.path, target));
         if (!shelved) shelved = std::move(target);
     }
     return shelved;

@@ -5,6 +5,7 @@
 #include "core/assistant/assistant_tools.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/held_folder.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -18,16 +19,6 @@ constexpr std::array<std::string_view, 3> perMac = {daysFolder, monthsFolder, pr
 template <class Range>
 bool holds(const Range& range, std::string_view item) {
     return std::find(range.begin(), range.end(), item) != range.end();
-}
-
-std::vector<std::string_view> piecesOf(std::string_view path) {
-    std::vector<std::string_view> pieces;
-    for (std::size_t end = 0; end != std::string_view::npos; path.remove_prefix(end + 1)) {
-        end = path.find('/');
-        pieces.push_back(path.substr(0, end));
-        if (end == std::string_view::npos) break;
-    }
-    return pieces;
 }
 
 /// A control character in a name could forge a line of a listing, or end the name early.
@@ -87,16 +78,16 @@ fs::path AssistantTools::rootOf(const fs::path& base) {
 
 /// Whether a path is written as that of a data file.
 bool AssistantTools::isDataPath(std::string_view path) const {
-    const auto pieces = piecesOf(path);
-    if (pieces.size() < 2 || pieces.size() > 3) return false;
-    if (pieces.size() == 3 && !holds(macs, pieces.front())) return false;
-    if (holds(pieces, "..") || !holds(folders, pieces[pieces.size() - 2])) return false;
-    return isDataFileName(pieces.back());
+    const auto steps = pieces(path, '/');
+    if (steps.size() < 2 || steps.size() > 3) return false;
+    if (steps.size() == 3 && !holds(macs, steps.front())) return false;
+    if (holds(steps, "..") || !holds(folders, steps[steps.size() - 2])) return false;
+    return isDataFileName(steps.back());
 }
 
 std::optional<fs::path> AssistantTools::resolve(std::string_view path) const {
     if (!isDataPath(path)) return std::nullopt;
-    if (piecesOf(path).back().size() > longestName) return base / path;
+    if (pieces(path, '/').back().size() > longestName) return base / path;
     return inside(base, path);
 }
 

@@ -81,8 +81,7 @@ AssistantTools::Output AssistantTools::readFile(std::string_view path) const {
     if (found.empty())
         return toolText(
             "There is no " + shortened(path) +
-            " — a day without typing has no file. This is normal; say so plainly. list_files shows the "
-            "ones that exist.");
+            R"( — a day without typing has no file. This is normal; say so plainly. list_files shows the ones that exist.)");
     if (found.size() == 1) return withProblems({oneCopy(found[0].text), false, {found[0].name}}, problems);
     return withProblems(joinedParts(found), problems);
 }

@@ -4,6 +4,7 @@
 
 #include "core/assistant/assistant_tools.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {

@@ -7,8 +7,8 @@
 #include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 #include "core/foundation/calendar.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {

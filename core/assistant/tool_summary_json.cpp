@@ -1,10 +1,11 @@
+// What the tool `summary` adds up, as JSON for clients that read structured results.
+
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 
 namespace tapcore {
 namespace {

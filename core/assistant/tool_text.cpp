@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 
@@ -25,15 +26,6 @@ std::string_view bounded(std::string_view text, std::size_t limit) {
 std::string shortened(std::string_view text) {
     const std::string_view shown = bounded(text, quoteLimit);
     return std::string(shown) + (shown.size() < text.size() ? "…" : "");
-}
-
-std::string joined(std::span<const std::string> items, std::string_view separator) {
-    std::string text;
-    for (const std::string& item : items) {
-        if (&item != items.data()) text += separator;
-        text += item;
-    }
-    return text;
 }
 
 DataFileReader::DataFileReader(std::filesystem::path root) : root_(std::move(root)), held_(root_) {}

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,8 +27,6 @@ std::string_view bounded(std::string_view text, std::size_t limit);
 
 /// `text` as a message or a result gives it back: bounded, however long it is.
 std::string shortened(std::string_view text);
-
-std::string joined(std::span<const std::string> items, std::string_view separator);
 
 /// Reads the data files of a folder. What was found to be in it is opened once, step by step below the folder
 /// and through no link, so that nothing put in its way meanwhile leads out.

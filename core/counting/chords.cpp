@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
 #include "core/counting/key_face.h"
 #include "core/foundation/characters.h"
 
-namespace tapcore::Chords {
+namespace tapcore {
 namespace {
 
 constexpr std::array<std::pair<Modifiers, std::string_view>, 5> faces = {{
@@ -19,7 +20,23 @@ constexpr std::array<std::pair<Modifiers, std::string_view>, 5> faces = {{
     {Modifiers::function, "fn"},
 }};
 
+/// The largest counts of at least 1, at most `limit`, in descending order; of equal ones the lower key is
+/// first.
+template <class Key>
+std::vector<std::pair<Key, std::int64_t>> mostCounted(const FlatMap<Key, std::int64_t>& counts,
+                                                      std::size_t limit) {
+    std::vector<std::pair<Key, std::int64_t>> ranked;
+    std::copy_if(counts.begin(), counts.end(), std::back_inserter(ranked),
+                 [](const auto& item) { return item.second >= 1; });
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& one, const auto& other) { return one.second > other.second; });
+    ranked.resize(std::min(limit, ranked.size()));
+    return ranked;
+}
+
 }  // namespace
+
+namespace Chords {
 
 std::string name(KeyCode keyCode, const Legends& legends) {
     const auto found = legends.find(keyCode);
@@ -47,16 +64,20 @@ std::string compact(const std::vector<std::string>& keys) {
 }
 
 std::vector<ChordRow> top(const Tally::ChordCounts& chords, const Legends& legends, std::int64_t limit) {
-    std::vector<std::pair<Tally::Chord, std::int64_t>> counted;
-    std::copy_if(chords.begin(), chords.end(), std::back_inserter(counted),
-                 [](const auto& item) { return item.second >= 1; });
-    std::stable_sort(counted.begin(), counted.end(),
-                     [](const auto& a, const auto& b) { return a.second > b.second; });
-    const auto kept = std::min(counted.size(), static_cast<std::size_t>(std::max<std::int64_t>(limit, 0)));
     std::vector<ChordRow> rows;
-    for (std::size_t i = 0; i < kept; ++i)
-        rows.push_back({counted[i].first, counted[i].second, keys(counted[i].first, legends)});
+    for (const auto& [chord, count] :
+         mostCounted(chords, static_cast<std::size_t>(std::max<std::int64_t>(limit, 0))))
+        rows.push_back({chord, count, keys(chord, legends)});
     return rows;
 }
 
-}  // namespace tapcore::Chords
+}  // namespace Chords
+
+std::vector<KeyRow> topKeys(const Tally::KeyCounts& counts, const Legends& legends, std::size_t limit) {
+    std::vector<KeyRow> rows;
+    for (const auto& [code, count] : mostCounted(counts, limit))
+        rows.push_back({code, Chords::name(code, legends), count});
+    return rows;
+}
+
+}  // namespace tapcore

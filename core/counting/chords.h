@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 
 namespace tapcore {
@@ -18,6 +19,17 @@ struct ChordRow {
     const Tally::Chord& id() const { return chord; }
     bool operator==(const ChordRow&) const = default;
 };
+
+/// One line of a list of top keys.
+struct KeyRow {
+    KeyCode keyCode = 0;
+    std::string name;
+    std::int64_t count = 0;
+};
+
+/// The most used keys, at most `limit`, by count descending and then by key code; counts below 1 are left
+/// out.
+std::vector<KeyRow> topKeys(const Tally::KeyCounts& counts, const Legends& legends, std::size_t limit);
 
 /// Chords and their keys, as people read them.
 namespace Chords {

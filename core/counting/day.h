@@ -10,6 +10,8 @@
 
 namespace tapcore {
 
+inline constexpr std::int64_t daysOfWeek = 7;
+
 /// A calendar date, whose text is "2026-09-20".
 struct Day {
     std::int64_t year = 0;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +10,9 @@
 #include <vector>
 
 namespace tapcore {
+
+/// What a layout prints on its keys: for a key code its legends, unshifted first, then shifted.
+using Legends = std::map<std::uint16_t, std::vector<std::string>>;
 
 /// What is shown on a key.
 namespace KeyFace {

@@ -34,7 +34,8 @@ struct Modifiers {
     /// word is unknown or the text is empty.
     static std::optional<Modifiers> parse(std::string_view name);
 
-    /// The words of the members joined with "+", in the order ctrl, opt, shift, cmd, fn; "" for none.
+    /// The words of the members joined with "+", in the order ctrl, opt, shift, cmd, fn; "" for the empty
+    /// set.
     std::string name() const;
 
     /// Whether a key pressed with these is a shortcut: shift and fn alone are typing.

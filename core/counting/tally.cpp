@@ -6,8 +6,6 @@
 namespace tapcore {
 namespace {
 
-bool isHour(std::int64_t hour) { return static_cast<std::uint64_t>(hour) < Tally::hours; }
-
 std::size_t slot(std::int64_t hour) { return static_cast<std::size_t>(hour); }
 
 }  // namespace

@@ -11,13 +11,19 @@
 
 namespace tapcore {
 
-/// A macOS virtual key code: the place of a key, never a letter.
+/// A macOS virtual key code: the position of a key, never a letter.
 using KeyCode = std::uint16_t;
+
+/// The space bar.
+inline constexpr KeyCode spaceKey = 49;
 
 /// One day's counts of one machine, in 24 slots by the hour of its local clock. It never holds text, order or
 /// the time inside an hour. Counts are 64-bit; an addition that leaves them is fatal.
 struct Tally {
     static constexpr std::size_t hours = 24;
+    static constexpr bool isHour(std::int64_t hour) {
+        return hour >= 0 && hour < static_cast<std::int64_t>(hours);
+    }
 
     /// How many metres one screen point is.
     static constexpr double metresPerPoint = 0.000264;

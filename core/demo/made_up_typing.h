@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/counting/day.h"
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/files/day_file.h"
 #include "core/practice/letter_model.h"
 #include "core/practice/practice_day.h"

@@ -15,7 +15,6 @@
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
-#include "core/foundation/name_taken.h"
 
 namespace tapcore::MacFolder {
 namespace {
@@ -41,8 +40,7 @@ struct CopyStep {
 
 bool isDataFile(const fs::path& file) {
     const std::string extension = file.extension().string();
-    const auto& known = FileFormat::knownExtensions;
-    return !extension.empty() && std::find(known.begin(), known.end(), extension.substr(1)) != known.end();
+    return !extension.empty() && FileFormat::isKnown(std::string_view(extension).substr(1));
 }
 
 /// Of a file directly in the folder of that name; of one in another folder, "".
@@ -96,12 +94,16 @@ class Plan {
     }
 
     void addPlaceholder(const fs::path& hidden) {
-        constexpr std::string_view ending = ".icloud";
         const std::string name = hidden.filename().string();
-        if (!name.ends_with(ending) || name.size() <= ending.size() + 1) return;
-        const fs::path file = hidden.parent_path() / name.substr(1, name.size() - 1 - ending.size());
-        if (isOnlyInCloud(file))
-            missing_.push_back({file, 0, std::error_code(FolderError::notHereYet).message()});
+        const auto awaited = awaitedName(name);
+        if (!awaited) return;
+        const fs::path file = hidden.parent_path() / *awaited;
+        try {
+            if (isOnlyInCloud(file))
+                missing_.push_back({file, 0, make_error_code(FolderError::notHereYet).message()});
+        } catch (const fs::filesystem_error& error) {
+            missing_.push_back({file, 0, error.code().message()});
+        }
     }
 
     std::vector<CopyStep> steps_;
@@ -118,7 +120,8 @@ class Copier {
         const FileRead file = readBytes(step.from);
         if (file.status != FileRead::Status::read) return leave(step, whyUnread(file));
         if (step.kind == Kind::month && hasDaysHere(step)) return;
-        if (!isTaken(step.to) && !isTaken(cloudPlaceholder(step.to))) return write(step, file.text);
+        if (!existsOrThrow(step.to) && !existsOrThrow(cloudPlaceholder(step.to)))
+            return write(step, file.text);
         const bool isDifferent = readStoredFile(step.to).text != file.text;
         const bool ownStands = step.kind == Kind::month || step.to == settings_;
         if (isDifferent && !ownStands) leave(step, "a different file of that name is here already");
@@ -144,9 +147,10 @@ class Copier {
     }
 
     void write(const CopyStep& step, std::string_view text) const {
-        tell(writeFile(step.to, text));
-        std::error_code ignored;  // a month that seems too new is still told by the days it lists
-        if (step.kind == Kind::month) fs::last_write_time(step.to, fs::last_write_time(step.from), ignored);
+        std::optional<std::chrono::nanoseconds> lastWritten;
+        if (step.kind == Kind::month)
+            lastWritten = FolderTimes(step.from.parent_path()).lastWritten(step.from.filename().string());
+        tell(writeFile(step.to, text, lastWritten));
     }
 
     fs::path settings_;
@@ -188,7 +192,7 @@ bool perform(const Plan& plan, const Progress& progress, const Copier& copier,
              const std::function<void(const CopyStep&)>& perform) {
     std::size_t done = 0;
     for (const CopyStep& step : plan.steps()) {
-        if (!goesOn(progress, done++, plan.steps().size())) return false;
+        if (!shouldContinue(progress, done++, plan.steps().size())) return false;
         try {
             perform(step);
         } catch (const fs::filesystem_error& error) {
@@ -210,10 +214,6 @@ void addShared(Plan& plan, const fs::path& from, const std::vector<std::string>&
         if (isOwn || !store.mac) plan.addFolders(from / mac, store.base(), store.base());
         else missing.push_back({from / mac, 0, "another machine's: take it over there"});
     }
-}
-
-void report(FileProblems* problems, const FileProblems& missing) {
-    if (problems) problems->insert(problems->end(), missing.begin(), missing.end());
 }
 
 bool holdsDays(const fs::path& folder) {
@@ -250,7 +250,7 @@ Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& prog
         if (holdsDays(store.base())) return Adoption::holdsDays;
     }
     note.begin();
-    const auto told = [&](const Written& unsafe) { store.settle(unsafe); };
+    const auto told = [&](const Written& unsafe) { store.warnUnlessSafe(unsafe); };
     const Copier copier(store.root, told, missing);
     Plan plan(missing);
     if (macs.empty()) plan.addFolders(oldRoot, store.base(), store.root);

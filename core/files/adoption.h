@@ -22,7 +22,7 @@ enum class Adoption {
 };
 
 /// Takes over the files of another data folder, when it is another one, holds days, and this machine's folder
-/// holds none, or is in the middle of taking that folder over. See `copy`; apart from that:
+/// holds no days, or is in the middle of taking that folder over. See `copy`; apart from that:
 ///
 /// - A day that is in both, since it was counted while the adoption was interrupted, becomes a copy in
 ///   another format, and so is added. A note says until the end what was taken, so that nothing is twice.

@@ -6,8 +6,8 @@
 
 namespace tapcore {
 
-/// What the numbers of data files come to: finds out, without reading the files into records, whether their
-/// counts can be added up. Adding them up where they cannot is fatal.
+/// Adds up all numbers of data files, without reading the files into records, to find out whether their
+/// counts fit into 64 bits. Adding up the records of files whose counts do not fit is fatal.
 class CountSum {
   public:
     /// Adds the magnitudes of all numbers in the rows of a data file's text, the first cells excepted, which

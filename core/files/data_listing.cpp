@@ -15,18 +15,12 @@ namespace {
 
 constexpr std::string_view cloudEnding = ".icloud";
 
-bool isKnown(std::string_view extension) {
-    const auto& known = FileFormat::knownExtensions;
-    return std::find(known.begin(), known.end(), extension) != known.end();
-}
-
 std::optional<ListedFile> listedFile(std::string_view name) {
-    const bool isPlaceholder =
-        name.starts_with('.') && name.ends_with(cloudEnding) && name.size() > cloudEnding.size();
-    if (isPlaceholder) name = name.substr(1, name.size() - 1 - cloudEnding.size());
+    const auto awaited = awaitedName(name);
+    if (awaited) name = *awaited;
     const std::size_t dot = name.rfind('.');
-    if (dot == std::string_view::npos || dot == 0 || !isKnown(name.substr(dot + 1))) return std::nullopt;
-    return ListedFile{std::string(name.substr(0, dot)), std::string(name.substr(dot + 1)), !isPlaceholder};
+    if (dot == name.npos || dot == 0 || !FileFormat::isKnown(name.substr(dot + 1))) return std::nullopt;
+    return ListedFile{std::string(name.substr(0, dot)), std::string(name.substr(dot + 1)), !awaited};
 }
 
 std::vector<ListedFile> dataFilesAmong(const std::vector<std::string>& names) {
@@ -54,8 +48,8 @@ bool isLike(std::string_view pattern, std::string_view text) {
 
 std::vector<std::string> namesIn(const std::filesystem::path& folder, FileProblems* problems) {
     FolderListing listing = listFolder(folder);
-    if (listing.status == FolderListing::Status::unreadable && problems)
-        problems->push_back({folder, 0, listing.error.message()});
+    if (listing.status == FolderListing::Status::unreadable)
+        report(problems, folder, listing.error.message());
     return std::move(listing.names);
 }
 
@@ -93,13 +87,21 @@ bool isMonthName(std::string_view name) {
 }
 
 std::filesystem::path cloudPlaceholder(const std::filesystem::path& url) {
-    return url.parent_path() / ("." + url.filename().string() + ".icloud");
+    return url.parent_path() / ("." + url.filename().string() + std::string(cloudEnding));
 }
 
-bool isOnlyInCloud(const std::filesystem::path& url) { return isThere(cloudPlaceholder(url)) && !isThere(url); }
+std::optional<std::string_view> awaitedName(std::string_view name) {
+    if (!name.starts_with('.') || !name.ends_with(cloudEnding) || name.size() <= cloudEnding.size() + 1)
+        return std::nullopt;
+    return name.substr(1, name.size() - 1 - cloudEnding.size());
+}
+
+bool isOnlyInCloud(const std::filesystem::path& url) {
+    return existsOrThrow(cloudPlaceholder(url)) && !existsOrThrow(url);
+}
 
 void fetchIfInCloud(const std::filesystem::path& url, const CloudFetch& fetch) {
-    if (fetch && isOnlyInCloud(url)) fetch(url);
+    if (fetch && isThere(cloudPlaceholder(url)) && !isThere(url)) fetch(url);
 }
 
 }  // namespace tapcore

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,14 +20,16 @@ struct ListedFile {
     std::string fileName() const { return name + "." + extension; }
 };
 
-/// The names in a folder, sorted. One that cannot be listed has none, and is named in `problems`.
+/// The names in a folder, sorted. One that cannot be listed gives an empty list, and is named in `problems`.
 std::vector<std::string> namesIn(const std::filesystem::path& folder, FileProblems* problems);
 
-/// The data files of a folder, in all formats read, by name; none when the folder does not exist. A
-/// placeholder of iCloud Drive (".2026-09-17.org.icloud") stands for the file to come, unless that is there
-/// by now. Throws filesystem_error with the path when the folder cannot be listed: it is not an empty one.
+/// The data files of a folder, in all formats read, by name; an empty list when the folder does not exist. A
+/// placeholder of iCloud Drive (".2026-09-17.org.icloud") is listed as the file that is to come, unless that
+/// is there by now. Throws filesystem_error with the path when the folder cannot be listed: it is not an
+/// empty one.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder);
-/// The same for readers who go on without it: a folder that cannot be listed is named in `problems`.
+/// The data files of a folder, for readers who continue without it: one that cannot be listed is named in
+/// `problems`, and its list is empty.
 std::vector<ListedFile> allDataFiles(const std::filesystem::path& folder, FileProblems& problems);
 
 /// Those in the two formats written: the files that count as being there when a folder is listed.
@@ -34,8 +37,8 @@ std::vector<ListedFile> dataFiles(const std::filesystem::path& folder);
 std::vector<ListedFile> dataFiles(const std::filesystem::path& folder, FileProblems& problems);
 
 /// The names of a folder's data files, of all formats and placeholders included, listed once: for reading
-/// many of them without asking for each one that is not there. A folder that cannot be listed has none, and
-/// is named in `problems`.
+/// many of them without asking for each one that is not there. A folder that cannot be listed counts as
+/// empty, and is named in `problems`.
 class DataListing {
   public:
     DataListing(const std::filesystem::path& folder, FileProblems& problems);
@@ -59,13 +62,18 @@ bool isMonthName(std::string_view name);
 /// Asks the system to bring such a file. It does not wait for it.
 using CloudFetch = std::function<void(const std::filesystem::path& url)>;
 
-/// The name of a file's placeholder.
+/// The path of a file's placeholder.
 std::filesystem::path cloudPlaceholder(const std::filesystem::path& url);
 
-/// Whether a file is there as its placeholder alone.
+/// The name of the file that a placeholder of this name is for; nothing for the name of another file.
+std::optional<std::string_view> awaitedName(std::string_view name);
+
+/// Whether a file is there as its placeholder alone. Throws filesystem_error with the path when that cannot
+/// be found out.
 bool isOnlyInCloud(const std::filesystem::path& url);
 
-/// Asks for a file that is there as its placeholder alone; does nothing without `fetch`.
+/// Asks for a file that is there as its placeholder alone; does nothing without `fetch`, and when it cannot
+/// be found out what is there.
 void fetchIfInCloud(const std::filesystem::path& url, const CloudFetch& fetch);
 
 }  // namespace tapcore

@@ -16,10 +16,8 @@ namespace {
 constexpr Outcome noSuchHour = "the hour is not 0 to 23";
 constexpr Outcome noCount = "the count is below 1";
 
-bool isHour(std::int64_t hour) { return hour >= 0 && hour < static_cast<std::int64_t>(Tally::hours); }
-
 Outcome countedIn(std::int64_t hour, std::int64_t count) {
-    return !isHour(hour) ? noSuchHour : count < 1 ? noCount : used;
+    return !Tally::isHour(hour) ? noSuchHour : count < 1 ? noCount : used;
 }
 
 Outcome readKeyRow(DayFile& file, const Cells& cells) {
@@ -60,7 +58,7 @@ Outcome readMouseRow(DayFile& file, const Cells& cells) {
         if (!parse(cells[i], numbers[i])) return notNumbers;
     const auto [hour, clicks, right, middle, scrolls, moved] = numbers;
     file.tally.add(Tally::MouseHour{clicks, right, middle, scrolls, moved}, hour);
-    return isHour(hour) ? used : noSuchHour;
+    return Tally::isHour(hour) ? used : noSuchHour;
 }
 
 /// Minutes of "hh:mm"; nothing unless there are exactly two integers between colons.

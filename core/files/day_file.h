@@ -36,8 +36,8 @@ struct DayFile {
 
     /// Adds counts: tallies add, the larger peak is kept, paused minutes add when above 0.
     void merge(const Tally& counted, std::int64_t peak, std::int64_t paused);
-    /// Adds another file of the same day; board, layout and other rows are kept, and taken over where there
-    /// are none.
+    /// Adds another file of the same day; board, layout and other rows are kept, and taken over where this
+    /// file has no such row.
     void merge(const DayFile& other);
 
     bool operator==(const DayFile&) const = default;

@@ -4,12 +4,12 @@
 
 #include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
-#include "core/foundation/characters.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/fatal.h"
+#include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/integers.h"
-#include "core/foundation/name_taken.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -48,7 +48,7 @@ bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
     const auto& known = FileFormat::knownExtensions;
     return std::count_if(known.begin(), known.end(), [&](std::string_view extension) {
                const fs::path path = folder / copyName(name, extension);
-               return isTaken(path) || isTaken(cloudPlaceholder(path));
+               return existsOrThrow(path) || existsOrThrow(cloudPlaceholder(path));
            }) > 1;
 }
 
@@ -93,13 +93,27 @@ void readNote(std::vector<FileCopy>& copies, const fs::path& folder, std::string
     const fs::path path = notePath(folder, name);
     FileRead note = readStoredFile(path);
     try {
-        const bool waits = isTaken(mergedPath(folder, name));
+        const bool waits = existsOrThrow(mergedPath(folder, name));
         if (note.status == FileRead::Status::read)
             markSuperseded(copies, note.text, waits ? MergedText::waits : MergedText::tookItsPlace);
     } catch (const fs::filesystem_error& error) {
         note = {FileRead::Status::unreadable, "", error.code()};
     }
     if (note.status == FileRead::Status::unreadable) copies.push_back({path, std::move(note), false});
+}
+
+/// What is read of a copy: one that is missing may be in iCloud Drive, and one of which that cannot be found
+/// out is unreadable.
+FileRead readCopy(const fs::path& path, const CloudFetch& fetch) {
+    FileRead file = readStoredFile(path);
+    if (file.status != FileRead::Status::missing) return file;
+    try {
+        if (!isOnlyInCloud(path)) return file;
+        if (fetch) fetch(path);
+        return {FileRead::Status::unreadable, "", FolderError::notHereYet};
+    } catch (const fs::filesystem_error& error) {
+        return {FileRead::Status::unreadable, "", error.code()};
+    }
 }
 
 }  // namespace
@@ -139,11 +153,7 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         const std::string fileName = copyName(name, extension);
         if (listing && !listing->has(fileName)) continue;
         fs::path path = folder / fileName;
-        FileRead file = readStoredFile(path);
-        if (file.status == FileRead::Status::missing && isOnlyInCloud(path)) {
-            if (fetch) fetch(path);
-            file = {FileRead::Status::unreadable, "", FolderError::notHereYet};
-        }
+        FileRead file = readCopy(path, fetch);
         if (file.status != FileRead::Status::missing)
             copies.push_back({std::move(path), std::move(file), false});
     }
@@ -164,18 +174,15 @@ std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view n
 
 void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
                  const std::function<void(std::string_view text)>& visit) {
-    const auto report = [&](const FileCopy& copy, std::string why) {
-        if (problems) problems->push_back({copy.path, 0, std::move(why)});
-    };
     for (const FileCopy& copy : copies) {
         if (copy.isSuperseded) continue;
         const FatalContext context("adding", copy.path.native());
         if (copy.file.status == FileRead::Status::unreadable) {
-            report(copy, copy.file.error.message());
+            report(problems, copy.path, copy.file.error.message());
         } else if (firstInvalidUtf8(copy.file.text) == std::string_view::npos) {
             visit(copy.file.text);
         } else {
-            report(copy, "not UTF-8 text; what could be read of it counts");
+            report(problems, copy.path, "not UTF-8 text; what could be read of it counts");
             visit(repairedUtf8(copy.file.text));
         }
     }
@@ -212,10 +219,8 @@ void keepWhatIsSkipped(const std::vector<FileCopy>& copies, const SkippedLines& 
         const std::vector<SkippedRow>& skipped = *ofCopy++;
         if (skipped.empty()) continue;
         const std::string kept = keepAsItWas(copy).filename().string();
-        if (!problems) continue;
-        for (const SkippedRow& row : skipped)
-            problems->push_back({copy.path, row.line, "left out: " + row.why});
-        problems->push_back({copy.path, 0, "the old file is kept as " + kept});
+        for (const SkippedRow& row : skipped) report(problems, copy.path, "left out: " + row.why, row.line);
+        report(problems, copy.path, "the old file is kept as " + kept);
     }
 }
 

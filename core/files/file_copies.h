@@ -34,16 +34,30 @@ std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::strin
                                  FileFormat format, const CloudFetch& fetch = {},
                                  const DataListing* listing = nullptr);
 
-/// The same, for replacing them: throws filesystem_error with the path when one cannot be read, is not UTF-8,
-/// or is not here yet, since what it holds would be lost.
+/// The copies of `name`, for replacing them: throws filesystem_error with the path when one cannot be read,
+/// is not UTF-8, or is not here yet, since what it holds would be lost.
 std::vector<FileCopy> readWholeCopies(const std::filesystem::path& folder, std::string_view name,
                                       FileFormat format, const CloudFetch& fetch = {});
+
+/// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
+/// them out.
+using SkippedLines = std::vector<std::vector<SkippedRow>>;
 
 /// Hands out the texts of copies, in order. One that cannot be read is named in `problems`, when given, and
 /// left out; so is named one that is not UTF-8, of which the repaired text is handed out. Should `visit` end
 /// the program, it says with which file.
 void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
                  const std::function<void(std::string_view text)>& visit);
+
+/// Merges the records of copies into one, read as `forEachText` hands their texts out. What each text holds
+/// that the record does not is added to `lines`, when given.
+template <class Record>
+void mergeCopies(Record& sum, const std::vector<FileCopy>& copies, FileProblems* problems,
+                 SkippedLines* lines = nullptr) {
+    forEachText(copies, problems, [&](std::string_view text) {
+        sum.merge(Record(text, lines ? &lines->emplace_back() : nullptr));
+    });
+}
 
 /// Adds the numbers of copies up, those left out that are superseded.
 void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
@@ -54,10 +68,6 @@ void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
 /// path when it is not done: the folder then reads as before.
 Written replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                       std::string_view text, const std::vector<FileCopy>& copies);
-
-/// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
-/// them out.
-using SkippedLines = std::vector<std::vector<SkippedRow>>;
 
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
 /// had. A copy that holds such lines is kept as it is now under a name that no count is read from,
@@ -88,7 +98,8 @@ enum class MergedText {
     tookItsPlace,  ///< in the file that the note names first, unless that is as it was before
 };
 
-/// Marks the copies that such a note says are merged into another one; none by a text that is not a note.
+/// Marks the copies that such a note says are merged into another one. A text that is not a note marks
+/// nothing.
 void markSuperseded(std::vector<FileCopy>& copies, std::string_view note, MergedText merged);
 
 }  // namespace tapcore

@@ -24,6 +24,13 @@ struct FileFormat {
     /// The extensions of data files, "tsv" among them: an older layout, read but never written.
     static constexpr std::array<std::string_view, 3> knownExtensions = {"org", "md", "tsv"};
 
+    /// Whether an extension, without its dot, is one of a data file.
+    static constexpr bool isKnown(std::string_view extension) {
+        for (const std::string_view known : knownExtensions)
+            if (known == extension) return true;
+        return false;
+    }
+
     /// The format of a stored word, or nothing.
     static std::optional<FileFormat> parse(std::string_view rawValue) { return words.find(rawValue); }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tapcore {
@@ -16,6 +17,15 @@ struct FileProblem {
     bool operator==(const FileProblem&) const = default;
 };
 using FileProblems = std::vector<FileProblem>;
+
+/// Adds what is to be told of a file, when somebody listens.
+inline void report(FileProblems* problems, const std::filesystem::path& path, std::string why,
+                   std::size_t line = 0) {
+    if (problems) problems->push_back({path, line, std::move(why)});
+}
+inline void report(FileProblems* problems, const FileProblems& more) {
+    if (problems) problems->insert(problems->end(), more.begin(), more.end());
+}
 
 /// A line of a data file that could not be used, and why.
 struct SkippedRow {

@@ -13,9 +13,9 @@
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
-#include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -45,18 +45,12 @@ class FolderCheck {
     FolderCheck(const Day& today, const SkippedRowsOf& practiceRows)
         : today_(today), practiceRows_(practiceRows) {}
 
-    void checkSettings(const fs::path& root) {
-        std::string why;
-        FolderConfig::read(root, &why);
-        if (!why.empty()) report(FolderConfig::url(root), why + "; the defaults are used");
-    }
+    void checkSettings(const fs::path& root) { (void)FolderConfig::read(root, &problems_); }
 
     void checkFolders(const Store& store) { (void)store.readParts(&problems_); }
 
     void checkMarker(const fs::path& folder) {
-        std::string why;
-        const auto mark = MacFolder::readMark(folder, &why);
-        if (!why.empty()) report(folder / MacFolder::marker, why);
+        const auto mark = MacFolder::readMark(folder, &problems_);
         if (!mark) return;
         const auto [known, isNew] = machines_.emplace(mark->id, folder);
         if (!isNew) report(folder / MacFolder::marker, "the same id as " + known->second.string());

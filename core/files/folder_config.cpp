@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/files/folder_error.h"
+#include "core/files/folder_names.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
@@ -35,7 +36,7 @@ bool isOf(std::string_view name, std::string_view boardID) {
 
 FileFormat readFormat(const JsonValue& value) {
     const auto format = FileFormat::parse(value.string());
-    if (!format) value.fail("neither org nor markdown");
+    if (!format) value.fail("neither org nor markdown: \"" + value.string() + "\"");
     return *format;
 }
 
@@ -62,21 +63,19 @@ FolderConfig decoded(const JsonValue& value) {
     return config;
 }
 
-void say(std::string* why, std::string_view text) {
-    if (why) *why = text;
-}
-
 }  // namespace
 
-fs::path FolderConfig::url(const fs::path& root) { return root / ".keys" / "config.json"; }
+fs::path FolderConfig::url(const fs::path& root) { return root / settingsFolder / "config.json"; }
 
-FolderConfig FolderConfig::parse(std::string_view text, std::string* why) {
-    say(why, "");
+FolderConfig FolderConfig::decode(std::string_view text) {
+    const json document = JsonValue::parse(text);
+    return decoded(JsonValue(document));
+}
+
+FolderConfig FolderConfig::parse(std::string_view text) {
     try {
-        const json document = JsonValue::parse(text);
-        return decoded(JsonValue(document));
-    } catch (const JsonError& error) {
-        say(why, error.what());
+        return decode(text);
+    } catch (const JsonError&) {
         return {};
     }
 }
@@ -85,18 +84,27 @@ std::string FolderConfig::text() const {
     json learnedKeys = json::object();
     for (const auto& [name, key] : learned)
         learnedKeys[name] = {{"plain", key.plain}, {"shifted", key.shifted}};
-    const json document = {
-        {"format", format.rawValue()}, {"board", board},        {"layout", layout}, {"labels", labels},
-        {"named_keys", namedKeys},     {"learned", learnedKeys}};
-    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+    return indentedJson({{"format", format.rawValue()},
+                         {"board", board},
+                         {"layout", layout},
+                         {"labels", labels},
+                         {"named_keys", namedKeys},
+                         {"learned", learnedKeys}});
 }
 
-FolderConfig FolderConfig::read(const fs::path& root, std::string* why) {
-    say(why, "");
+FolderConfig FolderConfig::read(const fs::path& root, FileProblems* problems) {
+    const auto refused = [&](const std::string& why) {
+        report(problems, url(root), why + "; the defaults are used");
+        return FolderConfig{};
+    };
     const FileRead file = readStoredFile(url(root));
-    if (file.status == FileRead::Status::read) return parse(file.text, why);
-    if (file.status == FileRead::Status::unreadable) say(why, file.error.message());
-    return {};
+    if (file.status == FileRead::Status::missing) return {};
+    if (file.status == FileRead::Status::unreadable) return refused(file.error.message());
+    try {
+        return decode(file.text);
+    } catch (const JsonError& error) {
+        return refused(error.what());
+    }
 }
 
 FolderConfig FolderConfig::readToChange(const fs::path& root) {

@@ -8,8 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/files/file_format.h"
+#include "core/files/file_problem.h"
 #include "core/foundation/written.h"
 
 namespace tapcore {
@@ -35,17 +36,20 @@ struct FolderConfig {
     /// root/".keys/config.json".
     static std::filesystem::path url(const std::filesystem::path& root);
 
-    /// The settings that a file's text holds; the defaults when it is not what it should be: one member of a
-    /// wrong type is enough. `why`, when given, then says what was wrong; it is empty when nothing was.
-    static FolderConfig parse(std::string_view text, std::string* why = nullptr);
+    /// The settings that a file's text holds. Throws JsonError for what is not as it should be: one member of
+    /// a wrong type is enough.
+    static FolderConfig decode(std::string_view text);
+    /// The settings that a file's text holds; all defaults when it does not decode.
+    static FolderConfig parse(std::string_view text);
     /// The file's text.
     std::string text() const;
 
-    /// The settings of a folder; the defaults also when the file is missing or cannot be read.
-    static FolderConfig read(const std::filesystem::path& root, std::string* why = nullptr);
+    /// The settings of a folder; all defaults when the file is missing. So they are when it cannot be read or
+    /// does not decode, which is named in `problems`.
+    static FolderConfig read(const std::filesystem::path& root, FileProblems* problems = nullptr);
 
-    /// The same, for changing them: throws filesystem_error with the path when the file cannot be read, since
-    /// what it holds would be lost.
+    /// The settings of a folder, for changing them: throws filesystem_error with the path when the file
+    /// cannot be read, since what it holds would be lost.
     static FolderConfig readToChange(const std::filesystem::path& root);
 
     /// Writes the file whole, and its folder when missing. Throws std::filesystem::filesystem_error with the

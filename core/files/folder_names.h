@@ -13,6 +13,8 @@ inline constexpr std::string_view practiceFolder = "practice";
 inline constexpr std::string_view reportsFolder = "reports";
 inline constexpr std::string_view assistantFolder = "assistant";
 inline constexpr std::string_view settingsFolder = ".keys";
+/// Within the assistant's: the conversations that are over.
+inline constexpr std::string_view historyFolder = "history";
 
 /// Those with a file for each day or month, in the order in which one looks for any data.
 inline constexpr std::array<std::string_view, 3> dataFolders = {daysFolder, practiceFolder, monthsFolder};

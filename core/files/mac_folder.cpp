@@ -9,7 +9,6 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 #include "core/foundation/json_fields.h"
-#include "core/foundation/name_taken.h"
 
 namespace tapcore::MacFolder {
 namespace {
@@ -33,7 +32,7 @@ std::string cut(std::string_view name, std::size_t limit) {
 /// A free name in `root`: the one wished for, or with the first number from 2 that makes it free.
 std::string freeName(const fs::path& root, const std::string& wished) {
     std::string name = wished;
-    for (int number = 2; isTaken(root / name); ++number) {
+    for (int number = 2; existsOrThrow(root / name); ++number) {
         const std::string ending = " " + std::to_string(number);
         name = cut(wished, longestName - ending.size()) + ending;
     }
@@ -48,10 +47,7 @@ struct MarkedFolder {
 
 /// Throws filesystem_error when `root` cannot be listed: another folder would be made for the machine.
 std::optional<MarkedFolder> findMarked(const fs::path& root, std::string_view id) {
-    const FolderListing listing = listFolder(root);
-    if (listing.status == FolderListing::Status::unreadable)
-        throw fs::filesystem_error("cannot list", root, listing.error);
-    for (const std::string& entry : listing.names)
+    for (const std::string& entry : namesIn(root))
         if (auto mark = readMark(root / entry); mark && mark->id == id && entry != newFolder)
             return MarkedFolder{entry, std::move(*mark)};
     return std::nullopt;
@@ -69,29 +65,35 @@ bool mayHideMarker(const std::string& name, std::error_code error) {
 
 }  // namespace
 
-std::string Mark::text() const {
-    const json document = {{"id", id}, {"name", name}};
-    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+std::string Mark::text() const { return indentedJson({{"id", id}, {"name", name}}); }
+
+namespace {
+
+Mark decoded(std::string_view text) {
+    const json document = JsonValue::parse(text);
+    const JsonValue mark(document);
+    return {mark.member("id").string(), mark.member("name").string()};
 }
 
-std::optional<Mark> readMark(const fs::path& folder, std::string* why) {
-    if (why) why->clear();
-    const FileRead file = readStoredFile(folder / marker);
-    if (file.status == FileRead::Status::read) return parseMark(file.text, why);
-    if (file.status == FileRead::Status::unreadable && why) *why = file.error.message();
-    return std::nullopt;
-}
+}  // namespace
 
-std::optional<Mark> parseMark(std::string_view text, std::string* why) {
-    if (why) why->clear();
+std::optional<Mark> parseMark(std::string_view text) {
     try {
-        const json document = JsonValue::parse(text);
-        const JsonValue mark(document);
-        return Mark{mark.member("id").string(), mark.member("name").string()};
-    } catch (const JsonError& error) {
-        if (why) *why = error.what();
+        return decoded(text);
+    } catch (const JsonError&) {
         return std::nullopt;
     }
+}
+
+std::optional<Mark> readMark(const fs::path& folder, FileProblems* problems) {
+    const FileRead file = readStoredFile(folder / marker);
+    try {
+        if (file.status == FileRead::Status::read) return decoded(file.text);
+        if (file.error) report(problems, folder / marker, file.error.message());
+    } catch (const JsonError& error) {
+        report(problems, folder / marker, error.what());
+    }
+    return std::nullopt;
 }
 
 std::string sanitized(std::string_view name) {
@@ -108,14 +110,12 @@ std::string sanitized(std::string_view name) {
 std::vector<std::string> marked(const fs::path& root, FileProblems* problems) {
     std::vector<std::string> names;
     const FolderListing listing = listFolder(root);
-    if (listing.status == FolderListing::Status::unreadable && problems)
-        problems->push_back({root, 0, listing.error.message()});
+    if (listing.status == FolderListing::Status::unreadable) report(problems, root, listing.error.message());
     for (const std::string& name : listing.names) {
         std::error_code error;
         const bool isMarked = fs::exists(fs::symlink_status(root / name / marker, error));
         if (isMarked && name != newFolder) names.push_back(name);
-        else if (problems && mayHideMarker(name, error))
-            problems->push_back({root / name, 0, error.message()});
+        else if (mayHideMarker(name, error)) report(problems, root / name, error.message());
     }
     return names;
 }

@@ -28,23 +28,23 @@ struct Mark {
     bool operator==(const Mark&) const = default;
 };
 
-/// What the marker in a folder says; nothing when there is none or it does not decode. `why`, when given,
-/// says in the latter case what is wrong, and is empty otherwise.
-std::optional<Mark> readMark(const std::filesystem::path& folder, std::string* why = nullptr);
+/// What a marker's text says; nothing when it does not decode.
+std::optional<Mark> parseMark(std::string_view text);
 
-/// The same of a marker's text.
-std::optional<Mark> parseMark(std::string_view text, std::string* why = nullptr);
+/// What the marker in a folder says; nothing when there is no marker. One that cannot be read or does not
+/// decode is named in `problems`, and says nothing either.
+std::optional<Mark> readMark(const std::filesystem::path& folder, FileProblems* problems = nullptr);
 
 /// A folder name made of a machine's name: "/" and ":" become "-", white space at the ends and leading dots
-/// go; "Mac" when nothing is left, " (Mac)" added to a name that the data folder needs itself, at most 60
-/// characters.
+/// are left out; "Mac" when nothing remains, " (Mac)" added to a name that the data folder needs itself, at
+/// most 60 characters.
 std::string sanitized(std::string_view name);
 
-/// The names in `root` of folders that have a marker, be it one that cannot be read, sorted. A `root` that
+/// The names in `root` of folders that have a marker, even one that cannot be read, sorted. A `root` that
 /// cannot be listed, and a folder in it that cannot be looked into, are named in `problems`.
 std::vector<std::string> marked(const std::filesystem::path& root, FileProblems* problems = nullptr);
 
-/// The name of the sub-folder in `root` whose marker has this id; nothing when there is none. Throws
+/// The name of the sub-folder in `root` whose marker has this id; nothing when no marker has. Throws
 /// std::filesystem::filesystem_error with the path when `root` cannot be listed.
 std::optional<std::string> find(const std::filesystem::path& root, std::string_view id);
 

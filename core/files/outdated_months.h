@@ -1,6 +1,7 @@
 #pragma once
 
-#include <filesystem>
+#include <chrono>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -9,8 +10,8 @@ namespace tapcore {
 class Store;
 
 /// This machine's months that were summed before one of their days was written last, and cannot be summed
-/// again now: a day is not here, or cannot be read. With each, when it was written: whoever writes such a
-/// month again gives it that time back, or nothing would show any more that it is out of date.
-std::map<std::string, std::filesystem::file_time_type> outdatedMonths(const Store& own);
+/// again now: a day is not here, or cannot be read. With each, when it was written, since 1970: whoever
+/// writes such a month again gives it that time, or nothing would show any more that it is out of date.
+std::map<std::string, std::chrono::nanoseconds, std::less<>> outdatedMonths(const Store& own);
 
 }  // namespace tapcore

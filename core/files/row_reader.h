@@ -22,6 +22,9 @@ inline constexpr Outcome notNumbers = "a cell is not a whole number";
 inline constexpr Outcome inNoTable = "it is in no table that is read";
 inline constexpr Outcome notModifiers = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
 
+/// The line that a reader has come to, as one that is not used, with its text.
+SkippedRow skippedRow(const TableReader& reader, Outcome why);
+
 template <class Record>
 struct RowReader {
     std::string_view section;
@@ -47,11 +50,11 @@ void readRows(std::string_view text, Record& record, std::span<const RowReader<R
             outcome = current->read(record, reader.cells());
             if (outcome.empty() || reader.cells().front() == current->firstTitle) continue;
         }
-        if (skipped) skipped->push_back({reader.line(), std::string(outcome)});
+        if (skipped) skipped->push_back(skippedRow(reader, outcome));
     }
 }
 
-/// The same, with the readers as an array.
+/// Reads rows as above, with the readers as an array.
 template <class Record, std::size_t size>
 void readRows(std::string_view text, Record& record, const RowReader<Record> (&readers)[size],
               std::vector<SkippedRow>* skipped) {

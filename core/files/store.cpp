@@ -22,10 +22,6 @@ bool isSame(const fs::path& a, const fs::path& b) {
     return a == b || fs::equivalent(a, b, error);
 }
 
-void addFiles(DayFile& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
-    forEachText(copies, problems, [&](std::string_view text) { day.merge(DayFile(text)); });
-}
-
 }  // namespace
 
 fs::path Store::base() const { return mac ? root / *mac : root; }
@@ -95,8 +91,8 @@ std::vector<fs::path> Store::foldersToRead(std::string_view folder, FileProblems
     for (const Store& part : readParts(problems)) {
         fs::path path = part.root / folder;
         const std::error_code why = whyUnlisted(path);
-        if (!why) folders.push_back(std::move(path));
-        else if (problems) problems->push_back({std::move(path), 0, why.message()});
+        if (why) report(problems, path, why.message());
+        else folders.push_back(std::move(path));
     }
     return folders;
 }
@@ -106,7 +102,7 @@ std::set<std::string> Store::names(std::string_view folder, FileProblems* proble
     FileProblems unlisted;
     for (const Store& part : readParts(&unlisted))
         for (ListedFile& file : dataFiles(part.root / folder, unlisted)) names.insert(std::move(file.name));
-    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
+    report(problems, unlisted);
     return names;
 }
 
@@ -145,7 +141,7 @@ std::vector<fs::path> Store::copies(std::string_view folder, std::string_view na
 DayFile Store::read(const Day& day, FileProblems* problems) const {
     DayFile sum;
     for (const fs::path& folder : foldersToRead(daysFolder, problems))
-        addFiles(sum, readCopies(folder, day.description(), format, fetch_), problems);
+        mergeCopies(sum, readCopies(folder, day.description(), format, fetch_), problems);
     return sum;
 }
 
@@ -174,13 +170,12 @@ void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, Unus
     const FatalContext context("changing", place);
     DayFile file;
     SkippedLines lines;
-    forEachText(copies, nullptr,
-                [&](std::string_view text) { file.merge(DayFile(text, &lines.emplace_back())); });
+    mergeCopies(file, copies, nullptr, &lines);
     change(file);
     if (unused == UnusedLines::kept) keepWhatIsSkipped(copies, lines, nullptr);
     const Written written = replaceCopies(folder, day.description(), format, file.text(format, day), copies);
     // What was to be forgotten may still be in what remains.
-    unused == UnusedLines::dropped ? written.requireSafe() : settle(written);
+    unused == UnusedLines::dropped ? written.requireSafe() : warnUnlessSafe(written);
 }
 
 Written Store::write(std::string_view text, const fs::path& url) { return writeFile(url, text); }
@@ -205,7 +200,7 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
         folders.push_back({std::move(folder), {}});
         if (days >= worthListing) folders.back().listing.emplace(folders.back().path, unlisted);
     }
-    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
+    report(problems, unlisted);
     Summary sum;
     for (std::int64_t before = days - 1; before >= 0; --before) {
         const Day day = endingOn.adding(-before, calendar);
@@ -213,10 +208,10 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
         const FatalContext context("summing up", place);
         DayFile file;
         for (const DaysFolder& folder : folders)
-            addFiles(file,
-                     readCopies(folder.path, day.description(), format, fetch_,
-                                folder.listing ? &*folder.listing : nullptr),
-                     problems);
+            mergeCopies(file,
+                        readCopies(folder.path, day.description(), format, fetch_,
+                                   folder.listing ? &*folder.listing : nullptr),
+                        problems);
         sum.add(day, file);
     }
     return sum;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -55,21 +56,21 @@ class Store {
         if (mac && mac->empty()) mac.reset();  // that would be the folder itself, once more
     }
 
-    /// The same store, which asks iCloud Drive for files not yet downloaded when it finds them.
+    /// A copy of this store that asks iCloud Drive for files not yet downloaded when it finds them.
     Store fetching(CloudFetch fetch) const;
-    /// The same store, which tells of what it wrote that is not yet safe from a power cut.
+    /// A copy of this store that tells of what it wrote that is not yet safe from a power cut.
     Store telling(WriteTold told) const;
-    /// Tells of it, unless it is safe.
-    void settle(const Written& written) const { tellUnlessSafe(written, told_); }
+    /// Tells whoever `telling` named of a write, unless it is safe.
+    void warnUnlessSafe(const Written& written) const { tellUnlessSafe(written, told_); }
 
     // Where a data folder is, below the user's home folder.
 
-    /// The folder to use when the user chose none: the app's folder in iCloud Drive, where that is on; else
-    /// the folder of an earlier version that holds days; else "Documents/Tappora".
+    /// The folder to use when the user did not choose one: the app's folder in iCloud Drive, where that is
+    /// on; else the folder of an earlier version that holds days; else "Documents/Tappora".
     static std::filesystem::path defaultRoot(const std::filesystem::path& home);
     /// The app's folder in iCloud Drive; nothing where that is off.
     static std::optional<std::filesystem::path> iCloudRoot(const std::filesystem::path& home);
-    /// The app's folder in a given iCloud Drive, be it under one of its earlier names.
+    /// The app's folder in a given iCloud Drive, under its name or one of its earlier ones.
     static std::filesystem::path cloudFolder(const std::filesystem::path& drive);
     static std::filesystem::path legacyRoot(const std::filesystem::path& home);
     /// Whether several machines write a folder: it is in iCloud Drive, or holds a marked sub-folder.
@@ -86,7 +87,7 @@ class Store {
     /// it was shared.
     std::vector<Store> readParts(FileProblems* problems = nullptr) const;
 
-    /// The names of the machines' sub-folders; none when only one machine writes here.
+    /// The names of the machines' sub-folders; empty when only one machine writes here.
     std::vector<std::string> macs() const;
 
     /// The names, without extension, of the data files in "days", "months", "practice" or "reports" of every
@@ -109,7 +110,7 @@ class Store {
     /// those of the first part that has them. A file that cannot be read, is not here yet or is not UTF-8 is
     /// named in `problems`; its valid rows count.
     DayFile read(const Day& day, FileProblems* problems = nullptr) const;
-    /// The same of this machine's own files alone.
+    /// A day's counts in this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
     /// Adds counts to the own file of a day: the larger peak is kept, paused minutes add, and board and
@@ -138,12 +139,12 @@ class Store {
 
     // Month rollups, named like "2026-09".
 
-    /// The rollup of a month, of all parts merged; nothing when no part has one. Both formats of one are one
-    /// rollup.
+    /// The rollup of a month, of all parts merged; nothing when no part has a rollup. Both formats of a
+    /// rollup are one.
     std::optional<MonthRollup> readRollup(std::string_view month, FileProblems* problems = nullptr) const;
     /// Makes this machine's rollup of a month again from its days before `today`, and removes it when there
-    /// are none. Does nothing, and returns false, for a name that is not a month's, and while one of those
-    /// days is not here yet, cannot be read, or has counts too large to be added up; it is named in
+    /// are no such days. Does nothing, and returns false, for a name that is not a month's, and while one of
+    /// those days is not here yet, cannot be read, or has counts too large to be added up; it is named in
     /// `problems`.
     bool rebuildRollup(std::string_view month, const Day& today, FileProblems* problems = nullptr) const;
     /// Whether this machine's rollup of a month is missing, does not list exactly the month's own days before
@@ -163,10 +164,10 @@ class Store {
     /// Replaces the conversation under way, and takes it into this format.
     void writeChat(const ChatFile& chat) const;
     /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
-    /// nothing when there was none. Where that second is taken, the next free one names it.
+    /// nothing when there was no conversation. Where that second is taken, the next free one names it.
     std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
-    /// The earlier conversations' files, newest first. A folder that cannot be listed has none, and is named
-    /// in `problems`.
+    /// The earlier conversations' files, newest first. A folder that cannot be listed gives an empty list,
+    /// and is named in `problems`.
     std::vector<std::filesystem::path> chatHistory(FileProblems* problems = nullptr) const;
 
     // Practice days, core/practice/practice_day.h.
@@ -176,7 +177,7 @@ class Store {
     std::vector<Day> practiceDays(FileProblems* problems = nullptr) const;
     /// A day's practice, of all parts and copies merged; an empty day without a file.
     PracticeDay readPractice(const Day& day, FileProblems* problems = nullptr) const;
-    /// The same of all days that have a file: what streaks, totals, recent days and bests are taken from.
+    /// The practice of all days that have a file: what streaks, totals, recent days and bests are taken from.
     PracticeHistory practiceHistory(FileProblems* problems = nullptr) const;
     /// Adds what was practised to the own file of a day; the layout is the one given, when one is. Both
     /// formats become one. Throws, and changes nothing, when a file there cannot be read whole. One that
@@ -232,15 +233,19 @@ class Store {
     /// The days that the files of a folder are named after, ascending.
     std::vector<Day> daysIn(std::string_view folder, FileProblems* problems) const;
 
-    /// The same as `change`, of a day whose files were read.
+    /// Changes the own file of a day, whose copies were read, as `change` does.
     void changeRead(const Day& day, const std::vector<FileCopy>& copies, UnusedLines unused,
                     const std::function<void(DayFile&)>& change) const;
-    void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const;
+    /// `lastWritten`, since 1970, is when the rollup says afterwards that it was written; now when it is not
+    /// given.
+    void changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change,
+                      std::optional<std::chrono::nanoseconds> lastWritten = std::nullopt) const;
     /// Makes this machine's rollup of a day's month again without that day.
     void takeOutOfRollup(const Day& day) const;
     bool forget(const std::function<void(DayFile&)>& inDay, const std::function<void(MonthRollup&)>& inMonth,
                 const Progress& progress) const;
-    void convertFile(std::string_view folder, const std::string& name) const;
+    void convertFile(std::string_view folder, const std::string& name,
+                     std::optional<std::chrono::nanoseconds> lastWritten) const;
     // Defined beside the record of a practice day.
     void changePractice(const Day& day, const std::function<void(PracticeDay&)>& change,
                         FileProblems* problems = nullptr) const;

@@ -11,7 +11,6 @@
 #include "core/files/store.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
-#include "core/foundation/name_taken.h"
 
 namespace tapcore {
 namespace {
@@ -47,20 +46,22 @@ std::set<std::string> namesOf(const fs::path& folder, IsData isData) {
 }
 
 /// Data files to be removed, found before the first of them is: a folder that cannot be listed stops it all.
-struct Doomed {
+struct FilesToRemove {
     fs::path folder;
     std::set<std::string> names;
 
     void remove() const {
         for (const std::string& name : names) removeCopies(folder, name);
-        if (!names.empty() && isTaken(folder)) flushFolder(folder).requireSafe();
+        if (!names.empty() && existsOrThrow(folder)) flushFolder(folder).requireSafe();
     }
 };
 
-Doomed doomed(const fs::path& folder, IsData isData) { return {folder, namesOf(folder, isData)}; }
+FilesToRemove filesToRemove(const fs::path& folder, IsData isData) {
+    return {folder, namesOf(folder, isData)};
+}
 
-void remove(const std::vector<Doomed>& all) {
-    for (const Doomed& files : all) files.remove();
+void remove(const std::vector<FilesToRemove>& all) {
+    for (const FilesToRemove& files : all) files.remove();
 }
 
 /// The names of data files that are here in the format not written, of those in one of the data folders.
@@ -80,7 +81,7 @@ bool Store::needsConversion(FileProblems* problems) const {
     bool needs = false;
     for (const std::string_view folder : dataFolders)
         needs |= !namesToConvert(dataFiles(base() / folder, unlisted), folder, format).empty();
-    if (problems) problems->insert(problems->end(), unlisted.begin(), unlisted.end());
+    report(problems, unlisted);
     return needs;
 }
 
@@ -91,25 +92,27 @@ bool Store::convert(const Progress& progress) const {
             files.emplace_back(folder, name);
     const auto outdated = outdatedMonths(*this);  // before their days are written, which makes those newer
     for (std::size_t done = 0; done < files.size(); ++done) {
-        if (!goesOn(progress, done, files.size())) return false;
+        if (!shouldContinue(progress, done, files.size())) return false;
         const auto& [folder, name] = files[done];
-        convertFile(folder, name);
         const auto month = folder == monthsFolder ? outdated.find(name) : outdated.end();
-        if (month != outdated.end()) fs::last_write_time(urlForMonth(name), month->second);
+        convertFile(folder, name, month == outdated.end() ? std::nullopt : std::optional(month->second));
     }
     for (const std::string_view folder : dataFolders) removeOldNotes(base() / folder);
     return true;
 }
 
-void Store::convertFile(std::string_view folder, const std::string& name) const {
+void Store::convertFile(std::string_view folder, const std::string& name,
+                        std::optional<std::chrono::nanoseconds> lastWritten) const {
     if (folder == daysFolder) change(*Day::parse(name), UnusedLines::kept, [](DayFile&) {});
-    if (folder == monthsFolder) changeRollup(name, [](MonthRollup&) {});
+    if (folder == monthsFolder)
+        changeRollup(
+            name, [](MonthRollup&) {}, lastWritten);
     if (folder == practiceFolder) convertPractice(name);
 }
 
 void Store::clearDay(const Day& day) const {
     const std::string name = day.description();
-    Doomed files = doomed(base() / daysFolder, isKeptDayName);
+    FilesToRemove files = filesToRemove(base() / daysFolder, isKeptDayName);
     std::erase_if(files.names, [&](const std::string& kept) { return !kept.starts_with(name); });
     files.names.insert(name);
     takeOutOfRollup(day);
@@ -135,12 +138,12 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     requireAllHere(months);
     const auto dayNames = namesOf(days, isDayName);
     const auto monthNames = namesOf(months, isMonthName);
-    const Doomed kept = doomed(days, isKeptDayName);
+    const FilesToRemove kept = filesToRemove(days, isKeptDayName);
     std::vector<std::pair<Day, std::vector<FileCopy>>> read;  // all of them, or none is changed
     for (const std::string& name : dayNames)
         read.emplace_back(*Day::parse(name), readWholeCopies(days, name, format, fetch_));
     for (std::size_t done = 0; done < read.size(); ++done) {
-        if (!goesOn(progress, done, read.size())) return false;
+        if (!shouldContinue(progress, done, read.size())) return false;
         changeRead(read[done].first, read[done].second, UnusedLines::dropped, inDay);
     }
     kept.remove();
@@ -148,22 +151,23 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     return true;
 }
 
-void Store::resetPractice() const { doomed(base() / practiceFolder, isAnyDayName).remove(); }
+void Store::resetPractice() const { filesToRemove(base() / practiceFolder, isAnyDayName).remove(); }
 
 void Store::clearCounts() const {
-    const std::vector<Doomed> counts = {doomed(base() / daysFolder, isAnyDayName),
-                                        doomed(base() / monthsFolder, isMonthName)};
+    const std::vector<FilesToRemove> counts = {filesToRemove(base() / daysFolder, isAnyDayName),
+                                               filesToRemove(base() / monthsFolder, isMonthName)};
     TakenNote::forget(base());
     remove(counts);
 }
 
 void Store::clearAll() const {
-    const std::vector<Doomed> all = {doomed(base() / daysFolder, isAnyDayName),
-                                     doomed(base() / monthsFolder, isMonthName),
-                                     doomed(base() / practiceFolder, isAnyDayName),
-                                     doomed(base() / reportsFolder, isAnyName),
-                                     doomed(base() / assistantFolder, isAnyName),
-                                     doomed(base() / assistantFolder / "history", isAnyName)};
+    const std::vector<FilesToRemove> all = {
+        filesToRemove(base() / daysFolder, isAnyDayName),
+        filesToRemove(base() / monthsFolder, isMonthName),
+        filesToRemove(base() / practiceFolder, isAnyDayName),
+        filesToRemove(base() / reportsFolder, isAnyName),
+        filesToRemove(base() / assistantFolder, isAnyName),
+        filesToRemove(base() / assistantFolder / historyFolder, isAnyName)};
     TakenNote::forget(base());
     remove(all);
 }

@@ -10,9 +10,9 @@
 #include "core/files/folder_names.h"
 #include "core/files/outdated_months.h"
 #include "core/files/store.h"
-#include "core/foundation/characters.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -31,11 +31,11 @@ std::optional<StoredRollup> storedAmong(const std::vector<FileCopy>& copies, Fil
     for (const FileCopy& copy : copies) {
         if (copy.file.status == FileRead::Status::read) {
             const bool fits = countsFit(copy.file.text);
-            if (!fits && problems) problems->push_back({copy.path, 0, std::string(tooLarge)});
+            if (!fits) report(problems, copy.path, std::string(tooLarge));
             if (!fits) return StoredRollup{copy.path, {}};
             return StoredRollup{copy.path, MonthRollup(repairedUtf8(copy.file.text))};
         }
-        if (problems) problems->push_back({copy.path, 0, copy.file.error.message()});
+        report(problems, copy.path, copy.file.error.message());
     }
     return std::nullopt;
 }
@@ -48,7 +48,8 @@ std::optional<StoredRollup> readStored(const Store& part, std::string_view month
     return storedAmong(copiesOf(part, month), problems);
 }
 
-/// The same for replacing it: throws filesystem_error with the path when a copy of it cannot be read.
+/// The rollup in one folder, for replacing it: throws filesystem_error with the path when a copy of it cannot
+/// be read.
 std::optional<StoredRollup> readWhole(const Store& own, std::string_view month) {
     const std::vector<FileCopy> copies = copiesOf(own, month);
     for (const FileCopy& copy : copies)
@@ -123,16 +124,22 @@ void removeRollup(const Store& own, std::string_view month) {
         removeFile(own.base() / monthsFolder / copyName(month, format.fileExtension()));
 }
 
-Written writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
+/// When a rollup is to say that it was written; nothing for now.
+using LastWritten = std::optional<std::chrono::nanoseconds>;
+
+Written writeRollup(const Store& own, std::string_view month, const MonthRollup& rollup,
+                    LastWritten lastWritten = {}) {
     const fs::path path = own.urlForMonth(month);
-    return Store::write(rollup.text(own.format, month), path).then([&] {
+    return writeFile(path, rollup.text(own.format, month), lastWritten).then([&] {
         own.removeOthers(monthsFolder, month, path);
     });
 }
 
-void replaceRollup(const Store& own, std::string_view month, const MonthRollup& rollup) {
+void replaceRollup(const Store& own, std::string_view month, const MonthRollup& rollup,
+                   LastWritten lastWritten = {}) {
     if (rollup.days.empty()) removeRollup(own, month);
-    else writeRollup(own, month, rollup).requireSafe();  // or what was to be forgotten may remain
+    else
+        writeRollup(own, month, rollup, lastWritten).requireSafe();  // or what was to be forgotten may remain
     removeFile(own.base() / monthsFolder / copyName(month, "tsv"));
 }
 
@@ -175,9 +182,7 @@ MonthRollup sumOf(const DaysRead& days, const Store& own) {
     const std::string place = own.base().string();
     const FatalContext context("adding up the days in", place);
     std::map<Day, DayFile> files;
-    for (const auto& [day, copies] : days.copies)
-        forEachText(copies, nullptr,
-                    [&, &file = files[day]](std::string_view text) { file.merge(DayFile(text)); });
+    for (const auto& [day, copies] : days.copies) mergeCopies(files[day], copies, nullptr);
     return MonthRollup(files);
 }
 
@@ -186,13 +191,10 @@ bool rebuild(const Store& own, std::string_view month, const FilesByDay& files, 
     for (const auto& item : files) days.push_back(item.first);
     const DaysRead read = readDays(own, days);
     for (const DaysRead::Unread& day : read.unread)
-        if (problems)
-            problems->push_back(
-                {day.path, 0, std::string(month) + " is not summed without it: " + day.why.message()});
-    if (!read.counts.fits() && problems)
-        problems->push_back({own.urlForMonth(month), 0, std::string(tooLarge)});
+        report(problems, day.path, std::string(month) + " is not summed without it: " + day.why.message());
+    if (!read.counts.fits()) report(problems, own.urlForMonth(month), std::string(tooLarge));
     if (!read.canBeSummed()) return false;
-    own.settle(writeRollup(own, month, sumOf(read, own)));
+    own.warnUnlessSafe(writeRollup(own, month, sumOf(read, own)));
     return true;
 }
 
@@ -214,16 +216,17 @@ bool isOlderThanADay(const StoredRollup& stored, FilesByDay files, const FolderT
 
 }  // namespace
 
-std::map<std::string, fs::file_time_type> outdatedMonths(const Store& own) {
+std::map<std::string, std::chrono::nanoseconds, std::less<>> outdatedMonths(const Store& own) {
     const Day afterAll(10'000, 1, 1);
     const FolderTimes days(own.base() / daysFolder);
     const FolderTimes months(own.base() / monthsFolder);
-    std::map<std::string, fs::file_time_type> outdated;
+    std::map<std::string, std::chrono::nanoseconds, std::less<>> outdated;
     for (const auto& [month, files] : filesBefore(afterAll, own.base() / daysFolder)) {
         const auto stored = readStored(own, month, nullptr);
         if (!stored || !isOlderThanADay(*stored, files, days, months)) continue;
-        if (!readDays(own, daysListedIn(stored->rollup)).canBeSummed())
-            outdated.emplace(month, fs::last_write_time(stored->path));
+        const auto written = months.lastWritten(stored->path.filename().string());
+        if (written && !readDays(own, daysListedIn(stored->rollup)).canBeSummed())
+            outdated.emplace(month, *written);
     }
     return outdated;
 }
@@ -261,7 +264,7 @@ bool Store::refreshRollups(const Day& today, const Progress& progress, FileProbl
     const CurrentRollups current(own);
     std::size_t done = 0;
     for (const auto& [month, files] : months) {
-        if (!goesOn(progress, done++, months.size())) return false;
+        if (!shouldContinue(progress, done++, months.size())) return false;
         if (!current.have(month, files)) rebuild(own, month, files, problems);
     }
     for (const ListedFile& file : stored)
@@ -269,7 +272,8 @@ bool Store::refreshRollups(const Day& today, const Progress& progress, FileProbl
     return true;
 }
 
-void Store::changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change) const {
+void Store::changeRollup(std::string_view month, const std::function<void(MonthRollup&)>& change,
+                         std::optional<std::chrono::nanoseconds> lastWritten) const {
     const Store own = single(base());
     auto stored = readWhole(own, month);
     if (!stored) return;
@@ -279,7 +283,7 @@ void Store::changeRollup(std::string_view month, const std::function<void(MonthR
         if (!day.isMissing() && !day.isAway()) refuse(day.path, day.why);
     if (days.canBeSummed()) stored->rollup = sumOf(days, own);
     change(stored->rollup);
-    replaceRollup(own, month, stored->rollup);
+    replaceRollup(own, month, stored->rollup, lastWritten);
 }
 
 void Store::takeOutOfRollup(const Day& day) const {

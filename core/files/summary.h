@@ -46,7 +46,7 @@ struct Summary {
     /// zero; nothing when there are neither.
     std::optional<std::int64_t> keyboardShare() const;
 
-    /// The same with key codes reported as remapped; counts that meet under one code add up. Unchanged
+    /// This summary with key codes reported as remapped; counts that meet under one code add up. Unchanged
     /// without a map.
     Summary remapped(const std::optional<KeyRemap>& remap) const;
 

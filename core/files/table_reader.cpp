@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
@@ -101,6 +102,7 @@ bool TableReader::next() {
     while (takeLine(line)) {
         line = trimmedBlanks(line);
         if (line.empty()) continue;
+        text_ = line;
         isHeading_ = line.front() == '*' || line.front() == '#';
         isOther_ = !(isHeading_ ? readHeading(line) : inSection_ && readRow(line));
         if (!isOther_) return true;
@@ -124,23 +126,15 @@ bool TableReader::readHeading(std::string_view line) {
 bool TableReader::readRow(std::string_view line) {
     if (line.front() == '|') return readBarredRow(line);
     if (line.find('\t') == std::string_view::npos) return false;
-    cells_.clear();
-    for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
-        cells_.push_back(line.substr(0, tab));
-        line.remove_prefix(tab + 1);
-    }
-    cells_.push_back(line);
+    cells_ = pieces(line, '\t');
     return true;
 }
 
 bool TableReader::readBarredRow(std::string_view line) {
     if (line.size() < 2 || line.back() != '|') return false;
     cells_.clear();
-    for (std::size_t start = 1; start < line.size();) {
-        const std::size_t bar = line.find('|', start);
-        cells_.push_back(trimmedBlanks(line.substr(start, bar - start)));
-        start = bar + 1;
-    }
+    line.remove_prefix(1);
+    while (!line.empty()) cells_.push_back(trimmedBlanks(takePiece(line, '|')));
     return !std::all_of(cells_.begin(), cells_.end(), isRuleCell);
 }
 

@@ -34,8 +34,10 @@ class TableReader {
     const std::string& section() const { return section_; }
     /// The row's cells.
     const std::vector<std::string_view>& cells() const { return cells_; }
-    /// The number of the line come to, from 1. Empty lines count, as they do in an editor.
+    /// The number of the line that `next` found, from 1. Empty lines count, as they do in an editor.
     std::size_t line() const { return line_; }
+    /// That line, without the white space around it.
+    std::string_view text() const { return text_; }
 
   private:
     bool takeLine(std::string_view& line);
@@ -47,6 +49,7 @@ class TableReader {
     Lines lines_;
     bool isPlain_;
     std::size_t line_ = 0;
+    std::string_view text_;
     bool isHeading_ = false;
     bool isOther_ = false;
     bool inSection_ = false;

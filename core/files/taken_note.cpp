@@ -16,8 +16,6 @@
 #include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
-#include "core/foundation/name_taken.h"
-#include "core/foundation/retrying.h"
 #include "core/foundation/text_pieces.h"
 
 namespace tapcore {
@@ -50,21 +48,19 @@ std::optional<fs::path> freePlace(const fs::path& wished) {
     for (const std::string& extension : extensions) {
         fs::path place = wished;
         place.replace_extension(extension);
-        if (!isTaken(place) && !isTaken(cloudPlaceholder(place))) return place;
+        if (!existsOrThrow(place) && !existsOrThrow(cloudPlaceholder(place))) return place;
     }
     return std::nullopt;
 }
 
 std::vector<std::string> namesStartingWith(std::string_view start, const fs::path& folder) {
-    FolderListing listing = listFolder(folder);
-    if (listing.status == FolderListing::Status::unreadable)
-        throw fs::filesystem_error("cannot list", folder, listing.error);
-    std::erase_if(listing.names, [&](const std::string& name) { return !name.starts_with(start); });
-    return std::move(listing.names);
+    std::vector<std::string> names = namesIn(folder);
+    std::erase_if(names, [&](const std::string& name) { return !name.starts_with(start); });
+    return names;
 }
 
 [[noreturn]] void fail(const fs::path& path) {
-    const std::error_code why(errno, std::generic_category());
+    const std::error_code why = lastError();
     throw fs::filesystem_error("cannot write", path, why);
 }
 
@@ -103,7 +99,7 @@ void TakenNote::write() const {
 
 void TakenNote::placeWaiting() const {
     for (const auto& [key, taken] : taken_)
-        if (isTaken(hidden(key))) putInPlace(key).requireSafe();
+        if (existsOrThrow(hidden(key))) putInPlace(key).requireSafe();
 }
 
 void TakenNote::begin() {
@@ -127,7 +123,7 @@ Written TakenNote::take(std::string_view name, std::string_view text, const fs::
     return putInPlace(key);
 }
 
-bool TakenNote::isWaiting(std::string_view name) const { return isTaken(hidden(keyOf(name))); }
+bool TakenNote::isWaiting(std::string_view name) const { return existsOrThrow(hidden(keyOf(name))); }
 
 Written TakenNote::putInPlace(const std::string& key) const {
     const auto place = freePlace(folder_ / taken_.at(key).place);
@@ -158,12 +154,7 @@ void TakenNote::append(std::string_view line) {
     isTorn_ = true;
     const Descriptor note(retrying([&] { return ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC); }));
     if (!note.isOpen()) fail(path_);
-    while (!line.empty()) {
-        const auto written = ::write(note.get(), line.data(), line.size());
-        if (written < 0 && errno != EINTR) fail(path_);
-        if (written > 0) line.remove_prefix(static_cast<std::size_t>(written));
-    }
-    if (retrying([&] { return ::fsync(note.get()); }) < 0) fail(path_);
+    if (!writeAll(note, line)) fail(path_);
     isTorn_ = false;
 }
 

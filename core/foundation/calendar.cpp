@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "core/foundation/civil_date.h"
-#include "core/foundation/named_zone.h"
 
 namespace tapcore {
 namespace {
@@ -23,8 +22,6 @@ Instant inGreenwich(const LocalTime& time) {
 }  // namespace
 
 Calendar::Calendar(Offset offset) : offset_(std::move(offset)) {}
-
-Calendar::Calendar(std::string_view zone) : offset_(namedZone(zone)) {}
 
 LocalTime Calendar::local(Instant moment) const {
     const auto shown = floor<seconds>(moment) + offset_(moment);

@@ -6,45 +6,17 @@
 #include <unicode/ucasemap.h>
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
-#include <unicode/utf8.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <cstring>
-#include <memory>
 #include <utility>
 
 #include "core/foundation/icu.h"
+#include "core/foundation/owned.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
-
-struct CloseBreaks {
-    void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
-};
-struct CloseText {
-    void operator()(UText* text) const { utext_close(text); }
-};
-struct CloseCaseMap {
-    void operator()(UCaseMap* map) const { ucasemap_close(map); }
-};
-
-/// How many bytes at the start of `text` are ASCII, counted in words of eight (so possibly up to seven too
-/// few).
-std::size_t asciiWords(std::string_view text) {
-    std::size_t at = 0;
-    for (std::uint64_t word = 0; at + sizeof word <= text.size(); at += sizeof word) {
-        std::memcpy(&word, text.data() + at, sizeof word);
-        if ((word & 0x8080808080808080) != 0) break;
-    }
-    return at;
-}
-
-bool isAscii(std::string_view text) {
-    text.remove_prefix(asciiWords(text));
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 /// Calls `visit(end)` with each place where a character ends, until it returns false.
 template <class Visit>
@@ -57,9 +29,8 @@ void walkCharacters(std::string_view text, Visit visit) {
         return;
     }
     UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<UBreakIterator, CloseBreaks> breaks(
-        ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
-    const std::unique_ptr<UText, CloseText> source(
+    const Owned<UBreakIterator, ubrk_close> breaks(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+    const Owned<UText, utext_close> source(
         utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
     ubrk_setUText(breaks.get(), source.get(), &status);
     requireIcu(status, "no character boundaries");
@@ -68,25 +39,17 @@ void walkCharacters(std::string_view text, Visit visit) {
         if (!visit(static_cast<std::size_t>(end))) return;
 }
 
-struct Scalar {
-    UChar32 value;
-    std::size_t size;
-};
+/// The first scalar of a character, as ICU has it.
+UChar32 codePoint(std::string_view character) { return static_cast<UChar32>(scalarAt(character, 0).value); }
 
-/// The scalar that starts at `at`; U+FFFD for bytes that are not UTF-8.
-Scalar scalarAt(std::string_view text, std::size_t at) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    auto next = static_cast<std::int64_t>(at);
-    UChar32 value = 0;
-    U8_NEXT_OR_FFFD(bytes, next, static_cast<std::int64_t>(text.size()), value);
-    return {value, static_cast<std::size_t>(next) - at};
-}
+/// Whether a scalar is white space.
+bool isSpace(const Scalar& scalar) { return u_isUWhiteSpace(static_cast<UChar32>(scalar.value)); }
 
 using CaseFunction = decltype(&ucasemap_utf8ToUpper);
 
 std::string cased(std::string_view text, CaseFunction convert) {
     UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<UCaseMap, CloseCaseMap> map(ucasemap_open("", 0, &status));
+    const Owned<UCaseMap, ucasemap_close> map(ucasemap_open("", 0, &status));
     requireIcu(status, "no case mapping");
     std::string result(text.size() * 3 + 1, '\0');
     const auto size = convert(map.get(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
@@ -132,7 +95,7 @@ std::size_t characterCount(std::string_view text) {
 std::size_t columnCount(std::string_view text) {
     std::size_t count = 0;
     for (const std::string_view character : characters(text)) {
-        const int width = u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_EAST_ASIAN_WIDTH);
+        const int width = u_getIntPropertyValue(codePoint(character), UCHAR_EAST_ASIAN_WIDTH);
         count += width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
     }
     return count;
@@ -165,38 +128,22 @@ bool isSingleCharacter(std::string_view text) {
 }
 
 bool isLetter(std::string_view character) {
-    return !character.empty() && u_hasBinaryProperty(scalarAt(character, 0).value, UCHAR_ALPHABETIC);
+    return !character.empty() && u_hasBinaryProperty(codePoint(character), UCHAR_ALPHABETIC);
 }
 
 bool isNumber(std::string_view character) {
-    return !character.empty() &&
-           u_getIntPropertyValue(scalarAt(character, 0).value, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+    return !character.empty() && u_getIntPropertyValue(codePoint(character), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }
 
 bool isControl(std::string_view character) {
-    return !character.empty() && u_charType(scalarAt(character, 0).value) == U_CONTROL_CHAR;
+    return !character.empty() && u_charType(codePoint(character)) == U_CONTROL_CHAR;
 }
 
 bool isMark(std::string_view character) {
-    return !character.empty() && (U_GET_GC_MASK(scalarAt(character, 0).value) & U_GC_M_MASK) != 0;
+    return !character.empty() && (U_GET_GC_MASK(codePoint(character)) & U_GC_M_MASK) != 0;
 }
 
-bool isVisible(std::string_view character) {
-    return !character.empty() && u_isgraph(scalarAt(character, 0).value);
-}
-
-char32_t firstScalar(std::string_view text) {
-    return text.empty() ? U'\uFFFD' : static_cast<char32_t>(scalarAt(text, 0).value);
-}
-
-std::string utf8(char32_t scalar) {
-    std::array<char, U8_MAX_LENGTH> bytes{};
-    std::size_t size = 0;
-    UBool isError = false;
-    U8_APPEND(reinterpret_cast<std::uint8_t*>(bytes.data()), size, bytes.size(), static_cast<UChar32>(scalar),
-              isError);
-    return isError ? "\uFFFD" : std::string(bytes.data(), size);
-}
+bool isVisible(std::string_view character) { return !character.empty() && u_isgraph(codePoint(character)); }
 
 std::string uppercased(std::string_view text) {
     return isAscii(text) ? mappedAscii(text, 'a', 'z', 'A' - 'a') : cased(text, ucasemap_utf8ToUpper);
@@ -222,13 +169,13 @@ std::string caseFolded(std::string_view text) {
 std::string_view trimmedWhiteSpace(std::string_view text) {
     while (!text.empty()) {
         const Scalar first = scalarAt(text, 0);
-        if (!u_isUWhiteSpace(first.value)) break;
+        if (!isSpace(first)) break;
         text.remove_prefix(first.size);
     }
     while (!text.empty()) {
         std::size_t start = text.size() - 1;
         while (start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) --start;
-        if (!u_isUWhiteSpace(scalarAt(text, start).value)) break;
+        if (!isSpace(scalarAt(text, start))) break;
         text = text.substr(0, start);
     }
     return text;
@@ -240,7 +187,7 @@ std::string characterName(std::string_view character) {
         const Scalar scalar = scalarAt(character, 0);
         char name[128];  // the longest has 88 bytes
         UErrorCode status = U_ZERO_ERROR;
-        u_charName(scalar.value, U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
+        u_charName(static_cast<UChar32>(scalar.value), U_EXTENDED_CHAR_NAME, name, sizeof name, &status);
         requireIcu(status, "no character names");
         if (!names.empty()) names += betweenNames;
         names += lowercased(name);
@@ -273,41 +220,6 @@ bool hasControlCharacter(std::string_view text) {
         const bool isLate = std::exchange(before, byte) == 0xC2 && byte >= 0x80 && byte < 0xA0;
         return isLate || byte < ' ' || byte == 0x7F;
     });
-}
-
-std::size_t firstInvalidUtf8(std::string_view text) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    const auto size = static_cast<std::int64_t>(text.size());
-    for (auto at = static_cast<std::int64_t>(asciiWords(text)); at < size;) {
-        const auto start = at;
-        UChar32 scalar = 0;
-        U8_NEXT(bytes, at, size, scalar);
-        if (scalar < 0) return static_cast<std::size_t>(start);
-    }
-    return std::string_view::npos;
-}
-
-std::string repairedUtf8(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t bad = firstInvalidUtf8(text.substr(at));
-        if (bad == std::string_view::npos) return result.append(text.substr(at));
-        result.append(text.substr(at, bad));
-        at += bad;
-        result.append("\uFFFD");
-        at += scalarAt(text, at).size;
-    }
-    return result;
-}
-
-std::string withVisibleNuls(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        if (c == '\0') result += "\u2400";
-        else result += c;
-    }
-    return result;
 }
 
 }  // namespace tapcore

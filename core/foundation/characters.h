@@ -28,27 +28,23 @@ std::string_view firstCharacters(std::string_view text, std::size_t limit);
 /// True when `text` is exactly one character.
 bool isSingleCharacter(std::string_view text);
 
-/// Whether a character is a letter (alphabetic) or a number (of any numeric type), judged by its first
-/// scalar. False for empty text.
+// Kinds of characters, judged by the first scalar. Empty text is of no kind.
+
+/// Whether a character is a letter (alphabetic).
 bool isLetter(std::string_view character);
+/// Whether it is a number, of any numeric type.
 bool isNumber(std::string_view character);
-
-/// The same for control characters (NUL and line ends among them), for marks that combine with the
-/// character before them, and for what shows: neither white space nor a control or format character.
+/// Whether it is a control character, as NUL and line ends are.
 bool isControl(std::string_view character);
+/// Whether it is a mark that combines with the character before it.
 bool isMark(std::string_view character);
+/// Whether it shows: it is neither white space nor a control or format character.
 bool isVisible(std::string_view character);
-
-/// The first scalar of `text`; U+FFFD for bytes that are not UTF-8, and for none.
-char32_t firstScalar(std::string_view text);
-
-/// A scalar as UTF-8; U+FFFD for what is not a scalar (a surrogate, or past U+10FFFF).
-std::string utf8(char32_t scalar);
 
 std::string uppercased(std::string_view text);
 std::string lowercased(std::string_view text);
 
-/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" come to the same.
+/// `text` as it is compared without regard to case, in every script: "STRASSE" and "Straße" become equal.
 /// Line breaks stay where they are.
 std::string caseFolded(std::string_view text);
 
@@ -58,25 +54,15 @@ std::string_view trimmedWhiteSpace(std::string_view text);
 /// The name of a character in words, as the Unicode Standard gives it, lower-cased: "vertical line". The
 /// names of one that has several scalars are joined by " + ".
 std::string characterName(std::string_view character);
-/// The character of such a name, whatever its case; nothing when it names none.
+/// The character of such a name, whatever its case; nothing when no character has that name.
 std::optional<std::string> namedCharacter(std::string_view name);
 
 /// `text` with what can be one scalar as one: "e" and a combining acute become "é" (Normalization Form C).
 std::string composed(std::string_view text);
-/// The other way round: "é" becomes "e" and a combining acute (Normalization Form D).
+/// `text` with its scalars taken apart: "é" becomes "e" and a combining acute (Normalization Form D).
 std::string decomposed(std::string_view text);
 
 /// Whether a text holds a control character (U+0000 to U+001F, U+007F to U+009F), such as a line end.
 bool hasControlCharacter(std::string_view text);
-
-/// The place of the first byte that is not UTF-8, or npos when all of `text` is.
-std::size_t firstInvalidUtf8(std::string_view text);
-
-/// `text` with every byte sequence that is not UTF-8 replaced by U+FFFD.
-std::string repairedUtf8(std::string_view text);
-
-/// `text` with U+2400, the sign for it, in place of each NUL: a message that holds one ends there for whoever
-/// asks an exception what it says.
-std::string withVisibleNuls(std::string_view text);
 
 }  // namespace tapcore

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "core/foundation/retrying.h"
+#include "core/foundation/descriptor.h"
 
 namespace tapcore {
 namespace {
@@ -25,8 +25,6 @@ std::error_code notRegular() {
     static const NoFile category;
     return {1, category};
 }
-
-std::error_code lastError() { return {errno, std::generic_category()}; }
 
 /// Reads to the end of the file; says why that fails.
 std::error_code readAll(const Descriptor& file, std::string& text, std::size_t most, bool takesStreams) {
@@ -84,6 +82,14 @@ FileRead readFile(const fs::path& path, std::size_t most) { return withoutMark(r
 bool isThere(const fs::path& path) {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
+}
+
+bool existsOrThrow(const fs::path& path) {
+    std::error_code error;
+    const auto status = fs::symlink_status(path, error);
+    const bool isMissing = status.type() == fs::file_type::not_found || error == std::errc::filename_too_long;
+    if (error && !isMissing) throw fs::filesystem_error("cannot tell whether it is there", path, error);
+    return !isMissing;
 }
 
 FileRead readBytes(const fs::path& path, std::size_t most) { return readNamed(path, most, true); }

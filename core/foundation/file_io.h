@@ -26,7 +26,7 @@ struct FileRead {
     std::string text;
     std::error_code error;
 
-    /// Why there is no text, for whoever needs the file: of a missing one that there is no such file. None
+    /// Why there is no text, for whoever needs the file: of a missing one that there is no such file. Empty
     /// when it was read.
     std::error_code failure() const;
 };
@@ -37,24 +37,34 @@ inline constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 /// throws.
 FileRead readFile(const std::filesystem::path& path, std::size_t most = anySize);
 
-/// The same of what must be a file: a pipe, whose end would be waited for, is unreadable.
+/// A text file as `readFile` reads it, of what must be a regular file: a pipe, whose end would be waited for,
+/// is unreadable. Never throws.
 FileRead readStoredFile(const std::filesystem::path& path);
 
-/// The same of a file that is open; of one that is not, as errno says why.
+/// The text of an open file, which must be a regular one, as `readFile` gives it. Of one that could not be
+/// opened, `errno` must still say why: it is missing or unreadable accordingly. Never throws.
 FileRead readStoredFile(const Descriptor& file);
 
-/// All bytes of a file, in the same way. Never throws.
+/// All bytes of a file, a byte-order mark included; unreadable when it is larger than `most` bytes. Never
+/// throws.
 FileRead readBytes(const std::filesystem::path& path, std::size_t most = anySize);
 
-/// Whether anything has that name, be it a link that leads nowhere.
+/// Whether anything has that name, even a link that leads nowhere. False also when that cannot be found out.
 bool isThere(const std::filesystem::path& path);
+
+/// Whether anything has that name, even a link that leads nowhere. For those who write or remove something by
+/// the answer: throws filesystem_error with the path when it cannot be found out.
+bool existsOrThrow(const std::filesystem::path& path);
 
 /// Replaces a file whole, or makes it, so that a reader sees the old text or the new one, also after a crash
 /// or a power cut: the text goes to a hidden file beside it, is flushed to disk and moved into place. The
 /// file is the user's own to read (mode 0600). Missing folders are made. What an interrupted writer left in
 /// that folder is removed. Throws std::filesystem::filesystem_error with the path when it is not done; the
 /// old file is then as it was, and no other file is left behind.
-Written writeFile(const std::filesystem::path& path, std::string_view text);
+///
+/// With `lastWritten`, since 1970, the file says from the first moment that it was written then.
+Written writeFile(const std::filesystem::path& path, std::string_view text,
+                  std::optional<std::chrono::nanoseconds> lastWritten = std::nullopt);
 
 /// Whether a file is one that `writeFile` writes on its way: of no meaning to anybody else.
 bool isTemporary(const std::filesystem::path& path);
@@ -77,7 +87,7 @@ class FolderTimes {
   public:
     explicit FolderTimes(const std::filesystem::path& folder);
 
-    /// Since 1970; nothing when the file is not there, or does not say.
+    /// Since 1970; nothing when the file is not there, or its time cannot be read.
     std::optional<std::chrono::nanoseconds> lastWritten(const std::string& name) const;
 
   private:

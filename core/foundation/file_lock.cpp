@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-#include "core/foundation/retrying.h"
+#include "core/foundation/descriptor.h"
 
 namespace tapcore {
 namespace {
@@ -34,14 +34,6 @@ Descriptor opened(const fs::path& path, int flags) {
 
 Descriptor openedFile(const fs::path& path) { return opened(path, O_RDWR | O_CREAT | O_NOFOLLOW); }
 Descriptor openedFolder(const fs::path& path) { return opened(path, O_RDONLY | O_DIRECTORY); }
-
-/// Whether what is open still has this name: another may have taken its place while the lock was waited for.
-bool isNamed(const Descriptor& folder, const fs::path& path) {
-    struct stat open {};
-    struct stat named {};
-    return ::fstat(folder.get(), &open) == 0 && ::stat(path.c_str(), &named) == 0 &&
-           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
-}
 
 /// Whether the lock was to be had.
 bool lock(const Descriptor& file, int how, const fs::path& path) {
@@ -67,8 +59,8 @@ std::optional<FileLock> FileLock::tryAcquire(const fs::path& path) {
 FileLock FileLock::acquireFolder(const fs::path& folder) {
     while (true) {
         Descriptor file = openedFolder(folder);
-        lock(file, LOCK_EX, folder);
-        if (isNamed(file, folder)) return FileLock(std::move(file));
+        lock(file, LOCK_EX, folder);  // another folder may have taken its place while it was waited for
+        if (isNamed(file, folder, LastLink::followed)) return FileLock(std::move(file));
     }
 }
 

@@ -18,14 +18,14 @@ class FileLock {
     /// and went could be held twice. Waits until the lock is free. Throws filesystem_error with the path when
     /// the file cannot be made or opened.
     [[nodiscard]] static FileLock acquire(const std::filesystem::path& path);
-    /// The same without waiting; nothing when another holds the lock.
+    /// A lock of a file as `acquire` takes it, without waiting; nothing when another holds the lock.
     [[nodiscard]] static std::optional<FileLock> tryAcquire(const std::filesystem::path& path);
 
     /// A lock of a folder that is there, by whatever name: nothing is made in it, and everybody on the
     /// machine takes the same. Waits until it is free. Throws filesystem_error with the path: with
     /// std::errc::not_supported where the file system has no locks.
     [[nodiscard]] static FileLock acquireFolder(const std::filesystem::path& folder);
-    /// The same without waiting; nothing when another holds the lock.
+    /// A lock of a folder as `acquireFolder` takes it, without waiting; nothing when another holds the lock.
     [[nodiscard]] static std::optional<FileLock> tryAcquireFolder(const std::filesystem::path& folder);
 
   private:

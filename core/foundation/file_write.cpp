@@ -7,8 +7,8 @@
 
 #include <cerrno>
 
+#include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
-#include "core/foundation/retrying.h"
 
 namespace tapcore {
 namespace {
@@ -18,25 +18,24 @@ namespace fs = std::filesystem;
 /// Each folder's one temporary file. Writers take turns at it, and remove the one that a crash left.
 constexpr std::string_view temporaryName = ".tappora.tmp";
 
-std::error_code lastError() { return {errno, std::generic_category()}; }
-
 [[noreturn]] void fail(std::string_view what, const fs::path& path) {
     const std::error_code error = lastError();
     throw fs::filesystem_error(std::string(what), path, error);
 }
 
-void writeAll(const Descriptor& file, std::string_view text, const fs::path& path) {
-    while (!text.empty()) {
-        const auto written = ::write(file.get(), text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) fail("cannot write", path);
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-}
-
 /// Waits for who else has the file locked. Where the file system has no locks, nobody has.
 void lock(const Descriptor& file) {
     retrying([&] { return ::flock(file.get(), LOCK_EX); });
+}
+
+/// False with errno when that fails.
+bool setLastWritten(const Descriptor& file, std::chrono::nanoseconds time) {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+    timespec times[2] = {};
+    times[0].tv_nsec = UTIME_OMIT;  // when it was read
+    times[1].tv_sec = static_cast<time_t>(seconds.count());
+    times[1].tv_nsec = static_cast<long>((time - seconds).count());
+    return ::futimens(file.get(), times) == 0;
 }
 
 /// The hidden file that a text is written to before it takes its place; removed again unless it does.
@@ -55,9 +54,9 @@ class Temporary {
         if (!isInPlace_) ::unlink(path_.c_str());
     }
 
-    void fill(std::string_view text) const {
-        writeAll(file_, text, target_);
-        if (retrying([&] { return ::fsync(file_.get()); }) < 0) fail("cannot write", target_);
+    void fill(std::string_view text, std::optional<std::chrono::nanoseconds> lastWritten) const {
+        if (!writeAll(file_, text)) fail("cannot write", target_);
+        if (lastWritten && !setLastWritten(file_, *lastWritten)) fail("cannot write", target_);
     }
 
     void moveInPlace() {
@@ -73,7 +72,7 @@ class Temporary {
         if (!file_.isOpen()) return false;
         lock(file_);
         errno = EEXIST;  // another writer took it for an abandoned one before it was locked, if it is gone
-        return isNamed(file_);
+        return isNamed(file_, path_, LastLink::notFollowed);
     }
 
     /// Waits for the living writer that holds the file, if one does, and removes what a dead one left. A pipe
@@ -84,15 +83,8 @@ class Temporary {
         if (!left.isOpen() && errno == ENOENT) return;
         if (!left.isOpen()) fail("cannot open what a crash left", path_);
         lock(left);
-        if (isNamed(left) && ::unlink(path_.c_str()) < 0) fail("cannot remove what a crash left", path_);
-    }
-
-    /// Whether the opened file still has the temporary name: its former writer may have moved or removed it.
-    bool isNamed(const Descriptor& file) const {
-        struct stat opened {};
-        struct stat named {};
-        return ::fstat(file.get(), &opened) == 0 && ::lstat(path_.c_str(), &named) == 0 &&
-               opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+        const bool isStillHere = isNamed(left, path_, LastLink::notFollowed);  // no writer moved it meanwhile
+        if (isStillHere && ::unlink(path_.c_str()) < 0) fail("cannot remove what a crash left", path_);
     }
 
     fs::path target_;
@@ -109,11 +101,12 @@ Written both(const Written& first, const Written& second) { return first.isSafe(
 
 }  // namespace
 
-Written writeFile(const fs::path& path, std::string_view text) {
+Written writeFile(const fs::path& path, std::string_view text,
+                  std::optional<std::chrono::nanoseconds> lastWritten) {
     const fs::path folder = folderOf(path);
     const Written made = makeFolders(folder);
     Temporary temporary(folder, path);
-    temporary.fill(text);
+    temporary.fill(text, lastWritten);
     temporary.moveInPlace();
     return both(made, flushFolder(folder));
 }

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 
 #include "core/foundation/file_io.h"
+#include "core/foundation/owned.h"
 
 namespace tapcore {
 namespace {
@@ -14,10 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using Status = FolderListing::Status;
 
-struct Close {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
-using OpenFolder = std::unique_ptr<DIR, Close>;
+using OpenFolder = Owned<DIR, ::closedir>;
 
 FolderListing failed(int error, const fs::path& folder) {
     // A link that leads nowhere, or a file in the folder's place, hides what should be there.
@@ -63,6 +60,13 @@ std::vector<std::string> namesIn(const fs::path& folder) {
     if (listing.status == Status::unreadable)
         throw fs::filesystem_error("cannot be listed", folder, listing.error);
     return std::move(listing.names);
+}
+
+std::vector<std::string> namesWithEnding(std::string_view ending, const fs::path& folder) {
+    std::vector<std::string> names = namesIn(folder);
+    std::erase_if(names, [&](const std::string& name) { return !name.ends_with(ending); });
+    for (std::string& name : names) name.resize(name.size() - ending.size());
+    return names;
 }
 
 std::error_code whyUnlisted(const fs::path& folder) {

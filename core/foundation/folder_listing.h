@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -25,15 +26,19 @@ struct FolderListing {
 /// The names in a folder. Never throws.
 FolderListing listFolder(const std::filesystem::path& folder);
 
-/// The same of a folder that is open, which is closed; of one that is not, as errno says why.
+/// The names in an open folder, which is closed. A folder that could not be opened is unreadable, and `errno`
+/// must still say why. Never throws.
 FolderListing listFolder(Descriptor folder);
 
-/// The names in a folder, none in one that is missing. Throws filesystem_error with the path when it cannot
-/// be listed.
+/// The names in a folder, sorted; an empty list for one that is missing. Throws filesystem_error with the
+/// path when it cannot be listed.
 std::vector<std::string> namesIn(const std::filesystem::path& folder);
 
-/// Why a folder that is there cannot be listed, found out at its first name alone; nothing for one that can
-/// be, or is missing.
+/// The names in a folder that end in `ending` (".json"), without it, sorted. Throws as `namesIn`.
+std::vector<std::string> namesWithEnding(std::string_view ending, const std::filesystem::path& folder);
+
+/// Why a folder that is there cannot be listed; empty for one that can be, or is missing. Reads no more than
+/// the first name.
 std::error_code whyUnlisted(const std::filesystem::path& folder);
 
 }  // namespace tapcore

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "core/foundation/retrying.h"
+#include "core/foundation/descriptor.h"
 
 namespace tapcore {
 namespace {

@@ -20,13 +20,14 @@ class HeldFolder {
     /// A folder below this one; `path` has plain names alone.
     HeldFolder folder(const std::filesystem::path& path) const;
 
+    /// The names in this folder. Never throws.
     FolderListing list() const;
 
     enum class Kind { none, file, link };
-    /// What an entry is: `none` for all else, and for what is not there.
+    /// What an entry is: a regular file, a link, or neither, as what is not there.
     Kind kindOf(const std::string& name) const;
 
-    /// A file below this one, as `readStoredFile`.
+    /// The text of a file below this one, as `readStoredFile` reads it. Never throws.
     FileRead read(const std::filesystem::path& path) const;
 
   private:

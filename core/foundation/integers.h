@@ -13,14 +13,13 @@ namespace tapcore {
 
 /// The integer that the whole of `text` is: an optional sign and ASCII digits, in range. "+5" and "-0" are
 /// integers; "", " 5", "5.0", "0x5" and "٣" are not. Nothing when it is not an integer.
-///
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
-/// The same, for a macOS virtual key code: 0 to 65535.
+/// The macOS virtual key code that the whole of `text` is: an integer from 0 to 65535. Else nothing.
 std::optional<std::uint16_t> parseKeyCode(std::string_view text);
 
-// The same for the rows of long tables: what was parsed goes into `value`, and false says that it was not an
-// integer.
+// For the rows of long tables: reads an integer, or a key code, as above, into its second parameter. False
+// when the text is not one.
 
 inline bool parse(std::string_view text, std::int64_t& value) {
     constexpr std::size_t digitsThatFit = 18;

@@ -7,6 +7,7 @@
 
 #include "core/foundation/characters.h"
 #include "core/foundation/text_pieces.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 
@@ -189,6 +190,10 @@ std::string jsonText(const json& document) {
     std::string text;
     appendText(text, document, 0, false);
     return text + "\n";
+}
+
+std::string indentedJson(const json& document) {
+    return document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
 }  // namespace tapcore

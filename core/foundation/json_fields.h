@@ -5,20 +5,19 @@
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 
 namespace tapcore {
 
 /// JSON that is not what was wanted. `what()` says where and why: "keys[3].w: not a number".
-class JsonError : public std::runtime_error {
+class JsonError : public TextError {
   public:
-    explicit JsonError(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
+    using TextError::TextError;
 };
 
 /// A value as JSON in one line. Bytes that are not UTF-8 become U+FFFD.
@@ -35,7 +34,7 @@ class JsonValue {
     /// Parses a text; throws JsonError saying line and column. What is more than 500 arrays and objects
     /// deep is refused, so that whatever walks a document may recurse.
     static nlohmann::json parse(std::string_view text);
-    /// The same, or nothing for what is not JSON.
+    /// A text as JSON, or nothing for what is not JSON.
     static std::optional<nlohmann::json> tryParse(std::string_view text);
 
     std::string string() const;
@@ -43,18 +42,18 @@ class JsonValue {
     std::int64_t integer() const;
     bool boolean() const;
     /// The value of a stored word, from the enumeration's table of them.
-    template <class Words>
-    auto word(const Words& words) const {
-        const auto value = words.find(string());
+    template <class Table>
+    auto word(const Table& table) const {
+        const auto value = table.find(string());
         if (!value) failAtUnknownWord();
         return *value;
     }
 
     /// The member of this object; throws when it is missing.
     JsonValue member(std::string_view name) const;
-    /// The same, or nothing when it is missing or null.
+    /// The member of this object, or nothing when it is missing or null.
     std::optional<JsonValue> optionalMember(std::string_view name) const;
-    /// The same, read: `optionalMember("w", &JsonValue::number)`.
+    /// What `read` makes of a member that is there: `optionalMember("w", &JsonValue::number)`.
     template <class Read>
     auto optionalMember(std::string_view name, Read read) const {
         const auto found = optionalMember(name);
@@ -93,5 +92,9 @@ class JsonValue {
 /// member or element of what does not fit in 100 columns. An element of a list that holds no list is on one
 /// line, however long: it is a row of a table. The last line is ended. What is not UTF-8 becomes U+FFFD.
 std::string jsonText(const nlohmann::json& document);
+
+/// A document with a line for each value, as settings files hold it: indented by two spaces, members sorted,
+/// the last line ended. What is not UTF-8 becomes U+FFFD.
+std::string indentedJson(const nlohmann::json& document);
 
 }  // namespace tapcore

@@ -7,12 +7,10 @@
 
 namespace tapcore {
 
-/// How a language writes numbers and which plural form it wants, after the Unicode locale data. Copies share
-/// what they know.
+/// How a language writes numbers, after the Unicode locale data. Copies share what they know.
 class LanguageRules {
   public:
-    /// `language` is a code like "de" or "uk"; of one that is not known the numbers are plain, and every
-    /// plural is "other".
+    /// `language` is a code like "de" or "uk"; of one that is not known the numbers are plain.
     explicit LanguageRules(std::string_view language);
 
     /// A whole number with its digits grouped as the language groups them: "12,345" in English, "12.345" in
@@ -21,9 +19,6 @@ class LanguageRules {
 
     /// A number with so many decimals, rounded half to even: "1,234.5" in English, "1.234,5" in German.
     std::string number(double value, int decimals) const;
-
-    /// The plural category of a number of things: "zero", "one", "two", "few", "many" or "other".
-    std::string pluralCategory(std::int64_t count) const;
 
   private:
     struct Implementation;

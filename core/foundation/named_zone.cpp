@@ -1,12 +1,13 @@
-#include "core/foundation/named_zone.h"
+// Calendars of named zones, which ICU knows.
 
 #include <unicode/ucal.h>
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "core/foundation/calendar.h"
 #include "core/foundation/icu.h"
+#include "core/foundation/owned.h"
 
 namespace tapcore {
 namespace {
@@ -25,10 +26,6 @@ bool isKnownZone(const std::u16string& zone) {
                                 &isSystem, &status);
     return U_SUCCESS(status) && zone != unknownZone;
 }
-
-struct Close {
-    void operator()(UCalendar* calendar) const { ucal_close(calendar); }
-};
 
 std::chrono::milliseconds field(const UCalendar& calendar, UCalendarDateFields name) {
     UErrorCode status = U_ZERO_ERROR;
@@ -57,10 +54,8 @@ class Clock {
     }
 
   private:
-    std::unique_ptr<UCalendar, Close> calendar_;
+    Owned<UCalendar, ucal_close> calendar_;
 };
-
-}  // namespace
 
 Calendar::Offset namedZone(std::string_view name) {
     const std::u16string zone = utf16(name);
@@ -71,5 +66,9 @@ Calendar::Offset namedZone(std::string_view name) {
     requireIcu(status, what);
     return clock;
 }
+
+}  // namespace
+
+Calendar::Calendar(std::string_view zone) : Calendar(namedZone(zone)) {}
 
 }  // namespace tapcore

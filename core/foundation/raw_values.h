@@ -3,7 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tapcore {
 
@@ -21,6 +23,9 @@ struct RawValues {
             if (words[i] == word) return static_cast<Enum>(i);
         return std::nullopt;
     }
+
+    /// All words, in declared order: what an option or a message lists.
+    std::vector<std::string> names() const { return {words.begin(), words.end()}; }
 };
 
 }  // namespace tapcore

@@ -3,17 +3,14 @@
 #include <unicode/udat.h>
 
 #include <cstdint>
-#include <memory>
 
 #include "core/foundation/icu.h"
+#include "core/foundation/owned.h"
 
 namespace tapcore {
 namespace {
 
-struct Close {
-    void operator()(UDateFormat* format) const { udat_close(format); }
-};
-using Format = std::unique_ptr<UDateFormat, Close>;
+using Format = Owned<UDateFormat, udat_close>;
 
 constexpr std::string_view what = "the names of weekdays failed";
 

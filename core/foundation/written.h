@@ -6,9 +6,9 @@
 
 namespace tapcore {
 
-/// What came of a write that took effect. One that did not take effect throws filesystem_error with the path
-/// instead: the old file is then as it was, and the write may be tried again. A write that took effect is
-/// never tried again, since what it added would count twice.
+/// The outcome of a write that took effect. A write that did not take effect throws filesystem_error with the
+/// path instead: the old file is then as it was, and the write may be tried again. A write that took effect
+/// is never tried again, since what it added would count twice.
 struct [[nodiscard]] Written {
     enum class Status {
         done,        ///< and on disk
@@ -34,7 +34,7 @@ struct [[nodiscard]] Written {
 /// Told of what was written and is not yet safe.
 using WriteTold = std::function<void(const Written& unsafe)>;
 
-/// Tells of it unless it is safe, or nobody listens.
+/// Calls `told` with a write that is not yet safe, when it is given.
 void tellUnlessSafe(const Written& written, const WriteTold& told);
 
 }  // namespace tapcore

@@ -53,7 +53,7 @@ struct Board {
 
     struct Key {
         std::string id;                       ///< unique within the board
-        std::optional<KeyCode> keyCode = {};  ///< none for a key that sends nothing to count
+        std::optional<KeyCode> keyCode = {};  ///< absent for a key that sends nothing to count
         double x = 0;                         ///< left edge
         double y = 0;                         ///< top edge
         double w = 1;

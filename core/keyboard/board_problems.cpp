@@ -1,3 +1,5 @@
+// What is wrong with a board: Board::problems.
+
 #include <unordered_map>
 #include <unordered_set>
 

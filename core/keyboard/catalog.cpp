@@ -15,6 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view ending = ".json";
+
 template <class Item>
 void sortByName(std::vector<Item>& items) {
     std::stable_sort(items.begin(), items.end(),
@@ -34,8 +36,8 @@ Item readItem(const fs::path& path, How... how) {
 template <class Item>
 std::vector<Item> readFolder(const fs::path& folder) {
     std::vector<Item> items;
-    for (const std::string& name : namesIn(folder))
-        if (name.ends_with(".json")) items.push_back(readItem<Item>(folder / name));
+    for (const std::string& name : namesWithEnding(ending, folder))
+        items.push_back(readItem<Item>(folder / (name + std::string(ending))));
     return items;
 }
 

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/foundation/text_error.h"
 #include "core/keyboard/board.h"
 #include "core/keyboard/layout.h"
 
@@ -15,12 +15,10 @@ namespace tapcore {
 /// Every board and every layout the program knows. Both stay sorted by name.
 struct Catalog {
     /// A board's or layout's file that cannot be read or decoded: "FILE: WHY".
-    class FileError : public std::runtime_error {
+    class FileError : public TextError {
       public:
         FileError(std::string fileName, std::string why)
-            : std::runtime_error(withVisibleNuls(fileName + ": " + why)),
-              file(std::move(fileName)),
-              underlying(std::move(why)) {}
+            : TextError(fileName + ": " + why), file(std::move(fileName)), underlying(std::move(why)) {}
 
         std::string file;        ///< its name, without the folder
         std::string underlying;  ///< what the reader or decoder said
@@ -37,7 +35,7 @@ struct Catalog {
     /// The files of two folders whose names end in ".json". A folder that is missing reads as empty. Throws
     /// FileError for the first file, by name, that is no board or layout.
     Catalog(const std::filesystem::path& boardsAt, const std::filesystem::path& layoutsAt);
-    /// The same of the folders "Boards" and "Layouts" that come with the program.
+    /// The catalog of the folders "Boards" and "Layouts" that come with the program.
     static Catalog bundled(const std::filesystem::path& resources);
 
     /// The text of one file, of these or of those that boards and layouts are imported from. Throws

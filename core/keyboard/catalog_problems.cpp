@@ -1,3 +1,5 @@
+// What is wrong with boards and layouts: Catalog::problems.
+
 #include <algorithm>
 #include <iterator>
 #include <set>

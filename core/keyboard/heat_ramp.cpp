@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/keyboard/heatmap.h"
+
 namespace tapcore::HeatRamp {
 namespace {
-
-constexpr std::int64_t steps = 5;
 
 /// A channel of sRGB, made linear.
 double linear(double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); }
@@ -43,7 +43,8 @@ RGB rgb(const HSB& color) {
 
 std::optional<HSB> hsb(std::int64_t step, bool dark, bool increased, MapColor color) {
     if (step < 1) return std::nullopt;
-    const double t = static_cast<double>(std::min(step, steps)) / static_cast<double>(steps);
+    const double t =
+        static_cast<double>(std::min(step, Heatmap::steps)) / static_cast<double>(Heatmap::steps);
     const double k = increased ? 1.15 : 1.0;
     if (dark)
         return HSB{color.hue(), (t * 0.4 + 0.5) * color.saturation(), std::min(k * (t * 0.78) + 0.22, 1.0)};

@@ -2,12 +2,11 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "core/counting/legends.h"
-#include "core/foundation/characters.h"
+#include "core/counting/key_face.h"
+#include "core/foundation/text_error.h"
 
 namespace tapcore {
 
@@ -22,8 +21,8 @@ struct Layout {
     std::optional<std::string> notes = {};
     Legends legends = {};  ///< its own alone; with those of its bases, ask the catalog
 
-    /// What two spellings of one key code ("7" and "07") are: of a file that comes with the program a broken
-    /// promise, which ends it; of a user's file a fault like any other.
+    /// What happens when a file spells one key code in two ways ("7" and "07"). In a file that comes with the
+    /// program that is a mistake of its makers and ends it; a user's file is refused with a JsonError.
     enum class Repeats { fatal, refused };
 
     /// The layout of a JSON document, whose members are the fields by name, and those of "legends" the key
@@ -38,9 +37,9 @@ struct Layout {
 };
 
 /// A layout that cannot be kept as the user's own. `what()` says why.
-class LayoutProblem : public std::runtime_error {
+class LayoutProblem : public TextError {
   public:
-    explicit LayoutProblem(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
+    using TextError::TextError;
 };
 
 }  // namespace tapcore

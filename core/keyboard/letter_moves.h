@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 #include "core/keyboard/board.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 #include "core/keyboard/board.h"
 

@@ -1,7 +1,10 @@
+// The user's own layouts: the members of Store that read and write them.
+
 #include <algorithm>
 #include <unordered_set>
 
 #include "core/files/data_listing.h"
+#include "core/files/folder_names.h"
 #include "core/files/store.h"
 #include "core/foundation/ascii.h"
 #include "core/keyboard/catalog.h"
@@ -14,11 +17,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view ending = ".json";
 constexpr std::size_t longestID = 64;
 
-void report(FileProblems* problems, const fs::path& path, std::string why) {
-    if (problems) problems->push_back({path, 0, std::move(why)});
-}
-
-/// The layout of a file whose name is its id. A saved layout thus finds no other file with its id beside it.
+/// The layout of a file whose name is its id. So a saved layout finds no other file with its id beside it.
 std::optional<Layout> readOwnLayout(const fs::path& path, FileProblems* problems) {
     std::error_code ignored;
     if (!fs::is_regular_file(path, ignored)) {
@@ -44,7 +43,7 @@ bool isSmallLetterOrDigit(char c) { return isSmallLetter(c) || isDigit(c); }
 
 }  // namespace
 
-fs::path Store::ownLayoutsURL() const { return base() / ".keys" / "layouts"; }
+fs::path Store::ownLayoutsURL() const { return base() / settingsFolder / "layouts"; }
 
 std::vector<Layout> Store::ownLayouts(FileProblems* problems) const {
     std::vector<Store> folders = readParts(problems);
@@ -73,7 +72,7 @@ fs::path Store::saveOwnLayout(const Layout& layout) const {
                             "\": must be 1 to 64 of a-z, 0-9, \"-\" and \"_\", the first a letter or a "
                             "digit, and neither \"auto\" nor \"system\"");
     fs::path path = ownLayoutsURL() / (layout.id + std::string(ending));
-    settle(write(layout.text(), path));
+    warnUnlessSafe(write(layout.text(), path));
     return path;
 }
 

@@ -11,7 +11,7 @@ LessonSession::LessonSession(const std::vector<std::string>& words, bool letErro
     : letErrorsStand_(letErrorsStand) {
     for (const std::string& word : words) text_ += text_.empty() ? composed(word) : " " + composed(word);
     for (const std::string_view character : tapcore::characters(text_)) characters_.emplace_back(character);
-    marks_.assign(characters_.size(), Mark::ahead);
+    outcomes_.assign(characters_.size(), Outcome::ahead);
 }
 
 void LessonSession::press(std::string_view character, std::int64_t now) {
@@ -48,16 +48,16 @@ void LessonSession::judge(std::string_view character, std::int64_t now) {
     lastPress_ = now;
     addChecked(milliseconds_, gap.value_or(0));
     addChecked(share_.milliseconds, gap.value_or(0));
-    Mark& mark = marks_[position_];
+    Outcome& outcome = outcomes_[position_];
     const std::string& wanted = characters_[position_];
     if (character == wanted) {
         const bool isTimed = gap && *gap >= shortestGap && !isAfterError_;
         count(wanted, {1, 0, isTimed ? 1 : 0, isTimed ? *gap : 0, 1});
-        if (mark == Mark::wrong) mark = Mark::mended;
-        else if (mark == Mark::ahead) mark = Mark::right;
+        if (outcome == Outcome::wrong) outcome = Outcome::corrected;
+        else if (outcome == Outcome::ahead) outcome = Outcome::right;
     } else {
         count(wanted, {0, 1, 0, 0, 1});
-        mark = Mark::wrong;
+        outcome = Outcome::wrong;
     }
     isAfterError_ = character != wanted;
     if (character == wanted || letErrorsStand_) ++position_;

@@ -27,11 +27,12 @@ class LessonSession {
     /// it.
     static constexpr std::int64_t longestBeginning = 30;
 
-    enum class Mark {
+    /// How a character was typed.
+    enum class Outcome {
         ahead,  ///< still to be typed
         right,
-        wrong,   ///< missed, and not put right
-        mended,  ///< missed, then corrected
+        wrong,      ///< missed, and not put right
+        corrected,  ///< missed, then put right
     };
 
     /// What was practised since it was last taken.
@@ -42,24 +43,24 @@ class LessonSession {
         bool isEmpty() const { return counts.empty(); }
     };
 
-    /// The words are typed with single spaces between them. A wrong key is passed only when put right, unless
-    /// errors are let stand.
+    /// The words are typed with single spaces between them. After a wrong key the lesson stays at its
+    /// character until that is typed, unless `letErrorsStand`.
     explicit LessonSession(const std::vector<std::string>& words, bool letErrorsStand = false);
 
     /// A key that types a character (or a part of one, a combining mark).
     void press(std::string_view character, std::int64_t now);
-    /// The key that goes back to the character before, where errors are let stand; elsewhere there is nothing
+    /// The key that goes back to the character before, with `letErrorsStand`; otherwise there is nothing
     /// to take back. What was counted stays counted.
     void erase();
-    /// Lets a press that waits for the rest of its character wait no longer than it should. Whether one
-    /// waits.
+    /// Lets a press that waits for the rest of its character wait no longer than `longestBeginning`. Returns
+    /// whether one still waits.
     bool settle(std::int64_t now);
     bool isWaiting() const { return !beginning_.empty(); }
 
     const std::string& text() const { return text_; }
-    /// The text's characters, and the mark that each of them got.
+    /// The text's characters, and how each of them was typed.
     const std::vector<std::string>& characters() const { return characters_; }
-    const std::vector<Mark>& marks() const { return marks_; }
+    const std::vector<Outcome>& outcomes() const { return outcomes_; }
     /// Which character comes next, and the character itself; nothing at the end.
     std::size_t position() const { return position_; }
     const std::string* expected() const { return isFinished() ? nullptr : &characters_[position_]; }
@@ -79,7 +80,7 @@ class LessonSession {
 
     std::string text_;
     std::vector<std::string> characters_;
-    std::vector<Mark> marks_;
+    std::vector<Outcome> outcomes_;
     std::size_t position_ = 0;
     bool letErrorsStand_;
     bool isAfterError_ = false;

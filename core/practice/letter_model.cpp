@@ -222,10 +222,8 @@ std::shared_ptr<const LetterModel> LetterModel::load(std::string_view language, 
 }
 
 std::vector<std::string> LetterModel::available(const fs::path& folder) {
-    std::vector<std::string> languages;
-    for (const std::string& name : namesIn(folder))
-        if (name.size() > ending.size() && name.ends_with(ending) && name.front() != '.')
-            languages.push_back(name.substr(0, name.size() - ending.size()));
+    std::vector<std::string> languages = namesWithEnding(ending, folder);
+    std::erase_if(languages, [](const std::string& name) { return name.empty() || name.front() == '.'; });
     return languages;
 }
 

@@ -23,8 +23,8 @@ struct LetterStats {
     /// Adds field by field; fatal when a sum leaves 64 bits.
     LetterStats& operator+=(const LetterStats& other);
     friend LetterStats operator+(LetterStats a, const LetterStats& b) { return a += b; }
-    /// The same for another record of the same day: the days are not added, the larger number of them is
-    /// kept.
+    /// Adds another record of the same day, field by field; the days are not added: the larger number of them
+    /// is kept. Fatal when a sum leaves 64 bits.
     void addSameDay(const LetterStats& other);
 
     bool operator==(const LetterStats&) const = default;
@@ -33,7 +33,7 @@ struct LetterStats {
 /// Counters by letter, a letter being one character.
 using LetterCounts = std::map<std::string, LetterStats>;
 
-/// The counters of a letter, all zeros when it has none.
+/// The counters of a letter, all zeros when it has no counters.
 LetterStats statsOf(const std::string& letter, const LetterCounts& counts);
 
 /// The counters of all letters of the same days together: the days are the most of any letter.

@@ -24,7 +24,7 @@ constexpr Outcome beyondColumns = "a cell beyond the columns";
 enum Column : std::size_t { letterColumn, layoutColumn, pressesColumn, missesColumn, timedColumn, msColumn };
 constexpr std::array<std::string_view, 6> titles = {"letter", "layout", "presses", "misses", "timed", "ms"};
 
-/// Where each column stands in the rows of a table.
+/// Where each column is in the rows of a table.
 using ColumnOrder = std::array<std::size_t, titles.size()>;
 constexpr ColumnOrder writtenOrder = {0, 1, 2, 3, 4, 5};
 
@@ -45,7 +45,7 @@ std::optional<std::string> readLetter(std::string_view cell) {
     return named;
 }
 
-/// Where a title stands in a header line; behind all cells when it is not there.
+/// Where a title is in a header line; behind all cells when it is not there.
 std::size_t columnOf(std::string_view title, const Cells& cells) {
     return static_cast<std::size_t>(std::find(cells.begin(), cells.end(), title) - cells.begin());
 }
@@ -68,7 +68,7 @@ std::optional<std::int64_t> readNumber(const Cells& cells, std::size_t place, st
     return place < cells.size() ? parseInteger(cells[place]) : std::nullopt;
 }
 
-/// Reads the rows of the Letters tables, which say themselves in which order their columns stand.
+/// Reads the rows of the Letters tables, whose header lines give the order of their columns.
 class LetterRows {
   public:
     Outcome read(PracticeDay& day, const Cells& cells) {
@@ -205,7 +205,7 @@ PracticeDay::PracticeDay(std::string_view text, std::vector<SkippedRow>* skipped
     using Lines = TableReader::Lines;
     for (TableReader reader(text, skipped ? Lines::all : Lines::ofTables); reader.next();) {
         const Outcome outcome = outcomeOf(reader);
-        if (skipped && !outcome.empty()) skipped->push_back({reader.line(), std::string(outcome)});
+        if (skipped && !outcome.empty()) skipped->push_back(skippedRow(reader, outcome));
     }
 }
 

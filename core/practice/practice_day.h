@@ -23,7 +23,7 @@ struct PracticeDay {
     std::int64_t lessons = 0;                   ///< those that were finished
     std::optional<std::string> layout;          ///< the one last practised on
     std::int64_t best = 0;                      ///< the fastest lesson in words per minute; 0 without one
-    std::map<std::string, std::int64_t> bests;  ///< the same by layout id
+    std::map<std::string, std::int64_t> bests;  ///< the fastest lesson on each layout, by its id
     std::map<std::string, std::string>
         otherMeta;  ///< rows of the Day table that mean nothing here, kept as they are
 

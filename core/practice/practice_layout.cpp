@@ -6,8 +6,6 @@
 namespace tapcore {
 namespace {
 
-constexpr KeyCode spaceBar = 49;
-
 /// On how many keys two layouts have the same character, without shift.
 std::ptrdiff_t keysInCommon(const Legends& one, const Legends& other) {
     return std::count_if(one.begin(), one.end(), [&](const auto& key) {
@@ -63,7 +61,7 @@ bool PracticeLayout::types(const std::vector<std::string>& letters, const Legend
 }
 
 std::optional<KeyStroke> KeyStroke::of(std::string_view character, const Legends& legends) {
-    if (character == " ") return KeyStroke{spaceBar, false};
+    if (character == " ") return KeyStroke{spaceKey, false};
     for (const std::size_t level : {0U, 1U})
         for (const auto& [code, faces] : legends)
             if (isTaught(code) && faces.size() > level && faces[level] == character)

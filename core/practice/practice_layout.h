@@ -6,16 +6,16 @@
 #include <string_view>
 #include <vector>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 
 namespace tapcore {
 
-/// Which layout a lesson is typed on. A layout types a language when each of the language's letters stands on
-/// one of its keys.
+/// Which layout a lesson is typed on. A layout types a language when each of the language's letters is on one
+/// of its keys.
 namespace PracticeLayout {
 
-/// The setting that stands for the layout the user's keyboard has anyway.
+/// The setting that means the layout the user's keyboard has anyway.
 inline constexpr std::string_view own = "own";
 
 using LayoutByLanguage = std::map<std::string, std::string>;  ///< a layout id for each language that has one
@@ -39,7 +39,7 @@ bool types(const std::vector<std::string>& letters, const Legends& legends);
 
 }  // namespace PracticeLayout
 
-/// Whether a key stands where text is typed: the number pad and the keys beside it are not taught.
+/// Whether a key is where text is typed: the number pad and the keys beside it are not taught.
 constexpr bool isTaught(KeyCode code) { return code < 64 || code == 93 || code == 94; }
 
 /// How a character is typed: a key, and whether with shift.

@@ -7,7 +7,6 @@
 namespace tapcore {
 namespace {
 
-constexpr std::int64_t daysOfWeek = 7;
 constexpr std::int64_t fewestTimed = 60;  // presses that a week's speed is taken from
 
 /// The speed over the days from one up to another, without that one.

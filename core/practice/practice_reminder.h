@@ -14,8 +14,8 @@ namespace PracticeReminder {
 /// spread evenly from 9:00 to 18:00, at most 10.
 std::vector<std::int64_t> minutes(std::int64_t count);
 
-/// The moments of the coming reminders, ascending, over so many days from today on: none of today once
-/// today's practice is done, and none that is past.
+/// The moments of the coming reminders, ascending, over so many days from today on: without today's once
+/// today's practice is done, and without those that are past.
 std::vector<Instant> plan(Instant now, std::int64_t count, bool todayDone, std::int64_t days,
                           const Calendar& calendar);
 

@@ -10,7 +10,6 @@ namespace tapcore {
 namespace {
 
 constexpr std::int64_t usualDays = 14;
-constexpr std::int64_t weekDays = 7;
 constexpr std::int64_t fewestTimedOfLetter = 3;
 
 /// The focus letter, when it was typed faster than it ever was on average.
@@ -51,11 +50,11 @@ LessonResult PracticeReview::review(const FinishedLesson& lesson, const Practice
     result.todaySeconds = after.seconds(today);
     result.goalSeconds = goalSeconds;
     result.streak = PracticeRecord::streak(after, today, goalSeconds, calendar);
-    result.stars = {result.accuracy >= rules.targetAccuracy,
-                    result.wpm > 0 &&
-                        result.wpm >= usual(before, lesson.layout, rules, today, calendar).value_or(0),
-                    after.reached(today, goalSeconds)};
-    result.news = newsOf(lesson, before, rules, today.adding(1 - weekDays, calendar));
+    result.stars = {
+        result.accuracy >= rules.targetAccuracy,
+        result.wpm > 0 && result.wpm >= usual(before, lesson.layout, rules, today, calendar).value_or(0),
+        after.reached(today, goalSeconds)};
+    result.news = newsOf(lesson, before, rules, today.adding(1 - daysOfWeek, calendar));
     return result;
 }
 

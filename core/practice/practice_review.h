@@ -74,7 +74,7 @@ std::optional<std::int64_t> usual(const PracticeHistory& before, const std::stri
 /// The letters that took longest, the slowest first: at most so many, of those timed at least three
 /// times.
 std::vector<std::string> slowest(const LetterCounts& counts, std::size_t limit);
-/// Whether a lesson's speed may stand as a best: typed long enough to be judged, and right often enough.
+/// Whether a lesson's speed may count as a best: typed long enough to be judged, and right often enough.
 bool counts(const LetterCounts& counts, const PracticeRules& rules);
 
 /// Over all letters: the speed of the timed presses, and what part of the presses was right.

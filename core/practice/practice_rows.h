@@ -20,7 +20,7 @@ struct Row {
 };
 
 /// Rows of at most `columns` characters (at least 1), each closed by a space where one fits, a longer
-/// word cut. An empty text has none.
+/// word cut. An empty text has no rows.
 std::vector<Row> rows(std::string_view text, std::int64_t columns);
 /// Which row holds a position; nothing when it lies outside all of them.
 std::optional<std::size_t> row(std::size_t of, const std::vector<Row>& in);

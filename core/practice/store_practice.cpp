@@ -1,3 +1,5 @@
+// Practice days: the members of Store that read and write them.
+
 #include "core/files/file_copies.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
@@ -5,13 +7,6 @@
 #include "core/practice/practice_history.h"
 
 namespace tapcore {
-namespace {
-
-void addFiles(PracticeDay& day, const std::vector<FileCopy>& copies, FileProblems* problems) {
-    forEachText(copies, problems, [&](std::string_view text) { day.merge(PracticeDay(text)); });
-}
-
-}  // namespace
 
 std::filesystem::path Store::practiceURL(const Day& day) const {
     return base() / practiceFolder / copyName(day.description(), format.fileExtension());
@@ -24,7 +19,7 @@ std::vector<Day> Store::practiceDays(FileProblems* problems) const {
 PracticeDay Store::readPractice(const Day& day, FileProblems* problems) const {
     PracticeDay sum;
     for (const std::filesystem::path& folder : foldersToRead(practiceFolder, problems))
-        addFiles(sum, readCopies(folder, day.description(), format, fetch_), problems);
+        mergeCopies(sum, readCopies(folder, day.description(), format, fetch_), problems);
     return sum;
 }
 
@@ -48,11 +43,10 @@ void Store::changePractice(const Day& day, const std::function<void(PracticeDay&
     const auto copies = readWholeCopies(folder, day.description(), format, fetch_);
     PracticeDay sum;
     SkippedLines lines;
-    forEachText(copies, nullptr,
-                [&](std::string_view text) { sum.merge(PracticeDay(text, &lines.emplace_back())); });
+    mergeCopies(sum, copies, nullptr, &lines);
     change(sum);
     keepWhatIsSkipped(copies, lines, problems);
-    settle(replaceCopies(folder, day.description(), format, sum.text(day, format), copies));
+    warnUnlessSafe(replaceCopies(folder, day.description(), format, sum.text(day, format), copies));
 }
 
 void Store::convertPractice(const std::string& name) const {

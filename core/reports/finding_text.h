@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/reports/finding.h"
 #include "core/reports/letter_gain.h"
 #include "core/words/words.h"

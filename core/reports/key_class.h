@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 #include "core/foundation/raw_values.h"
 

@@ -30,7 +30,7 @@ TypingDays daysOf(const Store& store, const std::vector<Stretch>& stretches, Fil
                         [&](const Stretch& stretch) { return stretch.first <= day && day <= stretch.last; }))
             wanted.push_back(day);
     TypingDays days;
-    for (std::size_t i = 0; i < wanted.size() && goesOn(progress, i, wanted.size()); ++i) {
+    for (std::size_t i = 0; i < wanted.size() && shouldContinue(progress, i, wanted.size()); ++i) {
         const std::string place = store.url(wanted[i]).replace_extension().string();
         const FatalContext context("summing up", place);
         days.emplace_hint(days.end(), wanted[i], store.read(wanted[i], problems));
@@ -54,11 +54,13 @@ std::vector<Report::DayLine> linesOf(const TypingDays& days, const Stretch& pass
     return lines;
 }
 
+/// What another period adds up to, unless it has typing on less than half as many days: then counting had not
+/// begun, or somebody was away.
 std::optional<Report::Totals> totalsOf(const TypingDays& days, const ReportPeriod& period,
-                                       const Stretch& passed) {
+                                       const Stretch& passed, std::int64_t typingDays) {
     const Stretch stretch = sameStretch(period, passed);
     const StretchFigures figures = figuresOf(days, stretch);
-    if (figures.summary.keystrokes == 0) return std::nullopt;
+    if (figures.typingDays * 2 < typingDays || figures.summary.keystrokes == 0) return std::nullopt;
     return Report::Totals{period,
                           stretch,
                           figures.summary.keystrokes,
@@ -152,8 +154,8 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     report.classes = countsByClass(now.figures.summary.byKey, keyboard.legends);
     report.load = Load(keyboard.board, keyboard.legends, now.figures.summary.byKey, {});
     report.usual = usualOf(counted);
-    report.before = totalsOf(days, before, *passed);
-    report.yearBefore = totalsOf(days, yearBefore, *passed);
+    report.before = totalsOf(days, before, *passed, now.figures.typingDays);
+    if (yearBefore != before) report.yearBefore = totalsOf(days, yearBefore, *passed, now.figures.typingDays);
     report.findings = changes(now, counted, keyboard.board);
     addFacts(report.findings, now, days);
     const PracticeHistory history = store.practiceHistory(problems);

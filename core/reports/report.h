@@ -80,8 +80,8 @@ struct Report {
     Load load{Board{}, {}, {}, {}};
     Practice practice;
     std::optional<UsualTotals> usual;  ///< of periods of up to 31 days, where three or more weeks have typing
-    std::optional<Totals> before;      ///< nothing without typing
-    std::optional<Totals> yearBefore;  ///< nothing without typing
+    std::optional<Totals> before;      ///< nothing where too few days have typing
+    std::optional<Totals> yearBefore;  ///< the same; nothing for a year, whose year before is the one before
     std::vector<Finding> findings;     ///< what changed, the farthest from usual first; then facts
     std::vector<LetterGain> gains;
 

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 #include "core/files/folder_names.h"
 #include "core/files/text_table.h"
 #include "core/foundation/file_io.h"
@@ -243,7 +242,7 @@ SavedReport saveReport(const Store& store, const std::string& name, const std::s
         if (isSame) return SavedReport::unchanged;
         saved = SavedReport::changed;
     }
-    store.settle(Store::write(document, file));
+    store.warnUnlessSafe(Store::write(document, file));
     store.removeOthers(reportsFolder, name, file);
     return saved;
 }

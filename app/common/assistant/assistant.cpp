@@ -2,7 +2,7 @@
 
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
-#include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tappora {
 

@@ -6,7 +6,6 @@
 
 #include "core/counting/chords.h"
 #include "core/counting/day.h"
-#include "core/counting/top_keys.h"
 #include "core/files/day_file.h"
 #include "core/files/summary.h"
 

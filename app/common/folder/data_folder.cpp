@@ -153,7 +153,7 @@ LockedStore::LockedStore(const FolderOptions& options, const Environment& enviro
       store(opened(options, environment, tapcore::FolderConfig::readToChange).telling(complainOnce(tell))) {
     if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell);
-    const auto told = [&](const tapcore::Written& unsafe) { store.settle(unsafe); };
+    const auto told = [&](const tapcore::Written& unsafe) { store.warnUnlessSafe(unsafe); };
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);
 }
 

@@ -21,13 +21,6 @@ constexpr std::string_view system = "system";
 
 std::filesystem::path folder(const Environment& environment) { return resourceFolder(environment) / "Words"; }
 
-/// The locale of messages: of the variables that name it the first that has a value.
-std::string messageLocale(const Environment& environment) {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
-    return "";
-}
-
 /// Without a locale, or in that of machines, LANGUAGE has no say.
 bool isOfMachines(std::string_view locale) {
     return locale.empty() || locale == "POSIX" || locale == "C" || locale.starts_with("C.");
@@ -47,6 +40,12 @@ std::vector<std::string> wishes(const Environment& environment) {
 }
 
 }  // namespace
+
+std::string messageLocale(const Environment& environment) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
+    return "";
+}
 
 std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available) {
     return tapcore::preferredLanguage(wishes(environment), available);

@@ -16,8 +16,11 @@ inline constexpr std::string_view languageKey = "language";
 /// LANG as other programs read them; else English.
 std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available);
 
-/// The language of texts: the one set, else the system's. A set one that has no texts is warned of, with those
-/// there are, and does not count.
+/// The locale of messages: LC_ALL, LC_MESSAGES or LANG, the first that has a value; empty without one.
+std::string messageLocale(const Environment& environment);
+
+/// The language of texts: the one set, else the system's. A set one that has no texts is warned of, with
+/// those there are, and does not count.
 std::string chosenLanguage(const Environment& environment);
 
 /// The texts that come with the program, in the language chosen, in the system's, or in that of a code.

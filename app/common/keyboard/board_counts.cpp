@@ -32,13 +32,16 @@ tapcore::MapColor chosenColor(const std::optional<std::string>& option, const En
     return *tapcore::MapColor::parse(*Settings::read(environment).text("appearance.mapColor"));
 }
 
+void addColorOption(CommandSyntax& command, std::optional<std::string>& color) {
+    command.option("--color", color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
+        .type("COLOR");
+}
+
 void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed) {
     addPeriodOptions(command, options.dates, BoardCounts::usualDays);
     addKeyboardOptions(command, options.keyboard);
     addLeaveOutOption(command, options.leaveOut);
-    command
-        .option("--color", options.color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
-        .type("COLOR");
+    addColorOption(command, options.color);
     command.flag("--dark", options.dark, "Draw on a dark background");
     command.option("-o,--output", options.output, "Write a picture: an SVG, PNG or PDF file").type("FILE");
     command.flag("--json", options.json, "Print " + printed + " as JSON").excludes("--output");

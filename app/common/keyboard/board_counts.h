@@ -43,6 +43,9 @@ struct BoardCounts {
     bool dark = false;
 };
 
+/// --color: the family of colours that heat is drawn in.
+void addColorOption(CommandSyntax& command, std::optional<std::string>& color);
+
 /// The colour that --color names, else the settings ("appearance.mapColor"), else the usual one. UsageError
 /// for an invalid one.
 tapcore::MapColor chosenColor(const std::optional<std::string>& option, const Environment& environment);

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/common/keyboard/xkb_setting.h"
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 #include "core/counting/tally.h"
 
 namespace tappora {

@@ -192,7 +192,7 @@ TEST(Dialogue, RefusesRepliesOfUnknownShape) {
 }
 
 TEST(Dialogue, AnswersACallThatCannotBeReadWithHowToDoBetter) {
-    const auto output = run(ToolCall{"id", "search", {}, false}, AssistantTools{});
+    const auto output = AssistantTools{}.run(ToolCall{"id", "search", {}, false});
     EXPECT_TRUE(output.isError);
     EXPECT_EQ(
         output.text,

@@ -154,16 +154,20 @@ TEST(DayFile, SkipsRowsItCannotUseAndSaysWhy) {
     expected.tally.addUnkeyed(8, 9);
     expected.tally.add(Tally::MouseHour{1, 0, 0, -2, 3}, 9);
     EXPECT_EQ(file, expected);
-    const std::string number = "a cell is not a whole number";
-    const std::string noTable = "it is in no table that is read";
-    const std::string words = "the modifiers are not words of ctrl, opt, shift, cmd and fn";
+    const std::string number = "a cell is not a whole number: ";
+    const std::string noTable = "it is in no table that is read: ";
+    const std::string words = "the modifiers are not words of ctrl, opt, shift, cmd and fn: ";
     EXPECT_THAT(
         skipped,
-        ElementsAre(SkippedRow{6, "a row of Keys has 3 cells"}, SkippedRow{7, number},
-                    SkippedRow{8, "the hour is not 0 to 23"}, SkippedRow{9, "the count is below 1"},
-                    SkippedRow{10, number}, SkippedRow{12, "a chord has ctrl, opt or cmd"},
-                    SkippedRow{13, words}, SkippedRow{14, words}, SkippedRow{17, "the count is below 1"},
-                    SkippedRow{21, number}, SkippedRow{24, noTable}, SkippedRow{25, noTable}));
+        ElementsAre(
+            SkippedRow{6, "a row of Keys has 3 cells: | 9 | 0 |"}, SkippedRow{7, number + "| 9 | -1 | 5 |"},
+            SkippedRow{8, "the hour is not 0 to 23: | 24 | 0 | 5 |"},
+            SkippedRow{9, "the count is below 1: | 9 | 0 | 0 |"}, SkippedRow{10, number + "| 9 | a | 5 |"},
+            SkippedRow{12, "a chord has ctrl, opt or cmd: | 9 | shift | 1 | 5 |"},
+            SkippedRow{13, words + "| 9 | Shift | 1 | 5 |"}, SkippedRow{14, words + "| 9 | + | 1 | 5 |"},
+            SkippedRow{17, "the count is below 1: | 9 | 0 |"},
+            SkippedRow{21, number + "| 9 | 1 | 0 | 0 | -2 | x |"}, SkippedRow{24, noTable + "## Elsewhere"},
+            SkippedRow{25, noTable + "| 9 | 0 | 5 |"}));
 }
 
 /// The day file of some rows of its Day table.

@@ -72,7 +72,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
             "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
             "it is not counted",
             "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",
-            "A/days/2026-09-20.md:4: not used: a row of Keys has 3 cells",
+            "A/days/2026-09-20.md:4: not used: a row of Keys has 3 cells: | 9 | 0 |",
             "A/days/2026-09-20.org:2: not UTF-8 text",
             "A/days/2026-09-20.org: the same is here in another format too",
             "A/days/2026-09-20.sync-conflict-20260921-1.md: a copy of 2026-09-20 that another program "
@@ -84,7 +84,8 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
             "B/days/2026-09-20.md: Is a directory",
             "practice/2026-09-20 as it was.md: the day as it was before lines were left out; repair the "
             "day from it, then remove it",
-            "practice/2026-09-20.md:3: not used: the letter is not one character",
+            "practice/2026-09-20.md:3: not used: the letter is not one character: | ab | us | 5 | 0 | 5 | "
+            "900 |",
             "practice/today.md: not named after a day (YYYY-MM-DD); it is not counted",
             "A/months/2026-07.org: missing; tappora folder rollups makes it"));
 }

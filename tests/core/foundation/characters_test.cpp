@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "core/foundation/utf8.h"
+
 namespace tapcore {
 namespace {
 

@@ -5,7 +5,7 @@
 namespace tapcore {
 namespace {
 
-using Mark = LessonSession::Mark;
+using Outcome = LessonSession::Outcome;
 
 /// A lesson, typed key by key: each with the milliseconds since the one before.
 class Typing {
@@ -46,10 +46,11 @@ TEST(LessonSession, PassesAWrongKeyOnlyWhenPutRight) {
     Typing typing({"ate"});
     typing.key("a", 0).key("x", 100).key("e", 100);
     EXPECT_EQ(*typing.session.expected(), "t");
-    EXPECT_EQ(typing.session.marks()[1], Mark::wrong);
+    EXPECT_EQ(typing.session.outcomes()[1], Outcome::wrong);
     typing.back().key("t", 100).key("e", 100);
     EXPECT_TRUE(typing.session.isFinished());
-    EXPECT_EQ(typing.session.marks(), (std::vector<Mark>{Mark::right, Mark::mended, Mark::right}));
+    EXPECT_EQ(typing.session.outcomes(),
+              (std::vector<Outcome>{Outcome::right, Outcome::corrected, Outcome::right}));
     EXPECT_EQ(typing.of("t"), (LetterStats{1, 2, 0, 0, 1})) << "a press after an error has no time";
     EXPECT_EQ(typing.of("e"), (LetterStats{1, 0, 1, 100, 1}));
     EXPECT_EQ(typing.session.counts().size(), 3U) << "only what was expected is counted";
@@ -59,7 +60,8 @@ TEST(LessonSession, LetsErrorsStandWhenAsked) {
     Typing typing({"ate"}, true);
     typing.key("a", 0).key("x", 100).key("e", 100);
     EXPECT_TRUE(typing.session.isFinished());
-    EXPECT_EQ(typing.session.marks(), (std::vector<Mark>{Mark::right, Mark::wrong, Mark::right}));
+    EXPECT_EQ(typing.session.outcomes(),
+              (std::vector<Outcome>{Outcome::right, Outcome::wrong, Outcome::right}));
     EXPECT_EQ(typing.of("t"), (LetterStats{0, 1, 0, 0, 1}));
     EXPECT_EQ(typing.of("e"), (LetterStats{1, 0, 0, 0, 1}));
 }
@@ -67,7 +69,8 @@ TEST(LessonSession, LetsErrorsStandWhenAsked) {
 TEST(LessonSession, GoesBackWhereErrorsAreLetStand) {
     Typing typing({"ate"}, true);
     typing.back().key("a", 0).key("x", 100).back().key("t", 100).key("e", 100);
-    EXPECT_EQ(typing.session.marks(), (std::vector<Mark>{Mark::right, Mark::mended, Mark::right}));
+    EXPECT_EQ(typing.session.outcomes(),
+              (std::vector<Outcome>{Outcome::right, Outcome::corrected, Outcome::right}));
     EXPECT_EQ(typing.of("t"), (LetterStats{1, 1, 0, 0, 1}));
     EXPECT_EQ(typing.of("e"), (LetterStats{1, 0, 1, 100, 1}));
 }

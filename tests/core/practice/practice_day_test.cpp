@@ -114,9 +114,10 @@ TEST(PracticeDay, FindsColumnsByTheirTitles) {
                           "## Day\n| lessons | 0 | 9 |\n| seconds |\n",
                           &skipped),
               times);
-    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{2, "an unknown column"},
-                                                {6, "a cell beyond the columns"},
-                                                {7, "a row of Day has a cell for each column"}}));
+    EXPECT_EQ(skipped,
+              (std::vector<SkippedRow>{{2, "an unknown column: | note | value | key |"},
+                                       {6, "a cell beyond the columns: | lessons | 0 | 9 |"},
+                                       {7, "a row of Day has a cell for each column: | seconds |"}}));
 }
 
 TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
@@ -149,17 +150,18 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
     expected.lessons = 2;
     expected.otherMeta = {{"mood", "good"}};
     EXPECT_EQ(day, expected);
-    EXPECT_EQ(skipped, (std::vector<SkippedRow>{{6, "the letter is not one character"},
-                                                {7, "a cell is not a whole number"},
-                                                {8, "a row of Letters has a cell for each column"},
-                                                {9, "a cell beyond the columns"},
-                                                {10, "a count is below 0"},
-                                                {11, "it is not in the tables Letters and Day"},
-                                                {13, "an unknown column"},
-                                                {16, "a cell is not a whole number"},
-                                                {18, "a count is below 0"},
-                                                {20, "it is not in the tables Letters and Day"},
-                                                {21, "it is not in the tables Letters and Day"}}));
+    EXPECT_EQ(skipped, (std::vector<SkippedRow>{
+                           {6, "the letter is not one character: | th | qwerty | 5 | 1 | 4 | 1000 |"},
+                           {7, "a cell is not a whole number: | e | qwerty | 5 | x | 4 | 1000 |"},
+                           {8, "a row of Letters has a cell for each column: | e | qwerty | 5 |"},
+                           {9, "a cell beyond the columns: | e | qwerty | 5 | 1 | 4 | 1000 | by hand |"},
+                           {10, "a count is below 0: | e | qwerty | 5 | 1 | 4 | -1 |"},
+                           {11, "it is not in the tables Letters and Day: | e | qwerty | 5 | 1 | 4 | 1000"},
+                           {13, "an unknown column: | letter | presses | mood |"},
+                           {16, "a cell is not a whole number: | seconds | 1:00 |"},
+                           {18, "a count is below 0: | best | -9 |"},
+                           {20, "it is not in the tables Letters and Day: # slow today"},
+                           {21, "it is not in the tables Letters and Day: | e |"}}));
     for (const FileFormat format : FileFormat::allCases) {
         skipped.clear();
         (void)PracticeDay(sampleDay().text(today, format), &skipped);

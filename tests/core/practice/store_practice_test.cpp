@@ -72,10 +72,10 @@ TEST_F(StorePractice, KeepsAFileAsItWasWhenADayCannotHoldAllOfIt) {
         store.addPractice(practised(2), today, &problems);
         store.addPractice(practised(2), today, &problems);
         const fs::path path = root / "practice/2026-09-20.md";
-        const std::string why = "left out: it is not in the tables Letters and Day";
+        const std::string why = "left out: it is not in the tables Letters and Day: ";
         EXPECT_EQ(problems,
-                  (FileProblems{{path, 19, why},
-                                {path, 20, why},
+                  (FileProblems{{path, 19, why + "A sore thumb."},
+                                {path, 20, why + name},
                                 {path, 0, "the old file is kept as " + fs::path(kept).filename().string()}}));
         EXPECT_EQ(folder.text(kept), edited + name);
     }

@@ -5,6 +5,7 @@
 
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 
@@ -16,12 +17,8 @@ std::vector<std::string> mainLegends(const DraftKey& key) {
 }
 
 std::vector<std::string> legendLines(std::string_view text) {
-    std::vector<std::string> lines;
-    for (std::size_t start = 0, end = 0; end != std::string_view::npos; start = end + 1) {
-        end = text.find('\n', start);
-        lines.emplace_back(text.substr(start, end - start));
-    }
-    return lines;
+    const auto lines = pieces(text, '\n');
+    return {lines.begin(), lines.end()};
 }
 
 std::string described(const DraftKey& key) {

@@ -6,7 +6,7 @@
 #include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/text_pieces.h"
-#include "core/keyboard/import/board/keymap_file.h"
+#include "core/keyboard/import/board/keymap.h"
 
 namespace tapcore {
 namespace {

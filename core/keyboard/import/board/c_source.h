@@ -18,7 +18,7 @@ struct CSource {
     /// What names without arguments mean; "" for a name that is defined twice in different ways. A name
     /// that only passes its arguments on, `#define A(...) B(__VA_ARGS__)`, means B.
     std::map<std::string, std::string, std::less<>> defines = {};
-    /// The names of all enums; those whose number cannot be told have none.
+    /// The names of all enums, without a number where that cannot be told.
     std::map<std::string, std::optional<std::int64_t>, std::less<>> enumerators = {};
 
     /// What a name means in the end, without brackets around it; any other text as it is.
@@ -29,19 +29,20 @@ struct CSource {
 
 CSource readCSource(std::string_view source);
 
-/// The length of the comment or string that a text starts with; 0 for none.
+/// The length of the comment or string that a text starts with; 0 when it starts with neither.
 std::size_t skippedLength(std::string_view text);
 
 /// Whether a character can be in a name or a number.
 bool isWordPart(char c);
 
-/// The text between the bracket at `open` and the one that closes it. Throws KeymapError when none does.
+/// The text between the bracket at `open` and the one that closes it. Throws KeymapError when no bracket
+/// does.
 std::string_view inBrackets(std::string_view text, std::size_t open);
 
 /// The text without the round brackets around all of it, and without white space at its ends.
 std::string_view withoutBrackets(std::string_view text);
 
-/// The parts of a list, without those commas that are in brackets; none for an empty list.
+/// The parts of a list, split at the commas that are not in brackets; no part for an empty list.
 std::vector<std::string> splitAtCommas(std::string_view list);
 
 }  // namespace tapcore

@@ -13,7 +13,6 @@
 namespace tapcore {
 namespace {
 
-constexpr KeyCode spaceCode = 49;
 constexpr KeyCode deleteCode = 51;
 constexpr KeyCode forwardDeleteCode = 117;
 constexpr KeyCode fnCode = 63;
@@ -159,8 +158,8 @@ class Coder {
         }
         if (blank.empty() || blank.rbegin()->second.size() > 1) return;
         const std::size_t widest = blank.rbegin()->second.front();
-        if (claim(widest, spaceCode))
-            told_.guessed.push_back(described(keys_[widest]) + ": " + codeText(spaceCode) +
+        if (claim(widest, spaceKey))
+            told_.guessed.push_back(described(keys_[widest]) + ": " + codeText(spaceKey) +
                                     ", the widest key without legends");
     }
 

@@ -5,15 +5,10 @@
 #include <utility>
 
 #include "core/foundation/json_fields.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tapcore {
 namespace {
-
-std::string joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
-    return text;
-}
 
 std::vector<std::string> layoutNames(const JsonValue& layouts) {
     std::vector<std::string> names;
@@ -34,8 +29,8 @@ std::string chosenName(const JsonValue& info, const std::vector<std::string>& na
     if (const auto aliases = info.optionalMember("layout_aliases"))
         if (const auto alias = aliases->optionalMember(name, &JsonValue::string); alias && isThere(*alias))
             return *alias;
-    throw JsonError(wanted ? "layouts: no " + name + " among " + joined(names)
-                           : "layouts: choose one of them with --layout: " + joined(names));
+    throw JsonError(wanted ? "layouts: no " + name + " among " + joined(names, ", ")
+                           : "layouts: choose one of them with --layout: " + joined(names, ", "));
 }
 
 /// The names that keymaps have for a layout.

@@ -14,7 +14,7 @@ struct KeyName {
     KeyCode code = 0;
     std::string_view id;       ///< "semicolon", "left-shift"
     std::string_view plain;    ///< what it types on the US layout; empty when it types nothing
-    std::string_view shifted;  ///< the same with shift
+    std::string_view shifted;  ///< what it types there with shift
 
     bool types() const { return !plain.empty(); }
 };
@@ -25,7 +25,7 @@ const KeyName* keyNamed(KeyCode code);
 /// What a legend says of a key that types nothing to be seen, or of a key on the number pad.
 struct NamedCodes {
     KeyCode left = 0;   ///< the code, or that of the left one of a pair
-    KeyCode right = 0;  ///< the same code, or that of the right one, or of the one on the number pad
+    KeyCode right = 0;  ///< that code again, or that of the right one, or of the one on the number pad
 };
 
 /// "Esc", "caps lock", "⇧", "Num Lock", "PgUp"; whether letters are large, and spaces, "-" and "_" do not
@@ -35,7 +35,7 @@ std::optional<NamedCodes> codesNamed(std::string_view legend);
 /// The key that types a character on the US layout without shift ("a" in either case, ";"), or null.
 const KeyName* keyTyping(std::string_view plain);
 
-/// The same with shift ("*"), or null.
+/// The key that types a character on the US layout with shift ("*"), or null.
 const KeyName* keyTypingShifted(std::string_view shifted);
 
 /// Whether a legend is one of the Mac's own modifiers, such as "⌘" or "option".

@@ -19,9 +19,10 @@ struct KeyReading {
     bool allows(KeyCode code) const;
 };
 
+/// What one key says of what it sends.
 KeyReading readingOf(const DraftKey& key);
 
-/// The same of all keys, in their order.
+/// What each key says, in their order.
 std::vector<KeyReading> readingsOf(const std::vector<DraftKey>& keys);
 
 /// Whether so few of the keys say which character they type that the file counts as one without legends.

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "core/keyboard/import/board/keymap_file.h"
+#include "core/keyboard/import/board/keymap.h"
 
 namespace tapcore {
 

@@ -28,7 +28,6 @@ constexpr int numberRow = static_cast<int>(Row::number);
 constexpr int homeRow = static_cast<int>(Row::home);
 constexpr int lowerRow = static_cast<int>(Row::lower);
 constexpr int bottomRow = static_cast<int>(Row::bottom);
-constexpr KeyCode spaceCode = 49;
 
 bool restsInHomeRow(std::size_t column) { return column < 4 || column > 5; }
 
@@ -192,7 +191,7 @@ class Guess {
         for (const Board::Key& key : keys) {
             const Anchor& near = nearest(key.center());
             const bool isBelow = near.row + std::lround(inColumn(near, key.center()).y) >= bottomRow;
-            if (key.keyCode == spaceCode) {
+            if (key.keyCode == spaceKey) {
                 widest = &key;
                 break;
             }
@@ -238,7 +237,7 @@ void guessStrikes(std::vector<Board::Key>& keys) {
         key.hand = strike.hand;
         key.finger = strike.finger;
         key.row = strike.row;
-        key.home = key.keyCode == spaceCode;
+        key.home = key.keyCode == spaceKey;
     }
     guess.markResting(keys);
 }

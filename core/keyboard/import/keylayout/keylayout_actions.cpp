@@ -7,6 +7,7 @@
 
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {

@@ -5,6 +5,8 @@
 #include <set>
 #include <utility>
 
+#include "core/counting/counter.h"
+#include "core/counting/tally.h"
 #include "core/files/store.h"
 #include "core/foundation/characters.h"
 #include "core/keyboard/import/keylayout/keylayout_actions.h"
@@ -17,8 +19,6 @@
 namespace tapcore {
 namespace {
 
-constexpr std::uint16_t spaceCode = 49;
-constexpr std::uint16_t firstUncounted = 128;
 constexpr std::size_t mostBoards = 16;  ///< far more kinds of boards than there are
 
 /// What a layout without a name is called: by its file, without the ending.
@@ -135,7 +135,7 @@ KeylayoutKeyMaps::Keys LegendsOfFile::keysFor(const XmlElement& board, const std
 
 void LegendsOfFile::addKeys(const Keys& plain, const Keys& shifted, const std::string& set) {
     for (const auto& [code, key] : plain) {
-        if (code >= firstUncounted) {
+        if (code >= Counter::keyCodes) {
             dropped_.addKey(code, "keys that are never counted");
             continue;
         }
@@ -162,9 +162,9 @@ std::string LegendsOfFile::text(std::uint16_t code, const Keys& keys, const Keys
                                 std::string_view manner) {
     const auto found = keys.find(code);
     if (found == keys.end()) return "";
-    const auto space = plain.find(spaceCode);
-    const auto spaceKey = space == plain.end() ? std::nullopt : std::optional(space->second);
-    const KeyLegend legend = actions_.legend(found->second, spaceKey);
+    const auto space = plain.find(spaceKey);
+    const auto spaceText = space == plain.end() ? std::nullopt : std::optional(space->second);
+    const KeyLegend legend = actions_.legend(found->second, spaceText);
     if (legend.text.empty()) dropped_.addKey(code, std::string(manner) + std::string(legend.whyNone));
     if (legend.isDead) dropped_.addKey(code, "dead keys; what they combine to is on no key");
     return legend.text;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {

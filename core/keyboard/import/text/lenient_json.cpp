@@ -10,6 +10,7 @@
 #include "core/foundation/characters.h"
 #include "core/foundation/json_fields.h"
 #include "core/foundation/text_pieces.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {

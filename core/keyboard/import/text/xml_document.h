@@ -42,7 +42,7 @@ class XmlElement {
     /// An attribute's value, or nothing when it has none of that name. XmlError for a reference that means
     /// for nothing.
     std::optional<std::string> attribute(const char* name) const;
-    /// The same; XmlError when it is missing.
+    /// An attribute's value; XmlError when it has none of that name.
     std::string required(const char* name) const;
 
     /// The elements right within this one, all or those of a name, in order.

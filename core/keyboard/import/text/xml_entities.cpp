@@ -4,7 +4,7 @@
 #include <charconv>
 #include <utility>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -37,8 +37,7 @@ std::string characterNamed(std::string_view name) {
     unsigned scalar = 0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, scalar, hexadecimal ? 16 : 10);
-    const bool surrogate = scalar >= 0xD800 && scalar < 0xE000;
-    if (error != std::errc() || stop != end || scalar > 0x10FFFF || surrogate)
+    if (error != std::errc() || stop != end || scalar > 0x10FFFF || isSurrogate(scalar))
         throw XmlEntities::Error("&" + std::string(name) + "; is not a character");
     return utf8(scalar);
 }

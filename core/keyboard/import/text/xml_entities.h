@@ -34,7 +34,8 @@ class XmlEntities {
     void expand(std::string_view value, int depth, std::string& result);
     void expandNamed(std::string_view name, int depth, std::string& result);
 
-    std::map<std::string, std::optional<std::string>, std::less<>> texts_;  ///< none for those of other files
+    std::map<std::string, std::optional<std::string>, std::less<>>
+        texts_;  ///< absent for those of other files
     std::size_t charactersLeft_ = std::size_t{1} << 18;
 };
 

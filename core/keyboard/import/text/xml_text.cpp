@@ -6,6 +6,7 @@
 
 #include "core/foundation/characters.h"
 #include "core/foundation/text_pieces.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 namespace {
@@ -37,7 +38,7 @@ unsigned unitAt(std::string_view bytes, std::size_t at, ByteOrder order) {
 }
 
 bool isHighSurrogate(unsigned unit) { return unit >= 0xD800 && unit < 0xDC00; }
-bool isLowSurrogate(unsigned unit) { return unit >= 0xDC00 && unit < 0xE000; }
+bool isLowSurrogate(unsigned unit) { return isSurrogate(unit) && !isHighSurrogate(unit); }
 
 std::string fromUtf16(std::string_view bytes, ByteOrder order) {
     std::string text;
@@ -45,7 +46,7 @@ std::string fromUtf16(std::string_view bytes, ByteOrder order) {
     for (std::size_t at = 0; at < bytes.size(); at += 2) {
         if (at + 1 == bytes.size()) failAt(text, text.size(), "the file ends within a character");
         const unsigned unit = unitAt(bytes, at, order);
-        if (!isHighSurrogate(unit) && !isLowSurrogate(unit)) {
+        if (!isSurrogate(unit)) {
             text += utf8(unit);
             continue;
         }

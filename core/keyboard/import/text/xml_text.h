@@ -1,18 +1,17 @@
 #pragma once
 
 #include <cstddef>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "core/foundation/characters.h"
+#include "core/foundation/text_error.h"
 
 namespace tapcore {
 
 /// XML that is not what was wanted. `what()` says where and why: "line 3, column 7: no attribute \"index\"".
-class XmlError : public std::runtime_error {
+class XmlError : public TextError {
   public:
-    explicit XmlError(std::string_view why) : std::runtime_error(withVisibleNuls(why)) {}
+    using TextError::TextError;
 };
 
 /// Throws XmlError about a byte of a text; columns count characters of the line, in scalars.

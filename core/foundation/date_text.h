@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "core/foundation/civil_date.h"
+
+namespace tapcore {
+
+/// A date as a locale ("de", "pt-BR") writes it, with its month abbreviated: "Sep 20, 2026" in English. A
+/// locale that is not known writes it like English.
+std::string dateText(const CivilDate& date, std::string_view locale);
+
+/// The day that a week begins with where the locale is used, from 0 for Sunday: 1 for "de", 0 for "en_US".
+std::size_t firstWeekday(std::string_view locale);
+
+}  // namespace tapcore
