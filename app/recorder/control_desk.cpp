@@ -7,7 +7,7 @@
 
 #include "app/common/control/control_places.h"
 #include "app/common/control/pause_time.h"
-#include "app/common/program.h"
+#include "app/recorder/named_failure.h"
 
 namespace tappora {
 namespace {
@@ -34,13 +34,7 @@ ControlDesk::ControlDesk(fs::path folder, const Environment& environment, PauseS
 
 void ControlDesk::lookAgain() {
     if (server_.isListening()) return;
-    listening_.run([&] {
-        try {
-            server_.listenIn(madeControlPlace(environment_));
-        } catch (const fs::filesystem_error& error) {
-            throw Failure(error.path1().string(), error.code().message());
-        }
-    });
+    listening_.run([&] { namingFailure([&] { server_.listenIn(madeControlPlace(environment_)); }); });
 }
 
 void ControlDesk::serveUntil(int file) {

@@ -7,6 +7,7 @@
 #include "app/common/control/control_places.h"
 #include "app/common/control/pause_time.h"
 #include "app/common/system/directories.h"
+#include "app/recorder/named_failure.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
 
@@ -48,8 +49,10 @@ KeptPause readPauseFile(const fs::path& path, tapcore::Instant now) {
 }
 
 void writePauseFile(const fs::path& path, const std::optional<Pause>& pause) {
-    if (pause) tapcore::writeFile(path, tapcore::jsonText(toJson(*pause))).requireSafe();
-    else tapcore::removeFile(path);
+    namingFailure([&] {
+        if (pause) tapcore::writeFile(path, tapcore::jsonText(toJson(*pause))).requireSafe();
+        else tapcore::removeFile(path);
+    });
 }
 
 }  // namespace tappora

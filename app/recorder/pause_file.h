@@ -26,7 +26,7 @@ struct KeptPause {
 /// `now` without an end.
 KeptPause readPauseFile(const std::filesystem::path& path, tapcore::Instant now);
 
-/// Keeps a pause, or forgets it when there is none. Throws filesystem_error with the path when that fails.
+/// Keeps a pause, or forgets it when there is none. Failure, naming it, when it cannot be written.
 void writePauseFile(const std::filesystem::path& path, const std::optional<Pause>& pause);
 
 }  // namespace tappora

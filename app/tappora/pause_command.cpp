@@ -1,10 +1,6 @@
 // Pausing, and ending the pause.
 
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <functional>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,29 +15,19 @@
 namespace tappora {
 namespace {
 
-using Outcome = RecorderReply::Outcome;
-
-bool is(const RecorderReply& reply, std::initializer_list<Outcome> outcomes) {
-    return std::find(outcomes.begin(), outcomes.end(), reply.outcome) != outcomes.end();
-}
-
 /// Tells what each recorder has done, by `tell` of its status, and fails when there is none or one has not.
-void tellOf(const std::vector<RecorderReply>& replies,
+void tellOf(const std::vector<RecorderReply>& replies, const Asking& asking,
             const std::function<void(const RecorderStatus&)>& tell) {
     complainOf(replies);
-    if (std::all_of(replies.begin(), replies.end(),
-                    [](auto& reply) { return is(reply, {Outcome::foreign}); })) {
-        complain("no recorder runs: nothing is being counted");
-        throw NotCounting();
-    }
-    for (const RecorderStatus& status : answersOf(replies)) {
+    const auto recorders = answersOf(replies);
+    for (const RecorderStatus& status : recorders) {
         if (!status.pauseProblem.empty()) complain(status.pauseProblem);
         tell(status);
     }
-    if (std::any_of(replies.begin(), replies.end(), [](auto& reply) {
-            return is(reply, {Outcome::refused, Outcome::silent});
-        }))
-        throw Failure("recorder", "not all did what they were asked");
+    if (haveRefused(replies)) throw Failure("recorder", "not all did what they were asked");
+    if (!recorders.empty()) return;
+    complain("nothing is counted: " + noRecorder(asking));
+    throw NotCounting();
 }
 
 void addFolder(CommandLine& line, std::optional<std::string>& folder) {
@@ -58,8 +44,9 @@ void pauseCommand(CommandLine& line, const Environment& environment) {
     addFolder(line, folder);
     line.parse();
 
+    const Asking asking{.folder = folder};
     const auto until = pauseEnd(words, environment.now, environment.calendar);
-    tellOf(pauseRecorders(until, {.folder = folder}, environment), [&](const RecorderStatus& status) {
+    tellOf(pauseRecorders(until, asking, environment), asking, [&](const RecorderStatus& status) {
         if (status.pause) print(pauseLine(*status.pause, environment));
     });
 }
@@ -70,7 +57,8 @@ void resumeCommand(CommandLine& line, const Environment& environment) {
     addFolder(line, folder);
     line.parse();
 
-    tellOf(resumeRecorders({.folder = folder}, environment), [&](const RecorderStatus& status) {
+    const Asking asking{.folder = folder};
+    tellOf(resumeRecorders(asking, environment), asking, [&](const RecorderStatus& status) {
         print(status.isCounting() ? "Counting again.\n" : factsOf(status, environment));
     });
 }

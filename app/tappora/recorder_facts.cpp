@@ -106,10 +106,15 @@ void complainOf(const std::vector<RecorderReply>& replies) {
             complain(reply.socket.string() + ": " + reply.why);
 }
 
-bool isSilent(const std::vector<RecorderReply>& replies) {
+bool haveRefused(const std::vector<RecorderReply>& replies) {
+    using Outcome = RecorderReply::Outcome;
     return std::any_of(replies.begin(), replies.end(), [](const RecorderReply& reply) {
-        return reply.outcome == RecorderReply::Outcome::silent;
+        return reply.outcome == Outcome::silent || reply.outcome == Outcome::refused;
     });
+}
+
+std::string noRecorder(const Asking& asking) {
+    return "no recorder " + (asking.folder ? "counts into " + asking.folder->string() : "runs");
 }
 
 bool areCounting(const std::vector<RecorderStatus>& recorders) {

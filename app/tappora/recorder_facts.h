@@ -19,8 +19,10 @@ std::vector<RecorderStatus> answersOf(const std::vector<RecorderReply>& replies)
 /// Tells why the others did not.
 void complainOf(const std::vector<RecorderReply>& replies);
 
-/// Whether one runs that did not answer.
-bool isSilent(const std::vector<RecorderReply>& replies);
+/// Whether one runs that did not do what it was asked, or did not answer.
+bool haveRefused(const std::vector<RecorderReply>& replies);
+/// For when none answered: "no recorder runs".
+std::string noRecorder(const Asking& asking);
 
 /// Whether there is one, and all of them count.
 bool areCounting(const std::vector<RecorderStatus>& recorders);

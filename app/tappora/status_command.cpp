@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -23,11 +21,11 @@ nlohmann::json statusJson(const std::vector<RecorderStatus>& recorders) {
 std::string statusText(const std::vector<RecorderStatus>& recorders, const Asking& asking,
                        const Environment& environment) {
     if (recorders.empty())
-        return fmt::format(
-            "Nothing is counted: no recorder {}.\n\n"
-            "  tappora record            counts from now on, until you stop it\n"
-            "  tappora record --help     says what it needs\n",
-            asking.folder ? "counts into " + asking.folder->string() : "runs");
+        return "Nothing is counted: " + noRecorder(asking) +
+               ".\n\n"
+               "  tappora setup             has a recorder start by itself\n"
+               "  tappora record            counts from now on, until you stop it\n"
+               "  tappora record --help     says what it needs\n";
     std::string text;
     for (const RecorderStatus& status : recorders)
         text += (text.empty() ? "" : "\n") + factsOf(status, environment);
@@ -51,7 +49,7 @@ void statusCommand(CommandLine& line, const Environment& environment) {
     const auto replies = askStatus(asking, environment);
     const auto recorders = answersOf(replies);
     complainOf(replies);
-    if (isSilent(replies)) throw Failure("status", "not known of all recorders");
+    if (haveRefused(replies)) throw Failure("status", "not known of all recorders");
     print(json ? jsonText(statusJson(recorders)) : statusText(recorders, asking, environment));
     if (!areCounting(recorders)) throw NotCounting();
 }

@@ -70,8 +70,8 @@ class Session:
         self.recorder.process.wait()
 
     def ask(self, *words, status, out=None, err=""):
-        """Runs `tappora` and compares what it prints, in which the data folder is DATA."""
-        ended = subprocess.run([str(self.programs / "tappora"), *words], env=self.environment, capture_output=True,
+        """Runs `tappora` for the data folder and compares what it prints, in which the world's place is ROOT."""
+        ended = subprocess.run([str(self.programs / "tappora"), *words, "--folder", f"{self.world.root}/data"], env=self.environment, capture_output=True,
                                text=True, timeout=PATIENCE, check=False)
         named = {"out": ended.stdout, "err": ended.stderr}
         shown = {name: text.replace(str(self.world.root), "ROOT") for name, text in named.items()}
@@ -84,8 +84,7 @@ class Session:
         return sorted((self.world.root / "run/tappora").glob("record-*.sock"))
 
     def total(self):
-        return json.loads(self.ask("summary", "--json", "--folder", f"{self.world.root}/data", "--from", "2026-09-20",
-                                   "--to", "2026-09-20", status=0))
+        return json.loads(self.ask("summary", "--json", "--from", "2026-09-20", "--to", "2026-09-20", status=0))
 
 
 def expect(got, wanted, what):
@@ -108,8 +107,9 @@ def tells_what_it_does(session):
     session.stage.set_clock(session.stage.BEGIN + 60)
     session.counts()
     session.ask("status", status=0, out=facts("Counting.\n", "10:00", 1, ("Last stored", "10:01: 1 press, 0 clicks")))
-    answer = json.loads(session.ask("status", "--json", "--folder", f"{session.world.root}/data", status=0))
+    answer = json.loads(session.ask("status", "--json", status=0))
     expect((answer["counts"], answer["recorders"][0]["process"]), (True, session.recorder.process.pid), "--json")
+    session.name = session.sockets()[0].name
     expect(oct(session.sockets()[0].stat().st_mode & 0o777), "0o600", "the socket's mode")
 
 
@@ -128,9 +128,8 @@ def is_held_up_by_nobody(session):
 def pauses_over_kills_and_ends_by_itself(session):
     session.ask("pause", "30m", status=0, out="Paused until 10:31: nothing is counted.\n")
     pause = {"since": "2026-09-20T10:01:30Z", "until": "2026-09-20T10:31:30Z"}
-    data = ("--folder", f"{session.world.root}/data")
-    expect(json.loads(session.ask("--json", *data, status=0))["pause"], pause, "the glance")
-    expect(json.loads(session.ask("widget", *data, status=0))["pause"], pause, "the widgets' feed")
+    expect(json.loads(session.ask("--json", status=0))["pause"], pause, "the glance")
+    expect(json.loads(session.ask("widget", status=0))["pause"], pause, "the widgets' feed")
     session.says("paused until 10:31: nothing is counted")
     session.counts_not()
     session.end(signal.SIGKILL)
@@ -144,6 +143,31 @@ def pauses_over_kills_and_ends_by_itself(session):
     session.says("counting again")
     session.says("key — counted")
     session.ask("resume", status=0, out="Counting again.\n")
+
+
+def distrusts_what_is_kept(session):
+    """A file that says nothing of use is a pause without an end; so is one that cannot be read."""
+    state = session.world.root / "home/.local/state/tappora"
+    kept = state / session.name.replace("record-", "pause-").replace(".sock", ".json")
+    for text, why in (('{"since": "2026-09-20T10:00:00Z", "until": "2036-09-20T10:00:00Z"}', "a pause is 31 days at most"),
+                      ('{"since": 5}', "since: not a string"), ("", "parse error"), (None, "Is a directory")):
+        if text is None:
+            kept.unlink()
+            kept.mkdir()
+        else:
+            kept.write_text(text)
+        session.start(f"{kept}: {why}")
+        session.says("paused: nothing is counted")
+        session.counts_not()
+        session.end(signal.SIGTERM)
+    kept.rmdir()
+    state.rmdir()
+    state.write_text("no folder")
+    session.start("listening to A keyboard")
+    session.ask("pause", status=0, out="Paused until tappora resume: nothing is counted.\n",
+                err="tappora: ROOT/home/.local/state/tappora: Not a directory; a restart ends the pause\n")
+    session.end(signal.SIGTERM)
+    state.unlink()
 
 
 class Logind:
@@ -256,7 +280,7 @@ def refuses_a_name_that_is_taken(session):
     session.start(f"tappora status and tappora pause do not find this recorder: {path}: "
                   "something else has the name of the recorder's socket")
     session.counts()
-    session.ask("pause", status=3, err="tappora: no recorder runs: nothing is being counted\n")
+    session.ask("pause", status=3, err="tappora: nothing is counted: no recorder counts into ROOT/data\n")
     path.unlink()
     session.end(signal.SIGTERM)
 
@@ -268,6 +292,7 @@ def main(programs, injector, stage, preloads):
                       keeps_the_pause_of_a_signal, is_found_again, refuses_a_name_that_is_taken):
             check(session)
         expect(session.total()["keystrokes"], 6, "what was counted, without the two in the minute of the kill")
+        distrusts_what_is_kept(session)
         counts_nothing_while_locked(session)
         ends_a_pause_in_time(session)
 

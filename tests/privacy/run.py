@@ -37,7 +37,7 @@ def record_below_strace(programs, world, stage, log):
     if not recorder.prints("listening to A keyboard"):
         sys.exit(f"the recorder does not listen: {recorder.printed}")
     strike(stage, recorder)
-    subprocess.run([str(programs / "tappora"), "pause", "30m"], env=environment | {"LD_PRELOAD": preloads}, check=True,
+    subprocess.run([str(programs / "tappora"), "pause", "30m", "--folder", f"{world.root}/data"], env=environment | {"LD_PRELOAD": preloads}, check=True,
                    stdout=subprocess.DEVNULL)
     subprocess.run(["pkill", "-TERM", "-P", str(recorder.process.pid)], check=True)
     while recorder.prints("\0"):

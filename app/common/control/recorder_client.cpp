@@ -98,7 +98,7 @@ std::vector<RecorderReply> askRecorders(const ControlQuestion& question, const A
         if (!fs::exists(fs::symlink_status(place.directory))) continue;
         if (!isDirectoryOf(place.directory, place.user)) {
             replies.push_back(notAsked(Outcome::foreign, place.directory,
-                                       "belongs to another user; no recorder was looked for in it"));
+                                       "not a directory of its user; no recorder was looked for in it"));
             continue;
         }
         for (const fs::path& socket : socketsIn(place))
