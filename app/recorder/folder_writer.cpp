@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/common/folder/waiting_place.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "core/files/data_listing.h"
@@ -24,6 +25,20 @@ void naming(auto work) try { work(); } catch (const fs::filesystem_error& error)
     throw Failure(error.path1().string(), error.code().message());
 }
 
+FolderLock lockAtOnce(const Environment& environment, const fs::path& folder) {
+    auto lock = tryLockForWriting(environment, folder);
+    if (!lock) throw Failure(folder.string(), "another program is writing in it");
+    return std::move(*lock);
+}
+
+tapcore::DayFile fileOf(const DayCounts& counts, const WritingOptions& options) {
+    tapcore::DayFile file;
+    file.merge(counts.tally, counts.peakPerMinute, counts.pausedMinutes);
+    file.board = options.board;
+    file.layout = options.layout;
+    return file;
+}
+
 }  // namespace
 
 void requireStorable(const tapcore::Day& day) {
@@ -36,7 +51,8 @@ FolderWriter::FolderWriter(tapcore::Store store, WritingOptions options, const E
     : store_(store.telling(complainOnce(tell))),
       options_(std::move(options)),
       environment_(environment),
-      tell_(std::move(tell)) {}
+      tell_(std::move(tell)),
+      takingIn_(tell_, "hours wait on: ") {}
 
 fs::path FolderWriter::days() const { return store_.base() / "days"; }
 
@@ -119,11 +135,48 @@ void FolderWriter::write(const tapcore::Day& day, const DayCounts& counts, Wait 
         const auto locked = lock(wait);
         if (!locked) throw Failure(store_.root.string(), "another program is writing in it");
         requireFolder();  // the lock may have been waited for
-        storeNow().add(counts.tally, counts.peakPerMinute, counts.pausedMinutes, options_.board,
-                       options_.layout, day);
+        const QuietRules rules = options_.rules(environment_);
+        if (rules.mayKeepWaiting()) (void)madeWaitingPlace(environment_, store_.root);
+        if (QuietHours(storeNow(), rules).add(day, fileOf(counts, options_)) == QuietHours::Place::inFolder)
+            wrote(day);
     });
+}
+
+void FolderWriter::wrote(const tapcore::Day& day) {
     known_ = day;
     oldestUnsummed_ = std::min(oldestUnsummed_.value_or(day), day);
+}
+
+void FolderWriter::takeInWaiting(Wait wait) {
+    takingIn_.run([&] {
+        naming([&] {
+            const auto place = waitingPlace(environment_, store_.root);
+            isSettled_ = isSettled_ || !place || !tapcore::isThere(*place);
+            if (isSettled_ && store_.waitingHours().empty()) return;
+            requireFolder();
+            const auto locked = lock(wait);
+            if (!locked) return;
+            requireFolder();
+            if (!isSettled_) storeNow().settleWaiting();
+            isSettled_ = true;
+            for (const tapcore::Day& day : QuietHours(storeNow(), options_.rules(environment_)).takeIn())
+                wrote(day);
+        });
+    });
+}
+
+void FolderWriter::takeInElsewhere() {
+    for (const fs::path& folder : foldersWaitedFor(environment_))
+        Attempt(tell_, "hours wait on: ").run([&] { naming([&] { takeInFor(folder); }); });
+}
+
+/// A folder that is not there now, as on a disk that is not mounted, is named, and left for another time.
+void FolderWriter::takeInFor(const fs::path& folder) {
+    const auto place = waitingPlace(environment_, folder);
+    if (place == waitingPlace(environment_, store_.root) || tapcore::waitingHours(*place).empty()) return;
+    const LockedStore locked({.folder = folder.string(), .today = std::nullopt}, environment_, false, tell_,
+                             lockAtOnce);
+    (void)QuietHours(locked.store, options_.rules(environment_)).takeIn();
 }
 
 void FolderWriter::refreshMonths(Wait wait) {

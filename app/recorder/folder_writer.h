@@ -10,6 +10,7 @@
 
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/folder_lock.h"
+#include "app/common/folder/quiet_hours.h"
 #include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -25,6 +26,8 @@ struct WritingOptions {
     std::optional<tapcore::FileFormat> format;  ///< the folder's own at each write, when not given
     std::optional<std::string> board;           ///< as the day files are to name it
     std::optional<std::string> layout;
+    /// What may be in the folder, asked for at each write.
+    std::function<QuietRules(const Environment&)> rules = QuietRules::now;
     /// Waits between two attempts to have the lock.
     std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::milliseconds(100)); };
 };
@@ -49,8 +52,14 @@ class FolderWriter {
     /// another recorder holds it or it cannot be written.
     void hold();
 
-    /// Adds counts to a day's file. What it throws means that it did not.
+    /// Adds counts to a day's file, or to an hour that waits. What it throws means that it did not.
     void write(const tapcore::Day& day, const DayCounts& counts, Wait wait);
+
+    /// Takes hours that waited, and need not any longer, into their days: to be called when all that was
+    /// counted is stored. What fails is tried again the next time and told once; it throws nothing.
+    void takeInWaiting(Wait wait);
+    /// The same of hours that wait for other data folders, which were chosen before.
+    void takeInElsewhere();
 
     /// Takes the days that are over into their months, when there are new ones, or when that failed the last
     /// time. What fails there is told once, and throws nothing: the counts are stored.
@@ -68,6 +77,8 @@ class FolderWriter {
     tapcore::Store storeNow() const;
     void tryRefreshing(Wait wait);
     void tellOfMonths(const std::string& problem);
+    void wrote(const tapcore::Day& day);
+    void takeInFor(const std::filesystem::path& folder);
 
     tapcore::Store store_;
     WritingOptions options_;
@@ -81,6 +92,8 @@ class FolderWriter {
     std::optional<tapcore::Day> oldestUnsummed_;
     std::optional<tapcore::Day> summedUpTo_;
     std::set<std::string> toldOfMonths_;  ///< since they were summed last
+    Attempt takingIn_;
+    bool isSettled_ = false;  ///< what an interrupted taking in left is tidied up
 };
 
 /// Throws Failure for a day that no file can be named after: years have four digits.

@@ -55,7 +55,8 @@ EventRules::Options liveRulesFor(const RecordOptions& options, const PracticeWat
 /// Brings the widgets' file up to date. What fails is told once, and stops nothing.
 std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment,
                                     const Tell& tell) {
-    return [=, attempt = Attempt(tell, "the widgets stay as they are: ")]() mutable {
+    return [=, attempt = Attempt(tell, "the widgets stay as they are: "),
+            tellProblem = tellingOnce(tell)]() mutable {
         attempt.run([&] {
             const Environment current = atThisMoment(environment);
             requireWidgetSums(folder, current);  // or the recorder would end, with what it counts
@@ -64,6 +65,7 @@ std::function<void()> widgetUpdater(const FolderOptions& folder, const Environme
             if (!problems.empty() && showsNothing(snapshot))
                 throw Failure(problems.front().path.string(), problems.front().why);
             writeWidgetFile(snapshot, current);
+            complainOf(problems, tellProblem);
         });
     };
 }
@@ -152,6 +154,7 @@ LiveWorld LiveCommand::world() {
                             writer_->refreshMonths(Wait::no);
                             updateWidgets();
                         },
+                    .allStored = [this] { writer_->takeInWaiting(Wait::no); },
                     .tell = tell_};
     if (options_.watch) world.watch = [this](const Lines& lines) { return output_.watch(lines); };
     world.serve = [this](int handedOver) { desk_.serveUntil(handedOver); };
@@ -162,6 +165,8 @@ LiveWorld LiveCommand::world() {
 void LiveCommand::makeReady(const std::function<bool()>& endsSoon) {
     writer_.emplace(writerFor(options_, environment_, tell_, waitingUntil(endsSoon, tell_)));
     writer_->hold();
+    writer_->takeInElsewhere();
+    writer_->takeInWaiting(Wait::no);
     lookAgain();
     tell_("counts go to " + writer_->days().string());
 }

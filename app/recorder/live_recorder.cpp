@@ -96,6 +96,7 @@ void LiveRecorder::note(const Harvest& harvest) {
 void LiveRecorder::store() {
     try {
         storeBy(world_.tryWrite);
+        world_.allStored();
         if (std::exchange(status_.unstored, std::nullopt)) world_.tell("stored again, with what was kept");
     } catch (const std::exception& error) {
         const bool isNew = !status_.unstored;

@@ -29,6 +29,8 @@ struct LiveWorld {
     DayBook::Write tryWrite;  ///< fails when another program is writing in the folder
     DayBook::Write write;     ///< the same, after it has waited for it for a while: nothing can end the wait
     std::function<void()> stored;  ///< called when counts were stored; throws nothing
+    /// Called each minute when all that was counted is stored; throws nothing.
+    std::function<void()> allStored = [] {};
     /// Tells the user what happens: which devices are listened to, what fails. Never a key. Does not wait for
     /// who reads it.
     std::function<void(const std::string& text)> tell;

@@ -9,10 +9,14 @@ namespace tappora {
 namespace {
 
 WritingOptions writingFor(const RecordOptions& options) {
-    return {.folder = options.folder,
-            .format = options.format ? std::optional(parseFormat("--format", *options.format)) : std::nullopt,
-            .board = options.board,
-            .layout = options.layout};
+    WritingOptions writing{
+        .folder = options.folder,
+        .format = options.format ? std::optional(parseFormat("--format", *options.format)) : std::nullopt,
+        .board = options.board,
+        .layout = options.layout};
+    if (options.replay)  // what a recording holds is over
+        writing.rules = [](const Environment& now) { return QuietRules::now(now).afterwards(); };
+    return writing;
 }
 
 /// An ISO board is one by its name: "macbook-iso".

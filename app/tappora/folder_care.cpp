@@ -26,8 +26,6 @@ namespace tappora {
 
 using tapcore::Store;
 
-Store ownPart(const Store& store) { return {store.base(), store.format}; }
-
 void requireListable(const Store& store) {
     for (const std::string_view folder : Store::ownFolders)
         if (const auto why = tapcore::whyUnlisted(store.base() / folder))
@@ -60,7 +58,7 @@ void refreshMonths(const FolderOptions& options, const Environment& environment)
     LongWork work("summing months");
     tapcore::FileProblems problems;
     work.requireDone(locked.store.refreshRollups(now, work.progress(), &problems));
-    const std::size_t months = countedNames(ownPart(locked.store), tapcore::monthsFolder, &problems).size();
+    const std::size_t months = countedNames(locked.store.own(), tapcore::monthsFolder, &problems).size();
     complainOf(problems);
     if (!problems.empty()) throw Failure(locked.store.base().string(), "not all months are up to date");
     print(fmt::format("{}: {} up to date\n", harmlessLine(locked.store.base().string()),

@@ -12,8 +12,10 @@
 
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
+#include "app/common/folder/quiet_hours.h"
 #include "app/common/folder/settings.h"
 #include "app/common/folder/tell.h"
+#include "app/common/folder/waiting_place.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -216,11 +218,24 @@ void tellWhoseSettingsStand(const std::string& directory, const Store& store) {
                           harmlessLine(store.root.string()), harmlessLine(directory)));
 }
 
+/// Takes the hours that wait for the old folder into it, also the one under way, so that they are taken over
+/// with its days.
+void takeInWaitingFor(const std::string& oldFolder, const FolderOptions& options,
+                      const Environment& environment) {
+    const fs::path root = chooseFolder(options, environment).root;
+    if (waitingPlace(environment, oldFolder) == waitingPlace(environment, root)) return;
+    const FolderOptions old{.folder = oldFolder, .today = std::nullopt};
+    if (openStore(old, environment).waitingHours().empty()) return;
+    const LockedStore locked(old, environment);
+    (void)QuietHours(locked.store, QuietRules::now(environment).afterwards()).takeIn();
+}
+
 }  // namespace
 
 void adoptFolder(const std::string& directory, const FolderOptions& options, const Environment& environment) {
     if (!fs::is_directory(directory)) throw Failure(directory, "no such folder");
     const tapcore::Day now = today(options, environment, environment.calendar);
+    takeInWaitingFor(directory, options, environment);
     const LockedStore locked(options, environment);
     const Store& store = locked.store;
     tapcore::FileProblems missing;

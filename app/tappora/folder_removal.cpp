@@ -37,8 +37,7 @@ using tapcore::Store;
 /// "1,204,331 keystrokes", or that there are too many to tell: what destroys is the way to repair that.
 std::string keystrokes(const Store& store, const std::vector<Day>& days) {
     tapcore::CountSum counts;
-    for (const Day& day : days)
-        addNumbers(counts, readCopies(store.root / tapcore::daysFolder, day.description(), store.format));
+    for (const Day& day : days) store.addNumbers(counts, day);
     if (!counts.fits()) return std::string(tapcore::tooLarge);
     std::int64_t sum = 0;
     for (const Day& day : days) sum += store.read(day).tally.total();
@@ -166,12 +165,15 @@ std::vector<std::string> namesOf(std::span<const Removal> all) {
 }
 
 void perform(const Removal& removal, const Plan& plan) {
-    confirmed(plan, removal.loss(ownPart(plan.store)), removal.run);
+    confirmed(plan, removal.loss(plan.store.own()), removal.run);
 }
 
 /// Whether this machine has files of a day, those included that were kept as they were.
 bool hasFilesOf(const Day& day, const Store& store) {
     const std::string date = day.description();
+    const auto waiting = store.waitingHours();
+    if (std::any_of(waiting.begin(), waiting.end(), [&](const auto& hour) { return hour.day == day; }))
+        return true;
     const auto files = tapcore::allDataFiles(store.base() / tapcore::daysFolder);
     return std::any_of(files.begin(), files.end(), [&](const tapcore::ListedFile& file) {
         return file.name == date || (file.name.starts_with(date) && tapcore::isKeptDayName(file.name));
@@ -192,7 +194,7 @@ void clearOneDay(const Day& day, const Plan& plan) {
     });
     const std::string loss =
         isAway ? day.description() + ", of which a file is not yet downloaded from iCloud Drive,"
-               : day.description() + " with " + keystrokes(ownPart(store), {day});
+               : day.description() + " with " + keystrokes(store.own(), {day});
     confirmed(plan, loss, [&](const Store& opened) { opened.clearDay(day); });
 }
 

@@ -35,8 +35,6 @@ void clearFolder(const std::string& what, bool yes, const FolderOptions& options
 
 // What several of them need.
 
-/// This machine's own files alone.
-tapcore::Store ownPart(const tapcore::Store& store);
 /// Fails when a folder of this machine cannot be listed: nobody could tell what was done there.
 void requireListable(const tapcore::Store& store);
 

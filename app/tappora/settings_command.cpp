@@ -1,29 +1,23 @@
-#include <fmt/format.h>
-
-#include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
-#include "app/common/folder/setting_values.h"
-#include "app/common/folder/settings.h"
-#include "app/common/harmless_text.h"
-#include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
-#include "core/files/folder_config.h"
-#include "core/foundation/json_fields.h"
+#include "app/tappora/settings_tasks.h"
 
 namespace tappora {
 namespace {
 
-using nlohmann::json;
-using tapcore::Setting;
-
 /// What the tasks are asked for.
 struct Asked {
     FolderOptions folder;
+    std::string key;
+    std::string value;
+    std::optional<std::string> group;
     bool json = false;
+    bool yes = false;
 };
 
 void declareJson(CommandSyntax& command, Asked& asked) {
@@ -31,70 +25,64 @@ void declareJson(CommandSyntax& command, Asked& asked) {
     addFolderOptions(command, asked.folder);
 }
 
-/// The settings of the data folder; what is wrong with them is warned of.
-tapcore::FolderConfig configOf(const FolderOptions& folder, const Environment& environment) {
-    const auto root = openStore(folder, environment).root;
-    tapcore::FileProblems problems;
-    auto config = tapcore::FolderConfig::read(root, &problems);
-    complainOf(problems, environment.warn);
-    return config;
+void declareKey(CommandSyntax& task, Asked& asked) {
+    task.option("KEY", asked.key, "The setting's name, such as practice.length").type("").required();
 }
 
-std::string typeOf(const Setting& setting) {
-    switch (setting.type) {
-        case Setting::Type::flag:
-            return "flag";
-        case Setting::Type::integer:
-            return "integer";
-        case Setting::Type::word:
-            return "word";
-        case Setting::Type::list:
-            return "list";
-        case Setting::Type::key:
-            return "key";
-        case Setting::Type::text:
-            return "text";
-    }
-    return "";
+void declareGet(CommandSyntax& task, Asked& asked) {
+    declareKey(task, asked);
+    declareJson(task, asked);
 }
 
-json toJson(const SettingValue& of) {
-    json entry = {{"key", of.key}};
-    if (!of.value.is_null()) entry["value"] = of.value;
-    if (!of.setting) return entry;
-    const Setting& setting = *of.setting;
-    entry.update({{"does", setting.does},
-                  {"usedBy", setting.usedBy},
-                  {"type", typeOf(setting)},
-                  {"bounds", setting.bounds()},
-                  {"family", setting.key == of.key && setting.isFamily},
-                  {"withFolder", setting.kept == Setting::Kept::withFolder}});
-    if (!setting.usual.empty()) entry["default"] = setting.usualValue();
-    if (!setting.usualWords.empty()) entry["usually"] = setting.usualWords;
-    return entry;
+void declareSet(CommandSyntax& task, Asked& asked) {
+    declareKey(task, asked);
+    task.option("VALUE", asked.value, "Its value: a number, a word, a text, or true or false")
+        .type("")
+        .required();
+    addFolderOptions(task, asked.folder);
 }
 
-/// "  practice.length          30", with a "*" before what is not the default.
-std::string lineOf(const SettingValue& of) {
-    const bool travels = of.setting && of.setting->kept == Setting::Kept::withFolder;
-    std::string value = of.value.is_null() ? fmt::format("({})", of.setting->usualWords)
-                                           : harmlessLine(tapcore::settingText(of.value));
-    if (!of.setting) value += "  (nothing reads this)";
-    else if (!of.isUsual() && !of.setting->usual.empty())
-        value += fmt::format("  (usually {})", of.setting->usual);
-    return fmt::format("{} {:<28} {}{}\n", of.isUsual() ? ' ' : '*', harmlessLine(of.key), value,
-                       travels ? "  [with the folder]" : "");
+void declareUnset(CommandSyntax& task, Asked& asked) {
+    declareKey(task, asked);
+    addFolderOptions(task, asked.folder);
 }
 
-void listSettings(const Asked& asked, const Environment& environment) {
-    const auto values = settingValues(Settings::read(environment), configOf(asked.folder, environment));
-    json entries = json::array();
-    for (const SettingValue& of : values) {
-        entries.push_back(toJson(of));
-        const bool isPattern = of.setting && of.setting->isFamily && of.key == of.setting->key;
-        if (!asked.json && !isPattern) print(lineOf(of));
-    }
-    if (asked.json) print(tapcore::jsonText(entries));
+void declareReset(CommandSyntax& task, Asked& asked) {
+    task.option("GROUP", asked.group,
+                "What is before the first dot of the names, such as practice; all of this machine, "
+                "but its id, when not given")
+        .type("");
+    task.flag("--yes", asked.yes, "Do not ask for confirmation");
+    addFolderOptions(task, asked.folder);
+}
+
+void addReading(CommandLine& line, Asked& asked, const Environment& environment) {
+    line.task(
+        "list", "List every setting and what it is set to; * marks what is not the default",
+        "tappora settings list --json", [&](auto& task) { declareJson(task, asked); },
+        [&] { listSettings(asked.folder, environment, asked.json); });
+    line.task(
+        "get", "Print what a setting is set to, else its default", "tappora settings get practice.length",
+        [&](auto& task) { declareGet(task, asked); },
+        [&] { showSetting(asked.key, asked.folder, environment, asked.json); });
+}
+
+void addChanging(CommandLine& line, Asked& asked, const Environment& environment) {
+    line.task(
+        "set", "Set a setting", "tappora settings set practice.length 45",
+        [&](auto& task) { declareSet(task, asked); },
+        [&] { setSetting(asked.key, asked.value, asked.folder, environment); });
+    line.task(
+        "unset", "Go back to a setting's default", "tappora settings unset practice.length",
+        [&](auto& task) { declareUnset(task, asked); },
+        [&] { unsetSetting(asked.key, asked.folder, environment); });
+    line.task(
+        "reset", "Go back to the defaults of a group, or of all settings", "tappora settings reset practice",
+        [&](auto& task) { declareReset(task, asked); },
+        [&] { resetSettings(asked.group, asked.yes, asked.folder, environment); });
+    line.task(
+        "edit", "Open the file of this machine's settings in your editor, and check it [VISUAL, EDITOR]",
+        "tappora settings edit", [](auto&) {}, [&] { editSettings(environment); });
 }
 
 }  // namespace
@@ -103,12 +91,9 @@ void settingsCommand(CommandLine& line, const Environment& environment) {
     Asked asked;
     line.describe("Show and change every choice", "tappora settings");
     declareJson(line, asked);
-    line.task(
-        "list",
-        "Show every setting and what it is set to; * marks what is not the default (this is the default)",
-        "tappora settings list --json", [&](auto& task) { declareJson(task, asked); },
-        [&] { listSettings(asked, environment); });
-    line.perform([&] { listSettings(asked, environment); });
+    addReading(line, asked, environment);
+    addChanging(line, asked, environment);
+    line.perform([&] { listSettings(asked.folder, environment, asked.json); });
 }
 
 }  // namespace tappora

@@ -12,6 +12,7 @@
 #include "app/common/folder/folder_watch.h"
 #include "app/common/folder/settings.h"
 #include "app/common/folder/tell.h"
+#include "app/common/folder/waiting_place.h"
 #include "app/common/program.h"
 #include "app/common/system/alarm.h"
 #include "app/common/system/environment.h"
@@ -32,6 +33,7 @@ void watchAll(FolderWatch& folders, const FolderOptions& options, const Environm
     const auto root = chooseFolder(options, environment).root;
     folders.add(root);
     for (const tapcore::Store& part : tapcore::Store(root, {}).readParts()) folders.add(part.base() / "days");
+    if (const auto waiting = waitingPlace(environment, root)) folders.add(*waiting);
     folders.add(Settings::url(environment).parent_path());
     folders.add(shownPauseFile(environment).parent_path());
 }

@@ -1,6 +1,7 @@
 #include "core/files/file_copies.h"
 
 #include <algorithm>
+#include <set>
 
 #include "core/files/folder_error.h"
 #include "core/files/table_reader.h"
@@ -66,13 +67,17 @@ bool holds(const FileCopy& copy, const Cells& cells) {
     return isOf(copy, cells) && cells[0] == hexDigest(copy.file.text);
 }
 
-void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
-    const auto stale = std::stable_partition(copies.begin(), copies.end(),
-                                             [](const FileCopy& copy) { return !copy.isSuperseded; });
-    if (stale == copies.end()) return;
-    std::for_each(stale, copies.end(), [](const FileCopy& copy) { removeFile(copy.path); });
-    copies.erase(stale, copies.end());
-    flushFolder(folder).requireSafe();
+bool isIn(const fs::path& folder, const FileCopy& copy) { return copy.path.parent_path() == folder; }
+
+/// Removes copies that are in another one by now, and then the note: it must not go to disk as removed before
+/// they do.
+void removeMerged(const std::vector<fs::path>& paths, const fs::path& folder, std::string_view name) {
+    std::set<fs::path> folders = {folder};
+    for (const fs::path& path : paths) {
+        removeFile(path);
+        folders.insert(path.parent_path());
+    }
+    for (const fs::path& changed : folders) flushFolder(changed).requireSafe();
     removeFile(notePath(folder, name));
 }
 
@@ -80,12 +85,10 @@ Written mergeUnderNote(const fs::path& folder, std::string_view name, const fs::
                        std::string_view text, const std::vector<FileCopy>& copies) {
     writeFile(mergedPath(folder, name), text).requireSafe();
     writeFile(notePath(folder, name), mergingNote(target, text, copies)).requireSafe();
-    return renameFile(mergedPath(folder, name), target).then([&] {
-        for (const FileCopy& copy : copies)
-            if (copy.path != target) removeFile(copy.path);
-        flushFolder(folder).requireSafe();  // the note must not go to disk as removed before the copies do
-        removeFile(notePath(folder, name));
-    });
+    std::vector<fs::path> others;
+    for (const FileCopy& copy : copies)
+        if (copy.path != target) others.push_back(copy.path);
+    return renameFile(mergedPath(folder, name), target).then([&] { removeMerged(others, folder, name); });
 }
 
 /// A note that cannot be read is one more copy that cannot: nobody knows which of the others count.
@@ -147,7 +150,8 @@ std::string copyName(std::string_view name, std::string_view extension) {
 }
 
 std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, FileFormat format,
-                                 const CloudFetch& fetch, const DataListing* listing) {
+                                 const CloudFetch& fetch, const DataListing* listing,
+                                 const std::vector<fs::path>& elsewhere) {
     std::vector<FileCopy> copies;
     for (const std::string_view extension : format.readOrder()) {
         const std::string fileName = copyName(name, extension);
@@ -157,19 +161,33 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         if (file.status != FileRead::Status::missing)
             copies.push_back({std::move(path), std::move(file), false});
     }
+    for (const fs::path& path : elsewhere) {
+        FileRead file = readStoredFile(path);
+        if (file.status != FileRead::Status::missing) copies.push_back({path, std::move(file), false});
+    }
     if (copies.size() > 1) readNote(copies, folder, name);
     return copies;
 }
 
 std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view name, FileFormat format,
-                                      const CloudFetch& fetch) {
-    auto copies = readCopies(folder, name, format, fetch);
+                                      const CloudFetch& fetch, const std::vector<fs::path>& elsewhere) {
+    auto copies = readCopies(folder, name, format, fetch, nullptr, elsewhere);
     for (const FileCopy& copy : copies) {
         if (copy.file.status == FileRead::Status::unreadable) refuse(copy.path, copy.file.error);
         if (firstInvalidUtf8(copy.file.text) != std::string_view::npos)
             refuse(copy.path, FolderError::notUtf8);
     }
     return copies;
+}
+
+void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
+    const auto stale = std::stable_partition(copies.begin(), copies.end(),
+                                             [](const FileCopy& copy) { return !copy.isSuperseded; });
+    if (stale == copies.end()) return;
+    std::vector<fs::path> paths;
+    std::for_each(stale, copies.end(), [&](const FileCopy& copy) { paths.push_back(copy.path); });
+    copies.erase(stale, copies.end());
+    removeMerged(paths, folder, name);
 }
 
 void forEachText(const std::vector<FileCopy>& copies, FileProblems* problems,
@@ -236,7 +254,8 @@ Written replaceCopies(const fs::path& folder, std::string_view name, FileFormat 
     const fs::path target = folder / copyName(name, format.fileExtension());
     std::vector<FileCopy> merged = copies;
     removeSuperseded(merged, folder, name);
-    if (merged.size() > 1) return mergeUnderNote(folder, name, target, text, merged);
+    const bool isElsewhere = !merged.empty() && !isIn(folder, merged.front());
+    if (merged.size() > 1 || isElsewhere) return mergeUnderNote(folder, name, target, text, merged);
     // The text does not depend on the name's ending for being read, so one rename of each is enough.
     const fs::path written = merged.empty() ? target : merged[0].path;
     return writeFile(written, text).then([&] {

@@ -29,15 +29,18 @@ std::string copyName(std::string_view name, std::string_view extension);
 /// The copies of `name` that exist in a folder, in the format's reading order, unreadable ones included; and
 /// last, when it cannot be read, the note that says which of them are merged. One that is only there as a
 /// placeholder of iCloud Drive is unreadable, as FolderError::notHereYet, and `fetch` is told of it, when it
-/// is given. With a listing of the folder, only what that lists is looked for.
+/// is given. With a listing of the folder, only what that lists is looked for. Files in `elsewhere`, outside
+/// of the folder, are further copies, where they exist.
 std::vector<FileCopy> readCopies(const std::filesystem::path& folder, std::string_view name,
                                  FileFormat format, const CloudFetch& fetch = {},
-                                 const DataListing* listing = nullptr);
+                                 const DataListing* listing = nullptr,
+                                 const std::vector<std::filesystem::path>& elsewhere = {});
 
 /// The copies of `name`, for replacing them: throws filesystem_error with the path when one cannot be read,
 /// is not UTF-8, or is not here yet, since what it holds would be lost.
 std::vector<FileCopy> readWholeCopies(const std::filesystem::path& folder, std::string_view name,
-                                      FileFormat format, const CloudFetch& fetch = {});
+                                      FileFormat format, const CloudFetch& fetch = {},
+                                      const std::vector<std::filesystem::path>& elsewhere = {});
 
 /// What would be left out when texts are replaced by what was read from them: of each, as `forEachText` hands
 /// them out.
@@ -68,6 +71,11 @@ void addNumbers(CountSum& sum, const std::vector<FileCopy>& copies);
 /// path when it is not done: the folder then reads as before.
 Written replaceCopies(const std::filesystem::path& folder, std::string_view name, FileFormat format,
                       std::string_view text, const std::vector<FileCopy>& copies);
+
+/// Ends a `replaceCopies` that was interrupted: removes the copies that are superseded, from the disk and
+/// from the list, and what says so. Throws filesystem_error with the path.
+void removeSuperseded(std::vector<FileCopy>& copies, const std::filesystem::path& folder,
+                      std::string_view name);
 
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
 /// had. A copy that holds such lines is kept as it is now under a name that no count is read from,

@@ -56,6 +56,12 @@ class FolderCheck {
         if (!isNew) report(folder / MacFolder::marker, "the same id as " + known->second.string());
     }
 
+    void checkWaiting(const Store& own) try {
+        for (const WaitingHour& hour : own.waitingHours()) checkFile(own.url(hour), daysFolder);
+    } catch (const fs::filesystem_error& error) {
+        report(error.path1(), error.code().message());
+    }
+
     void checkPart(const Store& part, const Owner& owner) {
         for (const std::string_view folder : {daysFolder, monthsFolder, practiceFolder})
             checkFiles(part, folder, owner);
@@ -172,6 +178,7 @@ FileProblems checkFolder(const Store& store, const Day& today, const SkippedRows
     for (const std::string& mac : store.macs()) check.checkMarker(store.root / mac);
     for (const Store& part : store.readParts()) check.checkPart(part, ownerOf(part, store, hasOwn));
     if (hasOwn) check.checkMissingRollups(store);
+    if (hasOwn) check.checkWaiting(store);
     return check.take();
 }
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "core/files/count_sum.h"
+
 namespace tapcore {
 namespace {
 
@@ -14,6 +16,8 @@ class Category : public std::error_category {
                 return "not UTF-8 text, so it is left as it is; save it as UTF-8";
             case FolderError::notHereYet:
                 return "not yet downloaded from iCloud Drive";
+            case FolderError::countsTooLarge:
+                return std::string(tooLarge);
         }
         return "unknown error";
     }

@@ -8,8 +8,9 @@ namespace tapcore {
 
 /// Why a file of the data folder is not touched, beyond what the file system says.
 enum class FolderError {
-    notUtf8 = 1,  ///< its text cannot be taken over whole
-    notHereYet,   ///< iCloud Drive holds it and has not brought it here
+    notUtf8 = 1,     ///< its text cannot be taken over whole
+    notHereYet,      ///< iCloud Drive holds it and has not brought it here
+    countsTooLarge,  ///< its counts cannot be added up
 };
 
 std::error_code make_error_code(FolderError error);

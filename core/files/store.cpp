@@ -4,6 +4,7 @@
 
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
+#include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
 #include "core/files/row_reader.h"
@@ -38,8 +39,15 @@ Store Store::telling(WriteTold told) const {
     return store;
 }
 
+Store Store::waitingIn(fs::path folder) const {
+    Store store = *this;
+    store.waiting_ = std::move(folder);
+    return store;
+}
+
 Store Store::single(fs::path folder) const {
-    Store part(std::move(folder), format);
+    Store part(folder, format);
+    if (folder == base()) part.waiting_ = waiting_;
     part.single_ = true;
     part.fetch_ = fetch_;
     part.told_ = told_;
@@ -65,8 +73,10 @@ std::vector<Store> Store::parts(FileProblems* problems) const {
     std::vector<Store> parts;
     bool hasOwn = false;
     for (const std::string& name : markedFolders(problems)) {
-        hasOwn = hasOwn || (mac && isSame(root / name, base()));
         parts.push_back(single(root / name));
+        if (!mac || !isSame(root / name, base())) continue;
+        parts.back().waiting_ = waiting_;
+        hasOwn = true;
     }
     if (!hasOwn) parts.push_back(single(base()));
     return parts;
@@ -86,14 +96,19 @@ std::vector<std::string> Store::macs() const {
     return names;
 }
 
+std::vector<Store> Store::partsToRead(std::string_view folder, FileProblems* problems) const {
+    std::vector<Store> parts = readParts(problems);
+    std::erase_if(parts, [&](const Store& part) {
+        const std::error_code why = whyUnlisted(part.root / folder);
+        if (why && problems) problems->push_back({part.root / folder, 0, why.message()});
+        return bool(why);
+    });
+    return parts;
+}
+
 std::vector<fs::path> Store::foldersToRead(std::string_view folder, FileProblems* problems) const {
     std::vector<fs::path> folders;
-    for (const Store& part : readParts(problems)) {
-        fs::path path = part.root / folder;
-        const std::error_code why = whyUnlisted(path);
-        if (why) report(problems, path, why.message());
-        else folders.push_back(std::move(path));
-    }
+    for (const Store& part : partsToRead(folder, problems)) folders.push_back(part.root / folder);
     return folders;
 }
 
@@ -102,6 +117,8 @@ std::set<std::string> Store::names(std::string_view folder, FileProblems* proble
     FileProblems unlisted;
     for (const Store& part : readParts(&unlisted))
         for (ListedFile& file : dataFiles(part.root / folder, unlisted)) names.insert(std::move(file.name));
+    if (folder == daysFolder)
+        for (const WaitingHour& hour : waitingHours(&unlisted)) names.insert(hour.day.description());
     report(problems, unlisted);
     return names;
 }
@@ -140,8 +157,8 @@ std::vector<fs::path> Store::copies(std::string_view folder, std::string_view na
 
 DayFile Store::read(const Day& day, FileProblems* problems) const {
     DayFile sum;
-    for (const fs::path& folder : foldersToRead(daysFolder, problems))
-        mergeCopies(sum, readCopies(folder, day.description(), format, fetch_), problems);
+    for (const Store& part : partsToRead(daysFolder, problems))
+        mergeCopies(sum, part.copiesOf(day, part.waitingHours(problems)), problems);
     return sum;
 }
 
@@ -152,6 +169,7 @@ DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
 void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
                 const std::optional<std::string>& board, const std::optional<std::string>& layout,
                 const Day& day) const {
+    requireFits(day, tally);
     change(day, UnusedLines::kept, [&](DayFile& file) {
         file.merge(tally, peakPerMinute, pausedMinutes);
         if (board) file.board = board;
@@ -159,8 +177,24 @@ void Store::add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pau
     });
 }
 
-void Store::change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change) const {
-    changeRead(day, readWholeCopies(base() / daysFolder, day.description(), format, fetch_), unused, change);
+void Store::addNumbers(CountSum& sum, const Day& day) const {
+    for (const Store& part : readParts())
+        tapcore::addNumbers(sum, part.copiesOf(day, part.waitingHours(nullptr)));
+}
+
+void Store::requireFits(const Day& day, const Tally& more) const {
+    DayFile added;
+    added.tally = more;
+    CountSum sum;
+    sum.add(added.text(format, day));
+    const auto copies = copiesOf(day, waitingHours());
+    tapcore::addNumbers(sum, copies);
+    if (!sum.fits()) refuse(copies.empty() ? url(day) : copies.front().path, FolderError::countsTooLarge);
+}
+
+void Store::change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change,
+                   const std::vector<WaitingHour>& takenIn) const {
+    changeRead(day, copiesToChange(day, takenIn), unused, change);
 }
 
 void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, UnusedLines unused,
@@ -168,6 +202,9 @@ void Store::changeRead(const Day& day, const std::vector<FileCopy>& copies, Unus
     const fs::path folder = base() / daysFolder;
     const std::string place = (folder / day.description()).string();
     const FatalContext context("changing", place);
+    CountSum sum;
+    tapcore::addNumbers(sum, copies);
+    if (!sum.fits()) refuse(copies.front().path, FolderError::countsTooLarge);
     DayFile file;
     SkippedLines lines;
     mergeCopies(file, copies, nullptr, &lines);
@@ -191,14 +228,17 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
                        FileProblems* problems) const {
     constexpr std::int64_t worthListing = 40;  // for fewer days, asking for each is faster in a full folder
     struct DaysFolder {
-        fs::path path;
+        Store part;
+        std::vector<WaitingHour> waiting;
         std::optional<DataListing> listing;
     };
     FileProblems unlisted;
     std::vector<DaysFolder> folders;
-    for (fs::path& folder : foldersToRead(daysFolder, &unlisted)) {
-        folders.push_back({std::move(folder), {}});
-        if (days >= worthListing) folders.back().listing.emplace(folders.back().path, unlisted);
+    for (Store& part : partsToRead(daysFolder, &unlisted)) {
+        auto waiting = part.waitingHours(&unlisted);
+        folders.push_back({std::move(part), std::move(waiting), {}});
+        if (days >= worthListing)
+            folders.back().listing.emplace(folders.back().part.root / daysFolder, unlisted);
     }
     report(problems, unlisted);
     Summary sum;
@@ -208,10 +248,9 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
         const FatalContext context("summing up", place);
         DayFile file;
         for (const DaysFolder& folder : folders)
-            mergeCopies(file,
-                        readCopies(folder.path, day.description(), format, fetch_,
-                                   folder.listing ? &*folder.listing : nullptr),
-                        problems);
+            mergeCopies(
+                file, folder.part.copiesOf(day, folder.waiting, folder.listing ? &*folder.listing : nullptr),
+                problems);
         sum.add(day, file);
     }
     return sum;

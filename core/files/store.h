@@ -20,11 +20,13 @@
 #include "core/files/folder_names.h"
 #include "core/files/month_rollup.h"
 #include "core/files/summary.h"
+#include "core/files/waiting_hours.h"
 #include "core/foundation/progress.h"
 #include "core/foundation/written.h"
 
 namespace tapcore {
 
+class CountSum;
 struct ChatFile;
 struct FileCopy;
 struct Layout;
@@ -60,6 +62,9 @@ class Store {
     Store fetching(CloudFetch fetch) const;
     /// A copy of this store that tells of what it wrote that is not yet safe from a power cut.
     Store telling(WriteTold told) const;
+    /// A copy of this store, of which hours of this machine wait in a folder outside of it: they are read
+    /// with the days, and cleared with them. That folder need not exist.
+    Store waitingIn(std::filesystem::path folder) const;
     /// Tells whoever `telling` named of a write, unless it is safe.
     void warnUnlessSafe(const Written& written) const { tellUnlessSafe(written, told_); }
 
@@ -87,6 +92,9 @@ class Store {
     /// it was shared.
     std::vector<Store> readParts(FileProblems* problems = nullptr) const;
 
+    /// What this machine alone wrote.
+    Store own() const { return single(base()); }
+
     /// The names of the machines' sub-folders; empty when only one machine writes here.
     std::vector<std::string> macs() const;
 
@@ -101,6 +109,7 @@ class Store {
     bool hasData() const;
 
     std::filesystem::path url(const Day& day) const;
+    std::filesystem::path url(const WaitingHour& hour) const;
     std::filesystem::path urlForMonth(std::string_view month) const;
 
     /// The files of folder/name that exist in this one folder, in reading order.
@@ -113,17 +122,39 @@ class Store {
     /// A day's counts in this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
+    /// Adds all numbers of a day's files, of all parts: whether its counts can be added up.
+    void addNumbers(CountSum& sum, const Day& day) const;
+    /// Throws filesystem_error with the path when counts cannot be added to the own files of a day, since
+    /// their sum is too large.
+    void requireFits(const Day& day, const Tally& more) const;
+
     /// Adds counts to the own file of a day: the larger peak is kept, paused minutes add, and board and
     /// layout are those given, when given. Both formats become one. Throws, and changes nothing, when a file
-    /// there cannot be read whole. One with lines that cannot be used is kept beside as it was.
+    /// there cannot be read whole, or the sum is too large. One with lines that cannot be used is kept beside
+    /// as it was.
     void add(const Tally& tally, std::int64_t peakPerMinute, std::int64_t pausedMinutes,
              const std::optional<std::string>& board, const std::optional<std::string>& layout,
              const Day& day) const;
 
     /// What becomes of lines that cannot be used when their file is rewritten: `kept` keeps the old one.
     enum class UnusedLines { kept, dropped };
-    /// Changes the own file of a day as a whole, on the same conditions as `add`.
-    void change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change) const;
+    /// Changes the own file of a day as a whole, on the same conditions as `add`. Hours of the day that
+    /// waited are added first, and wait no longer: a crash at any moment leaves each of them in one place.
+    void change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change,
+                const std::vector<WaitingHour>& takenIn = {}) const;
+
+    // Hours that wait for their place in the folder (core/files/waiting_hours.h): of a store that has a
+    // folder for them.
+
+    /// Those there are, ascending. Throws filesystem_error when they cannot be listed.
+    std::vector<WaitingHour> waitingHours() const;
+    /// The counts of one; empty when it is not there. Throws filesystem_error when it cannot be read.
+    DayFile readWaiting(const WaitingHour& hour) const;
+    /// Adds counts to one. Throws filesystem_error with the path,
+    /// and adds nothing, when its file cannot be read or written.
+    void addWaiting(const WaitingHour& hour, const DayFile& counts) const;
+    /// Removes what an interrupted change left of hours that it had taken in.
+    void settleWaiting() const;
 
     /// Writes a file whole, and its folder when missing.
     static Written write(std::string_view text, const std::filesystem::path& url);
@@ -230,6 +261,20 @@ class Store {
     std::vector<Store> parts(FileProblems* problems) const;
     /// The folders of that name, one a part, less those that cannot be listed.
     std::vector<std::filesystem::path> foldersToRead(std::string_view folder, FileProblems* problems) const;
+    /// The parts of which that folder can be listed.
+    std::vector<Store> partsToRead(std::string_view folder, FileProblems* problems) const;
+    /// The copies of a day in this part, with its hours among those that wait.
+    std::vector<FileCopy> copiesOf(const Day& day, const std::vector<WaitingHour>& waiting,
+                                   const DataListing* listing = nullptr) const;
+    /// The same of this machine, for changing them: of the hours that wait, only those to be taken in, and
+    /// those that an interrupted change has taken in.
+    std::vector<FileCopy> copiesToChange(const Day& day, const std::vector<WaitingHour>& takenIn) const;
+    std::vector<WaitingHour> waitingHours(FileProblems* problems) const;
+    std::vector<std::filesystem::path> waitingFiles(const Day& day,
+                                                    const std::vector<WaitingHour>& hours) const;
+    void forgetWaiting(const std::function<void(DayFile&)>& forget) const;
+    /// Removes those of a day, or all for "".
+    void clearWaiting(std::string_view day) const;
     /// The days that the files of a folder are named after, ascending.
     std::vector<Day> daysIn(std::string_view folder, FileProblems* problems) const;
 
@@ -254,6 +299,7 @@ class Store {
     bool single_ = false;
     CloudFetch fetch_;
     WriteTold told_;
+    std::optional<std::filesystem::path> waiting_;  ///< where hours of this machine wait
 };
 
 }  // namespace tapcore

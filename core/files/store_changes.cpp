@@ -90,6 +90,7 @@ bool Store::convert(const Progress& progress) const {
     for (const std::string_view folder : dataFolders)
         for (const std::string& name : namesToConvert(dataFiles(base() / folder), folder, format))
             files.emplace_back(folder, name);
+    settleWaiting();                              // or the notes that are removed below would be missed
     const auto outdated = outdatedMonths(*this);  // before their days are written, which makes those newer
     for (std::size_t done = 0; done < files.size(); ++done) {
         if (!shouldContinue(progress, done, files.size())) return false;
@@ -116,6 +117,7 @@ void Store::clearDay(const Day& day) const {
     std::erase_if(files.names, [&](const std::string& kept) { return !kept.starts_with(name); });
     files.names.insert(name);
     takeOutOfRollup(day);
+    clearWaiting(name);
     TakenNote::forgetDay(base(), name);
     files.remove();
 }
@@ -141,11 +143,13 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     const FilesToRemove kept = filesToRemove(days, isKeptDayName);
     std::vector<std::pair<Day, std::vector<FileCopy>>> read;  // all of them, or none is changed
     for (const std::string& name : dayNames)
-        read.emplace_back(*Day::parse(name), readWholeCopies(days, name, format, fetch_));
+        read.emplace_back(*Day::parse(name), copiesToChange(*Day::parse(name), {}));
+    for (const WaitingHour& hour : waitingHours()) (void)readWaiting(hour);
     for (std::size_t done = 0; done < read.size(); ++done) {
         if (!shouldContinue(progress, done, read.size())) return false;
         changeRead(read[done].first, read[done].second, UnusedLines::dropped, inDay);
     }
+    forgetWaiting(inDay);
     kept.remove();
     for (const std::string& name : monthNames) changeRollup(name, inMonth);
     return true;
@@ -156,6 +160,7 @@ void Store::resetPractice() const { filesToRemove(base() / practiceFolder, isAny
 void Store::clearCounts() const {
     const std::vector<FilesToRemove> counts = {filesToRemove(base() / daysFolder, isAnyDayName),
                                                filesToRemove(base() / monthsFolder, isMonthName)};
+    clearWaiting("");
     TakenNote::forget(base());
     remove(counts);
 }
@@ -168,6 +173,7 @@ void Store::clearAll() const {
         filesToRemove(base() / reportsFolder, isAnyName),
         filesToRemove(base() / assistantFolder, isAnyName),
         filesToRemove(base() / assistantFolder / historyFolder, isAnyName)};
+    clearWaiting("");
     TakenNote::forget(base());
     remove(all);
 }

@@ -134,9 +134,9 @@ class Stage:
         self.number += 1
         self.tell(f"plug {self.number}")
 
-    def variables(self, world):
+    def variables(self, world, later=0):
         self.clock = world.place / "clock"
-        self.set_clock(self.BEGIN)
+        self.set_clock(self.BEGIN + 60 * later)
         return {"UMOCKDEV_DIR": self.folder, "FAULTS_CLOCK": str(self.clock)}
 
     def set_clock(self, seconds):
@@ -174,18 +174,18 @@ class Recorder:
 MINUTES = ((30, 30, 30), (31,), (32,))  # the keys that are struck in each: A three times, S, D
 
 
-def record(*arguments):
-    """Records three minutes at a keyboard."""
+def record(*arguments, later=0):
+    """Records three minutes at a keyboard, so many minutes later than usual."""
 
     def play(world, programs, fault):
         stage = world.stage()
         world.log.unlink(missing_ok=True)
         stage.plug()
-        environment = world.environment(fault) | stage.variables(world)
+        environment = world.environment(fault) | stage.variables(world, later)
         environment["LD_PRELOAD"] += " " + stage.preloads
         recorder = Recorder([str(programs / "tappora-record"), *map(world.filled, arguments), "--watch"], environment)
         if recorder.prints("listening to A keyboard"):
-            strike(stage, recorder)
+            strike(stage, recorder, later)
         status = recorder.end()
         stage.tell(f"unplug {stage.number}")
         return Outcome(status, "", recorder.printed, world.calls())
@@ -193,9 +193,9 @@ def record(*arguments):
     return play
 
 
-def strike(stage, recorder):
+def strike(stage, recorder, later=0):
     for minute, keys in enumerate(MINUTES):
-        stage.set_clock(stage.BEGIN + 60 * minute)
+        stage.set_clock(stage.BEGIN + 60 * (later + minute))
         for key in keys:
             stage.tell(f"tap {stage.number} {key}")
             if not recorder.prints("key — counted\n"):

@@ -110,7 +110,8 @@ class Judgement:
             found.append(f"nothing was said of what is not done: {undone}")
         if outcome.out != self.plain.out and not named:
             found.append("success, but with another text")
-        is_kept = not Path(call.path).is_relative_to(self.root / "home/.local") and call.path != f"{self.root}/home"
+        home = f"{self.root}/home"
+        is_kept = not Path(call.path).is_relative_to(f"{home}/.local/share") and call.path not in (home, f"{home}/.local")
         if call.name == "fsync" and is_kept and fault.action not in (*HARMLESS, "full") and not named:
             found.append("nothing was said of what may not be safe yet")
         return found

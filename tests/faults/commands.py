@@ -112,6 +112,11 @@ CONFIG = {"data/.keys/config.json": config("org")}
 CHAT = {"data/assistant/chat.org": "#+title: Ask AI\n\n* You\n\nWhat?\n\n* Answer\n\nThat.\n"}
 EVERYTHING = OWN | DAYS | MONTHS | PRACTICE | CONFIG | CHAT | {"data/reports/2026-08.md": "a report\n"}
 
+QUIET = {
+    "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "privacy.hourly": true}'),
+    "data/.keys/config.json": config("org"),
+    "data/days/2026-09-19.org": keys((9, 0, 50)),
+}
 OLD = {
     "old/days/2026-09-18.org": keys((9, 0, 1200)),
     "old/days/2026-09-19.org": keys((9, 0, 100)),
@@ -186,6 +191,14 @@ COMMANDS = [
     Command("record", (), OWN | CONFIG | {"data/days/2026-09-19.org": keys((9, 0, 50))},
             adds=True, partial=True, most=30, play=record("--folder", "{root}/data"), says=record_says,
             follows=("month", "formats", "home/.local/share/Tappora/widget.json")),
+    Command("record-hourly", (), QUIET | {"{waiting}/2026-09-19-23.org": keys((23, 0, 7)),
+                                          "{waiting}/2026-09-18-09.org": keys((9, 0, 3), (9, 1, 1))},
+            adds=True, partial=True, most=45, play=record("--folder", "{root}/data", later=58), says=record_says,
+            follows=("month", "formats", "home/.local/share/Tappora/widget.json")),
+    folder("clear-day-that-waits", "clear", "2026-09-19", "--yes", destroys=True, sure=True,
+           files=QUIET | {"{waiting}/2026-09-19-23.org": keys((23, 0, 7))}),
+    folder("reset-heatmap-that-waits", "reset", "heatmap", "--yes", destroys=True, sure=True,
+           files=QUIET | {"{waiting}/2026-09-20-09.org": chords(keys((9, 0, 7)), (9, "cmd", 0, 2))}),
     Command("widget-write", ("tappora", "widget", "write", *AT), EVERYTHING),
     Command("summary", ("tappora", "summary", "--from", "2026-07-01", "--json", *AT), EVERYTHING, reads=True),
     Command("day", ("tappora", "day", "2026-09-19", *AT), EVERYTHING, reads=True),

@@ -7,6 +7,7 @@ from collections import Counter
 
 EXTENSIONS = ("org", "md", "tsv")
 TEMPORARY = ".tappora.tmp"
+WAITING = "home/.local/state/tappora/waiting"
 UNNAMED = ".tappora.new"  # a machine's folder before it has its name
 LINE_ENDS = re.compile("[\n\r\v\f\x85\u2028\u2029]")
 RULE = re.compile("[-:+]+")
@@ -118,6 +119,15 @@ def read_part(part, items):
         items[("formats", part.name, "months", name)] = {path.suffix for path in copies}
 
 
+def read_waiting(root, items):
+    """The hours that wait for the data folder are counts of their days, until these hold them."""
+    for path in sorted(root.glob(f"{WAITING}/*/*.org")):
+        day, days = path.stem[:10], root / "data/days"
+        copies = [p for p in sorted(days.glob(day + ".*")) if p.suffix[1:] in EXTENSIONS] + [path]
+        if path not in superseded(days, day, copies):
+            merged(items.setdefault(("day", day), (Counter(), {})), *day_counts(path.read_text()))
+
+
 def content(path):
     text = path.read_text()
     return json.loads(text) if path.suffix == ".json" or path.name == ".keys-mac" else text
@@ -141,8 +151,10 @@ def read(root):
     marked = sorted(mark.parent for mark in data.glob("*/.keys-mac") if mark.parent.name != UNNAMED)
     for part in [data, *marked]:
         read_part(part, items)
+    read_waiting(root, items)
     for path in sorted(p for p in root.rglob("*") if p.is_file()):
-        if is_note(path) or path.is_relative_to(root / "run") or is_read_as_table(path, data):
+        waits = path.is_relative_to(root / WAITING)
+        if is_note(path) or waits or path.is_relative_to(root / "run") or is_read_as_table(path, data):
             continue
         name = ("file", name_of(path, root, [name for _, *names in items for name in names]))
         try:

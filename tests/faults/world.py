@@ -9,6 +9,8 @@ import subprocess
 from dataclasses import dataclass
 from pathlib import Path
 
+from ledger import digest
+
 PATIENCE = 120  # seconds after which a program is taken for one that hangs
 SETUP_TIME = 1_789_000_000  # when the files of a world were written, each a minute after the one before it
 
@@ -59,7 +61,7 @@ class World:
         for name in ("data", "home", "run"):
             (self.root / name).mkdir(parents=True, mode=0o700)
         for minute, (name, text) in enumerate(self.files.items()):
-            path = self.root / name
+            path = self.root / self.filled(name)
             path.parent.mkdir(parents=True, exist_ok=True)
             if name.endswith("/"):
                 path.mkdir(exist_ok=True)
@@ -68,7 +70,11 @@ class World:
             os.utime(path, (SETUP_TIME + 60 * minute,) * 2)
 
     def filled(self, text):
-        return text.replace("{root}", str(self.root))
+        return text.replace("{root}", str(self.root)).replace("{waiting}", self.waiting())
+
+    def waiting(self):
+        """Where hours wait for the data folder."""
+        return f"home/.local/state/tappora/waiting/{digest(str(self.root / 'data').encode())}"
 
     def environment(self, fault=None):
         preloaded = [str(self.injector), *os.environ.get("LD_PRELOAD", "").split()]

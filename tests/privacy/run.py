@@ -20,6 +20,7 @@ from actors import Recorder, Stage, ask, practise, strike  # noqa: E402
 from world import World  # noqa: E402
 
 NETWORK_LIBRARIES = re.compile(r"lib(curl|ssl|gnutls|nghttp|ssh|resolv|nss_|soup|gio|idn)")
+SETTINGS = {"home/.config/tappora/settings.json": '{"privacy.hourly": true}\n'}
 LOCAL_SOCKETS = ("AF_UNIX", "AF_NETLINK")
 CHANGES = "openat,open,creat,mkdir,mkdirat,rename,renameat,renameat2,link,linkat,symlink,symlinkat,truncate,unlink,unlinkat"
 WRITES = re.compile(r"O_(WRONLY|RDWR|CREAT|TRUNC)")
@@ -63,7 +64,7 @@ def changed_places(calls):
 
 
 def is_known(path, world):
-    """Whether docs/privacy.md names the place: data folder, settings, runtime directory, the widgets' file."""
+    """Whether docs/privacy.md names the place: data folder, settings, runtime and state directory, the widgets' file."""
     home = f"{world.root}/home"
     folders_above = (f"{home}/.config", f"{home}/.local", f"{home}/.local/share", f"{home}/.local/state")
     places = (f"{world.root}/data", f"{home}/.config/tappora", f"{world.root}/run/tappora", f"{home}/.local/share/Tappora",
@@ -124,7 +125,7 @@ def main(programs, injector, stage_program, preloads):
     linked = subprocess.run(["ldd", str(programs / "tappora-record")], capture_output=True, text=True, check=True).stdout
     complaints += [f"linked with {name.strip()}" for name in linked.splitlines() if NETWORK_LIBRARIES.search(name)]
     with tempfile.TemporaryDirectory(dir="/tmp") as place:
-        world = World(place, Path(injector).resolve(), {}, None)
+        world = World(place, Path(injector).resolve(), SETTINGS, None)
         log = Path(place) / "strace"
         record_below_strace(programs, world, Stage(stage_program, preloads), log)
         calls = log.read_text()

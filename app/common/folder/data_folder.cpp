@@ -10,6 +10,7 @@
 #include "app/common/folder/machine.h"
 #include "app/common/folder/settings.h"
 #include "app/common/folder/tell.h"
+#include "app/common/folder/waiting_place.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/directories.h"
@@ -99,7 +100,9 @@ std::optional<std::string> ownSubfolder(const fs::path& root, const Environment&
 Store opened(const FolderOptions& options, const Environment& environment, ReadConfig readConfig) {
     const FolderChoice choice = chooseFolder(options, environment);
     requireFolder(choice);
-    return {choice.root, readConfig(choice.root).format, ownSubfolder(choice.root, environment)};
+    const Store store(choice.root, readConfig(choice.root).format, ownSubfolder(choice.root, environment));
+    const auto waiting = waitingPlace(environment, choice.root);
+    return waiting ? store.waitingIn(*waiting) : store;
 }
 
 }  // namespace
@@ -154,6 +157,7 @@ LockedStore::LockedStore(const FolderOptions& options, const Environment& enviro
     if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell);
     const auto told = [&](const tapcore::Written& unsafe) { store.warnUnlessSafe(unsafe); };
+    if (!store.mac) store.settleWaiting();  // while it is known in which folder they were taken in
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);
 }
 

@@ -60,10 +60,8 @@ void requireWidgetSums(const FolderOptions& options, const Environment& environm
     const tapcore::Day last = today(options, environment, calendar);
     const tapcore::Store store = openStore(options, environment);
     tapcore::CountSum counts;
-    for (const tapcore::Store& part : store.readParts())
-        for (std::int64_t before = 0; before <= tapcore::Comparison::daysBack; ++before)
-            addNumbers(counts, readCopies(part.root / tapcore::daysFolder,
-                                          last.adding(-before, calendar).description(), store.format));
+    for (std::int64_t before = 0; before <= tapcore::Comparison::daysBack; ++before)
+        store.addNumbers(counts, last.adding(-before, calendar));
     if (!counts.fits()) throw Failure(store.root.string(), std::string(tapcore::tooLarge));
 }
 

@@ -191,6 +191,12 @@ TEST_F(Writer, TakesEachPastDayIntoItsMonthHoweverLateItIsStored) {
     EXPECT_EQ(told, "");
 }
 
+TEST_F(Writer, RefusesADayThatIsTooLargeToAddToAndStoresOthers) {
+    (void)tapcore::writeFile(folder / "days/2026-09-20.md", "# Keys\n| 9 | 0 | 9223372036854775807 |\n");
+    EXPECT_EQ(press(), "/days/2026-09-20.md: counts too large to be added up");
+    EXPECT_EQ(press(Day(2026, 9, 21)), "");
+}
+
 TEST_F(Writer, StoresNoDayThatNoFileCanBeNamedAfter) {
     EXPECT_EQ(press(Day(10000, 1, 1)), "10000-01-01: years have four digits in the names of files");
     EXPECT_EQ(press(Day(9999, 12, 31)), "");
