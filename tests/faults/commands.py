@@ -171,6 +171,8 @@ COMMANDS = [
     Command("set", ("tappora", "folder", "set", "{root}/other"), OWN),
     Command("set-usual", ("tappora", "folder", "set", "--usual"), {
         "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "folder.path": "{root}/data"}')}),
+    Command("settings-set", ("tappora", "settings", "set", "practice.length", "45"), OWN),
+    Command("settings-set-with-folder", ("tappora", "settings", "set", "named_keys", "true", *AT), OWN | CONFIG, most=24),
     Command("boards-import", ("tappora", "boards", "import", "{root}/in/board.json", "-o", "{root}/out.json"),
             {"in/board.json": data("boards/full-size-german.json")}, most=16),
     Command("layouts-import", ("tappora", "layouts", "import", "{root}/in/a.keylayout", "-o", "{root}/out.json", *AT),

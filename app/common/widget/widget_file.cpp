@@ -10,7 +10,7 @@
 #include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/files/comparison.h"
-#include "core/files/file_copies.h"
+#include "core/files/count_sum.h"
 #include "core/files/folder_names.h"
 #include "core/foundation/file_io.h"
 
