@@ -7,8 +7,8 @@
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/store.h"
-#include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/utf8.h"
 
 namespace tapcore {
 
