@@ -16,6 +16,7 @@ void glanceCommand  (CommandLine&, const Environment&);  // `tappora` alone
 void boardsCommand  (CommandLine&, const Environment&);
 void dayCommand     (CommandLine&, const Environment&);
 void demoCommand    (CommandLine&, const Environment&);
+void exportCommand  (CommandLine&, const Environment&);
 void fingersCommand (CommandLine&, const Environment&);
 void folderCommand  (CommandLine&, const Environment&);
 void heatmapCommand (CommandLine&, const Environment&);
@@ -67,6 +68,7 @@ inline constexpr Command commands[] = {
     {"tool",     "Run one of the assistant's tools by hand",                         toolCommand},
     {"prompt",   "Print a prompt for a language model of your own choice",           promptCommand},
     {"mcp",      "Serve the assistant's tools to any agent",                         mcpCommand},
+    {"export",   "Print counts as rows of CSV or JSON, for other programs",          exportCommand},
     {"demo",     "Write a data folder of made-up typing, to try the program with",   demoCommand},
 };
 // clang-format on
