@@ -7,7 +7,6 @@
 #include "app/tappora/page_parts.h"
 #include "app/tappora/page_pictures.h"
 #include "core/counting/chords.h"
-#include "core/counting/top_keys.h"
 #include "core/foundation/date_text.h"
 #include "core/foundation/weekday_names.h"
 #include "core/reports/finding_text.h"
