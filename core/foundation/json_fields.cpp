@@ -18,8 +18,7 @@ namespace {
 constexpr std::size_t deepest = 500;
 
 /// Text from a file, short enough for a message and fit to print.
-std::string excerpt(std::string_view text) {
-    constexpr std::size_t limit = 200;
+std::string excerpt(std::string_view text, std::size_t limit = 200) {
     const std::string whole = repairedUtf8(text.substr(0, limit * 8));
     const std::string_view start = firstCharacters(whole, limit);
     return std::string(start).append(start.size() < text.size() ? "…" : "");
@@ -61,6 +60,12 @@ std::string explained(const json::parse_error& error, std::string_view text) {
     if (place == std::string_view::npos || why == std::string_view::npos) return excerpt(what);
     const std::size_t at = std::max<std::size_t>(error.byte, 1) - 1;
     return "parse error at " + placeIn(text, at) + excerpt(what.substr(why));
+}
+
+/// A JsonError about a value that is not what was wanted, which it shows.
+[[noreturn]] void failAt(const JsonValue& value, std::string_view why) {
+    constexpr std::size_t limit = 40;
+    value.fail(std::string(why) + ": " + excerpt(jsonLine(value.raw()), limit));
 }
 
 constexpr std::size_t widestLine = 100;
@@ -118,12 +123,12 @@ void JsonValue::fail(std::string_view why) const {
 }
 
 std::string JsonValue::string() const {
-    if (!value_->is_string()) fail("not a string");
+    if (!value_->is_string()) failAt(*this, "not a string");
     return value_->get<std::string>();
 }
 
 double JsonValue::number() const {
-    if (!value_->is_number()) fail("not a number");
+    if (!value_->is_number()) failAt(*this, "not a number");
     return value_->get<double>();
 }
 
@@ -131,25 +136,26 @@ std::int64_t JsonValue::integer() const {
     if (value_->is_number_unsigned()) {
         const auto value = value_->get<std::uint64_t>();
         if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
-            fail("not a 64-bit integer");
+            failAt(*this, "not a 64-bit integer");
         return static_cast<std::int64_t>(value);
     }
     if (value_->is_number_integer()) return value_->get<std::int64_t>();
-    if (!value_->is_number_float()) fail("not an integer");
+    if (!value_->is_number_float()) failAt(*this, "not an integer");
     const double value = value_->get<double>();
     constexpr double limit = 9223372036854775808.0;  // 2 to the 63rd
     // At the limit itself the double means many integers, of which all but one are too small.
-    if (value != std::trunc(value) || value <= -limit || value >= limit) fail("not a 64-bit integer");
+    if (value != std::trunc(value) || value <= -limit || value >= limit)
+        failAt(*this, "not a 64-bit integer");
     return static_cast<std::int64_t>(value);
 }
 
 bool JsonValue::boolean() const {
-    if (!value_->is_boolean()) fail("not true or false");
+    if (!value_->is_boolean()) failAt(*this, "not true or false");
     return value_->get<bool>();
 }
 
 std::optional<JsonValue> JsonValue::optionalMember(std::string_view name) const {
-    if (!value_->is_object()) fail("not an object");
+    if (!value_->is_object()) failAt(*this, "not an object");
     const auto found = value_->find(name);
     if (found == value_->end() || found->is_null()) return std::nullopt;
     return at(name, *found);
@@ -166,7 +172,7 @@ JsonValue JsonValue::member(std::string_view name) const {
 }
 
 std::size_t JsonValue::size() const {
-    if (!value_->is_array()) fail("not an array");
+    if (!value_->is_array()) failAt(*this, "not an array");
     return value_->size();
 }
 
@@ -176,7 +182,7 @@ JsonValue JsonValue::element(std::size_t index) const {
 }
 
 std::vector<std::pair<std::string, JsonValue>> JsonValue::members() const {
-    if (!value_->is_object()) fail("not an object");
+    if (!value_->is_object()) failAt(*this, "not an object");
     std::vector<std::pair<std::string, JsonValue>> members;
     members.reserve(value_->size());
     for (auto item = value_->begin(); item != value_->end(); ++item)

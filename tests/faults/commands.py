@@ -100,6 +100,11 @@ MONTHS = {
     "data/months/2026-08.org": month("2026-08", ("2026-08-30", 40)),
     "data/months/2026-09.org": month("2026-09", ("2026-09-18", 1203), ("2026-09-19", 160)),
 }
+OUTDATED = {  # a month that was summed before a day changed, and cannot be summed again while another day is away
+    "data/months/2026-08.org": month("2026-08", ("2026-08-30", 40), ("2026-08-31", 7)),
+    "data/days/2026-08-30.org": keys((9, 0, 45)),
+    "data/days/.2026-08-31.org.icloud": "",
+}
 MERGED, HELD = keys((8, 0, 60), (9, 0, 50)), keys((8, 0, 60)).replace("*", "##")
 CUT_MERGE = {  # when the merged text had taken its place, and not all else was done
     "data/days/2026-09-20.org": MERGED,
@@ -155,6 +160,7 @@ COMMANDS = [
     Command("replay-shared", (*REPLAY, "2026-09-20T10:00:00", *AT, "--shared"), OWN | TYPING | CONFIG | DAYS,
             adds=True, follows=("month",), says=replay_says),
     folder("convert", "convert", "--to", "markdown", sure=True),
+    folder("convert-outdated", "convert", "--to", "markdown", sure=True, files=OWN | OUTDATED, most=18),
     folder("rollups", "rollups", sure=True, files=OWN | DAYS | CONFIG | {
         "data/months/2026-08.org": month("2026-08", ("2026-08-29", 7)),
         "data/months/2026-07.org": month("2026-07", ("2026-07-01", 7))}),

@@ -184,16 +184,18 @@ def tree(root):
 
 
 def month_problems(root):
-    """Month files that are wrong and will stay so: they list exactly the days that there are, were written after them
-    all, and have other sums."""
+    """Month files that are wrong and will stay so: they list exactly the days that there are, here or in iCloud Drive,
+    were written after them all, and have other sums."""
     found = []
     for month in (root / "data").rglob("months/*"):
         if month.suffix[1:] not in EXTENSIONS or month.name.startswith("."):
             continue
         listed = {row[0]: row[1] for name, rows in sections(month.read_text()) if name == "days" for row in rows[1:]}
-        days = {n: c for n, c in copies_of(month.parent.parent / "days").items() if n in listed}
+        folder = month.parent.parent / "days"
+        days = {n: c for n, c in copies_of(folder).items() if n in listed}
+        away = {placeholder.name[1:11] for placeholder in folder.glob(".*.icloud")}
         written = [path.stat().st_mtime_ns for copies in days.values() for path in copies]
-        if set(days) != set(listed) or max(written, default=0) > month.stat().st_mtime_ns:
+        if set(days) | away != set(listed) or max(written, default=0) > month.stat().st_mtime_ns:
             continue
         for name, copies in days.items():
             presses = sum(count for path in copies for label, count in day_counts(path.read_text())[0].items()

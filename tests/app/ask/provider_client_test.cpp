@@ -17,7 +17,7 @@ TEST_F(Ask, SaysWhatWentWrongInWords) {
         {{"<html>", 418}, "ask: HTTP status 418\n"},
         {{R"({"error":"no such path"})", 200}, "ask: no such path\n"},
         {{"<html>", 200}, "ask: a reply of unknown shape: "},
-        {{R"({"content":7})", 200}, "ask: a reply of unknown shape: content: not an array\n"},
+        {{R"({"content":7})", 200}, "ask: a reply of unknown shape: content: not an array: 7\n"},
         {{claude(R"([{"type":"text","text":"Wel"}])", "max_tokens").dump()},
          "the answer was cut off at its length limit"},
         {{claude("[]").dump()}, "ask: no answer came"},

@@ -68,7 +68,7 @@ TEST(FolderCheck, NamesEveryFindingWithItsPlace) {
         rest,
         testing::ElementsAre(
             "B/.keys-mac: the same id as " + (folder / "A").string(),
-            "C/.keys-mac: the document: not an object",
+            "C/.keys-mac: the document: not an object: []",
             "A/days/2026-09-20 (conflicted copy).md: a copy of 2026-09-20 that another program left; "
             "it is not counted",
             "A/days/2026-09-20 2.md: a copy of 2026-09-20 that another program left; it is not counted",

@@ -117,10 +117,10 @@ TEST(FolderConfig, FillsInWhatIsMissingAndFallsBackWholeWhenAnythingIsWrong) {
     }
     EXPECT_EQ(FolderConfig::read(root / "nowhere"), FolderConfig{});
     const std::pair<std::string_view, const char*> faults[] = {
-        {R"({"format": "markdown", "named_keys": 1})", "named_keys: not true or false"},
+        {R"({"format": "markdown", "named_keys": 1})", "named_keys: not true or false: 1"},
         {R"({"format": "Markdown"})", "format: neither org nor markdown: \"Markdown\""},
-        {R"({"format": "markdown", "labels": {"a/1": 2}})", "labels.a/1: not a string"},
-        {"[]", "the document: not an object"},
+        {R"({"format": "markdown", "labels": {"a/1": 2}})", "labels.a/1: not a string: 2"},
+        {"[]", "the document: not an object: []"},
     };
     for (const auto& [text, why] : faults)
         EXPECT_EQ(messageOf<JsonError>([&] { FolderConfig::decode(text); }), why);

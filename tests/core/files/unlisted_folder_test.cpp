@@ -20,6 +20,12 @@ void makeUnlistable(const fs::path& folder) {
     (void)writeFile(folder, "");
 }
 
+TEST(CloudPlaceholder, IsNotTakenForMissingWhereItCannotBeLookedAt) {
+    const TemporaryFolder folder;
+    fs::create_symlink("days", folder / "days");  // leads to itself
+    EXPECT_THROW((void)isOnlyInCloud(folder / "days/2026-09-20.org"), fs::filesystem_error);
+}
+
 TEST(FolderListing, TellsAMissingFolderFromOneThatCannotBeListed) {
     const TemporaryFolder folder;
     folder.put("full/b", "");

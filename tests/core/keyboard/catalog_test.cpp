@@ -47,7 +47,7 @@ TEST(Catalog, ReadsFoldersByFileNameAndSortsByName) {
 TEST(Catalog, NamesTheFirstFileThatIsNoLayout) {
     const TemporaryFolder folder;
     folder.put("b.json", "[]");
-    EXPECT_EQ(whyRefused(folder), "b.json: the document: not an object");
+    EXPECT_EQ(whyRefused(folder), "b.json: the document: not an object: []");
     folder.put("a.json", layoutText("a", R"({"x1": ["a"]})"));
     EXPECT_EQ(whyRefused(folder), "a.json: x1 is not a key code");
     std::filesystem::create_directory(folder / "A.json");

@@ -79,8 +79,8 @@ TEST(Words, NameTheFileAndTheKeyOfATextThatIsNone) {
     Folder folder;
     const std::string file = (folder.folder / "de.json").string();
     const std::pair<const char*, const char*> cases[] = {
-        {"[]", "the document: not an object"},
-        {R"({"a": 1})", "a: not a string"},
+        {"[]", "the document: not an object: []"},
+        {R"({"a": 1})", "a: not a string: 1"},
     };
     for (const auto& [text, why] : cases) {
         folder.write("de", text);
