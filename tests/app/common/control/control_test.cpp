@@ -80,9 +80,9 @@ TEST(ControlProtocol, ReadsWhatItWrote) {
 
 TEST(ControlProtocol, RefusesOtherLines) {
     for (const auto& [line, message] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"[]", "the document: not an object"},
+             {"[]", "the document: not an object: []"},
              {R"({"ask":"stop"})", "ask: not status, pause or resume"},
-             {R"({"ask":1})", "ask: not a string"},
+             {R"({"ask":1})", "ask: not a string: 1"},
              {R"({"ask":"pause","until":"14:00"})", "until: not a time such as 2026-09-20T07:00:00Z"}})
         EXPECT_EQ(messageOf<tapcore::JsonError>([&] { return readQuestion(line); }), message);
 }
