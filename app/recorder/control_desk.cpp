@@ -64,7 +64,9 @@ ControlAnswer ControlDesk::answerTo(const ControlQuestion& question) {
     const tapcore::Instant now = hostNow();
     if (question.kind == Kind::pause && question.until)
         if (std::string why = objectionTo(*question.until, now); !why.empty()) return {.refusal = why};
-    if (question.kind == Kind::pause) pauses_.pause({.since = now, .until = question.until});
+    const auto before = pauses_.state().pause;
+    if (question.kind == Kind::pause)
+        pauses_.pause({.since = before ? before->since : now, .until = question.until});
     if (question.kind == Kind::resume) pauses_.resume();
     keeper_.follow(now);
     (void)setAlarm();  // it rings at once when the clock was set

@@ -69,6 +69,7 @@ struct World {
     std::vector<std::string> stored;  ///< "DAY PRESSES PAUSED"
     int updates = 0;                  ///< of what follows the files
     PauseSwitch pauses;
+    RecorderStatus status;  ///< at the end
     std::function<void()> beforeWriting = [] {};
     std::function<void()> eachMinute = [] {};
     std::function<void(const std::function<bool()>& endsSoon)> waitToStart = [](const auto&) {};
@@ -108,6 +109,7 @@ struct World {
                                .followPause = [&] { keeper.follow({}); }});
         Script script(std::move(steps));
         recorder.run(script);
+        status = recorder.status();
     }
 
     Script::Step nextMinute() {
@@ -171,6 +173,7 @@ TEST(LiveRecorder, SaysHowOftenTheKernelDroppedEvents) {
     EXPECT_THAT(world.told, ElementsAre("listening to A keyboard (/dev/input/event5)", "ready",
                                         "some presses were not seen: the machine was too busy (2 times)",
                                         "some presses were not seen: the machine was too busy"));
+    EXPECT_EQ(world.status.dropped, (RecorderStatus::Dropped{.times = 3, .last = world.now}));
 }
 
 TEST(LiveRecorder, CountsInTheZoneThatTheMachineIsSetTo) {
@@ -247,6 +250,16 @@ TEST(LiveRecorder, CountsPausedMinutesAndNothingElseBetweenTwoSignals) {
         world.told,
         ElementsAre("listening to A keyboard (/dev/input/event5)", "ready", "paused: nothing is counted",
                     "there is no home for it: a restart ends the pause", "counting again"));
+}
+
+TEST(LiveRecorder, GoesByWhenAPressWasMadeWhereAPauseHasEndedSince) {
+    World world;
+    world.pauses.pause({.since = world.now, .until = world.now + 75s});
+    const auto read = [](EventListener& listener) {
+        for (const auto ago : {50s, 46s, 44s}) pressAgo(listener, ago);
+    };
+    world.run({plugKeyboard, world.nextMinute(), world.untilStored(1), world.nextMinute(), read});
+    EXPECT_THAT(world.stored, ElementsAre("2026-09-20 0 1", "2026-09-20 1 0"));
 }
 
 TEST(LiveRecorder, RefusesToWaitWithoutAKeyboardAndNamesTheRemedyOnceAtTheEnd) {
