@@ -92,7 +92,8 @@ struct World {
             });
         };
         const Tell tell = [this](const std::string& text) { locked([&] { told.push_back(text); }); };
-        PauseKeeper keeper(pauses, {}, {}, tell);
+        PauseKeeper keeper(
+            pauses, {}, [](tapcore::Instant) { return "its end"; }, tell);
         LiveRecorder recorder({}, pauses,
                               {.now = [this] { return now; },
                                .eachMinute = eachMinute,
