@@ -145,6 +145,16 @@ void markSuperseded(std::vector<FileCopy>& copies, std::string_view note, Merged
     for (FileCopy* copy : held) copy->isSuperseded = copy != &*target;
 }
 
+namespace {
+
+/// Whether nothing has that name; not, when that cannot be told.
+bool isGone(const fs::path& path) {
+    std::error_code error;
+    return fs::symlink_status(path, error).type() == fs::file_type::not_found;
+}
+
+}  // namespace
+
 std::string copyName(std::string_view name, std::string_view extension) {
     return std::string(name).append(".").append(extension);
 }
@@ -166,7 +176,11 @@ std::vector<FileCopy> readCopies(const fs::path& folder, std::string_view name, 
         if (file.status != FileRead::Status::missing) copies.push_back({path, std::move(file), false});
     }
     if (copies.size() > 1) readNote(copies, folder, name);
-    return copies;
+    // Readers take no lock. One that was taken in while they read is in the folder's copy by now.
+    std::vector<fs::path> remaining = elsewhere;
+    std::erase_if(remaining, isGone);
+    return remaining.size() == elsewhere.size() ? copies
+                                                : readCopies(folder, name, format, fetch, listing, remaining);
 }
 
 std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view name, FileFormat format,
@@ -181,6 +195,8 @@ std::vector<FileCopy> readWholeCopies(const fs::path& folder, std::string_view n
 }
 
 void removeSuperseded(std::vector<FileCopy>& copies, const fs::path& folder, std::string_view name) {
+    for (const FileCopy& copy : copies)
+        if (copy.path == notePath(folder, name)) refuse(copy.path, copy.file.error);
     const auto stale = std::stable_partition(copies.begin(), copies.end(),
                                              [](const FileCopy& copy) { return !copy.isSuperseded; });
     if (stale == copies.end()) return;

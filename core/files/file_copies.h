@@ -73,7 +73,8 @@ Written replaceCopies(const std::filesystem::path& folder, std::string_view name
                       std::string_view text, const std::vector<FileCopy>& copies);
 
 /// Ends a `replaceCopies` that was interrupted: removes the copies that are superseded, from the disk and
-/// from the list, and what says so. Throws filesystem_error with the path.
+/// from the list, and what says so. Throws filesystem_error with the path, also when what says so cannot be
+/// read.
 void removeSuperseded(std::vector<FileCopy>& copies, const std::filesystem::path& folder,
                       std::string_view name);
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "app/common/folder/waiting_place.h"
 #include "app/common/program.h"
 #include "core/files/folder_config.h"
 #include "core/foundation/file_io.h"
@@ -189,6 +190,29 @@ TEST_F(Writer, TakesEachPastDayIntoItsMonthHoweverLateItIsStored) {
         EXPECT_FALSE(store.isOutOfDate(on.monthName(), Day(2026, 10, 2)));
     }
     EXPECT_EQ(told, "");
+}
+
+TEST_F(Writer, TakesInWhatWaitsForAFolderThatWasChosenBefore) {
+    const Environment environment =
+        environmentWith({{"XDG_RUNTIME_DIR", disk / "run"}, {"XDG_STATE_HOME", disk / "state"}});
+    const auto waitsFor = [&](const fs::path& root) {
+        fs::create_directories(root);
+        const tapcore::Store store(root, tapcore::FileFormat::org);
+        tapcore::DayFile counts;
+        counts.tally.add(tapcore::KeyCode{0}, 9, 4);
+        store.waitingIn(madeWaitingPlace(environment, root)).addWaiting({day, 9}, counts);
+        return store;
+    };
+    const auto before = waitsFor(disk / "before");
+    (void)waitsFor(disk / "gone");
+    fs::remove_all(disk / "gone");
+    const auto tell = [this](const std::string& text) { told += text; };
+    for (int start = 0; start < 2; ++start) {
+        told.clear();
+        FolderWriter({folder, tapcore::FileFormat::org}, {}, environment, tell).takeInElsewhere();
+        EXPECT_EQ(before.read(day).tally.total(), 4);
+        EXPECT_EQ(told, "hours wait on: " + (disk / "gone").string() + ": no such folder");
+    }
 }
 
 TEST_F(Writer, RefusesADayThatIsTooLargeToAddToAndStoresOthers) {
