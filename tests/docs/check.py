@@ -26,6 +26,7 @@ PAGES = [ROOT / "README.md", ROOT / "CONTRIBUTING.md", *sorted((ROOT / "docs").g
 UNTRIED = {
     "record": "input devices", "widgets": "a desktop", "ask": "a provider", "widget --watch": "somebody to stop it",
     "practice": "a terminal", "mcp": "an agent", "setup": "systemd", "tray": "a desktop",
+    "status": "a recorder", "pause": "a recorder", "resume": "a recorder",
 }
 # Those that need it not.
 TRIED = ("record --replay", "practice lesson", "practice letters", "practice record", "practice --json", "setup --print")
