@@ -2,7 +2,6 @@
 #include <cairo.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <memory>
 #include <utility>

@@ -17,9 +17,12 @@ struct AxisMark {
     std::string label;
 };
 
+// Sizes are points; a chart is drawn from the origin of its node to its size. Amounts may be any numbers:
+// those below 0 or not finite are drawn as 0. Time and memory grow with the number of amounts.
+
 /// An amount of a chart and how assistive tools are told of it.
 struct ChartPoint {
-    std::string label;
+    std::string label;  ///< what it is the amount of
     double value = 0;
     std::string told = {};  ///< the amount to its last digit; where none is given, the text of `value`
 };
@@ -36,17 +39,19 @@ struct AreaChart {
     Style style;            ///< of the line; the area has it at an opacity of 0.3
 };
 
-/// With a y axis on the right. Amounts below 0 or not finite count as 0.
+/// With a y axis on the right.
 Node areaChart(const AreaChart& chart);
 
+/// A bar and what it is painted with.
 struct Bar {
     ChartPoint amount;
     Style style;
 };
 
+/// Bars from left to right.
 struct BarChart {
     Size size;
-    std::string label;
+    std::string label;  ///< of the whole, for assistive tools
     std::vector<Bar> bars;
     NumberText number;
     bool showsValues = false;  ///< writes each amount above its bar

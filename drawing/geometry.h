@@ -6,7 +6,10 @@
 namespace drawing {
 
 // Lengths are points (1/72 inch on paper, a pixel on a screen of scale 1); x grows to the right, y downwards.
+// Everything here is a value without hidden state, and so is every picture: threads may share them as long as
+// none of them changes one. Any number may be given, infinite ones and nan too: see isEmpty and isPaintable.
 
+/// A place in the plane.
 struct Point {
     double x = 0;
     double y = 0;
@@ -14,6 +17,7 @@ struct Point {
     bool operator==(const Point&) const = default;
 };
 
+/// How large something is. Below 0, nan and 0 mean nothing to see.
 struct Size {
     double width = 0;
     double height = 0;
@@ -21,6 +25,7 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
+/// An upright rectangle, by its left top corner.
 struct Rect {
     double x = 0;
     double y = 0;
@@ -32,13 +37,14 @@ struct Rect {
     Point centre() const { return {x + width / 2, y + height / 2}; }
     /// True when nothing can be seen of it: no width or height, or no number.
     bool isEmpty() const { return !(width > 0 && height > 0 && right() > x && bottom() > y); }
-    /// The same with so much taken off on every side; empty when it was too small.
+    /// The same with so much taken off on every side, or added when `by` is below 0; empty when it was too
+    /// small.
     Rect inset(double by) const { return {x + by, y + by, width - 2 * by, height - 2 * by}; }
 
     bool operator==(const Rect&) const = default;
 };
 
-/// The smallest rectangle that holds both.
+/// The smallest rectangle that holds both, empty ones with their place too.
 Rect united(const Rect& a, const Rect& b);
 
 /// An affine map of the plane: (x, y) becomes (xx x + xy y + dx, yx x + yy y + dy).
@@ -66,7 +72,7 @@ struct Transform {
     bool operator==(const Transform&) const = default;
 };
 
-/// How far the plane reaches, in points.
+/// How far the plane reaches from its origin, in points, in each direction.
 inline constexpr double furthest = 1e6;
 
 /// Whether all points have a place in the plane once transformed: finite, and no further away than that.

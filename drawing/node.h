@@ -27,13 +27,15 @@ struct Accessibility {
     bool operator==(const Accessibility&) const = default;
 };
 
+/// How a line is drawn along a path.
 struct Stroke {
     Style style;
-    double width = 1;
+    double width = 1;  ///< in points; nothing is drawn for one that is not above 0
 
     bool operator==(const Stroke&) const = default;
 };
 
+/// A path that is filled, drawn along, or both.
 struct Shape {
     Path path;
     std::optional<Style> fill;
@@ -47,8 +49,8 @@ struct Node;
 /// Parts drawn one above the other, moved and faded as one.
 struct Group {
     std::vector<Node> children;
-    Transform transform;
-    double opacity = 1;
+    Transform transform;  ///< from the plane of the children to that of the group
+    double opacity = 1;   ///< 0 to 1, of all children together
 
     bool operator==(const Group&) const;
 };
@@ -63,6 +65,8 @@ struct Node {
 
 inline bool Group::operator==(const Group&) const = default;
 
+// Nodes are made by these. Nothing is known of them to assistive tools but texts.
+
 Node group(std::vector<Node> children, const Transform& transform = {}, double opacity = 1);
 Node filled(Path path, const Style& style);
 Node stroked(Path path, const Style& style, double width);
@@ -74,7 +78,7 @@ Node hidden(Node node);
 Node combined(Node node);
 
 /// A picture as a value: the same for every theme, rendering mode and output. Nothing is painted outside its
-/// size.
+/// size, which is in points and begins at the origin.
 struct Picture {
     Size size;
     Node content;

@@ -17,8 +17,9 @@ class PaintError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// What has no place in the plane (coordinates that are not finite, or beyond 1,000,000 points) is left out; a
-// glyph or a font that the system lacks is replaced by the nearest it has.
+// Each call paints with fonts of its own, so that threads may paint at the same time, each onto a context of
+// its own. What has no place in the plane (coordinates that are not finite, or beyond 1,000,000 points) is
+// left out; a glyph or a font that the system lacks is replaced by the nearest it has.
 
 /// Paints at the context's origin, one unit a point: in a window, say.
 void paint(cairo_t* context, const Picture& picture, const Appearance& appearance);
@@ -33,7 +34,8 @@ std::string pdf(const Picture& picture, const Appearance& appearance);
 /// same for the same picture and the same widths. A picture larger than the plane is not painted.
 std::string svg(const Picture& picture, const Appearance& appearance, const TextWidth& width);
 
-/// Measures with the system's fonts, which it looks up at the first question.
+/// Measures with the system's fonts, which it looks up at the first question. Its copies share those: they
+/// all belong to one thread.
 TextWidth systemTextWidth();
 
 }  // namespace drawing

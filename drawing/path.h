@@ -8,7 +8,8 @@
 
 namespace drawing {
 
-/// Lines and cubic curves. Filled by the non-zero rule.
+/// Lines and cubic curves, in points. Filled by the non-zero rule. A path begins with a move; what a line or
+/// a curve draws before one begins at the origin.
 struct Path {
     enum class Step : std::uint8_t {
         move,   ///< takes one point
@@ -20,10 +21,15 @@ struct Path {
     std::vector<Step> steps;
     std::vector<Point> points;  ///< what the steps take, in order
 
+    // Each adds a step, and gives this path.
+
+    /// Begins another line, without drawing.
     Path& moveTo(Point to);
     Path& lineTo(Point to);
     Path& curveTo(Point handle1, Point handle2, Point to);
+    /// Draws a line back to where the last move went.
     Path& close();
+    /// Adds all steps of another path.
     Path& append(const Path& other);
 
     /// Where the pen is after the last step that takes a point; the origin at the start.
@@ -34,7 +40,8 @@ struct Path {
     bool operator==(const Path&) const = default;
 };
 
-/// Calls `visit(step, points)` for each step, `points` being the first of those it takes.
+/// Calls `visit(step, points)` for each step, `points` being the first of those it takes. The path must have
+/// the points that its steps take.
 template <class Visit>
 void walk(const Path& path, Visit visit) {
     const Point* at = path.points.data();
@@ -44,6 +51,7 @@ void walk(const Path& path, Visit visit) {
     }
 }
 
+/// A straight line.
 Path line(Point from, Point to);
 
 }  // namespace drawing

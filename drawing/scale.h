@@ -4,7 +4,8 @@
 
 namespace drawing {
 
-/// Maps numbers evenly onto places: `from` is at `start`, `to` at `end`.
+/// Maps numbers evenly onto places: `from` is at `start`, `to`, which must be another number, at `end`.
+/// Numbers beyond them have places beyond those.
 struct Scale {
     double from = 0;
     double to = 1;

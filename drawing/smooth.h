@@ -11,7 +11,7 @@ namespace drawing {
 /// and Carlson (1980), as cubic curves. One point, or none, gives no line.
 Path smoothLine(std::span<const Point> points);
 
-/// The area between that line and the height `base`.
+/// The area between that line and the height `base`, as a closed path.
 Path areaUnder(std::span<const Point> points, double base);
 
 }  // namespace drawing

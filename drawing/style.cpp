@@ -1,8 +1,6 @@
 #include "drawing/style.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 
 namespace drawing {
 namespace {

@@ -5,7 +5,7 @@
 
 namespace drawing {
 
-/// Red, green, blue and opacity, each 0 to 1.
+/// Red, green and blue of sRGB, and opacity, each 0 to 1. Not multiplied by the opacity.
 struct Colour {
     double red = 0;
     double green = 0;
@@ -19,6 +19,7 @@ struct Colour {
     bool operator==(const Colour&) const = default;
 };
 
+/// Whether the surroundings are light or dark.
 enum class Theme { light, dark };
 
 /// How much of a picture's own colour its surroundings let through.
@@ -51,7 +52,7 @@ struct Style {
     };
 
     Role role = Role::primary;
-    double opacity = 1;
+    double opacity = 1;                          ///< 0 to 1, on top of the role's own
     bool accentable = false;                     ///< takes the accent colour in accented rendering
     Colour light = {};                           ///< of `given`
     Colour dark = {};                            ///< of `given`
@@ -60,13 +61,18 @@ struct Style {
     static Style given(Colour light, Colour dark) {
         return {.role = Role::given, .light = light, .dark = dark};
     }
+    /// The same style with another opacity.
     Style withOpacity(double value) const;
+    /// The same style, which takes the accent colour in accented rendering.
     Style asAccentable() const;
     /// In accented and vibrant rendering the primary style with that opacity instead.
     Style tonedTo(double value) const;
 
     bool operator==(const Style&) const = default;
 };
+
+/// What says less than the primary style.
+inline constexpr Style secondary{.role = Style::Role::secondary};
 
 /// The colour that a style has there. Its opacity is within 0 and 1 whatever the style's; nan counts as 0.
 Colour resolved(const Style& style, const Appearance& appearance);

@@ -1,7 +1,6 @@
 #include "drawing/svg_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>

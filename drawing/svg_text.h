@@ -9,7 +9,8 @@
 
 namespace drawing {
 
-// The small texts that an SVG file is made of. All are the same on every machine.
+// The small texts that an SVG file is made of. All are the same on every machine, whatever its locale. A
+// number that is not finite is written as 0.
 
 /// A number of at most so many decimals, without trailing zeros: "12.5", "-0.04", "7". Halves are rounded
 /// away from 0.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/text_pieces.h"
 #include "core/foundation/utf8.h"
 
 namespace drawing {
@@ -58,10 +59,8 @@ double roughWidth(std::string_view text, const Font& font) {
 std::vector<std::string> linesOf(std::string_view text, const Font& font, double room,
                                  const TextWidth& width) {
     std::vector<std::string> lines;
-    for (std::size_t at = 0; at <= text.size();) {
-        const std::size_t end = std::min(text.find(' ', at), text.size());
-        const std::string word(text.substr(at, end - at));
-        at = end + 1;
+    while (!text.empty()) {
+        const std::string word(tapcore::takePiece(text, ' '));
         if (word.empty()) continue;
         if (!lines.empty() && width(lines.back() + ' ' + word, font) <= room) lines.back() += ' ' + word;
         else lines.push_back(word);

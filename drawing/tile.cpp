@@ -1,5 +1,7 @@
 #include "drawing/tile.h"
 
+#include "drawing/outline.h"
+
 namespace drawing {
 namespace {
 

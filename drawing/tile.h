@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "drawing/outline.h"
+#include "drawing/path.h"
 
 namespace drawing {
 
@@ -13,7 +13,7 @@ namespace drawing {
 struct Tile {
     static constexpr double gap = 0.06;
 
-    std::vector<Rect> parts;
+    std::vector<Rect> parts;                      ///< in the units of the plane
     double degrees = 0;                           ///< clockwise
     std::optional<double> aboutX = std::nullopt;  ///< what it turns about; the left of its box when not given
     std::optional<double> aboutY = std::nullopt;  ///< the top of its box when not given

@@ -39,7 +39,8 @@ struct Texts {
     drawing::TextWidth width;        ///< measures as they will be painted
 };
 
-/// A widget as it looks on the desktop: its content, or Waiting, inside a container of the family's size.
+/// A widget as it looks on the desktop: its content, or Waiting, inside a container of the family's size. The
+/// family must be one of the widget's.
 drawing::Picture picture(const Widget& widget, const Entry& entry, Family family, const Texts& texts);
 
 }  // namespace tapwidgets

@@ -13,10 +13,11 @@
 namespace tapwidgets {
 
 /// Feeds all widgets from the snapshot's file, which it reads again at each question. Whatever is wrong with
-/// the file has one outcome: an entry without a snapshot.
+/// the file has one outcome: an entry without a snapshot. Nothing here throws. It keeps nothing between two
+/// questions, and may be asked by several threads at once if its clock may.
 class Provider {
   public:
-    /// How long a timeline is good for.
+    /// How long a timeline is good for: a quarter of an hour.
     static constexpr std::chrono::seconds refresh{900};
 
     /// The group of programs whose container holds the file: the value of "PellotGroupID" in the widgets' own
@@ -34,7 +35,7 @@ class Provider {
     /// One entry, for now, and the wish to be asked again after `refresh`.
     Timeline getTimeline() const;
 
-    /// The file's snapshot, when it is today's.
+    /// The file's snapshot, when it is today's. Nothing too for a file larger than 16 MB.
     std::optional<tapcore::WidgetSnapshot> read() const;
 
     /// Where the file is looked for; nothing when there is no place for it.

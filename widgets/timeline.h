@@ -16,6 +16,7 @@ enum class Family : std::uint8_t { small, medium, large };
 
 inline constexpr tapcore::RawValues<Family, 3> families{{"small", "medium", "large"}};
 
+/// A family's size in points.
 constexpr drawing::Size sizeOf(Family family) {
     switch (family) {
         case Family::small:
@@ -31,7 +32,7 @@ constexpr drawing::Size sizeOf(Family family) {
 /// What a widget shows from a moment on.
 struct Entry {
     tapcore::Instant date;
-    std::optional<tapcore::WidgetSnapshot> snapshot;
+    std::optional<tapcore::WidgetSnapshot> snapshot;  ///< without one, Waiting is shown
 
     bool operator==(const Entry&) const = default;
 };
@@ -43,6 +44,7 @@ struct ReloadPolicy {
     bool operator==(const ReloadPolicy&) const = default;
 };
 
+/// What a widget shows from now on, until the next timeline.
 struct Timeline {
     std::vector<Entry> entries;  ///< by date
     ReloadPolicy policy;

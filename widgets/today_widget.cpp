@@ -11,6 +11,7 @@ namespace {
 
 using drawing::Font;
 using drawing::Node;
+using drawing::secondary;
 using drawing::Text;
 
 Font totalFont() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 #include "drawing/outline.h"
@@ -15,6 +14,7 @@ using drawing::Node;
 using drawing::Path;
 using drawing::Point;
 using drawing::Rect;
+using drawing::secondary;
 using drawing::Style;
 using drawing::Text;
 

@@ -9,18 +9,16 @@
 
 namespace tapwidgets {
 
-/// The space between lines.
+/// The space between lines, in points.
 inline constexpr double spacing = 6;
-
-inline constexpr drawing::Style secondary{.role = drawing::Style::Role::secondary};
 
 /// A line of text whose top is at `y`, in the room from `x` on, shrinking to 0.7 of its size and then cut.
 drawing::Node textLine(std::string text, const drawing::Font& font, const drawing::Style& style,
                        drawing::Point topLeft, double room);
 
-/// A title of caption size and secondary colour at the top left.
+/// A title in a room of that many points: of caption size and secondary colour at the top left.
 drawing::Node caption(std::string text, double room);
-/// What is below a title on a canvas.
+/// The room below a title on a canvas; of height 0 where there is none.
 drawing::Rect belowCaption(const drawing::Size& canvas);
 
 /// An amount as a whole number, as far as there are numbers of 64 bits.

@@ -7,15 +7,17 @@
 #include "drawing/node.h"
 #include "drawing/text.h"
 
-// What the widgets show. Each view draws itself from the canvas's top left corner. It refers to what it
-// shows, which must outlive it.
+// What the widgets show. Each view draws itself from the canvas's top left corner, in points, and keeps to
+// the canvas's size. It refers to what it shows, which must outlive it. A snapshot may hold any numbers, and
+// lists of any length; drawing takes time and memory in proportion. Views keep nothing, so that threads may
+// draw at the same time.
 
 namespace tapwidgets {
 
 /// What a view draws on and with.
 struct Canvas {
     drawing::Size size;
-    const tapcore::Words& words;  ///< in the snapshot's language
+    const tapcore::Words& words;  ///< in the snapshot's language; must outlive the canvas
 };
 
 /// The total of the day, and how it stands against the usual.
@@ -26,7 +28,7 @@ struct TodayWidget {
     std::optional<drawing::Node> drawing() const;
 };
 
-/// The day hour by hour, as a line over an area.
+/// The day hour by hour, as a line over an area. Hours beyond the 24th are not shown.
 struct HoursWidget {
     const tapcore::WidgetSnapshot& snapshot;
     const Canvas& canvas;

@@ -10,6 +10,7 @@ namespace tapwidgets {
 
 using drawing::Font;
 using drawing::Node;
+using drawing::secondary;
 using drawing::Text;
 
 Node Waiting::drawing() const {

@@ -1,7 +1,5 @@
 #include "widgets/views.h"
 
-#include <utility>
-
 #include "drawing/chart.h"
 #include "widgets/view_parts.h"
 

@@ -14,12 +14,11 @@ namespace {
 using drawing::Alignment;
 using drawing::Font;
 using drawing::Node;
+using drawing::secondary;
 using drawing::Style;
 using drawing::Text;
 using drawing::Weight;
 using tapcore::Load;
-
-constexpr Style secondary{.role = Style::Role::secondary};
 
 // The columns of a row, in points from its left.
 constexpr double nameRoom = 150;

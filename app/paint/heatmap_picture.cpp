@@ -40,26 +40,14 @@ Style ink(std::int64_t step, tapcore::MapColor color) {
     return step < 1 ? Style{.role = Style::Role::secondary} : Style::given(on(false), on(true));
 }
 
-Rect rectOf(const Board::Rect& rect) { return {rect.x, rect.y, rect.w, rect.h}; }
-
-Tile tileOf(const Board::Key& key) {
-    Tile tile{.parts = {rectOf(key.rect())}};
-    if (key.second) tile.parts.push_back(rectOf(*key.second));
-    if (key.isTurned()) {
-        tile.degrees = key.r;
-        tile.aboutX = key.rx;
-        tile.aboutY = key.ry;
-    }
-    return tile;
-}
-
 /// Draws the keys of a view. A key's own plane has the corner of its box at 0.
 class KeyPainter {
   public:
     KeyPainter(const HeatmapView& view, Point origin) : view_(view), origin_(origin) {}
 
     Node key(const Heatmap::Cell& cell) const {
-        const Tile tile = tileOf(cell.key);
+        const Tile tile = tapwidgets::tileOf(cell.key.rect(), cell.key.second,
+                                             cell.key.isTurned() ? cell.key.r : 0, cell.key.rx, cell.key.ry);
         std::vector<Node> parts = {cap(cell, tile.outline(unit))};
         const Rect box = tile.box();
         const Rect first{unit * (cell.key.x - box.x), unit * (cell.key.y - box.y), unit * cell.key.w,
@@ -206,7 +194,7 @@ class Legend {
 
 /// What a board's keys are drawn within: the gap around the outermost is left away.
 Rect drawnBounds(const Board& board) {
-    const Rect bounds = rectOf(board.bounds());
+    const Rect bounds = tapwidgets::rectOf(board.bounds());
     return bounds.isEmpty() ? bounds : bounds.inset(Tile::gap);
 }
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "app/common/command_line/command_line.h"
 #include "app/common/system/environment.h"
 

@@ -74,19 +74,14 @@ TEST(Style, BecomesAColourOnlyForAnAppearance) {
         Appearance appearance;
         Colour colour;
     } cases[] = {
-        {{}, light, Colour::grey(0, 0.88)},
-        {{.role = Role::secondary}, dark, Colour::grey(1, 0.6)},
         {{.role = Role::quaternary, .opacity = 0.5}, light, Colour::grey(0, 0.045)},
-        {{.role = Role::background}, light, Colour::grey(1)},
         {{.role = Role::background}, vibrant, Colour::grey(1, 0)},
         {{.role = Role::accent}, dark, gold},
         {Style::given(red, pink), light, red},
         {Style::given(red, pink), dark, pink},
         {Style::given(red, pink).withOpacity(0.25), dark, faded(pink, 0.25)},
-        {Style::given(red, pink), vibrant, Colour::grey(1, 0.92)},
         {Style::given(red, pink).tonedTo(0.5), vibrant, Colour::grey(1, 0.46)},
         {Style::given(red, pink).tonedTo(0.5).asAccentable(), accented, faded(gold, 0.5)},
-        {Style{.role = Role::secondary}, accented, Colour::grey(1, 0.6)},
         {Style{.opacity = 7}, dark, Colour::grey(1, 0.92)},
         {Style{.opacity = std::numeric_limits<double>::quiet_NaN()}, dark, Colour::grey(1, 0)},
     };

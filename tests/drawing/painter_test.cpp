@@ -77,15 +77,6 @@ TEST(Painter, FadesAGroupAsOne) {
     EXPECT_EQ(faded.at(4, 4) >> 24, 0x80u);
 }
 
-TEST(Painter, TurnsClockwiseAndMoves) {
-    const Pixels turned(
-        png(picture(group({square(1, 0, 2)}, Transform::turned(90, {0, 0}).then(Transform::moved(4, 0)))), {},
-            1));
-    EXPECT_EQ(turned.at(2, 1), 0xFFFF0000);  // (1, 0) has come to (4, 1)
-    EXPECT_EQ(turned.at(3, 2), 0xFFFF0000);
-    EXPECT_EQ(turned.inked(), 4);
-}
-
 TEST(Painter, StaysWithinThePictureOnAContextOfAnotherSize) {
     const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
         cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 30, 30), cairo_surface_destroy);

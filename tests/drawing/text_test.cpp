@@ -43,11 +43,5 @@ TEST(Text, ShrinksBeforeItIsCut) {
         EXPECT_EQ(fitted(c.text, halfAnEm), (FittedText{c.fits, Font{.size = c.size}, {5, 50}})) << c.fits;
 }
 
-TEST(Text, StandsOnItsMiddleAfterItShrank) {
-    Text text = word("12345", 25, 0.5);
-    text.anchor = Text::Anchor::middle;
-    EXPECT_EQ(fitted(text, halfAnEm).baseline, (Point{5, 50 + Font{.size = 10}.capHeight() / 2}));
-}
-
 }  // namespace
 }  // namespace drawing

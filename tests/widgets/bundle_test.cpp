@@ -77,14 +77,6 @@ TEST(Waiting, BreaksItsTextWhereTheFontHasNoRoom) {
     EXPECT_THAT(lines, ElementsAre("Esperando las", "primeras pulsaciones", "de hoy"));
 }
 
-TEST(Widgets, DimTheDaysThatAreNotToday) {
-    const auto shown =
-        picture(widget("TapWeek"), {tenOClock, sample()}, Family::small, {german, english, measured});
-    const std::string text = drawing::svg(shown, {}, [](auto, const auto&) { return 10.0; });
-    EXPECT_EQ(text.find("fill-opacity=\"0.55\""), text.rfind("fill-opacity=\"0.55\""));
-    EXPECT_NE(text.find("fill-opacity=\"0.55\""), text.npos);
-}
-
 TEST(Widgets, AreDrawnWhateverTheNumbers) {
     constexpr double huge = 1e308;
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
