@@ -15,6 +15,7 @@
 #include "app/common/system/moment.h"
 #include "app/common/widget/shown_pause.h"
 #include "app/common/widget/widget_file.h"
+#include "app/common/widget/widget_sums.h"
 #include "app/recorder/control_desk.h"
 #include "app/recorder/event_source.h"
 #include "app/recorder/live_output.h"
@@ -55,11 +56,11 @@ EventRules::Options liveRulesFor(const RecordOptions& options, const PracticeWat
 /// Brings the widgets' file up to date. What fails is told once, and stops nothing.
 std::function<void()> widgetUpdater(const FolderOptions& folder, const Environment& environment,
                                     const Tell& tell) {
-    return [=, attempt = Attempt(tell, "the widgets stay as they are: "),
+    return [=, attempt = Attempt(tell, "the widgets stay as they are: "), sums = WidgetSums(),
             tellProblem = tellingOnce(tell)]() mutable {
         attempt.run([&] {
             const Environment current = atThisMoment(environment);
-            requireWidgetSums(folder, current);  // or the recorder would end, with what it counts
+            sums.require(folder, current);  // or the recorder would end, with what it counts
             tapcore::FileProblems problems;
             const auto snapshot = widgetSnapshot(folder, current, &problems);
             if (!problems.empty() && showsNothing(snapshot))

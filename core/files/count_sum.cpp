@@ -63,6 +63,8 @@ void CountSum::add(std::string_view text) {
     }
 }
 
+void CountSum::add(const CountSum& other) { sum_ = other.sum_ ? plus(sum_, *other.sum_, 1) : std::nullopt; }
+
 bool countsFit(std::string_view text) {
     CountSum sum;
     sum.add(text);

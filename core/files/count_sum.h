@@ -13,6 +13,8 @@ class CountSum {
     /// Adds the magnitudes of all numbers in the rows of a data file's text, the first cells excepted, which
     /// name the row; durations count in minutes. Of the table of the day, only "paused" is a count.
     void add(std::string_view text);
+    /// Adds what another one has added.
+    void add(const CountSum& other);
 
     /// Whether any of those numbers can be added up within 64 bits. Short numbers are overestimated, which
     /// tells only where there are more of them than a folder of days holds.

@@ -10,8 +10,6 @@
 #include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "core/files/comparison.h"
-#include "core/files/count_sum.h"
-#include "core/files/folder_names.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {
@@ -55,16 +53,6 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
     return snapshot;
 }
 
-void requireWidgetSums(const FolderOptions& options, const Environment& environment) {
-    const tapcore::Calendar& calendar = environment.calendar;
-    const tapcore::Day last = today(options, environment, calendar);
-    const tapcore::Store store = openStore(options, environment);
-    tapcore::CountSum counts;
-    for (std::int64_t before = 0; before <= tapcore::Comparison::daysBack; ++before)
-        store.addNumbers(counts, last.adding(-before, calendar));
-    if (!counts.fits()) throw Failure(store.root.string(), std::string(tapcore::tooLarge));
-}
-
 bool showsNothing(const WidgetSnapshot& snapshot) {
     return snapshot.today == 0 && std::all_of(snapshot.week.begin(), snapshot.week.end(),
                                               [](const auto& day) { return day.keystrokes == 0; });
@@ -78,7 +66,7 @@ void writeWidgetFile(const WidgetSnapshot& snapshot, const Environment& environm
                         tapcore::readBytes(file).text == data;
     if (!isSame) (void)tapcore::writeFile(file, data);  // what a power cut undoes is soon made again
 } catch (const fs::filesystem_error& error) {
-    throw Failure(error.path1().string(), error.code().message());
+    throw Failure(error);
 }
 
 }  // namespace tappora

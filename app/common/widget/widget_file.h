@@ -21,10 +21,6 @@ std::filesystem::path widgetFile(const Environment& environment);
 tapcore::WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& environment,
                                        tapcore::FileProblems* problems);
 
-/// Failure when the counts of the days that the widgets are made of cannot be added up. Adding them up would
-/// end the program: for one that must go on.
-void requireWidgetSums(const FolderOptions& options, const Environment& environment);
-
 /// Whether it has no keystroke: with problems of reading, that is no answer.
 bool showsNothing(const tapcore::WidgetSnapshot& snapshot);
 
