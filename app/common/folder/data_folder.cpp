@@ -71,7 +71,7 @@ FolderLock lockData(const FolderOptions& options, const Environment& environment
     const FolderChoice choice = chooseFolder(checked(options), environment);
     requireFolder(choice);
     // Before the lock: the settings have one of their own, and may be in this very folder.
-    if (share || Store::isShared(choice.root)) (void)Machine::kept(environment, tell);
+    if (share || Store::isShared(choice.root)) (void)Machine::kept(environment, tell, lockForWriting);
     complainOf(tapcore::makeFolders(choice.root), tell);
     FolderLock lock = lockForWriting(environment, choice.root);
     complainOfReach(lock, choice.root, tell);
@@ -155,7 +155,7 @@ LockedStore::LockedStore(const FolderOptions& options, const Environment& enviro
     : lock(lockData(options, environment, share, tell, lockForWriting)),
       store(opened(options, environment, tapcore::FolderConfig::readToChange).telling(complainOnce(tell))) {
     if (!store.mac && !share && !isShared(store.root)) return;
-    const Machine machine = Machine::kept(environment, tell);
+    const Machine machine = Machine::kept(environment, tell, lockForWriting);
     const auto told = [&](const tapcore::Written& unsafe) { store.warnUnlessSafe(unsafe); };
     if (!store.mac) store.settleWaiting();  // while it is known in which folder they were taken in
     store.mac = tapcore::MacFolder::resolve(store.root, machine.id, machine.name, told);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -54,12 +53,12 @@ FolderChoice chooseFolder(const Settings& settings, const Environment& environme
 /// Makes nothing. A folder that was named must exist. Failure says why a folder cannot be read.
 tapcore::Store openStore(const FolderOptions& options, const Environment& environment);
 
-/// The data folder opened for writing, made when missing, and its writing lock, which is waited for and held.
-/// A folder that was named must exist. In a folder that is shared, or made so by `share`, this machine's
-/// sub-folder is found by its marker or made; the machine's id is kept in the settings. UsageError, before
-/// anything is made, when --today names no day; filesystem_error when the folder's settings cannot be read,
-/// which say in what format to write. What the store writes and is not yet safe from a power cut is
-/// warned of once.
+/// The data folder opened for writing, with its writing lock. Waits for the lock and holds it. Makes the
+/// folder when it is missing and nobody named it; a folder that was named must exist. In a shared folder, or
+/// with `share`, it finds this machine's sub-folder by its marker, or makes one; the machine's id is kept in
+/// the settings. UsageError, before anything is made, when --today is not a day. filesystem_error when the
+/// folder's settings, which name the format, cannot be read. Warns once of what is written but not yet safe
+/// from a power cut.
 struct LockedStore {
     LockedStore(const FolderOptions& options, const Environment& environment, bool share = false,
                 const Tell& tell = complain, const LockForWriting& lockForWriting = tappora::lockForWriting);

@@ -49,11 +49,12 @@ Machine Machine::of(Settings& settings, const std::filesystem::path& systemID) {
     return {*id, settings.text("machine.name").value_or(hostName())};
 }
 
-Machine Machine::kept(const Environment& environment, const Tell& tell) {
+Machine Machine::kept(const Environment& environment, const Tell& tell,
+                      const LockForWriting& lockForWriting) {
     Settings settings = Settings::read(environment);
     if (!settings.text(idKey))
         settings = Settings::change(
-            environment, [](Settings& all) { of(all); }, tell);
+            environment, [](Settings& all) { of(all); }, tell, lockForWriting);
     return of(settings);
 }
 

@@ -3,11 +3,12 @@
 #include <filesystem>
 #include <string>
 
-#include "app/common/folder/tell.h"
+#include "app/common/folder/folder_lock.h"
+#include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 
-struct Environment;
 class Settings;
 
 /// How this machine is told from others that share a data folder.
@@ -21,7 +22,8 @@ struct Machine {
     static Machine of(Settings& settings, const std::filesystem::path& systemID = "/etc/machine-id");
 
     /// The same of the user's settings, in which the id is stored when it is new.
-    static Machine kept(const Environment& environment, const Tell& tell = complain);
+    static Machine kept(const Environment& environment, const Tell& tell = complain,
+                        const LockForWriting& lockForWriting = tappora::lockForWriting);
 };
 
 }  // namespace tappora

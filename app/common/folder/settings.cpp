@@ -59,7 +59,7 @@ Settings Settings::read(const Environment& environment) {
 }
 
 Settings Settings::change(const Environment& environment, const std::function<void(Settings&)>& change,
-                          const Tell& tell) {
+                          const Tell& tell, const LockForWriting& lockForWriting) {
     const fs::path folder = url(environment).parent_path();
     complainOf(tapcore::makeFolders(folder), tell);
     const FolderLock lock = lockForWriting(environment, folder);

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/common/folder/folder_lock.h"
 #include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -29,7 +30,8 @@ class Settings {
     /// under a lock of their folder. Gives them as they are now. Throws like `read`, and
     /// std::filesystem::filesystem_error with the path.
     static Settings change(const Environment& environment, const std::function<void(Settings&)>& change,
-                           const Tell& tell = complain);
+                           const Tell& tell = complain,
+                           const LockForWriting& lockForWriting = tappora::lockForWriting);
 
     /// The value of a key: the one stored, else the default, where there is one. A stored value that the
     /// setting does not accept is warned of, with the file and what may be there, and the default is used.
