@@ -1,7 +1,5 @@
 #include "app/ask/ask_options.h"
 
-#include <fmt/format.h>
-
 #include "app/ask/http_client.h"
 #include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
@@ -12,6 +10,7 @@
 namespace tappora {
 namespace {
 
+constexpr double shortestTimeout = 0.001;  // seconds
 constexpr double longestTimeout = 86400;
 
 /// UsageError for what no question can be put with.
@@ -23,9 +22,6 @@ void check(const AskOptions& options) {
         throw UsageError("QUESTION: empty");
     if (options.url && !isAddress(*options.url))
         throw UsageError("--url: not an address such as https://HOST/v1");
-    if (options.timeout && !(*options.timeout > 0 && *options.timeout <= longestTimeout))
-        throw UsageError(
-            fmt::format("--timeout: {}: use seconds above 0, at most {}", *options.timeout, longestTimeout));
 }
 
 }  // namespace
@@ -42,7 +38,7 @@ void readOptions(CommandLine& line, AskOptions& options) {
         "Ask a language model about your typing; it reads your data folder through a few tools\n"
         "Without a question, hold a conversation, which is kept in the data folder",
         "tappora ask \"Which hours are my busiest?\" --provider local");
-    line.option("QUESTION", options.question, "The question").type("");
+    line.option("QUESTION", options.question, "The question");
     line.option("--provider", options.provider,
                 "claude, openai or local; the setting ai.provider, else the first that can be used")
         .type("NAME");
@@ -53,7 +49,8 @@ void readOptions(CommandLine& line, AskOptions& options) {
                 "The language to answer in, such as Dutch; yours when not given")
         .type("LANGUAGE");
     line.option("--timeout", options.timeout, "How long to wait for a reply; 600 when not given")
-        .type("SECONDS");
+        .type("SECONDS")
+        .between(shortestTimeout, longestTimeout);
     line.flag("--show", options.shows, "Print exactly what would be sent, and send nothing");
     line.flag("--tools", options.showsTools, "Show each call of a tool and the size of its result");
     line.flag("--models", options.listsModels, "List the models to choose from");

@@ -15,7 +15,10 @@ namespace tappora {
 struct Environment;
 using Turns = std::vector<tapcore::ChatFile::Turn>;
 
-/// Puts questions about one data folder to one model.
+/// Asks one model questions about one data folder. This is the upper of two parts: the command and the
+/// conversation call a Questioner, which builds the prompt and the tools, and hands each question to
+/// `putQuestion` (question.h). That exchanges requests and replies until there is an answer, through the
+/// Questioner's provider client.
 class Questioner {
   public:
     /// What is given must outlive it.

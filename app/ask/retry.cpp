@@ -1,7 +1,6 @@
 #include "app/ask/retry.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include "core/foundation/integers.h"
 

@@ -7,6 +7,7 @@
 #include "app/common/harmless_text.h"
 
 namespace tappora {
+
 std::string version() { return "tappora " TAPPORA_VERSION; }
 
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known) {

@@ -2,7 +2,6 @@
 
 #include <giomm/error.h>
 
-#include <string_view>
 #include <utility>
 
 namespace tappora {
@@ -32,20 +31,23 @@ ColourScheme::ColourScheme(std::function<void()> changed)
     : changed_(std::move(changed)), settings_(Gtk::Settings::get_default()) {
     settings_->property_gtk_application_prefer_dark_theme().signal_changed().connect([this] { changed_(); });
     settings_->property_gtk_theme_name().signal_changed().connect([this] { changed_(); });
-    Gio::DBus::Proxy::create_for_bus(
-        Gio::DBus::BUS_TYPE_SESSION, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
-        "org.freedesktop.portal.Settings", [this](Glib::RefPtr<Gio::AsyncResult>& result) {
-            try {
-                portal_ = Gio::DBus::Proxy::create_for_bus_finish(result);
-            } catch (const Glib::Error&) {  // no session bus
-                return;
-            }
-            portal_->signal_signal().connect(
-                [this](const Glib::ustring&, const Glib::ustring& name, Glib::VariantContainerBase values) {
-                    if (name == "SettingChanged") takeChange(values);
-                });
-            ask();
+    Gio::DBus::Proxy::create_for_bus(Gio::DBus::BUS_TYPE_SESSION, "org.freedesktop.portal.Desktop",
+                                     "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
+                                     [this](Glib::RefPtr<Gio::AsyncResult>& result) { meetPortal(result); });
+}
+
+/// Listens to the portal once it is there, and asks what holds now.
+void ColourScheme::meetPortal(Glib::RefPtr<Gio::AsyncResult>& result) {
+    try {
+        portal_ = Gio::DBus::Proxy::create_for_bus_finish(result);
+    } catch (const Glib::Error&) {  // no session bus
+        return;
+    }
+    portal_->signal_signal().connect(
+        [this](const Glib::ustring&, const Glib::ustring& name, Glib::VariantContainerBase values) {
+            if (name == "SettingChanged") takeChange(values);
         });
+    ask();
 }
 
 drawing::Theme ColourScheme::theme() const {

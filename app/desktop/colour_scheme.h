@@ -20,6 +20,7 @@ class ColourScheme {
     drawing::Theme theme() const;
 
   private:
+    void meetPortal(Glib::RefPtr<Gio::AsyncResult>& result);
     void take(const Glib::VariantBase& value);
     void takeChange(Glib::VariantContainerBase& change);
     void ask();

@@ -5,8 +5,6 @@
 
 #include <memory>
 
-#include "app/desktop/places.h"
-
 namespace tappora {
 
 /// Keeps a window on the desktop, and places it there. One for each kind of desktop.
@@ -16,13 +14,13 @@ class DesktopSurface {
 
     /// Before the window is shown for the first time.
     virtual void prepare(Gtk::Window& window) const = 0;
-    /// Moves it to so far from the left and the top of a monitor.
+    /// Moves the window to `x` pixels from the left and `y` from the top of a monitor.
     virtual void place(Gtk::Window& window, const Glib::RefPtr<Gdk::Monitor>& monitor, int x,
                        int y) const = 0;
-    /// False where the user's own drag must be left to the desktop.
+    /// False where only the desktop itself can move a window: it must do the drag.
     virtual bool canPlace() const { return true; }
-    /// Whether the pointer's place is known within the window alone, and not on the screen. A window is then
-    /// moved at the end of a drag.
+    /// True where the pointer's position is known only within the window, not on the screen. A window is then
+    /// moved when the drag ends, not during it.
     virtual bool hasOwnCoordinates() const { return false; }
 };
 

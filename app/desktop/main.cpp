@@ -31,7 +31,7 @@ void widgets(CommandLine& line, const Environment& environment) {
         "Show the widgets on the desktop, below other windows, until Ctrl+C\n"
         "The widgets are today, hours, heatmap and week; add a size like this: week:medium",
         "tappora widgets today hours heatmap:large");
-    line.option("WIDGET", named, "The widgets to show; without any, those remembered, or all").type("");
+    line.option("WIDGET", named, "The widgets to show; without any, those remembered, or all");
     line.flag("--remember", remember, "Show these from now on when none is named");
     line.parse();
     const Settings settings = Settings::read(environment);

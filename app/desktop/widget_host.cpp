@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <utility>
 
 #include "app/common/folder/language.h"
 #include "app/common/program.h"
@@ -21,6 +20,16 @@ using tapcore::Instant;
 using tapcore::Words;
 using tapwidgets::Entry;
 
+/// Has the main loop do something whenever a descriptor is readable.
+void onReadable(int descriptor, const std::function<void()>& act) {
+    Glib::MainContext::get_default()->signal_io().connect(
+        [act](Glib::IOCondition) {
+            act();
+            return true;
+        },
+        descriptor, Glib::IO_IN);
+}
+
 }  // namespace
 
 WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environment& environment)
@@ -32,43 +41,40 @@ WidgetHost::WidgetHost(const std::vector<WidgetChoice>& choices, const Environme
       language_(Words::source),
       surface_(desktopSurface()),
       scheme_([this] { draw(); }) {
-    for (const WidgetChoice& choice : choices) {
-        const auto keep = [this, name = choice.name()](const WidgetPlace& place) {
-            try {
-                places_.keep(name, place);
-            } catch (const std::exception& error) {
-                complain(error.what());  // the widget stays where it is until the next start
-            }
-        };
-        shown_.push_back({choice, std::make_unique<WidgetWindow>(sizeOf(choice.family), *surface_, keep)});
-    }
+    for (const WidgetChoice& choice : choices) shown_.push_back({choice, windowOf(choice)});
+}
+
+/// A window that keeps the places to which the user moves it.
+std::unique_ptr<WidgetWindow> WidgetHost::windowOf(const WidgetChoice& choice) {
+    const auto keep = [this, name = choice.name()](const WidgetPlace& place) {
+        try {
+            places_.keep(name, place);
+        } catch (const std::exception& error) {
+            complain(error.what());  // the widget stays where it is until the next start
+        }
+    };
+    return std::make_unique<WidgetWindow>(sizeOf(choice.family), *surface_, keep);
 }
 
 void WidgetHost::run(const SignalQueue& signals) {
     const auto loop = Glib::MainLoop::create();
-    const auto context = Glib::MainContext::get_default();
-    const auto onReadable = [&](int descriptor, const std::function<void()>& act) {
-        context->signal_io().connect(
-            [act](Glib::IOCondition) {
-                act();
-                return true;
-            },
-            descriptor, Glib::IO_IN);
-    };
     onReadable(signals.descriptor(), [&] { loop->quit(); });
     onReadable(alarm_.descriptor(), [this] { reload(); });
     onReadable(folder_.descriptor(), [this] {
         if (folder_.takeNote()) reload();
     });
-    const auto display = Gdk::Display::get_default();
-    display->signal_monitor_added().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
-    display->signal_monitor_removed().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
-
+    followMonitors();
     placeAll();
     show(provider_.placeholder());
     show(provider_.getSnapshot());
     reload();
     loop->run();
+}
+
+void WidgetHost::followMonitors() {
+    const auto display = Gdk::Display::get_default();
+    display->signal_monitor_added().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
+    display->signal_monitor_removed().connect([this](const Glib::RefPtr<Gdk::Monitor>&) { placeAll(); });
 }
 
 /// To where the user last moved each, and the others in rows.

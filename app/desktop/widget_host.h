@@ -39,6 +39,8 @@ class WidgetHost {
         std::unique_ptr<WidgetWindow> window;
     };
 
+    std::unique_ptr<WidgetWindow> windowOf(const WidgetChoice& choice);
+    void followMonitors();
     void placeAll();
     void reload();
     void watchFile();

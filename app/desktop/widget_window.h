@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "app/desktop/desktop_surface.h"
 #include "app/desktop/monitors.h"

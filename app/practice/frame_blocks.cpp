@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <set>
-#include <sstream>
+#include <string_view>
 
 #include "app/practice/figures.h"
 #include "core/foundation/language_rules.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tappora {
 namespace {
@@ -92,8 +93,8 @@ std::vector<FrameLine> letterLines(const Trainer& trainer, const ScreenShape& sh
 
 std::vector<FrameLine> noticeLines(const std::string& notice) {
     std::vector<FrameLine> lines;
-    std::istringstream text(notice);
-    for (std::string line; std::getline(text, line);) lines.push_back({{line, SpanStyle::wrong}});
+    for (std::string_view rest = notice; !rest.empty();)
+        lines.push_back({{std::string(tapcore::takePiece(rest, '\n')), SpanStyle::wrong}});
     return lines;
 }
 

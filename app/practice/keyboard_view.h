@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "app/practice/frame.h"
@@ -25,8 +24,9 @@ class KeyboardView {
     /// Nothing when no key of the board types it.
     std::optional<std::string> finger(const std::string& next) const;
 
-    /// Says, in lines of text, which of the letters no key types, for want of it on the layout or else on the
-    /// board, and how to choose another; `fitting` are the layouts that have all. "" when nothing is missing.
+    /// Says, in lines of text, which of the letters no key types, because the layout or the board lacks it,
+    /// and how to choose another one; `fitting` are the layouts that have all letters. "" when none is
+    /// missing.
     std::string remark(const std::vector<std::string>& letters, const std::string& layout,
                        const std::vector<std::string>& fitting) const;
 

@@ -10,7 +10,6 @@
 #include "app/practice/figures.h"
 #include "app/practice/tasks.h"
 #include "core/foundation/language_rules.h"
-#include "core/practice/lesson_plan.h"
 #include "core/practice/practice_course.h"
 
 namespace tappora {

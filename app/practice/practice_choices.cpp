@@ -1,7 +1,6 @@
 #include "app/practice/practice_choices.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -78,7 +77,7 @@ PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const
     const fs::path resources = resourceFolder(environment);
     tapcore::FileProblems ignored;
     const auto catalog =
-        tapcore::Catalog({}, resources / "Layouts").adding(ownLayouts(store, resources, ignored));
+        tapcore::Catalog::bundledLayouts(resources).adding(ownLayouts(store, resources, ignored));
     PracticeLayout::LegendsByLayout legends;
     for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
     legends[inForce.id] = inForce.legends;
@@ -135,7 +134,7 @@ std::string languageSet(const Settings& settings, const Environment& environment
 }
 
 void addLanguage(CommandSyntax& command, PracticeOptions& options) {
-    command.option("--language", options.language, "The language of the words: de, en, es, fr, ru or uk")
+    command.option("--language", options.language, "The language of the words, by its code, such as de")
         .type("CODE");
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "app/common/system/environment.h"
@@ -14,8 +13,9 @@ namespace tappora {
 /// Milliseconds of a clock that only runs forwards.
 std::int64_t steadyMilliseconds();
 
-/// The whole terminal, for as long as this lives; afterwards it is as it was. One at a time. The signals that
-/// end or stop programs come as events, and so does what the terminal tells of its window's focus.
+/// The whole terminal. It is taken over while this object lives, and put back afterwards; there may be one
+/// such object at a time. Signals that would end or stop the program become events. So do the terminal's
+/// reports that its window lost the keyboard or has it again.
 class Screen {
   public:
     /// Failure when standard input and output are no terminal, or one that cannot be written all over.
@@ -27,10 +27,12 @@ class Screen {
     ScreenShape shape() const;
     void show(const Frame& frame);
 
-    /// Stops the program, as Ctrl-Z does, until it is continued. The terminal is the shell's meanwhile.
+    /// Stops the program, as Ctrl-Z does, until it is continued. In between the terminal belongs to the
+    /// shell.
     void suspend();
 
-    /// What has come; waits at most so many milliseconds for something. A paste may come as one.
+    /// The events that have come. Waits for the first at most so many milliseconds. Pasted text may come as
+    /// many events at once.
     std::vector<ScreenEvent> events(std::int64_t milliseconds);
 
   private:

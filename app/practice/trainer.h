@@ -73,7 +73,7 @@ class Trainer {
     std::int64_t lessonNumber() const { return lessonNumber_; }
     std::int64_t todaySeconds() const;
 
-    /// A letter's counters on this layout, the lesson under way included, and what the rules make of them.
+    /// A letter's counters on this layout, the current lesson included, and what the rules make of them.
     tapcore::LetterStats total(const std::string& letter) const;
     tapcore::LetterState state(const std::string& letter) const;
     bool isOpen(const std::string& letter) const;
@@ -84,7 +84,7 @@ class Trainer {
     void collect();
     void finish();
     void add(const tapcore::PracticeDay& practised, const tapcore::Day& day);
-    /// The counters of the lesson under way, to be added to those of the days before it.
+    /// The counters of the current lesson, to be added to those of the days before it.
     tapcore::LetterStats ofLesson(const std::string& letter) const;
 
     TrainerSetup setup_;

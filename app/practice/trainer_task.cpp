@@ -1,4 +1,3 @@
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <exception>
@@ -33,7 +32,7 @@ constexpr std::int64_t forAWhile = 60'000;   // after which a lesson without a k
 
 std::string whyOf(const std::exception& error) {
     const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
-    return file ? file->path1().string() + ": " + file->code().message() : error.what();
+    return file ? Failure(*file).what() : error.what();
 }
 
 /// What there is to say once the screen is given back.

@@ -16,7 +16,7 @@ namespace tappora {
 ///
 /// It is told the time before each event; whatever the time does (minutes without an event, a sleeping
 /// machine, a clock set forward or back, a change of summer time), what was counted up to then belongs to the
-/// minute that was under way.
+/// minute that had begun.
 class CountingClock {
   public:
     CountingClock(tapcore::Calendar calendar, tapcore::Counter& counter, DayBook& book)
@@ -25,18 +25,18 @@ class CountingClock {
     /// Goes to a moment. True when that ended a minute, so that there may be something to store.
     bool advance(tapcore::Instant now);
 
-    /// Ends the minute under way before its time.
+    /// Ends the current minute before its time.
     void finish();
 
-    /// From the minute under way on, days and hours are those of another time zone.
+    /// From the current minute on, days and hours are those of another time zone.
     void setCalendar(tapcore::Calendar calendar);
 
     /// A minute that ends while paused is a paused one. Nothing may be counted while paused.
     void setPaused(bool paused) { paused_ = paused; }
 
-    /// Whether a minute is under way.
+    /// Whether a minute has begun.
     bool hasBegun() const { return minute_.has_value(); }
-    /// When the minute under way ends; there must be one.
+    /// When the current minute ends; there must be one.
     tapcore::Instant minuteEnds() const;
 
   private:

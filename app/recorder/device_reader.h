@@ -66,7 +66,7 @@ class DeviceReader : private EventListener {
     EventRules rules_;
     std::map<DeviceId, InputDevice> devices_;
     std::map<std::string, DeviceList::Unreadable> unreadable_;  ///< by node
-    std::int64_t drops_ = 0;                                    ///< of the minute under way
+    std::int64_t drops_ = 0;                                    ///< of the current minute
     bool isForbidden_ = false;  ///< to read a device that came with this dispatch
     bool wasRemedyTold_ = false;
 };

@@ -18,8 +18,8 @@
 
 namespace tappora {
 
-/// Decides of each event what is counted, and says of each press and click what became of it.
-/// docs/recording.md states the rules.
+/// Decides what each event adds to the counts. Tells the event watch, for each press and click, whether it
+/// was counted. The rules are in docs/recording.md.
 class EventRules {
   public:
     struct Options {
@@ -28,7 +28,7 @@ class EventRules {
         std::vector<std::string> remappers{};  ///< parts of device names, in addition to the known ones
         /// Whether the keys struck now are practice, which is not counted; asked at each press.
         std::function<bool()> isPractising{};
-        /// What a device holds; without it, every release of a key has to be taken.
+        /// Asks what a device holds; without it, `take` must get every release of a key.
         HeldModifiers::Ask heldOn{};
     };
 

@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 /// Runs what throws filesystem_error, and throws a Failure instead.
 void naming(auto work) try { work(); } catch (const fs::filesystem_error& error) {
-    throw Failure(error.path1().string(), error.code().message());
+    throw Failure(error);
 }
 
 FolderLock lockAtOnce(const Environment& environment, const fs::path& folder) {

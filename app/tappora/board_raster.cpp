@@ -1,7 +1,6 @@
 #include "app/tappora/board_raster.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace tappora {

@@ -12,9 +12,7 @@
 #include "app/common/system/resources.h"
 #include "app/tappora/catalog_tasks.h"
 #include "app/tappora/commands.h"
-#include "core/files/store.h"
 #include "core/foundation/file_io.h"
-#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/import/board/board_import.h"
@@ -139,11 +137,6 @@ void tellOf(const tapcore::BoardImport& imported, const Asked& asked, const Cata
     if (!imported.guessed.empty() || !imported.withoutCode.empty()) print(harmless(advice(imported, asked)));
 }
 
-void requireSafeID(const std::optional<std::string>& id) {
-    if (id && !tapcore::Store::isSafeLayoutID(*id))
-        throw UsageError(fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"", *id));
-}
-
 void import(const Asked& asked, const Environment& environment) {
     requireSafeID(asked.import.id);
     const Catalog catalog = bundled(environment);
@@ -163,19 +156,18 @@ void withJson(CommandSyntax& command, Asked& asked, const char* does) {
 }
 
 void declareShow(CommandSyntax& task, Asked& asked) {
-    task.option("ID", asked.id, "The board").required().type("");
+    task.option("ID", asked.id, "The board").required();
     withJson(task, asked, "Print the board's file");
 }
 
 void declareCheck(CommandSyntax& task, Asked& asked) {
-    task.option("FILE", asked.files, "Board files").type("");
+    task.option("FILE", asked.files, "Board files");
     withJson(task, asked, "Print the problems as JSON");
 }
 
 void declareImport(CommandSyntax& task, Asked& asked) {
     task.option("FILE", asked.file, "Rows of Keyboard Layout Editor, a VIA definition, or QMK's info.json")
-        .required()
-        .type("");
+        .required();
     task.option("-o,--output", asked.output, "The board file to write").required().type("FILE");
     task.option("--layout", asked.import.layout, "The layout to take from a QMK file that has several")
         .type("NAME");

@@ -8,6 +8,7 @@
 #include "app/common/command_line/records_json.h"
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
+#include "core/files/store.h"
 #include "core/foundation/integers.h"
 
 namespace tappora {
@@ -26,6 +27,12 @@ std::string textToImport(const std::string& file) {
     } catch (const tapcore::Catalog::FileError& error) {
         throw Failure(file, error.underlying);
     }
+}
+
+void requireSafeID(const std::optional<std::string>& id, std::string_view but) {
+    if (id && !tapcore::Store::isSafeLayoutID(*id))
+        throw UsageError(
+            fmt::format("--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\"{}", *id, but));
 }
 
 void reportProblems(std::string_view command, const std::vector<std::string>& problems, bool isJson) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,10 @@ auto readFiles(const std::vector<std::string>& files, Read read, std::vector<std
 
 /// The text of a file to import. Failure names the file.
 std::string textToImport(const std::string& file);
+
+/// UsageError for an --id that no board or layout can have. `but` ends the sentence about what an id is made
+/// of.
+void requireSafeID(const std::optional<std::string>& id, std::string_view but = "");
 
 /// Prints what a check found, as text or as JSON. Failure counts the problems when there are any.
 void reportProblems(std::string_view command, const std::vector<std::string>& problems, bool isJson);

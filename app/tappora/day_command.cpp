@@ -1,4 +1,9 @@
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
@@ -10,29 +15,44 @@
 #include "core/foundation/fatal.h"
 
 namespace tappora {
-void dayCommand(CommandLine& line, const Environment& environment) {
+namespace {
+
+struct Asked {
     FolderOptions folder;
     std::optional<std::string> date;
     std::optional<std::string> format;
     bool json = false;
+};
+
+void declare(CommandLine& line, Asked& asked) {
     line.describe("Print one day as its table file, with the files of all machines and both formats added up",
                   "tappora day 2026-09-20 --format markdown");
-    line.option("DATE", date, "The day; today when not given").type("YYYY-MM-DD");
-    line.option("--format", format, "org or markdown; the data folder's own when not given").type("FORMAT");
-    line.flag("--json", json, "Print the record as JSON");
-    addFolderOptions(line, folder);
+    line.option("DATE", asked.date, "The day; today when not given").type("YYYY-MM-DD");
+    line.option("--format", asked.format,
+                fmt::format("{}; the data folder's own when not given",
+                            fmt::join(tapcore::FileFormat::words.words, " or ")))
+        .type("FORMAT");
+    line.flag("--json", asked.json, "Print the record as JSON");
+    addFolderOptions(line, asked.folder);
+}
+
+}  // namespace
+
+void dayCommand(CommandLine& line, const Environment& environment) {
+    Asked asked;
+    declare(line, asked);
     line.parse();
 
     const tapcore::Day day =
-        date ? parseDay("DATE", *date) : today(folder, environment, environment.calendar);
-    const tapcore::Store store = openStore(folder, environment);
-    const auto written = format ? parseFormat("--format", *format) : store.format;
+        asked.date ? parseDay("DATE", *asked.date) : today(asked.folder, environment, environment.calendar);
+    const tapcore::Store store = openStore(asked.folder, environment);
+    const auto written = asked.format ? parseFormat("--format", *asked.format) : store.format;
     const std::string place = store.url(day).replace_extension().string();
     const tapcore::FatalContext context("printing", place);
     tapcore::FileProblems problems;
     const tapcore::DayFile file = store.read(day, &problems);
     requireAnswer(problems, file == tapcore::DayFile());
-    if (json) return print(jsonText(toJson(file, day)));
+    if (asked.json) return print(jsonText(toJson(file, day)));
     const std::string text = file.text(written, day);
     print(environment.onTerminal ? harmless(text) : text);
 }

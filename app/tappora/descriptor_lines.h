@@ -6,8 +6,8 @@
 
 namespace tappora {
 
-/// Reads lines from a descriptor: all that is there at once, so that a line which takes back an earlier one
-/// is known before that is begun.
+/// Reads lines from a descriptor. It takes all that is there at once: a line may cancel an earlier one, and
+/// should be known before work on that one begins.
 class LineReader {
   public:
     struct Line {
@@ -17,8 +17,8 @@ class LineReader {
 
     LineReader(int descriptor, std::size_t longestLine) : descriptor_(descriptor), longest_(longestLine) {}
 
-    /// The next line that is here; waits for one when `wait` is set. Nothing when there is none yet, or none
-    /// any more.
+    /// The next line. Without one, it waits when `wait` is set, and otherwise gives nothing. Nothing also at
+    /// the end of the input.
     std::optional<Line> next(bool wait);
 
     bool isAtEnd() const { return atEnd_ && buffer_.empty(); }
@@ -34,8 +34,8 @@ class LineReader {
     bool atEnd_ = false;
 };
 
-/// Writes a text and a line end whole, waiting for a reader that is slow, on a descriptor that itself would
-/// not wait too; false when nobody reads any more.
+/// Writes a text and a line end whole. Waits for a slow reader, also where the descriptor itself would not
+/// wait. False when nobody reads any more.
 [[nodiscard]] bool writeLine(int descriptor, std::string text);
 
 }  // namespace tappora

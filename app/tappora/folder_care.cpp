@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/records_json.h"

@@ -33,18 +33,20 @@ void declareJson(CommandSyntax& command, Asked& asked) {
 }
 
 void declareSet(CommandSyntax& task, Asked& asked) {
-    const Option named = task.option("DIR", asked.directory, "The folder").type("");
+    const Option named = task.option("DIR", asked.directory, "The folder");
     task.flag("--usual", asked.usual, "Go back to the default folder").excludes(named);
     declareFolder(task, asked);
 }
 
 void declareAdopt(CommandSyntax& task, Asked& asked) {
-    task.option("DIR", asked.directory, "The other folder").type("").required();
+    task.option("DIR", asked.directory, "The other folder").required();
     declareFolder(task, asked);
 }
 
 void declareConvert(CommandSyntax& task, Asked& asked) {
-    task.option("--to", asked.format, "org or markdown, from now on; the folder's own when not given")
+    task.option("--to", asked.format,
+                fmt::format("{}, from now on; the folder's own when not given",
+                            fmt::join(tapcore::FileFormat::words.words, " or ")))
         .type("FORMAT");
     declareFolder(task, asked);
 }

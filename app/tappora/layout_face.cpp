@@ -4,39 +4,50 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "app/common/keyboard/typing_rows.h"
 #include "core/counting/key_face.h"
 #include "core/foundation/characters.h"
 
 namespace tappora {
 namespace {
 
+using tapcore::KeyCode;
+
 struct Row {
     std::size_t indent;  ///< in columns
-    std::vector<std::uint16_t> codes;
+    std::vector<KeyCode> codes;
 };
 
+/// The codes of a row between those of its first and last key, of which one may be missing.
+template <std::size_t count>
+Row row(std::size_t indent, std::optional<KeyCode> first, const std::array<KeyCode, count>& codes,
+        std::optional<KeyCode> last = std::nullopt) {
+    Row row{indent, {codes.begin(), codes.end()}};
+    if (first) row.codes.insert(row.codes.begin(), *first);
+    if (last) row.codes.push_back(*last);
+    return row;
+}
+
 const std::array<Row, 4>& rows() {
-    static const std::array<Row, 4> all = {{
-        {0, {10, 18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24}},
-        {6, {12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30}},
-        {7, {0, 1, 2, 3, 5, 4, 38, 40, 37, 41, 39, 42}},
-        {5, {50, 6, 7, 8, 9, 11, 45, 46, 43, 47, 44}},
-    }};
+    static const std::array<Row, 4> all = {row(0, TypingRows::section, TypingRows::digits),
+                                           row(6, std::nullopt, TypingRows::upper),
+                                           row(7, std::nullopt, TypingRows::home, TypingRows::backslash),
+                                           row(5, TypingRows::grave, TypingRows::lower)};
     return all;
 }
 
-bool isInRow(std::uint16_t code) {
+bool isInRow(KeyCode code) {
     return std::any_of(rows().begin(), rows().end(), [&](const Row& row) {
         return std::find(row.codes.begin(), row.codes.end(), code) != row.codes.end();
     });
 }
 
 /// What is shown on a key, in two lines; a single one is the lower.
-std::array<std::string, 2> face(const tapcore::Legends& legends, std::uint16_t code) {
+std::array<std::string, 2> face(const tapcore::Legends& legends, KeyCode code) {
     const auto found = legends.find(code);
     if (found == legends.end()) return {};
     const std::vector<std::string> lines = tapcore::KeyFace::lines(found->second);
@@ -56,7 +67,7 @@ void endLine(std::string& text) {
 std::string drawn(const Row& row, const tapcore::Legends& legends) {
     constexpr std::size_t narrowest = 4;
     std::array<std::string, 2> text = {std::string(row.indent, ' '), std::string(row.indent, ' ')};
-    for (const std::uint16_t code : row.codes) {
+    for (const KeyCode code : row.codes) {
         const auto lines = face(legends, code);
         const std::size_t widest =
             std::max(tapcore::characterCount(lines[0]), tapcore::characterCount(lines[1]));

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/keyboard/layout.h"
+#include "core/counting/legends.h"
 
 namespace tappora {
 

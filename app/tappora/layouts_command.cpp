@@ -17,7 +17,6 @@
 #include "app/tappora/commands.h"
 #include "app/tappora/layout_face.h"
 #include "core/foundation/file_io.h"
-#include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
 #include "core/keyboard/catalog.h"
 #include "core/keyboard/import/keylayout/keylayout_import.h"
@@ -127,18 +126,14 @@ tapcore::KeylayoutImport imported(const std::string& file, tapcore::KeylayoutImp
 }
 
 void checkIDs(const tapcore::KeylayoutImportOptions& options) {
-    if (!options.id) return;
-    if (!tapcore::Store::isSafeLayoutID(*options.id))
-        throw UsageError(fmt::format(
-            "--id: not an id: {}; use up to 64 of a-z, 0-9, \"-\" and \"_\", but not auto or system",
-            *options.id));
-    if (*options.id == options.base)
+    requireSafeID(options.id, ", but not auto or system");
+    if (options.id == options.base)
         throw UsageError(fmt::format("--id: {} is the base of the layout; choose another", *options.id));
 }
 
 std::set<std::string> bundledIDs(const Environment& environment) {
     std::set<std::string> ids;
-    for (const Layout& layout : Catalog({}, resourceFolder(environment) / "Layouts").layouts)
+    for (const Layout& layout : Catalog::bundledLayouts(resourceFolder(environment)).layouts)
         ids.insert(layout.id);
     return ids;
 }
@@ -181,17 +176,17 @@ void declareList(CommandSyntax& command, Asked& asked) {
 }
 
 void declareShow(CommandSyntax& task, Asked& asked) {
-    task.option("ID", asked.id, "The layout").required().type("");
+    task.option("ID", asked.id, "The layout").required();
     declareCommon(task, asked, "Print the layout's file");
 }
 
 void declareCheck(CommandSyntax& task, Asked& asked) {
-    task.option("FILE", asked.files, "Layout files").type("");
+    task.option("FILE", asked.files, "Layout files");
     declareCommon(task, asked, "Print the problems as JSON");
 }
 
 void declareImport(CommandSyntax& task, Asked& asked) {
-    task.option("FILE", asked.file, "The .keylayout file").required().type("");
+    task.option("FILE", asked.file, "The .keylayout file").required();
     task.option("-o,--output", asked.output, "The layout file to write").required().type("FILE");
     task.option("--id", asked.import.id, "The layout's id; made from its name when not given").type("ID");
     task.option("--name", asked.import.name, "Its name; the file's own when not given").type("NAME");

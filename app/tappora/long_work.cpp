@@ -9,6 +9,7 @@
 #include "app/common/program.h"
 
 namespace tappora {
+
 LongWork::LongWork(std::string what) : what_(std::move(what)), onTerminal_(::isatty(STDERR_FILENO) == 1) {}
 
 LongWork::~LongWork() { takeLineAway(); }

@@ -1,6 +1,4 @@
-#include <fmt/format.h>
 
-#include <chrono>
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/command_line.h"

@@ -29,7 +29,7 @@ struct TerminalCell {
     bool operator==(const TerminalCell&) const = default;
 };
 
-/// Lines of cells, to draw on. What lies outside is passed over.
+/// A rectangle of cells to draw on. Drawing outside of it does nothing.
 class CellGrid {
   public:
     CellGrid(std::size_t width, std::size_t height) : width_(width), cells_(width * height) {}
@@ -37,11 +37,11 @@ class CellGrid {
     /// The cell there, or null.
     TerminalCell* at(std::size_t x, std::size_t y);
 
-    /// Writes a text from there on over the ground that lies there.
+    /// Writes a text from that cell to the right. The cells keep their ground.
     void write(std::string_view text, std::size_t x, std::size_t y, std::optional<CellColour> ink = {});
 
-    /// The lines, without what is empty at their ends and after the last; each change of colours is written
-    /// once.
+    /// All cells as lines of text with the escape codes of their colours. Empty cells at the end of a line,
+    /// and empty lines at the end, are left out.
     std::string text(ColourDepth depth) const;
 
   private:
@@ -51,7 +51,7 @@ class CellGrid {
     std::vector<TerminalCell> cells_;
 };
 
-/// As many characters of a text as have room.
+/// The beginning of a text that fits into so many columns.
 std::string cut(std::string_view text, std::size_t columns);
 
 }  // namespace tappora

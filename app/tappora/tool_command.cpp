@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
+#include "app/common/folder/data_folder.h"
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
+#include "core/assistant/assistant_tools.h"
 #include "core/assistant/assistant_wire.h"
 #include "core/foundation/utf8.h"
 
@@ -76,36 +78,51 @@ json toJson(const tapcore::AssistantTools::Output& output) {
     return {{"text", output.text}, {"isError", output.isError}, {"read", output.read}};
 }
 
-}  // namespace
-
-void toolCommand(CommandLine& line, const Environment& environment) {
+struct Asked {
     FolderOptions folder;
     KeyboardOptions keyboard;
     std::string name;
     std::vector<std::string> values;
-    bool asJSON = false;
+    bool json = false;
+};
+
+void declare(CommandLine& line, Asked& asked) {
     line.describe("Run one of the assistant's tools and print its result; without a name, list the tools",
                   "tappora tool summary from=2026-09-01 to=2026-09-30");
-    line.option("NAME", name, "The tool").type("");
-    line.option("ARGUMENTS", values, "Its arguments, in order or as PARAMETER=VALUE").type("");
-    line.flag("--json", asJSON, "Print the result and the files read, or the list, as JSON");
-    addLayoutOption(line, keyboard);
-    addFolderOptions(line, folder);
-    line.parse();
+    line.option("NAME", asked.name, "The tool");
+    line.option("ARGUMENTS", asked.values, "Its arguments, in order or as PARAMETER=VALUE");
+    line.flag("--json", asked.json, "Print the result and the files read, or the list, as JSON");
+    addLayoutOption(line, asked.keyboard);
+    addFolderOptions(line, asked.folder);
+}
 
-    const tapcore::Store store = openStore(folder, environment);
-    const tapcore::Day day = today(folder, environment, environment.calendar);
-    tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
-    if (name.empty()) return print(asJSON ? jsonText(toJson(tools.specs())) : listOf(tools.specs()));
-    const Spec spec = specOf(tools, name);
-    const json arguments = argumentsOf(spec, values);
-    requireAll(spec, arguments);
-    if (name == "summary") tools.legends = Keyboards(environment, store).chosenLayout(keyboard).legends;
-    const auto output = tools.run(name, arguments);
-    if (asJSON) return print(jsonText(toJson(output)));
-    if (output.isError) throw Failure(name, output.text);
+/// Prints the result of a tool. Failure when that is an error.
+void printOutput(const Spec& spec, const tapcore::AssistantTools::Output& output,
+                 const Environment& environment) {
+    if (output.isError) throw Failure(spec.name, output.text);
     print(environment.onTerminal ? harmless(output.text) : output.text);
     if (!output.text.ends_with('\n')) print("\n");
+}
+
+}  // namespace
+
+void toolCommand(CommandLine& line, const Environment& environment) {
+    Asked asked;
+    declare(line, asked);
+    line.parse();
+
+    const tapcore::Store store = openStore(asked.folder, environment);
+    const tapcore::Day day = today(asked.folder, environment, environment.calendar);
+    tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
+    if (asked.name.empty())
+        return print(asked.json ? jsonText(toJson(tools.specs())) : listOf(tools.specs()));
+    const Spec spec = specOf(tools, asked.name);
+    const json arguments = argumentsOf(spec, asked.values);
+    requireAll(spec, arguments);
+    if (spec.namesKeys) tools.legends = Keyboards(environment, store).chosenLayout(asked.keyboard).legends;
+    const auto output = tools.run(spec.name, arguments);
+    if (asked.json) return print(jsonText(toJson(output)));
+    printOutput(spec, output, environment);
 }
 
 }  // namespace tappora

@@ -20,6 +20,7 @@
 #include "app/common/terminal/line_output.h"
 #include "app/common/widget/shown_pause.h"
 #include "app/common/widget/widget_file.h"
+#include "core/files/folder_names.h"
 #include "core/files/store.h"
 
 namespace tappora {
@@ -32,7 +33,8 @@ constexpr std::chrono::milliseconds pause{100};
 void watchAll(FolderWatch& folders, const FolderOptions& options, const Environment& environment) {
     const auto root = chooseFolder(options, environment).root;
     folders.add(root);
-    for (const tapcore::Store& part : tapcore::Store(root, {}).readParts()) folders.add(part.base() / "days");
+    for (const tapcore::Store& part : tapcore::Store(root, {}).readParts())
+        folders.add(part.base() / tapcore::daysFolder);
     if (const auto waiting = waitingPlace(environment, root)) folders.add(*waiting);
     folders.add(Settings::url(environment).parent_path());
     folders.add(shownPauseFile(environment).parent_path());

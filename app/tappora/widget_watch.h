@@ -5,10 +5,11 @@
 
 namespace tappora {
 
-/// Prints the widgets' snapshot as a line of JSON, and a new line whenever it has changed: with the counts,
-/// the settings, the hour or the day. Ends when nobody reads it any more, and on SIGINT, SIGTERM and SIGHUP.
-/// What fails later than at first is complained of once, and tried again with the next change. It waits for
-/// no reader: one that does not read misses snapshots, and gets the current one when it goes on.
+/// Prints the widgets' snapshot as a line of JSON, and another line whenever it has changed: because of the
+/// counts, the settings, the hour or the day. Ends when standard output has no reader any more, and on
+/// SIGINT, SIGTERM and SIGHUP. A failure at the start is thrown; a later one is told once, and the next
+/// change is another try. A slow reader is not waited for: it misses snapshots, and then gets the current
+/// one.
 void watchSnapshot(const FolderOptions& options, const Environment& environment);
 
 }  // namespace tappora

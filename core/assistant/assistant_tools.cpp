@@ -21,7 +21,8 @@ AssistantTools::Spec summarySpec() {
         R"(Start here. The app adds a period up for you, every Mac's part included: keystrokes, active hours, the busiest minute, clicks, mouse distance, keystrokes per day, by hour of the day, the most pressed keys and shortcuts — one short table. Most questions are answered from this alone; read files only for what it does not hold.)",
         {{"from", "First day, YYYY-MM-DD. Optional: six days before \"to\"."},
          {"to", "Last day, YYYY-MM-DD. Optional: today."}},
-        {}};
+        {},
+        true};
 }
 
 AssistantTools::Spec listFilesSpec() {

@@ -40,6 +40,7 @@ struct AssistantTools {
         std::string description;
         std::vector<std::pair<std::string, std::string>> properties;  ///< parameter and what it is
         std::vector<std::string> required;
+        bool namesKeys = false;  ///< whether its results name keys, by `legends`
 
         bool operator==(const Spec&) const = default;
     };

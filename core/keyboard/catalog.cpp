@@ -4,6 +4,7 @@
 #include <iterator>
 #include <unordered_set>
 
+#include "core/files/store.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
@@ -16,6 +17,17 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view ending = ".json";
+// The folders that come with the program.
+constexpr const char* boardsFolder = "Boards";
+constexpr const char* layoutsFolder = "Layouts";
+
+/// The file of an id, when there is one; "" and "../x" are none.
+std::optional<fs::path> fileOf(const fs::path& folder, const std::string& id) {
+    if (!Store::isSafeLayoutID(id)) return std::nullopt;
+    const fs::path file = folder / std::string(id).append(ending);
+    std::error_code none;
+    return fs::is_regular_file(file, none) ? std::optional(file) : std::nullopt;
+}
 
 template <class Item>
 void sortByName(std::vector<Item>& items) {
@@ -60,7 +72,19 @@ Catalog::Catalog(const fs::path& boardsAt, const fs::path& layoutsAt)
     : Catalog(readFolder<Board>(boardsAt), readFolder<Layout>(layoutsAt)) {}
 
 Catalog Catalog::bundled(const fs::path& resources) {
-    return Catalog(resources / "Boards", resources / "Layouts");
+    return Catalog(resources / boardsFolder, resources / layoutsFolder);
+}
+
+Catalog Catalog::bundledLayouts(const fs::path& resources) { return Catalog({}, resources / layoutsFolder); }
+
+std::optional<Board> Catalog::bundledBoard(const fs::path& resources, const std::string& id) {
+    const auto file = fileOf(resources / boardsFolder, id);
+    return file ? std::optional(readBoard(*file)) : std::nullopt;
+}
+
+std::optional<Layout> Catalog::bundledLayout(const fs::path& resources, const std::string& id) {
+    const auto file = fileOf(resources / layoutsFolder, id);
+    return file ? std::optional(readLayout(*file)) : std::nullopt;
 }
 
 std::string Catalog::readText(const fs::path& path) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,11 @@ struct Catalog {
     Catalog(const std::filesystem::path& boardsAt, const std::filesystem::path& layoutsAt);
     /// The catalog of the folders "Boards" and "Layouts" that come with the program.
     static Catalog bundled(const std::filesystem::path& resources);
+    /// Of those the layouts alone.
+    static Catalog bundledLayouts(const std::filesystem::path& resources);
+    /// One of those, by its id, without reading the others; nothing when none has that id. Throws FileError.
+    static std::optional<Board> bundledBoard(const std::filesystem::path& resources, const std::string& id);
+    static std::optional<Layout> bundledLayout(const std::filesystem::path& resources, const std::string& id);
 
     /// The text of one file, of these or of those that boards and layouts are imported from. Throws
     /// FileError.

@@ -30,6 +30,12 @@ Option numeric(CLI::Option* declared) {
     return Option(declared->check(problem, ""));
 }
 
+/// An option as CLI11 declared it. An argument is named by what it is, so that no word for its value follows.
+Option plain(CLI::Option* declared) {
+    if (declared->get_positional()) declared->type_name("");
+    return Option(declared);
+}
+
 bool isOf(const CLI::ParseError& error, CLI::ExitCodes kind) {
     return error.get_exit_code() == static_cast<int>(kind);
 }
@@ -64,11 +70,6 @@ std::string explained(const CLI::ParseError& error, const CLI::App& program,
     if (text.find(": ") != std::string::npos) return text;
     if (const auto blank = text.find(' '); text.starts_with('-')) return text.insert(blank, ":");
     return calledAs(program) + ": " + text;
-}
-
-/// "PATH: WHY" of a failed operation on a file.
-std::string explained(const std::filesystem::filesystem_error& error) {
-    return error.path1().string() + ": " + error.code().message();
 }
 
 /// Refuses options that were said to the command, before the name of a task that does not know them.
@@ -135,21 +136,21 @@ Option& Option::takesOneEachTime() {
 }
 
 Option CommandSyntax::option(const std::string& name, std::string& value, const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return plain(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::optional<std::string>& value,
                              const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return plain(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::filesystem::path& value, const std::string& help) {
-    return Option(app_->add_option(name, value, help));
+    return plain(app_->add_option(name, value, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::vector<std::string>& values,
                              const std::string& help) {
-    return Option(app_->add_option(name, values, help));
+    return plain(app_->add_option(name, values, help));
 }
 
 Option CommandSyntax::option(const std::string& name, std::int64_t& value, const std::string& help) {
@@ -268,7 +269,7 @@ int guarded(const CommandLine& line, const std::function<void()>& work) {
     } catch (const UsageError& error) {
         return failed(error.what(), 2);
     } catch (const std::filesystem::filesystem_error& error) {
-        return failed(explained(error), 1);
+        return failed(Failure(error).what(), 1);
     } catch (const std::exception& error) {
         return failed(error.what(), 1);
     }

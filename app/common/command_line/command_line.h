@@ -26,7 +26,7 @@ class Option {
   public:
     explicit Option(CLI::Option* declared) : declared_(declared) {}
 
-    /// What --help calls its value; "" for nothing.
+    /// What --help calls its value. An argument needs none: it is called by its name.
     Option& type(const std::string& name);
     Option& required();
     Option& excludes(const Option& other);

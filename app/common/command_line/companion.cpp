@@ -8,13 +8,14 @@
 #include <system_error>
 
 #include "app/common/program.h"
+#include "app/common/system/environment.h"
 
 namespace tappora {
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path ownFolder() { return fs::read_symlink("/proc/self/exe").parent_path(); }
+fs::path ownFolder() { return runningProgram().parent_path(); }
 
 std::vector<char*> argumentPointers(std::vector<std::string>& arguments) {
     std::vector<char*> pointers;

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "core/foundation/json_fields.h"
@@ -17,8 +16,8 @@ constexpr std::string_view exampleMark = "Example:\n  ";
 constexpr std::string_view rangeMark = "range ";
 
 /// What CLI11 calls parts of the help, and what this program does.
-constexpr std::pair<const char*, const char*> words[] = {
-    {"REQUIRED", "(required)"}, {"SUBCOMMAND", "TASK"}, {"Positionals", "Arguments"}};
+constexpr std::pair<const char*, const char*> words[] = {{"SUBCOMMAND", "TASK"},
+                                                         {"Positionals", "Arguments"}};
 
 bool takesSeveral(const CLI::Option& option) {
     return option.get_allow_extra_args() && option.get_expected_max() > 1;
@@ -32,13 +31,32 @@ std::vector<std::string> namesOf(const CLI::Option& option) {
     return names;
 }
 
+/// What an option does, and which others it needs or cannot be given with.
+std::string descriptionOf(const CLI::Option& option) {
+    std::string text = option.get_description();
+    for (const CLI::Option* other : option.get_needs()) text += "; needs " + other->get_name();
+    for (const CLI::Option* other : option.get_excludes()) text += "; not with " + other->get_name();
+    return text;
+}
+
+/// The word for an option's value, and the range that it must be in; "" where there is none.
+struct ValueText {
+    std::string word;
+    std::string range;
+};
+
+ValueText valueOf(const CLI::Option& option) {
+    if (option.get_items_expected_max() == 0) return {};
+    const std::string text = option.get_type_name();
+    const std::size_t mark = text.find(fmt::format(":{}", rangeMark));
+    if (mark == text.npos) return {text, ""};
+    return {text.substr(0, mark), text.substr(mark + 1 + rangeMark.size())};
+}
+
 json optionJson(const CLI::Option& option) {
-    json result = {{"names", namesOf(option)}, {"does", option.get_description()}};
-    std::string value = option.get_items_expected_max() == 0 ? "" : option.get_type_name();
-    if (const auto mark = value.find(fmt::format(":{}", rangeMark)); mark != value.npos) {
-        result["range"] = value.substr(mark + 1 + rangeMark.size());
-        value.erase(mark);
-    }
+    json result = {{"names", namesOf(option)}, {"does", descriptionOf(option)}};
+    const auto [value, range] = valueOf(option);
+    if (!range.empty()) result["range"] = range;
     if (!value.empty()) result["value"] = value;
     if (const std::string usual = option.get_default_str(); !usual.empty()) result["usually"] = usual;
     if (option.get_required()) result["required"] = true;
@@ -73,18 +91,17 @@ std::string HelpText::make_option_name(const CLI::Option* option, bool isPositio
     return name;
 }
 
-/// Of one that takes one value each time, the word for it without "..."; a range and what is taken when it is
-/// not given after a comma each.
+/// The word for the value; a range, and what is taken when the option is not given, after a comma each.
 std::string HelpText::make_option_opts(const CLI::Option* option) const {
-    std::string text = CLI::Formatter::make_option_opts(option);
-    if (const std::string usual = option->get_default_str(); !usual.empty())
-        text.replace(text.find("=" + usual), 1, ", usually ");
-    if (const std::size_t colon = text.find(fmt::format(":{}", rangeMark)); colon != text.npos)
-        text.replace(colon, 1 + rangeMark.size(), ", ");
-    constexpr std::string_view several = " ...";
-    const std::size_t at = option->get_allow_extra_args() ? text.npos : text.find(several);
-    return at == text.npos ? text : text.erase(at, several.size());
+    const auto [value, range] = valueOf(*option);
+    std::string text = value.empty() ? "" : " " + value;
+    if (!range.empty()) text += ", " + range;
+    if (const std::string usual = option->get_default_str(); !usual.empty()) text += ", usually " + usual;
+    if (takesSeveral(*option)) text += " ...";
+    return text + (option->get_required() ? " (required)" : "");
 }
+
+std::string HelpText::make_option_desc(const CLI::Option* option) const { return descriptionOf(*option); }
 
 std::string exampleFooter(std::string_view example) { return fmt::format("{}{}", exampleMark, example); }
 

@@ -18,6 +18,7 @@ class HelpText : public CLI::Formatter {
   private:
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
     std::string make_option_opts(const CLI::Option* option) const override;
+    std::string make_option_desc(const CLI::Option* option) const override;
 };
 
 /// The end of a help text: a command line that shows the command.

@@ -99,8 +99,6 @@ json toJson(const std::vector<tapcore::ChordRow>& rows) {
     return result;
 }
 
-std::string jsonText(const json& value) {
-    return harmlessJson(tapcore::jsonText(value));
-}
+std::string jsonText(const json& value) { return harmlessJson(tapcore::jsonText(value)); }
 
 }  // namespace tappora

@@ -1,8 +1,5 @@
 #include "app/common/folder/language.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <filesystem>
 
@@ -10,6 +7,7 @@
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/resources.h"
+#include "core/foundation/text_pieces.h"
 #include "core/words/preferred_language.h"
 
 namespace tappora {
@@ -30,12 +28,9 @@ std::vector<std::string> wishes(const Environment& environment) {
     const std::string locale = messageLocale(environment);
     if (isOfMachines(locale)) return {};
     std::vector<std::string> names;
-    const std::string list = environment.variable("LANGUAGE").value_or("") + ":" + locale;
-    for (std::size_t at = 0; at <= list.size();) {
-        const std::size_t end = std::min(list.find(':', at), list.size());
-        names.push_back(list.substr(at, end - at));
-        at = end + 1;
-    }
+    const std::string list = environment.variable("LANGUAGE").value_or("");
+    for (std::string_view rest = list; !rest.empty();) names.emplace_back(tapcore::takePiece(rest, ':'));
+    names.push_back(locale);
     return names;
 }
 

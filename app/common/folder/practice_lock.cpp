@@ -1,7 +1,6 @@
 #include "app/common/folder/practice_lock.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <utility>

@@ -10,15 +10,15 @@
 
 namespace tappora {
 
-/// The folders by which a trainer and a recorder find each other: the data folder, which they share however
-/// and by whom they were started; and the folder of the user's settings, where there is a home, for those of
-/// one user that use different data folders.
+/// The folders by which a trainer and a recorder find each other. One is the data folder: they share it, no
+/// matter how and by whom they were started. The other is the folder of the user's settings, where there is a
+/// home: it is for a trainer and a recorder of one user with different data folders.
 std::vector<std::filesystem::path> practiceFolders(const Environment& environment,
                                                    const std::filesystem::path& dataFolder);
 
-/// By what a trainer tells recorders that the keys struck now are practice: a shared lock on those folders,
-/// in which nothing is made. Several trainers may hold it at once. A process that ends, however it does,
-/// gives it back. It is of another kind than writers' locks, and none of them waits for the other.
+/// How a trainer tells recorders that the keys pressed now are practice: it holds a shared lock on those
+/// folders. No file is made. Several trainers may hold the lock at once. When a process ends, for whatever
+/// reason, the system releases its lock. Writers use locks of another kind: neither waits for the other.
 class PracticeLock {
   public:
     /// Not held yet. Makes the settings' folder, if it can.
@@ -33,8 +33,8 @@ class PracticeLock {
     std::vector<tapcore::Descriptor> held_;
 };
 
-/// Whether a trainer holds the lock on one of the folders. Takes no lock itself, so that those who ask do not
-/// take each other for trainers.
+/// Whether a trainer holds the lock on one of the folders. Asking takes no lock, so two programs that ask do
+/// not take each other for trainers.
 bool isPractising(const std::vector<std::filesystem::path>& folders);
 
 /// The same question for a thread that may not wait for a disk: asking opens nothing.
@@ -42,8 +42,8 @@ class PracticeWatch {
   public:
     explicit PracticeWatch(std::vector<std::filesystem::path> folders);
 
-    /// Opens the folders again, for another thread to do now and then: at first a folder may not be there
-    /// yet, and later another one may have its name.
+    /// Opens the folders again. Another thread should do this now and then: a folder may be made later, or be
+    /// replaced by another one of its name.
     void lookAgain();
     bool isPractising() const;
 

@@ -14,7 +14,7 @@
 
 namespace tappora {
 
-/// The options that all commands about a period's counts on a board have.
+/// The options shared by the commands that show a period's counts on a board.
 struct BoardCountsOptions {
     FolderOptions folder;
     PeriodOptions dates;
@@ -36,7 +36,7 @@ struct BoardCounts {
     Period period;
     tapcore::Board board;
     LegendSet layout;
-    tapcore::Tally::KeyCounts counts;         ///< those of left-out keys too
+    tapcore::Tally::KeyCounts counts;         ///< of all keys, also those left out
     std::set<tapcore::KeyCode> leftOutCodes;  ///< keys that the user wants left out
     tapcore::FolderConfig config;             ///< the folder's own, with the user's labels of keys
     tapcore::MapColor color;
@@ -55,7 +55,7 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
 
 /// The board's maker and name.
 std::string title(const tapcore::Board& board);
-/// The period, the layout and the total, parted by dots or, in ASCII, by commas.
+/// The period, the layout and the total, with dots between them or, in ASCII, commas.
 std::string subtitle(const BoardCounts& on, std::int64_t total, bool unicode = true);
 /// "1,234 presses of keys that this board does not have"; nothing for no presses.
 std::optional<std::string> offBoardNote(std::int64_t presses);

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/common/keyboard/typing_rows.h"
 namespace tappora {
 namespace {
 
@@ -30,22 +31,29 @@ struct Row {
     std::vector<KeyCode> codes;
 };
 
+template <std::size_t count>
+Row row(xkb_keycode_t first, const std::array<KeyCode, count>& codes) {
+    return {first, {codes.begin(), codes.end()}};
+}
+
 std::vector<Row> typingRows(IsoKeys isoKeys) {
-    const KeyCode leftOfOne = isoKeys == IsoKeys::present ? 10 : 50;
+    const KeyCode leftOfOne = isoKeys == IsoKeys::present ? TypingRows::section : TypingRows::grave;
     return {{KEY_GRAVE, {leftOfOne}},
-            {KEY_1, {18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24}},
-            {KEY_Q, {12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30}},
-            {KEY_A, {0, 1, 2, 3, 5, 4, 38, 40, 37, 41, 39}},
-            {KEY_BACKSLASH, {42}},
-            {KEY_Z, {6, 7, 8, 9, 11, 45, 46, 43, 47, 44}}};
+            row(KEY_1, TypingRows::digits),
+            row(KEY_Q, TypingRows::upper),
+            row(KEY_A, TypingRows::home),
+            {KEY_BACKSLASH, {TypingRows::backslash}},
+            row(KEY_Z, TypingRows::lower)};
 }
 
 /// Those with the keys that only ISO and Japanese boards have.
 std::vector<Row> allRows(IsoKeys isoKeys) {
+    constexpr KeyCode yen = 93;
+    constexpr KeyCode ro = 94;
     std::vector<Row> rows = typingRows(isoKeys);
-    rows.push_back({KEY_102ND, {static_cast<KeyCode>(isoKeys == IsoKeys::present ? 50 : 10)}});
-    rows.push_back({KEY_YEN, {93}});
-    rows.push_back({KEY_RO, {94}});
+    rows.push_back({KEY_102ND, {isoKeys == IsoKeys::present ? TypingRows::grave : TypingRows::section}});
+    rows.push_back({KEY_YEN, {yen}});
+    rows.push_back({KEY_RO, {ro}});
     return rows;
 }
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
@@ -20,7 +19,6 @@
 namespace tappora {
 namespace {
 
-namespace fs = std::filesystem;
 using tapcore::Board;
 using tapcore::Catalog;
 using tapcore::Layout;
@@ -31,11 +29,6 @@ constexpr tapcore::KeyCode leftOfOneOnIso = 10;
 
 bool isPath(std::string_view name) {
     return name.find('/') != std::string_view::npos || name.ends_with(".json");
-}
-
-bool isFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
 }
 
 /// What files of others say goes to the terminal: never what would steer it.
@@ -54,14 +47,6 @@ tapcore::Legends harmlessLegends(tapcore::Legends legends) {
     for (auto& [code, legend] : legends)
         for (std::string& text : legend) text = harmlessLegend(text);
     return legends;
-}
-
-/// Whether an id can be part of a file's name; "" and "../x" cannot.
-bool isSafe(const std::string& id) { return tapcore::Store::isSafeLayoutID(id); }
-
-/// Where the program's own board or layout of that id would be.
-fs::path bundled(const fs::path& resources, const char* folder, const std::string& id) {
-    return resources / folder / (id + ".json");
 }
 
 }  // namespace
@@ -88,10 +73,9 @@ Keyboards::Keyboards(const Environment& environment, const tapcore::Store& store
 
 Board Keyboards::board(std::string_view what, const std::string& name) const {
     if (isPath(name)) return harmlessBoard(Catalog::readBoard(name));
-    const fs::path file = bundled(resources_, "Boards", name);
-    if (!isSafe(name) || !isFile(file))
-        throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
-    return Catalog::readBoard(file);
+    auto found = Catalog::bundledBoard(resources_, name);
+    if (!found) throw UsageError(fmt::format("{}: no such board: {}; see tappora boards", what, name));
+    return *std::move(found);
 }
 
 LegendSet Keyboards::layout(std::string_view what, const std::string& name) const {
@@ -106,8 +90,7 @@ std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
     const auto at =
         std::find_if(own_->begin(), own_->end(), [&](const Layout& layout) { return layout.id == id; });
     if (at != own_->end()) return *at;
-    const fs::path file = bundled(resources_, "Layouts", id);
-    if (isSafe(id) && isFile(file)) return Catalog::readLayout(file);
+    if (auto found = Catalog::bundledLayout(resources_, id)) return found;
     complainOf(std::exchange(left_, {}));
     return std::nullopt;
 }
@@ -134,7 +117,7 @@ tapcore::DayFile Keyboards::lastDay() const {
 Board Keyboards::chosenBoard(const KeyboardOptions& options) const {
     if (options.board) return board("--board", *options.board);
     const auto isOurs = [&](const std::string& id) {
-        return isSafe(id) && isFile(bundled(resources_, "Boards", id));
+        return Catalog::bundledBoard(resources_, id).has_value();
     };
     if (const auto set = settings_.text("keyboard.board")) {
         if (isPath(*set) || isOurs(*set)) return board("keyboard.board", *set);
@@ -151,7 +134,7 @@ std::optional<Layout> Keyboards::systemLayout(const KeyboardOptions& options) co
     // Apple's ISO boards, and the bundled ones of that kind, count the key left of "1" as 10; others as 50.
     const bool isIso = chosenBoard(options).key(leftOfOneOnIso) != nullptr;
     return tappora::systemLayout(*keyboard, isIso ? IsoKeys::present : IsoKeys::absent,
-                                 Catalog({}, resources_ / "Layouts"));
+                                 Catalog::bundledLayouts(resources_));
 }
 
 std::optional<std::string> Keyboards::layoutSet() const {

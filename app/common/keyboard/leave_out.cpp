@@ -2,25 +2,23 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <string_view>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"
+#include "core/foundation/text_pieces.h"
 
 namespace tappora {
 namespace {
 
-std::vector<std::string> namesIn(const std::string& text) {
-    if (text == ",") return {text};
+/// The names in a list such as "space, a"; "," alone is the key of that name.
+std::vector<std::string> namesIn(std::string_view list) {
+    if (list == ",") return {","};
     std::vector<std::string> names;
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        names.emplace_back(tapcore::trimmedWhiteSpace(text.substr(start, end - start)));
-        start = end + 1;
-    }
+    do names.emplace_back(tapcore::trimmedWhiteSpace(tapcore::takePiece(list, ',')));
+    while (!list.empty());
     return names;
 }
 

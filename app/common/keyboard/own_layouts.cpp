@@ -19,10 +19,8 @@ std::optional<std::string> baseOf(const std::string& id, const std::vector<Layou
     const auto at =
         std::find_if(own.begin(), own.end(), [&](const Layout& layout) { return layout.id == id; });
     if (at != own.end()) return at->base;
-    const fs::path bundled = resources / "Layouts" / (id + ".json");
-    std::error_code ignored;
-    if (!tapcore::Store::isSafeLayoutID(id) || !fs::is_regular_file(bundled, ignored)) return std::nullopt;
-    return tapcore::Catalog::readLayout(bundled).base;
+    const auto bundled = tapcore::Catalog::bundledLayout(resources, id);
+    return bundled ? bundled->base : std::nullopt;
 }
 
 bool leadsBack(const Layout& layout, const std::vector<Layout>& own, const fs::path& resources) {

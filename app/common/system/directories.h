@@ -13,8 +13,9 @@ struct Environment;
 /// Reads a variable of the environment.
 using ReadVariable = std::function<std::optional<std::string>(const std::string& name)>;
 
-// The user's directories, by the rules for XDG base directories: a variable counts only where it holds an
-// absolute path. None of them need exist. Nothing where neither the variable nor HOME tells.
+// The user's directories, by the rules for XDG base directories: a variable counts only when it holds an
+// absolute path. The directories need not exist. Nothing is returned when neither the variable nor HOME says
+// where the directory is.
 
 std::optional<std::filesystem::path> homeDirectory(const ReadVariable& variable);
 /// $XDG_CONFIG_HOME, else ~/.config.

@@ -17,12 +17,6 @@
 namespace tappora {
 namespace {
 
-/// The file that is running; empty where the system does not tell.
-std::filesystem::path runningProgram() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error);
-}
-
 std::size_t terminalColumns() {
     winsize size{};
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
@@ -49,6 +43,11 @@ Environment hostEnvironment() {
             .onTerminal = isatty(STDOUT_FILENO) == 1,
             .columns = terminalColumns(),
             .program = runningProgram()};
+}
+
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
 tapcore::Instant hostNow() {

@@ -33,6 +33,8 @@ struct Environment {
 Environment hostEnvironment();
 /// Its time alone.
 tapcore::Instant hostNow();
+/// The file of this program; empty where the system does not tell.
+std::filesystem::path runningProgram();
 /// The host's environment with its time and time zone as they are now, for programs that run for days: who
 /// travels sets another zone meanwhile.
 Environment atThisMoment(Environment environment);

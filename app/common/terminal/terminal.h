@@ -1,11 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "core/foundation/integers.h"
 
 namespace tappora {
 

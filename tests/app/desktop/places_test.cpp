@@ -21,7 +21,7 @@ constexpr drawing::Size medium{364, 170};
 const MonitorArea laptop{"eDP-1", 1280, 800, 0, 200};
 const MonitorArea screen{"DP-2", 1920, 1080, 1280, 0};
 
-TEST(WidgetPlaces, ADraggedWidgetLiesOnTheMonitorOfItsMiddle) {
+TEST(WidgetPlaces, ADraggedWidgetIsOnTheMonitorOfItsMiddle) {
     struct Case {
         drawing::Point leftTop;
         WidgetPlace place;
@@ -57,7 +57,7 @@ TEST(WidgetPlaces, AreKeptForEachMonitorAndTheLastOneThereIsGoes) {
     EXPECT_EQ(places.find("today:small", {screen}, medium), std::nullopt);
 }
 
-TEST(WidgetPlaces, TheOthersLieInRows) {
+TEST(WidgetPlaces, TheOthersAreInRows) {
     const std::vector<drawing::Size> sizes = {{170, 170}, {364, 170}, {364, 382}, {170, 170}};
     const std::vector<WidgetPlace> expected = {
         {"a", 40, 40}, {"a", 226, 40}, {"a", 40, 218}, {"a", 420, 226}};

@@ -24,7 +24,7 @@ TEST(DataFolder, TodayIsTheDayInTheEnvironmentsZoneUnlessNamed) {
     EXPECT_EQ(today({.folder = {}, .today = "2026-02-03"}, environmentWith({}), farther), Day(2026, 2, 3));
 }
 
-TEST(DataFolder, OnlyTheDayThatIsUnderWayHasReachedAnHour) {
+TEST(DataFolder, OnlyTheCurrentDayHasReachedAnHour) {
     const Calendar utc("UTC");
     EXPECT_EQ(hoursPassed({2026, 9, 20}, environmentWith({}), utc), 14.5);
     EXPECT_EQ(hoursPassed({2026, 9, 19}, environmentWith({}), utc), 24);

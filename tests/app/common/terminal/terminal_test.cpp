@@ -43,12 +43,6 @@ TEST(Terminal, ShowsUnicodeWhereTheLocaleThatCountsHasIt) {
             << testing::PrintToString(variables);
 }
 
-TEST(Terminal, StylesTextOnlyInColour) {
-    EXPECT_EQ((Terminal{.colours = true}.bold("Hours")), "\033[1mHours\033[0m");
-    EXPECT_EQ((Terminal{.colours = true}.bold("")), "");
-    EXPECT_EQ(Terminal{}.bold("Hours"), "Hours");
-}
-
 TEST(Terminal, LetsNobodySteerTheTerminal) {
     EXPECT_EQ(harmless("a\033[2J\r\nb\tc\x7F\xC2\x9B"
                        "d\rü\u0085\u202E\u2066e\x9B"
