@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <utility>
 
+#include "core/foundation/owned.h"
 #include "drawing/geometry.h"
 #include "drawing/painter.h"
 #include "drawing/pango_text.h"
@@ -13,12 +13,8 @@
 namespace drawing {
 namespace {
 
-struct Release {
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-template <class Object>
-using Owned = std::unique_ptr<Object, Release>;
+using Surface = tapcore::Owned<cairo_surface_t, cairo_surface_destroy>;
+using Context = tapcore::Owned<cairo_t, cairo_destroy>;
 
 void require(cairo_status_t status) {
     if (status != CAIRO_STATUS_SUCCESS) throw PaintError(cairo_status_to_string(status));
@@ -132,10 +128,10 @@ void paint(cairo_t* context, const Picture& picture, const Appearance& appearanc
 std::string png(const Picture& picture, const Appearance& appearance, double scale) {
     requirePaintable(picture.size, scale);
     const auto pixels = [&](double points) { return static_cast<int>(std::ceil(points * scale - 1e-6)); };
-    const Owned<cairo_surface_t> surface(
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(pixels(picture.size.width), 1),
-                                   std::max(pixels(picture.size.height), 1)));
-    const Owned<cairo_t> context(cairo_create(surface.get()));
+    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
+                                                     std::max(pixels(picture.size.width), 1),
+                                                     std::max(pixels(picture.size.height), 1)));
+    const Context context(cairo_create(surface.get()));
     cairo_scale(context.get(), scale, scale);
     paint(context.get(), picture, appearance);
     std::string bytes;
@@ -146,12 +142,12 @@ std::string png(const Picture& picture, const Appearance& appearance, double sca
 std::string pdf(const Picture& picture, const Appearance& appearance) {
     requirePaintable(picture.size, 1);
     std::string bytes;
-    const Owned<cairo_surface_t> surface(
+    const Surface surface(
         cairo_pdf_surface_create_for_stream(appendTo, &bytes, picture.size.width, picture.size.height));
     const std::string& title = picture.content.accessibility.label;
     if (!title.empty())
         cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, title.c_str());
-    const Owned<cairo_t> context(cairo_create(surface.get()));
+    const Context context(cairo_create(surface.get()));
     paint(context.get(), picture, appearance);
     cairo_surface_finish(surface.get());
     require(cairo_surface_status(surface.get()));

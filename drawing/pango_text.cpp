@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/foundation/owned.h"
 #include "drawing/font_families.h"
 #include "drawing/painter.h"
 
@@ -16,19 +17,17 @@ extern "C" const char* __lsan_default_options() { return "print_suppressions=0";
 namespace drawing {
 namespace {
 
-struct Release {
-    void operator()(gpointer object) const { g_object_unref(object); }
-    void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
-    void operator()(PangoAttrList* attributes) const { pango_attr_list_unref(attributes); }
-    void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
-};
-template <class Object>
-using Owned = std::unique_ptr<Object, Release>;
+using tapcore::Owned;
+using Context = Owned<PangoContext, g_object_unref>;
+using Layout = Owned<PangoLayout, g_object_unref>;
+using Description = Owned<PangoFontDescription, pango_font_description_free>;
+using Attributes = Owned<PangoAttrList, pango_attr_list_unref>;
+using FontOptions = Owned<cairo_font_options_t, cairo_font_options_destroy>;
 
 /// Letters at their true shapes and places, so that a line is as wide at every scale.
-Owned<PangoContext> makeContext() {
-    Owned<PangoContext> context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
-    const Owned<cairo_font_options_t> options(cairo_font_options_create());
+Context makeContext() {
+    Context context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
+    const FontOptions options(cairo_font_options_create());
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
@@ -37,17 +36,17 @@ Owned<PangoContext> makeContext() {
     return context;
 }
 
-Owned<PangoFontDescription> description(const Font& font) {
+Description description(const Font& font) {
     constexpr double largest = 10000;
-    Owned<PangoFontDescription> result(pango_font_description_new());
+    Description result(pango_font_description_new());
     pango_font_description_set_family_static(result.get(), families(font.design));
     pango_font_description_set_weight(result.get(), static_cast<PangoWeight>(font.weight));
     pango_font_description_set_absolute_size(result.get(), std::min(font.size, largest) * PANGO_SCALE);
     return result;
 }
 
-Owned<PangoAttrList> attributes(const Font& font) {
-    Owned<PangoAttrList> result(pango_attr_list_new());
+Attributes attributes(const Font& font) {
+    Attributes result(pango_attr_list_new());
     if (font.monospacedDigits) pango_attr_list_insert(result.get(), pango_attr_font_features_new("tnum=1"));
     return result;
 }
@@ -55,8 +54,8 @@ Owned<PangoAttrList> attributes(const Font& font) {
 }  // namespace
 
 struct PangoText::Fonts {
-    Owned<PangoContext> context = makeContext();
-    Owned<PangoLayout> layout{pango_layout_new(context.get())};
+    Context context = makeContext();
+    Layout layout{pango_layout_new(context.get())};
 
     PangoLayoutLine* line(std::string_view text, const Font& font) const {
         pango_layout_set_single_paragraph_mode(layout.get(), TRUE);

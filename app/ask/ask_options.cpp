@@ -6,6 +6,7 @@
 #include "app/common/folder/settings.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
+#include "core/settings/setting.h"
 
 namespace tappora {
 namespace {
@@ -40,7 +41,8 @@ void readOptions(CommandLine& line, AskOptions& options) {
         "tappora ask \"Which hours are my busiest?\" --provider local");
     line.option("QUESTION", options.question, "The question");
     line.option("--provider", options.provider,
-                "claude, openai or local; the setting ai.provider, else the first that can be used")
+                alternatives(tapcore::settingOf("ai.provider").words()) +
+                    "; the setting ai.provider, else the first that can be used")
         .type("NAME");
     line.option("--model", options.model, "The model's id; the setting ai.model when not given").type("ID");
     line.option("--url", options.url, "The address of the provider's interface, instead of its own")

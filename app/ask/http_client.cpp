@@ -4,16 +4,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/owned.h"
 
 namespace tappora {
 namespace {
 
-using EasyHandle = std::unique_ptr<CURL, decltype([](CURL* handle) { curl_easy_cleanup(handle); })>;
-using UrlHandle = std::unique_ptr<CURLU, decltype([](CURLU* handle) { curl_url_cleanup(handle); })>;
-using HeaderList = std::unique_ptr<curl_slist, decltype([](curl_slist* list) { curl_slist_free_all(list); })>;
+using EasyHandle = tapcore::Owned<CURL, curl_easy_cleanup>;
+using UrlHandle = tapcore::Owned<CURLU, curl_url_cleanup>;
+using HeaderList = tapcore::Owned<curl_slist, curl_slist_free_all>;
+using CurlText = tapcore::Owned<char, curl_free>;
 
 /// A part of an address; "" when it has none or is no address.
 std::string partOf(const std::string& url, CURLUPart part) {
@@ -22,8 +23,7 @@ std::string partOf(const std::string& url, CURLUPart part) {
     if (curl_url_set(handle.get(), CURLUPART_URL, url.c_str(), 0) != CURLUE_OK ||
         curl_url_get(handle.get(), part, &text, 0) != CURLUE_OK)
         return "";
-    const std::unique_ptr<char, decltype(&curl_free)> owned(text, curl_free);
-    return owned.get();
+    return CurlText(text).get();
 }
 
 /// What a transfer fills and asks while it goes on.

@@ -10,10 +10,14 @@ namespace tappora {
 
 std::string version() { return "tappora " TAPPORA_VERSION; }
 
+std::string alternatives(const std::vector<std::string>& names) {
+    std::string list = names.front();
+    for (std::size_t i = 1; i < names.size(); ++i) list += (i + 1 == names.size() ? " or " : ", ") + names[i];
+    return list;
+}
+
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known) {
-    std::string list = known.front();
-    for (std::size_t i = 1; i < known.size(); ++i) list += (i + 1 == known.size() ? " or " : ", ") + known[i];
-    return fmt::format("no such {}: {}; use {}", kind, value, list);
+    return fmt::format("no such {}: {}; use {}", kind, value, alternatives(known));
 }
 
 void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }

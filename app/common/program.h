@@ -32,6 +32,9 @@ class UsageError : public std::runtime_error {
 /// Nothing is being counted, which was said. Ends the program with status 3.
 struct NotCounting {};
 
+/// "A, B or C"; there must be one.
+std::string alternatives(const std::vector<std::string>& names);
+
 /// A text for either of them: "no such KIND: VALUE; use A, B or C".
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known);
 

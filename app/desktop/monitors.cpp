@@ -5,17 +5,18 @@
 
 #include <algorithm>
 
+#include "core/foundation/owned.h"
+
 namespace tappora {
 namespace {
 
 /// The only question of GTK 3 that is answered by the connector's name.
 std::string connector(int index) {
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
-    char* const name = gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), index);
+    const tapcore::Owned<char, g_free> name(
+        gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), index));
     G_GNUC_END_IGNORE_DEPRECATIONS
-    std::string text = name ? name : std::to_string(index);
-    g_free(name);
-    return text;
+    return name ? name.get() : std::to_string(index);
 }
 
 }  // namespace

@@ -24,16 +24,12 @@
 #include "app/recorder/event_source.h"
 #include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/owned.h"
 
 namespace tappora {
 namespace {
 
-template <auto release>
-struct Release {
-    void operator()(auto* handle) const { release(handle); }
-};
-template <class Handle, auto release>
-using Owned = std::unique_ptr<Handle, Release<release>>;
+using tapcore::Owned;
 
 using UdevDevice = Owned<udev_device, udev_device_unref>;
 using Event = Owned<libinput_event, libinput_event_destroy>;

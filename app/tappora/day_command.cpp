@@ -1,5 +1,4 @@
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -30,7 +29,7 @@ void declare(CommandLine& line, Asked& asked) {
     line.option("DATE", asked.date, "The day; today when not given").type("YYYY-MM-DD");
     line.option("--format", asked.format,
                 fmt::format("{}; the data folder's own when not given",
-                            fmt::join(tapcore::FileFormat::words.words, " or ")))
+                            alternatives(tapcore::FileFormat::words.names())))
         .type("FORMAT");
     line.flag("--json", asked.json, "Print the record as JSON");
     addFolderOptions(line, asked.folder);

@@ -46,7 +46,7 @@ void declareAdopt(CommandSyntax& task, Asked& asked) {
 void declareConvert(CommandSyntax& task, Asked& asked) {
     task.option("--to", asked.format,
                 fmt::format("{}, from now on; the folder's own when not given",
-                            fmt::join(tapcore::FileFormat::words.words, " or ")))
+                            alternatives(tapcore::FileFormat::words.names())))
         .type("FORMAT");
     declareFolder(task, asked);
 }

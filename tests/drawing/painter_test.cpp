@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <memory>
 
+#include "core/foundation/owned.h"
 #include "drawing/outline.h"
 
 namespace drawing {
@@ -78,10 +78,9 @@ TEST(Painter, FadesAGroupAsOne) {
 }
 
 TEST(Painter, StaysWithinThePictureOnAContextOfAnotherSize) {
-    const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 30, 30), cairo_surface_destroy);
-    const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> window(cairo_create(surface.get()),
-                                                                    cairo_destroy);
+    const tapcore::Owned<cairo_surface_t, cairo_surface_destroy> surface(
+        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 30, 30));
+    const tapcore::Owned<cairo_t, cairo_destroy> window(cairo_create(surface.get()));
     cairo_translate(window.get(), 5, 5);
     paint(window.get(), picture(square(-5, -5, 100)), {});
     cairo_surface_flush(surface.get());

@@ -185,7 +185,9 @@ tapcore::Day parseDay(std::string_view what, std::string_view text) {
 
 tapcore::FileFormat parseFormat(std::string_view what, std::string_view text) {
     const auto format = tapcore::FileFormat::parse(text);
-    if (!format) throw UsageError(fmt::format("{}: {}", what, noSuch("format", text, {"org", "markdown"})));
+    if (!format)
+        throw UsageError(
+            fmt::format("{}: {}", what, noSuch("format", text, tapcore::FileFormat::words.names())));
     return *format;
 }
 

@@ -13,15 +13,11 @@
 namespace tappora {
 namespace {
 
-std::vector<std::string> colorNames() {
-    std::vector<std::string> names;
-    for (const tapcore::MapColor color : tapcore::MapColor::allCases) names.emplace_back(color.rawValue());
-    return names;
-}
-
 tapcore::MapColor colorOf(std::string_view what, const std::string& name) {
     const auto color = tapcore::MapColor::parse(name);
-    if (!color) throw UsageError(fmt::format("{}: {}", what, noSuch("colour", name, colorNames())));
+    if (!color)
+        throw UsageError(
+            fmt::format("{}: {}", what, noSuch("colour", name, tapcore::MapColor::words.names())));
     return *color;
 }
 
@@ -33,7 +29,9 @@ tapcore::MapColor chosenColor(const std::optional<std::string>& option, const En
 }
 
 void addColorOption(CommandSyntax& command, std::optional<std::string>& color) {
-    command.option("--color", color, fmt::format("The colour family: {}", fmt::join(colorNames(), ", ")))
+    command
+        .option("--color", color,
+                fmt::format("The colour family: {}", fmt::join(tapcore::MapColor::words.words, ", ")))
         .type("COLOR");
 }
 

@@ -6,24 +6,20 @@
 #include <array>
 #include <cstdarg>
 #include <iterator>
-#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "app/common/keyboard/typing_rows.h"
+#include "core/foundation/owned.h"
 namespace tappora {
 namespace {
 
 using tapcore::KeyCode;
 
-template <class Type, void (*unref)(Type*)>
-struct Unref {
-    void operator()(Type* object) const { unref(object); }
-};
-using Context = std::unique_ptr<xkb_context, Unref<xkb_context, xkb_context_unref>>;
-using Keymap = std::unique_ptr<xkb_keymap, Unref<xkb_keymap, xkb_keymap_unref>>;
-using State = std::unique_ptr<xkb_state, Unref<xkb_state, xkb_state_unref>>;
+using Context = tapcore::Owned<xkb_context, xkb_context_unref>;
+using Keymap = tapcore::Owned<xkb_keymap, xkb_keymap_unref>;
+using State = tapcore::Owned<xkb_state, xkb_state_unref>;
 
 /// Keys whose numbers follow each other in Linux, and their macOS codes.
 struct Row {

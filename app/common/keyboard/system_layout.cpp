@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -12,6 +11,7 @@
 #include "app/common/system/environment.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/owned.h"
 
 namespace tappora {
 namespace {
@@ -37,9 +37,7 @@ std::size_t agreeing(const tapcore::Legends& legends, const tapcore::Legends& sy
 }
 
 std::string outputOf(const std::string& command) {
-    const auto close = [](std::FILE* pipe) { pclose(pipe); };
-    const std::unique_ptr<std::FILE, decltype(close)> pipe(popen((command + " 2>/dev/null").c_str(), "r"),
-                                                           close);
+    const tapcore::Owned<std::FILE, ::pclose> pipe(::popen((command + " 2>/dev/null").c_str(), "r"));
     std::string text;
     std::array<char, 4096> block{};
     while (pipe) {
