@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/counting/legends.h"
+#include "core/counting/key_face.h"
 
 namespace tappora {
 
