@@ -40,7 +40,7 @@ void pauseCommand(CommandLine& line, const Environment& environment) {
     std::optional<std::string> folder;
     std::vector<std::string> words;
     line.describe("Count nothing for a while, or until tappora resume; at most 31 days", "tappora pause 30m");
-    line.option("WHEN", words, "How long: 30m, 2h or until 14:00").type("");
+    line.option("WHEN", words, "How long: 30m, 2h or until 14:00");
     addFolder(line, folder);
     line.parse();
 
