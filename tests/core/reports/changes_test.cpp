@@ -115,7 +115,7 @@ TEST(Changes, AreFoundWhereTheyWerePlanted) {
     };
     const MadeUpWeeks weeks;
     for (const Case& each : cases) {
-        constexpr int people = 10;
+        constexpr int people = 20;
         int found = 0;
         for (int person = 0; person < people; ++person) {
             const std::vector<Finding> findings = weeks.findings(person, each.plant);
