@@ -146,8 +146,8 @@ void exportCommand(CommandLine& line, const Environment& environment) {
         const std::string machine = part.root == store.root ? "" : part.root.filename().string();
         any = exportPart(part, machine, span, writer, problems) || any;
     }
-    writer.give();
     requireAnswer(problems, !any);
+    writer.give();
 }
 
 }  // namespace tappora
