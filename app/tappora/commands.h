@@ -63,6 +63,7 @@ inline constexpr Command commands[] = {
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},
     {"setup",    "Have keys counted from now on, and say what that grants",          setupCommand},
     {"widgets",  "Show the widgets on the desktop",                                  Companion{"tappora-widgets"}},
+    {"tray",     "Show today's count in the tray, and pause there",                  Companion{"tappora-tray"}},
     {"practice", "Practise typing",                                                  Companion{"tappora-practice"}},
     {"ask",      "Ask a language model about your typing",                           Companion{"tappora-ask"}},
     {"tool",     "Run one of the assistant's tools by hand",                         toolCommand},

@@ -12,6 +12,7 @@
 #include "app/tappora/setup_texts.h"
 #include "app/tappora/setup_world.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/folder_listing.h"
 
 namespace tappora {
 namespace {
@@ -47,10 +48,14 @@ void addMissingFolders(const SetupWorld& world, Changes& changes) {
         if (!tapcore::isThere(folder)) changes.emplace_back(MakeFolder{folder});
 }
 
-/// The widgets' file is made of the counts, and made again when they are counted again.
+/// What the recorder wrote beside the counts: the widgets' file, and pauses. Counts that wait for their
+/// hour's end stay.
 void addTidyingUp(const SetupWorld& world, Changes& changes) {
-    if (const fs::path file = world.shared / "widget.json"; tapcore::isThere(file))
-        changes.emplace_back(RemoveFile{file});
+    std::vector<fs::path> files = {world.shared / "widget.json", world.shared / "pause.json"};
+    for (const std::string& name : tapcore::listFolder(world.state).names)
+        if (name.starts_with("pause-")) files.push_back(world.state / name);
+    for (const fs::path& file : files)
+        if (tapcore::isThere(file)) changes.emplace_back(RemoveFile{file});
     for (const fs::path& folder : {world.shared, world.state, world.settings})
         if (tapcore::isThere(folder)) changes.emplace_back(RemoveEmptyFolder{folder});
 }
@@ -113,8 +118,8 @@ void requireForService(const SetupWorld& world) {
 }
 
 std::string afterService(const SetupWorld& world) {
-    return fmt::format("Counting, into {}.\nWhat it says: journalctl -u {}\n", world.folder.string(),
-                       serviceName(world));
+    return fmt::format("It counts into {}.\nWhether it counts: tappora status. Its log: journalctl -u {}\n",
+                       world.folder.string(), serviceName(world));
 }
 
 // The recorder as a service of the user's own
@@ -176,8 +181,10 @@ void requireForUserService(const SetupWorld& world) {
 
 std::string afterUserService(const SetupWorld& world) {
     if (hasInputGroup({"id", "-nG"}))
-        return fmt::format("Counting, into {}.\nWhat it says: journalctl --user -u tappora-record\n",
-                           world.folder.string());
+        return fmt::format(
+            "It counts into {}.\nWhether it counts: tappora status. Its log: journalctl --user -u "
+            "tappora-record\n",
+            world.folder.string());
     return "Log out of all sessions, and in again: counting starts then.\n";
 }
 
