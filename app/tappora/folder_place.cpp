@@ -217,7 +217,7 @@ void tellWhoseSettingsStand(const std::string& directory, const Store& store) {
                           harmlessLine(store.root.string()), harmlessLine(directory)));
 }
 
-/// Takes the hours that wait for the old folder into it, also the one under way, so that they are taken over
+/// Takes the hours that wait for the old folder into it, the current one too, so that they are taken over
 /// with its days.
 void takeInWaitingFor(const std::string& oldFolder, const FolderOptions& options,
                       const Environment& environment) {

@@ -41,7 +41,7 @@ struct ReportOptions {
 };
 
 void declare(CommandLine& line, ReportOptions& options) {
-    line.describe("Print what a period of typing says: the week under way, or the one that is named",
+    line.describe("Print what a period of typing says: this week so far, or the period that is named",
                   "tappora report month --of 2026-09-01 --save");
     line.option("PERIOD", options.kind, "day, week, month or year; the week when not given").type("PERIOD");
     Option of = line.option("--of", options.of, "A day in the period; today when not given");

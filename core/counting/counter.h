@@ -41,10 +41,10 @@ class Counter {
     void closeMinute();
 
     /// What was counted since the last drain, all of it in `hour`, and the busiest closed minute; both start
-    /// again. The minute under way goes on.
+    /// again. The current minute goes on.
     Drained drain(std::int64_t hour);
 
-    /// Throws away what was counted, the minute under way included; the busiest minute stays.
+    /// Throws away what was counted, the current minute included; the busiest minute stays.
     void discard();
 
     /// Presses and clicks not yet drained.

@@ -130,7 +130,7 @@ class FolderCheck {
             report(path, "not used: " + row.why, row.line);
     }
 
-    /// Another machine's months are as old as its last visit, whose own day was still under way.
+    /// Another machine's months are as old as its last visit, whose own day was not over.
     void checkRollup(const Store& part, const fs::path& path, const std::string& month, const Owner& owner) {
         const std::vector<Day> days = part.days();
         const Day visit = owner.isThisMachine || days.empty() ? today_ : std::min(today_, days.back());

@@ -189,12 +189,12 @@ class Store {
     // The conversation with the assistant.
 
     std::filesystem::path chatURL() const;
-    /// The conversation under way, in whichever format it was written; empty when not found. Throws
+    /// The current conversation, in whichever format it was written; empty when not found. Throws
     /// filesystem_error for a file that cannot be read or is not UTF-8.
     ChatFile readChat() const;
-    /// Replaces the conversation under way, and takes it into this format.
+    /// Replaces the current conversation, and takes it into this format.
     void writeChat(const ChatFile& chat) const;
-    /// Puts the conversation under way among the earlier ones, under its moment, and gives its new path;
+    /// Puts the current conversation among the earlier ones, under its moment, and gives its new path;
     /// nothing when there was no conversation. Where that second is taken, the next free one names it.
     std::optional<std::filesystem::path> shelveChat(Instant at, const Calendar& calendar) const;
     /// The earlier conversations' files, newest first. A folder that cannot be listed gives an empty list,
@@ -266,7 +266,7 @@ class Store {
     /// The copies of a day in this part, with its hours among those that wait.
     std::vector<FileCopy> copiesOf(const Day& day, const std::vector<WaitingHour>& waiting,
                                    const DataListing* listing = nullptr) const;
-    /// The same of this machine, for changing them: of the hours that wait, only those to be taken in, and
+    /// The copies of a day on this machine, to change them: of waiting hours only those to be taken in, and
     /// those that an interrupted change has taken in.
     std::vector<FileCopy> copiesToChange(const Day& day, const std::vector<WaitingHour>& takenIn) const;
     std::vector<WaitingHour> waitingHours(FileProblems* problems) const;

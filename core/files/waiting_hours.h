@@ -35,7 +35,7 @@ std::filesystem::path waitingFile(const std::filesystem::path& folder, const Wai
 /// The hours that wait, ascending; none in a folder that does not exist. One that cannot be listed is named
 /// in `problems`.
 std::vector<WaitingHour> waitingHours(const std::filesystem::path& folder, FileProblems& problems);
-/// The same; throws filesystem_error with the path.
+/// The hours that wait, ascending. Throws filesystem_error with the path of a folder that cannot be listed.
 std::vector<WaitingHour> waitingHours(const std::filesystem::path& folder);
 
 }  // namespace tapcore

@@ -63,10 +63,10 @@ std::string settingText(const nlohmann::json& value);
 /// Every setting, by groups.
 std::span<const Setting> allSettings();
 
-/// The setting of a key, be it one of a family; nullptr for a key that nothing reads.
+/// The setting of a key, also of one of a family; nullptr for a key that nothing reads.
 const Setting* findSetting(std::string_view key);
 
-/// The same of a key that the program declares: any other one is fatal.
+/// The setting of a key that the program declares. Another key is fatal.
 const Setting& settingOf(std::string_view key);
 
 }  // namespace tapcore

@@ -23,7 +23,7 @@ void forgetKeys(Tally& tally, std::size_t hour) {
     tally.chords[hour] = {};
 }
 
-/// The hour that counts wait for: their last one, or, where they are of no hour, that under way.
+/// The hour that counts wait for: their last one, or, where they are of no hour, the current one.
 WaitingHour lastHour(const Day& day, const Tally& tally, const std::optional<WaitingHour>& underWay) {
     for (std::size_t hour = Tally::hours; hour-- > 0;)
         if (hasPresses(tally, hour) || !tally.mouse[hour].isEmpty())

@@ -15,7 +15,7 @@ namespace tappora {
 
 struct Environment;
 
-/// What the settings ask for, and the hour that is under way.
+/// What the settings ask for, and the current hour.
 struct QuietRules {
     std::int64_t floor = 0;                                       ///< privacy.floor
     bool hourly = false;                                          ///< privacy.hourly
