@@ -16,7 +16,7 @@ enum class CornerStyle { circular, continuous };
 /// their number.
 Path roundedUnion(std::span<const Rect> parts, double radius, CornerStyle style = CornerStyle::continuous);
 
-/// The same of one rectangle; an empty path for an empty one.
+/// The outline of one rectangle; an empty path for an empty one.
 Path roundedRectangle(const Rect& rect, double radius, CornerStyle style = CornerStyle::continuous);
 
 }  // namespace drawing

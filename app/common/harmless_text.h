@@ -9,7 +9,7 @@ namespace tappora {
 /// of what follows, and with U+FFFD for bytes that are not UTF-8. Line ends and tabs stay.
 std::string harmless(std::string_view text);
 
-/// The same on one line: line ends, tabs and Unicode's separators of lines and paragraphs become spaces.
+/// Harmless text on one line: line ends, tabs and Unicode's separators of lines and paragraphs become spaces.
 std::string harmlessLine(std::string_view text);
 
 /// JSON with those characters written as \uXXXX, which means the same.

@@ -58,7 +58,7 @@ class FolderWriter {
     /// Takes hours that waited, and need not any longer, into their days: to be called when all that was
     /// counted is stored. What fails is tried again the next time and told once; it throws nothing.
     void takeInWaiting(Wait wait);
-    /// The same of hours that wait for other data folders, which were chosen before.
+    /// Takes in hours that wait for other data folders, which were chosen before.
     void takeInElsewhere();
 
     /// Takes the days that are over into their months, when there are new ones, or when that failed the last

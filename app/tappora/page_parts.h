@@ -27,7 +27,7 @@ struct PageTable {
 
 std::string html(const PageTable& table);
 
-/// The same behind a button that says "As a table".
+/// The table behind a button that says "As a table".
 std::string behindButton(const PageTable& table, const tapcore::Words& words);
 
 /// A section with its heading; nothing for an empty one.

@@ -34,7 +34,7 @@ struct ReportPeriod {
 
     /// The one of the same kind, or of the same length, that ends on the day before.
     ReportPeriod previous() const;
-    /// The same of a year ago: the same dates, or the week with the same number; 29 February becomes 28
+    /// The period of a year ago: the same dates, or the week with the same number; 29 February becomes 28
     /// February, and week 53 becomes 52 in a year that has none.
     ReportPeriod yearBefore() const;
 

@@ -85,8 +85,8 @@ tapcore::FileFormat parseFormat(std::string_view what, std::string_view text);
 /// Tells each problem, once: "PATH:LINE: WHY".
 void complainOf(const tapcore::FileProblems& problems, const Tell& tell = complain);
 
-/// The same behind an answer: where that is empty since nothing could be read, the first problem is a
-/// Failure.
+/// Tells the problems behind an answer. Where the answer is empty since nothing could be read, the first
+/// problem is a Failure.
 void requireAnswer(const tapcore::FileProblems& problems, bool isEmpty);
 
 /// "PATH:LINE: WHY".

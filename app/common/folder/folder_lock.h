@@ -32,7 +32,7 @@ struct FolderLock {
 using LockForWriting =
     std::function<FolderLock(const Environment& environment, const std::filesystem::path& folder)>;
 
-/// The same without waiting; nothing when another holds it.
+/// Takes that lock without waiting; nothing when another holds it.
 [[nodiscard]] std::optional<FolderLock> tryLockForWriting(const Environment& environment,
                                                           const std::filesystem::path& folder);
 

@@ -21,7 +21,7 @@ struct Machine {
     /// name is the setting "machine.name", else the host's.
     static Machine of(Settings& settings, const std::filesystem::path& systemID = "/etc/machine-id");
 
-    /// The same of the user's settings, in which the id is stored when it is new.
+    /// This machine by the user's settings, in which the id is stored when it is new.
     static Machine kept(const Environment& environment, const Tell& tell = complain,
                         const LockForWriting& lockForWriting = tappora::lockForWriting);
 };

@@ -37,7 +37,7 @@ class PracticeLock {
 /// not take each other for trainers.
 bool isPractising(const std::vector<std::filesystem::path>& folders);
 
-/// The same question for a thread that may not wait for a disk: asking opens nothing.
+/// Whether a trainer holds the lock, for a thread that may not wait for a disk: asking opens nothing.
 class PracticeWatch {
   public:
     explicit PracticeWatch(std::vector<std::filesystem::path> folders);

@@ -39,7 +39,7 @@ class Settings {
     bool flag(std::string_view key) const;
     std::optional<std::int64_t> integer(std::string_view key) const;
 
-    /// The same as JSON; null where there is none.
+    /// The value of a key as JSON; null where there is none.
     nlohmann::json valueOf(std::string_view key) const;
 
     /// Warns that a stored value cannot be used, for a reason that the declaration does not know: "no such

@@ -15,7 +15,7 @@ namespace tappora {
 /// power cut may undo it". Says nothing of what is safe.
 void complainOf(const tapcore::Written& written, const Tell& tell = complain);
 
-/// The same, of the first such write alone: where one is, the next ones are too.
+/// Warns of the first such write alone: where one is not safe, the next ones are not either.
 tapcore::WriteTold complainOnce(const Tell& tell = complain);
 
 /// Something that is tried again and again. Why it fails is told once, until it fails in another way or has

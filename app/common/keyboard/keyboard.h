@@ -45,7 +45,7 @@ class Keyboards {
     /// that is not a board.
     tapcore::Board board(std::string_view what, const std::string& name) const;
 
-    /// The same for a layout.
+    /// The layout that an option or argument names, in the same ways.
     LegendSet layout(std::string_view what, const std::string& name) const;
 
     /// The board that the options name, else the settings ("keyboard.board"), else those of the data folder,

@@ -18,7 +18,7 @@ struct ProgramEnd {
 /// started for another reason than that it is not found.
 ProgramEnd runProgram(const std::vector<std::string>& commandLine);
 
-/// The same with nothing to read, and with what it prints as `output`.
+/// Runs a program that has nothing to read, and gives what it prints as `output`.
 ProgramEnd outputOf(const std::vector<std::string>& commandLine);
 
 /// A text as one word for a shell.

@@ -36,8 +36,8 @@ std::filesystem::path runtimeDirectory(const Environment& environment);
 /// Whether a directory is there, is no link, and belongs to a user.
 bool isDirectoryOf(const std::filesystem::path& directory, unsigned user);
 
-/// The same, made. Failure when it is not the user's own: one that another user made first could take our
-/// locks, or lead them elsewhere.
+/// The runtime directory, made. Failure when it is not the user's own: one that another user made first could
+/// take our locks, or lead them elsewhere.
 std::filesystem::path madeRuntimeDirectory(const Environment& environment);
 
 }  // namespace tappora

@@ -15,7 +15,7 @@ using Tell = std::function<void(const std::string& warning)>;
 
 /// Says each warning once, however often it is given.
 Tell tellingOnce(Tell tell);
-/// The same, on standard error.
+/// Prints each warning once, on standard error.
 Tell complainingOnce();
 
 /// What a program takes from the world around it, handed in so that tests can hand in another.

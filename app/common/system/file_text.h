@@ -11,7 +11,7 @@ namespace tappora {
 /// The text of a file that was read. Failure, naming it, when there is no such file or it cannot be read.
 std::string requiredText(const std::filesystem::path& path, tapcore::FileRead file);
 
-/// The same; nothing when there is no such file.
+/// The text of a file that was read; nothing when there is no such file. Failure when it cannot be read.
 std::optional<std::string> optionalText(const std::filesystem::path& path, tapcore::FileRead file);
 
 }  // namespace tappora

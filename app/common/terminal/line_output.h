@@ -21,7 +21,7 @@ class LineOutput {
     void write(std::string_view line);
     /// Writes what is left of a line that was taken in part, as far as it is taken now.
     void goOn() { send(rest_); }
-    /// The same for the last time: a line that is not taken whole by then is dropped.
+    /// Writes what is left for the last time: a line that is not taken whole by then is dropped.
     void end();
     void drop(std::int64_t lines) { dropped_ += lines; }
 
