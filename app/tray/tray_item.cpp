@@ -106,7 +106,7 @@ void TrayItem::addPauses() {
 }
 
 void TrayItem::addPrograms() {
-    GtkWidget* week = addLabelled("Show the week", [this] { inTerminal("summary"); });
+    GtkWidget* week = addLabelled("Show the week", [this] { inTerminal("report"); });
     GtkWidget* practice = addLabelled("Practise", [this] { inTerminal("practice"); });
     for (GtkWidget* entry : {week, practice})
         gtk_widget_set_sensitive(entry, terminalOf(environment_).empty() ? FALSE : TRUE);
