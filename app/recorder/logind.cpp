@@ -21,7 +21,7 @@ constexpr const char* sessionInterface = "org.freedesktop.login1.Session";
 constexpr std::uint64_t mostToAnswer = 2'000'000;  // microseconds
 
 struct Error {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
 
     Error() = default;
     Error(const Error&) = delete;
