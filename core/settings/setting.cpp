@@ -97,7 +97,8 @@ bool Setting::accepts(const json& value) const {
             return value.is_string();
         case Type::word: {
             const auto known = words();
-            return value.is_string() && std::find(known.begin(), known.end(), value) != known.end();
+            return value.is_string() &&
+                   std::find(known.begin(), known.end(), value.get<std::string>()) != known.end();
         }
     }
     return false;
