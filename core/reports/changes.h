@@ -20,7 +20,7 @@ inline constexpr std::size_t fewestForChange = 5;
 
 /// How far a value must be from the usual of so many earlier stretches to count as changed, in the units of
 /// `farness`. Few values tell little about their own spread, so it takes more of them. docs/reports.md says
-/// how often chance alone gets there.
+/// how often chance alone gets there. `earlier` is at least `fewestForChange`.
 double changeThreshold(std::size_t earlier);
 
 /// What is not as usual in `now`, by how far it is from the usual, the farthest first. Nothing where too few

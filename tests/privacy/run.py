@@ -103,11 +103,12 @@ def unnamed_fields(folder, named):
 
 
 def fill(programs, world):
-    """What else is stored: mouse, shortcuts, months, a folder that machines share, practice, a chat."""
+    """What else is stored: mouse, shortcuts, months, a folder that machines share, a report, practice, a chat."""
     data = ["--folder", f"{world.root}/data"]
     demo = str(ROOT / "resources/Demo/typing.evemu")
     for arguments in (["record", "--replay", demo, "--starting", "2026-08-20T09:00:00"], ["folder", "share"],
-                      ["folder", "rollups"], ["widget", "write", "--today", "2026-08-20"]):
+                      ["folder", "rollups"], ["widget", "write", "--today", "2026-08-20"],
+                      ["report", "--save", "--of", "2026-08-20", "--today", "2026-09-01"]):
         outcome = world.run([str(programs / "tappora"), *arguments, *data])
         if outcome.status != 0:
             sys.exit(f"{arguments} failed: {outcome.err}")
