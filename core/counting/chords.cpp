@@ -30,7 +30,8 @@ std::vector<std::pair<Key, std::int64_t>> mostCounted(const FlatMap<Key, std::in
                  [](const auto& item) { return item.second >= 1; });
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& one, const auto& other) { return one.second > other.second; });
-    ranked.resize(std::min(limit, ranked.size()));
+    if (ranked.size() > limit)
+        ranked.erase(ranked.begin() + static_cast<std::ptrdiff_t>(limit), ranked.end());
     return ranked;
 }
 
