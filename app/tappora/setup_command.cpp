@@ -82,22 +82,31 @@ void printChanges(const SetupStep& step, const Changes& changes, const SetupWorl
                           : harmless(described(changes, world.rootBy)));
 }
 
-void setUp(const SetupStep& step, const SetupWorld& world) {
+/// Whether it works already.
+bool setUp(const SetupStep& step, const SetupWorld& world, const Environment& environment) {
     const Changes changes = step.toSetUp(world);
-    if (changes.empty()) return print(fmt::format("{}: set up already\n", step.name));
+    if (changes.empty()) {
+        print(fmt::format("{}: set up already\n", step.name));
+        return true;
+    }
     try {
         make(changes, world.rootBy);
     } catch (const Failure& failure) {
         throw Failure(step.name, fmt::format("not set up: {}", failure.what()));
     }
-    print(harmless(fmt::format("{}: set up\n{}", step.name, step.afterwards(world))));
+    print(fmt::format("{}: set up\n", step.name));
+    const Afterwards now = step.afterwards(world, environment);
+    print(harmless(now.text));
+    return now.works;
 }
 
 /// All that can be known before is checked before anything is done.
-void setUp(const Steps& steps, const SetupWorld& world) {
+void setUp(const Steps& steps, const SetupWorld& world, const Environment& environment) {
     for (const SetupStep* step : steps)
         if (!step->toSetUp(world).empty()) step->require(world);
-    for (const SetupStep* step : steps) setUp(*step, world);
+    bool works = true;
+    for (const SetupStep* step : steps) works = setUp(*step, world, environment) && works;
+    if (!works) throw NotCounting();
 }
 
 void remove(const Steps& steps, const Asked& asked, const SetupWorld& world) {
@@ -131,7 +140,7 @@ void setup(const Asked& asked, const Environment& environment) {
             printChanges(*step, asked.remove ? step->toRemove(world) : step->toSetUp(world), world,
                          asked.remove);
     else if (asked.remove) remove(steps, asked, world);
-    else setUp(steps, world);
+    else setUp(steps, world, environment);
 }
 
 }  // namespace

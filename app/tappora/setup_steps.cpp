@@ -117,9 +117,8 @@ void requireForService(const SetupWorld& world) {
     requireRoot(world);
 }
 
-std::string afterService(const SetupWorld& world) {
-    return fmt::format("It counts into {}.\nWhether it counts: tappora status. Its log: journalctl -u {}\n",
-                       world.folder.string(), serviceName(world));
+Afterwards afterService(const SetupWorld& world, const Environment& environment) {
+    return awaitCounting({.name = serviceName(world)}, world, environment);
 }
 
 // The recorder as a service of the user's own
@@ -179,13 +178,10 @@ void requireForUserService(const SetupWorld& world) {
     if (!hasInputGroup({"id", "-nG", world.user})) requireRoot(world);
 }
 
-std::string afterUserService(const SetupWorld& world) {
-    if (hasInputGroup({"id", "-nG"}))
-        return fmt::format(
-            "It counts into {}.\nWhether it counts: tappora status. Its log: journalctl --user -u "
-            "tappora-record\n",
-            world.folder.string());
-    return "Log out of all sessions, and in again: counting starts then.\n";
+Afterwards afterUserService(const SetupWorld& world, const Environment& environment) {
+    if (!hasInputGroup({"id", "-nG"}))
+        return {"Log out of all sessions, and in again: counting starts then.\n"};
+    return awaitCounting({.name = "tappora-record", .isUsers = true}, world, environment);
 }
 
 // What starts when the user logs in to a desktop
@@ -218,8 +214,8 @@ Changes entryToRemove(const SetupWorld& world) {
 }
 
 template <const AtLogin& program>
-std::string afterEntry(const SetupWorld&) {
-    return fmt::format("Starts when you log in; now: tappora {}\n", program.command);
+Afterwards afterEntry(const SetupWorld&, const Environment&) {
+    return {fmt::format("Starts when you log in; now: tappora {}\n", program.command)};
 }
 
 void requireDesktop(const std::optional<fs::path>& program, std::string_view name) {

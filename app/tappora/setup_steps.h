@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "app/tappora/setup_changes.h"
+#include "app/tappora/setup_counting.h"
 
 namespace tappora {
 
@@ -23,8 +24,8 @@ struct SetupStep {
     Changes (*toRemove)(const SetupWorld&);
     /// Failure when it cannot be done here.
     void (*require)(const SetupWorld&);
-    /// What to say once it is done.
-    std::string (*afterwards)(const SetupWorld&);
+    /// Looks whether it works, once it is done.
+    Afterwards (*afterwards)(const SetupWorld&, const Environment&);
 };
 
 /// All, in the order in which they are offered.

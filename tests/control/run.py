@@ -125,6 +125,22 @@ def is_held_up_by_nobody(session):
     session.counts()
 
 
+def is_asked_by_setup(session):
+    """Setting up ends with what the recorder says. systemd is played."""
+    plays = session.world.root / "plays"
+    plays.mkdir()
+    for name, play in (("id", "case $* in -un) echo ada ;; -u) /usr/bin/id -u ;; *) echo ada input ;; esac"),
+                       ("systemctl", "case $* in *show*) echo Version=252 ;; *is-enabled*) exit 1 ;; esac")):
+        (plays / name).write_text(f"#!/bin/sh\n{play}\n")
+        (plays / name).chmod(0o755)
+    environment = session.environment | {"PATH": f"{plays}:{os.environ['PATH']}", "TAPPORA_FOLDER": f"{session.world.root}/data"}
+    ended = subprocess.run([str(session.programs / "tappora"), "setup", "user-service"], env=environment, capture_output=True,
+                           text=True, timeout=PATIENCE, check=False)
+    expect((ended.returncode, ended.stderr, ended.stdout.replace(str(session.world.root), "ROOT")),
+           (0, "", "user-service: set up\nIt counts into ROOT/data.\nWhat it counts: tappora status. "
+            "Its log: journalctl --user -u tappora-record\n"), "setup")
+
+
 def pauses_over_kills_and_ends_by_itself(session):
     session.ask("pause", "30m", status=0, out="Paused until 10:31: nothing is counted.\n")
     pause = {"since": "2026-09-20T10:01:30Z", "until": "2026-09-20T10:31:30Z"}
@@ -288,7 +304,7 @@ def refuses_a_name_that_is_taken(session):
 def main(programs, injector, stage, preloads):
     with tempfile.TemporaryDirectory(dir="/tmp") as place:
         session = Session(programs, Path(injector).resolve(), Stage(stage, preloads), place)
-        for check in (tells_what_it_does, is_held_up_by_nobody, pauses_over_kills_and_ends_by_itself,
+        for check in (tells_what_it_does, is_held_up_by_nobody, is_asked_by_setup, pauses_over_kills_and_ends_by_itself,
                       keeps_the_pause_of_a_signal, is_found_again, refuses_a_name_that_is_taken):
             check(session)
         expect(session.total()["keystrokes"], 6, "what was counted, without the two in the minute of the kill")
