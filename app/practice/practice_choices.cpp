@@ -7,14 +7,12 @@
 #include <random>
 
 #include "app/common/command_line/command_line.h"
-#include "app/common/folder/language.h"
-#include "app/common/keyboard/own_layouts.h"
+#include "app/common/folder/practice_language.h"
 #include "app/common/program.h"
 #include "app/common/system/file_text.h"
 #include "app/common/system/resources.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
-#include "core/keyboard/catalog.h"
 #include "core/practice/lesson_length.h"
 #include "core/practice/practice_course.h"
 #include "core/practice/practice_layout.h"
@@ -29,7 +27,6 @@ using tapcore::LetterModel;
 using tapcore::PracticeCourse;
 namespace PracticeLayout = tapcore::PracticeLayout;
 
-constexpr const char* lessonsKey = "practice.language";
 constexpr const char* wordsKey = "practice.length";
 constexpr const char* speedKey = "practice.targetWPM";
 constexpr const char* goalKey = "practice.goalMinutes";
@@ -72,14 +69,10 @@ void checkSums(const LetterModel& model, const fs::path& path) {
 }
 
 /// Of all layouts that are known, and of the one in force, which may not be among them.
-PracticeLayout::LegendsByLayout allLegends(const Environment& environment, const tapcore::Store& store,
-                                           const LegendSet& inForce) {
-    const fs::path resources = resourceFolder(environment);
-    tapcore::FileProblems ignored;
-    const auto catalog =
-        tapcore::Catalog::bundledLayouts(resources).adding(ownLayouts(store, resources, ignored));
+PracticeLayout::LegendsByLayout allLegends(const Keyboards& keyboards, const LegendSet& inForce) {
+    std::vector<LegendSet> all = keyboards.allLayouts();
     PracticeLayout::LegendsByLayout legends;
-    for (const tapcore::Layout& layout : catalog.layouts) legends[layout.id] = catalog.legends(layout.id);
+    for (LegendSet& layout : all) legends[layout.id] = std::move(layout.legends);
     legends[inForce.id] = inForce.legends;
     return legends;
 }
@@ -93,7 +86,7 @@ LegendSet chosenLayout(const PracticeOptions& options, const LetterModel& model,
     PracticeLayout::LayoutByLanguage set;
     if (const auto layout = settings.text(layoutKey(model.language))) set[model.language] = *layout;
     if (set.empty() && PracticeLayout::types(model.order, own.legends)) return own;
-    const auto legends = allLegends(environment, store, own);
+    const auto legends = allLegends(keyboards, own);
     const std::string picked = PracticeLayout::pick(model.language, model.order, own.id, set, legends);
     return picked == own.id ? own : keyboards.layout(layoutKey(model.language), picked);
 }
@@ -122,15 +115,6 @@ void keepLayout(const std::string& chosen, const std::string& language, Settings
         PracticeLayout::setting(chosen == "auto" ? std::string(PracticeLayout::own) : chosen, language, {});
     if (layouts.empty()) settings.remove(layoutKey(language));
     else settings.setText(layoutKey(language), layouts.at(language));
-}
-
-/// The language of the settings, else the system's.
-std::string languageSet(const Settings& settings, const Environment& environment,
-                        const std::vector<std::string>& available) {
-    const auto set = settings.text(lessonsKey);
-    if (set && isAmong(available, *set)) return *set;
-    if (set) settings.warnOf(lessonsKey, noSuch("language", *set, available));
-    return systemLanguage(environment, available);
 }
 
 void addLanguage(CommandSyntax& command, PracticeOptions& options) {
@@ -206,7 +190,7 @@ std::shared_ptr<const LetterModel> chosenModel(const PracticeOptions& options, c
     const fs::path folder = resourceFolder(environment) / "Practice";
     const std::vector<std::string> available = LetterModel::available(folder);
     const std::string language =
-        options.language ? *options.language : languageSet(settings, environment, available);
+        options.language ? *options.language : practiceLanguage(settings, environment, available);
     const fs::path path = folder / (language + ".json");
     if (auto model = LetterModel::load(language, folder)) {
         checkSums(*model, path);
@@ -230,7 +214,7 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
                        .letErrorsStand = isOn(options.letErrorsStand, errorsKey, settings)};
     std::vector<std::string> fitting;
     if (!PracticeLayout::types(model->order, layout.legends))
-        fitting = PracticeLayout::fitting(model->order, allLegends(environment, store, layout));
+        fitting = PracticeLayout::fitting(model->order, allLegends(Keyboards(environment, store), layout));
     return {std::move(setup), std::move(layout.legends), std::move(fitting)};
 }
 
@@ -248,7 +232,7 @@ void keepOptions(const PracticeOptions& options, const std::string& language,
                                                                  {options.digits, digitsKey},
                                                                  {options.letErrorsStand, errorsKey}};
     Settings::change(environment, [&](Settings& settings) {
-        if (options.language) settings.setText(lessonsKey, language);
+        if (options.language) settings.setText(practiceLanguageKey, language);
         if (options.words) settings.setInteger(wordsKey, *options.words);
         if (options.speed) settings.setInteger(speedKey, *options.speed);
         if (options.goal) settings.setInteger(goalKey, *options.goal);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/companion.h"
@@ -12,6 +14,7 @@
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/bar_chart.h"
 #include "app/tappora/commands.h"
+#include "app/tappora/fingers_rank.h"
 #include "core/foundation/integers.h"
 
 namespace tappora {
@@ -138,7 +141,15 @@ void fingersCommand(CommandLine& line, const Environment& environment) {
     line.describe("Print how many presses each finger, hand and row has, and how far the fingers move",
                   "tappora fingers --from 2026-09-01 --as colemak --leave-out space");
     addFingersOptions(line, options);
+    bool ranks = false;
+    std::optional<std::string> language;
+    line.flag("--rank", ranks, "Compare the layouts that type your language")
+        .excludes("--as")
+        .excludes("--output");
+    line.option("--language", language, "With --rank, the language, by its code, such as de").type("CODE");
     line.parse();
+    if (language && !ranks) throw UsageError("--language: only with --rank");
+    if (ranks) return printRanking(options, language, environment);
     if (options.output) becomePainter("fingers", line.arguments());
 
     const FingersView view = fingersView(options, environment);

@@ -11,6 +11,7 @@
 #include "app/common/keyboard/board_counts.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
+#include "app/common/report/report_keyboard.h"
 #include "app/common/system/environment.h"
 #include "app/common/terminal/terminal.h"
 #include "app/tappora/commands.h"
@@ -73,13 +74,6 @@ ReportPeriod periodOf(const ReportOptions& options, const tapcore::Day& today,
     }
     const tapcore::Day day = options.of ? parseDay("--of", *options.of) : today;
     return ReportPeriod::containing(kindOf(options.kind.value_or("week")), day);
-}
-
-tapcore::ReportKeyboard keyboardOf(const ReportOptions& options, const tapcore::Store& store,
-                                   const Environment& environment) {
-    const Keyboards keyboards(environment, store);
-    const LegendSet layout = keyboards.chosenLayout(options.keyboard);
-    return {keyboards.chosenBoard(options.keyboard), layout.id, layout.name, layout.legends};
 }
 
 Report read(const tapcore::Store& store, const tapcore::ReportQuestion& question) {
@@ -146,7 +140,7 @@ void reportCommand(CommandLine& line, const Environment& environment) {
         .period = period,
         .today = day,
         .hoursPassed = static_cast<std::int64_t>(hoursPassed(day, environment, calendar)),
-        .keyboard = keyboardOf(options, store, environment)};
+        .keyboard = reportKeyboard(options.keyboard, store, environment)};
     const Report report = read(store, question);
     const tapcore::Words words = chosenWords(environment);
     if (report.isEmpty() && !options.json) {

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/records_json.h"
+#include "app/tappora/fingers_rank.h"
 #include "core/reports/finding_text.h"
 
 namespace tappora {
@@ -91,6 +92,12 @@ json gainJson(const tapcore::LetterGain& gain) {
             {"sparedADay", gain.sparedADay}};
 }
 
+json offerJson(const Report::LayoutOffer& offer) {
+    return {{"today", standingJson(offer.today)},
+            {"other", standingJson(offer.other)},
+            {"spared", offer.spared()}};
+}
+
 }  // namespace
 
 json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const tapcore::Words& words) {
@@ -110,6 +117,7 @@ json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const
                    {"fingers", json::array()},
                    {"practice", practiceJson(report.practice)},
                    {"findings", json::array()},
+                   {"advice", adviceOf(report, keyboard, words, 3)},
                    {"gains", json::array()}};
     for (const Report::DayLine& line : report.days) result["days"].push_back(dayJson(line));
     for (std::size_t i = 0; i < tapcore::keyClasses; ++i)
@@ -124,6 +132,7 @@ json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const
     for (const tapcore::Finding& finding : report.findings)
         result["findings"].push_back(findingJson(finding, keyboard, words));
     for (const tapcore::LetterGain& gain : report.gains) result["gains"].push_back(gainJson(gain));
+    if (report.otherLayout) result["otherLayout"] = offerJson(*report.otherLayout);
     return result;
 }
 

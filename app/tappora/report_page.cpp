@@ -77,8 +77,8 @@ class Page {
         std::string items;
         for (const tapcore::Finding& finding : report_.findings)
             items += "<li>" + escaped(textOf(finding, keyboard_.legends, words_)) + "</li>\n";
-        for (std::size_t i = 0; i < std::min<std::size_t>(3, report_.gains.size()); ++i)
-            items += "<li>" + escaped(textOf(report_.gains[i], words_)) + "</li>\n";
+        for (const std::string& advice : adviceOf(report_, keyboard_, words_, 3))
+            items += "<li>" + escaped(advice) + "</li>\n";
         return items.empty() ? "" : "<ol class=\"findings\">\n" + items + "</ol>\n";
     }
 

@@ -61,7 +61,8 @@ std::string findingsText(const Report& report, const tapcore::ReportKeyboard& ke
     std::string text;
     for (std::size_t i = 0; i < std::min(leading, report.findings.size()); ++i)
         text += wrapped(textOf(report.findings[i], keyboard.legends, words), terminal.width);
-    if (!report.gains.empty()) text += wrapped(textOf(report.gains.front(), words), terminal.width);
+    for (const std::string& advice : adviceOf(report, keyboard, words, 1))
+        text += wrapped(advice, terminal.width);
     if (!terminal.unicode)
         for (auto at = text.find("•"); at != text.npos; at = text.find("•")) text.replace(at, 3, "-");
     return text.empty() ? "" : "\n" + text;

@@ -1,5 +1,6 @@
 #include "core/reports/finding_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -67,6 +68,23 @@ bool hasDirection(Kind kind) {
            kind != Kind::busiestHour;
 }
 
+/// The command that practises the letters of the language that would gain most; empty for none.
+std::string practiceCommand(const std::vector<LetterGain>& gains, const std::vector<std::string>& letters) {
+    constexpr std::size_t most = 5;
+    std::string list;
+    std::size_t count = 0;
+    for (const LetterGain& gain : gains)
+        if (std::find(letters.begin(), letters.end(), gain.letter) != letters.end() && count++ < most)
+            list += (list.empty() ? "" : ", ") + gain.letter;
+    return list.empty() ? "" : "tappora practice --letters \"" + list + "\"";
+}
+
+std::string textOf(const Report::LayoutOffer& offer, const Words& words) {
+    return words.text("report.layout", {{"name", offer.other.name},
+                                        {"today", offer.today.name},
+                                        {"percent", whole(offer.spared() * 100, words)}});
+}
+
 std::string keyOf(const Finding& finding) {
     const std::string key = "report.finding." + std::string(Finding::kinds.of(finding.kind));
     if (!hasDirection(finding.kind)) return key;
@@ -95,6 +113,17 @@ std::string textOf(const LetterGain& gain, const Words& words) {
                                       {"time", words.number(gain.milliseconds)},
                                       {"minutes", words.number(gain.minutesADay, 1)},
                                       {"spared", words.number(gain.sparedADay, 1)}});
+}
+
+std::vector<std::string> adviceOf(const Report& report, const ReportKeyboard& keyboard, const Words& words,
+                                  std::size_t gains) {
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < std::min(gains, report.gains.size()); ++i)
+        texts.push_back(textOf(report.gains[i], words));
+    const std::string command = practiceCommand(report.gains, keyboard.letters);
+    if (!command.empty()) texts.push_back(words.text("report.practise", {{"command", command}}));
+    if (report.otherLayout) texts.push_back(textOf(*report.otherLayout, words));
+    return texts;
 }
 
 }  // namespace tapcore

@@ -128,6 +128,17 @@ Report::Practice practiceOf(const PracticeHistory& history, const Stretch& passe
     return practice;
 }
 
+std::optional<Report::LayoutOffer> otherLayoutOf(const ReportKeyboard& keyboard,
+                                                 const Tally::KeyCounts& counts) {
+    const LegendSet today{keyboard.layout, keyboard.layoutName, keyboard.legends};
+    const auto ranking = rankLayouts(
+        {.board = keyboard.board, .today = today, .layouts = keyboard.layouts, .letters = keyboard.letters},
+        counts);
+    const LayoutStanding* better = ranking ? ranking->clearlyBetter() : nullptr;
+    if (!better) return std::nullopt;
+    return Report::LayoutOffer{ranking->today, *better};
+}
+
 }  // namespace
 
 Report reportOf(const Store& store, const ReportQuestion& question, FileProblems* problems,
@@ -164,6 +175,7 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     report.gains = letterGains(now.figures.summary.byKey, keyboard.legends,
                                history.recent(daysLater(passed->last, -recent), keyboard.layout),
                                now.figures.typingDays);
+    report.otherLayout = otherLayoutOf(keyboard, now.figures.summary.byKey);
     return report;
 }
 

@@ -10,9 +10,11 @@
 #include "core/files/store.h"
 #include "core/foundation/progress.h"
 #include "core/keyboard/board.h"
+#include "core/keyboard/legend_set.h"
 #include "core/keyboard/load.h"
 #include "core/reports/finding.h"
 #include "core/reports/key_class.h"
+#include "core/reports/layout_ranking.h"
 #include "core/reports/letter_gain.h"
 #include "core/reports/report_period.h"
 #include "core/reports/typing_days.h"
@@ -26,6 +28,8 @@ struct ReportKeyboard {
     std::string layout;      ///< its id, as practice files name it
     std::string layoutName;  ///< for people
     Legends legends;
+    std::vector<LegendSet> layouts = {};    ///< what today's layout is compared with
+    std::vector<std::string> letters = {};  ///< of the language that is typed
 };
 
 /// What a period of typing says.
@@ -60,6 +64,16 @@ struct Report {
         bool operator==(const UsualTotals&) const = default;
     };
 
+    /// Two layouts that the same counts were laid over.
+    struct LayoutOffer {
+        LayoutStanding today;
+        LayoutStanding other;
+
+        /// What part of today's travel the other one spares.
+        double spared() const { return 1 - other.metres / today.metres; }
+        bool operator==(const LayoutOffer&) const = default;
+    };
+
     struct Practice {
         std::int64_t days = 0;
         std::int64_t seconds = 0;
@@ -84,6 +98,7 @@ struct Report {
     std::optional<Totals> yearBefore;  ///< the same; nothing for a year, whose year before is the one before
     std::vector<Finding> findings;     ///< what changed, the farthest from usual first; then facts
     std::vector<LetterGain> gains;
+    std::optional<LayoutOffer> otherLayout;  ///< one that would spare more than a fifth of the travel
 
     /// Whether nothing was counted or practised.
     bool isEmpty() const { return figures.summary.isEmpty() && practice.seconds == 0; }

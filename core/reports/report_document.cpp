@@ -108,6 +108,8 @@ TextTable findingsTable(const Report& report, const ReportKeyboard& keyboard, co
     TextTable table{{"finding"}, {false}, {}};
     for (const Finding& finding : report.findings)
         table.rows.push_back({textOf(finding, keyboard.legends, words)});
+    for (std::string& advice : adviceOf(report, keyboard, words, 0))
+        table.rows.push_back({std::move(advice)});
     return table;
 }
 

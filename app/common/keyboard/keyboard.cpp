@@ -85,6 +85,16 @@ LegendSet Keyboards::layout(std::string_view what, const std::string& name) cons
     return withBases(std::move(*found));
 }
 
+std::vector<LegendSet> Keyboards::allLayouts() const {
+    tapcore::FileProblems ignored;  // who asks for one of them by its id is told
+    const auto catalog = Catalog::bundledLayouts(resources_).adding(ownLayouts(store_, resources_, ignored));
+    std::vector<LegendSet> sets;
+    for (const Layout& layout : catalog.layouts)
+        sets.push_back({harmlessLine(layout.id), harmlessLine(layout.name),
+                        harmlessLegends(catalog.legends(layout.id))});
+    return sets;
+}
+
 std::optional<Layout> Keyboards::findLayout(const std::string& id) const {
     if (!own_) own_ = ownLayouts(store_, resources_, left_);
     const auto at =

@@ -12,6 +12,7 @@
 #include "core/files/store.h"
 #include "core/keyboard/board.h"
 #include "core/keyboard/layout.h"
+#include "core/keyboard/legend_set.h"
 
 namespace tappora {
 
@@ -27,12 +28,7 @@ void addKeyboardOptions(CommandSyntax& command, KeyboardOptions& options);
 /// --layout alone, for a command that names keys but draws none.
 void addLayoutOption(CommandSyntax& command, KeyboardOptions& options);
 
-/// A layout with all it prints.
-struct LegendSet {
-    std::string id;
-    std::string name;
-    tapcore::Legends legends;  ///< as they are shown, those of its bases included
-};
+using tapcore::LegendSet;
 
 /// Where boards and layouts are looked for: among the user's own and those that come with the program. Only
 /// the files that are asked for are read.
@@ -47,6 +43,10 @@ class Keyboards {
 
     /// The layout that an option or argument names, in the same ways.
     LegendSet layout(std::string_view what, const std::string& name) const;
+
+    /// Every layout that is known, the user's own and the program's, by name; of two with one id, the user's.
+    /// Own ones that cannot be read are left out.
+    std::vector<LegendSet> allLayouts() const;
 
     /// The board that the options name, else the settings ("keyboard.board"), else those of the data folder,
     /// else the last day counted, else the one that has every key.
