@@ -52,24 +52,30 @@ void printLesson(const PracticeOptions& options, const LessonOptions& lesson,
 void printPlan(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Store store = openStore(options.folder, environment);
     const Settings settings = Settings::read(environment);
-    const TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
+    TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
     const tapcore::PracticeHistory history = readHistory(store);
+    tapcore::FileProblems problems;
+    const std::string remark = weighByOwn(setup, options, environment, settings, store, problems);
+    complainOf(problems);
+    if (!remark.empty()) complain("--mine: " + remark + "; the lesson is as usual");
     keepOptions(options, setup.model->language, environment);
     const std::uint64_t seed = chosenSeed(options);
     tapcore::SeededRandom rng(seed);
     const auto practised = history.totals(setup.layout);
     const tapcore::LessonPlan plan = planLesson(*setup.model, setup.rules, practised, setup.wish, rng);
-    print(jsonText({{"language", setup.model->language},
-                    {"layout", setup.layout},
-                    {"seed", seed},
-                    {"targetWPM", setup.rules.targetWPM()},
-                    {"goalSeconds", setup.goalSeconds},
-                    {"letErrorsStand", setup.letErrorsStand},
-                    {"open", plan.open},
-                    {"openDigits", plan.openDigits},
-                    {"openMarks", plan.openMarks},
-                    {"stressed", plan.stressed},
-                    {"words", plan.words}}));
+    json result = {{"language", setup.model->language},
+                   {"layout", setup.layout},
+                   {"seed", seed},
+                   {"targetWPM", setup.rules.targetWPM()},
+                   {"goalSeconds", setup.goalSeconds},
+                   {"letErrorsStand", setup.letErrorsStand},
+                   {"open", plan.open},
+                   {"openDigits", plan.openDigits},
+                   {"openMarks", plan.openMarks},
+                   {"stressed", plan.stressed},
+                   {"words", plan.words}};
+    if (setup.wish.own) result["own"] = {{"days", TrainerSetup::ownDays}, {"letters", *setup.wish.own}};
+    print(jsonText(result));
 }
 
 }  // namespace tappora

@@ -34,6 +34,7 @@ constexpr const char* capitalsKey = "practice.capitals";
 constexpr const char* punctuationKey = "practice.punctuation";
 constexpr const char* digitsKey = "practice.digits";
 constexpr const char* errorsKey = "practice.letErrorsStand";
+constexpr const char* mineKey = "practice.mine";
 
 std::string layoutKey(const std::string& language) { return "practice.layout." + language; }
 
@@ -161,6 +162,8 @@ void addPracticeOptions(CommandSyntax& command, PracticeOptions& options) {
     command.flag("--digits,!--no-digits", options.digits, "Mix in numbers");
     command.flag("--let-errors-stand,!--no-let-errors-stand", options.letErrorsStand,
                  "Let wrong keys pass; otherwise each must be corrected");
+    command.flag("--mine,!--no-mine", options.mine,
+                 "Choose letters and words by what you typed in the last 30 days");
     command.flag("--keep", options.keep, "Save these choices as settings");
     command.flag("--json", options.json, "Print the lesson that would begin, as JSON");
 }
@@ -218,6 +221,22 @@ PracticeChoice choosePractice(const PracticeOptions& options, const Environment&
     return {std::move(setup), std::move(layout.legends), std::move(fitting)};
 }
 
+std::string weighByOwn(TrainerSetup& setup, const PracticeOptions& options, const Environment& environment,
+                       const Settings& settings, const tapcore::Store& store,
+                       tapcore::FileProblems& problems) {
+    if (!isOn(options.mine, mineKey, settings)) return "";
+    const tapcore::Calendar& calendar = environment.calendar;
+    const tapcore::Day day = today(options.folder, environment, calendar);
+    const auto counts = store.summary(TrainerSetup::ownDays, day, calendar, &problems).byKey;
+    const Keyboards keyboards(environment, store);
+    const LegendSet daily = keyboards.chosenLayout({.board = options.keyboard.board, .layout = std::nullopt});
+    setup.wish.own = tapcore::ownLetters(counts, daily.legends, setup.model->order);
+    if (!setup.wish.own)
+        return fmt::format("too little was counted in the last {} days", TrainerSetup::ownDays);
+    setup.model = std::make_shared<const LetterModel>(tapcore::weighed(*setup.model, *setup.wish.own));
+    return "";
+}
+
 std::uint64_t chosenSeed(const PracticeOptions& options) {
     if (options.seed) return *options.seed;
     std::random_device chance;
@@ -230,7 +249,8 @@ void keepOptions(const PracticeOptions& options, const std::string& language,
     const std::pair<std::optional<bool>, const char*> flags[] = {{options.capitals, capitalsKey},
                                                                  {options.punctuation, punctuationKey},
                                                                  {options.digits, digitsKey},
-                                                                 {options.letErrorsStand, errorsKey}};
+                                                                 {options.letErrorsStand, errorsKey},
+                                                                 {options.mine, mineKey}};
     Settings::change(environment, [&](Settings& settings) {
         if (options.language) settings.setText(practiceLanguageKey, language);
         if (options.words) settings.setInteger(wordsKey, *options.words);

@@ -33,7 +33,8 @@ struct PracticeOptions {
     std::optional<bool> punctuation;
     std::optional<bool> digits;
     std::optional<bool> letErrorsStand;
-    bool keep = false;  ///< what is said here is to be kept as settings
+    std::optional<bool> mine;  ///< lessons are chosen by what is typed daily
+    bool keep = false;         ///< what is said here is to be kept as settings
     bool json = false;
 };
 
@@ -61,6 +62,12 @@ struct PracticeChoice {
 /// keyboard's own when it types the language, else one that does.
 PracticeChoice choosePractice(const PracticeOptions& options, const Environment& environment,
                               const Settings& settings, const tapcore::Store& store);
+
+/// Has lessons chosen by what was typed in the last days, when the options or the settings
+/// ("practice.mine") say so. Says why they are not when too little was counted; else nothing.
+std::string weighByOwn(TrainerSetup& setup, const PracticeOptions& options, const Environment& environment,
+                       const Settings& settings, const tapcore::Store& store,
+                       tapcore::FileProblems& problems);
 
 /// The seed given, else one by chance.
 std::uint64_t chosenSeed(const PracticeOptions& options);

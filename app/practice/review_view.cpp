@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <utility>
 #include <variant>
 
 #include "app/practice/figures.h"
@@ -47,6 +48,18 @@ std::string newsText(const tapcore::LessonResult::News& news) {
     return "Your fastest lesson of the week";
 }
 
+/// By what the lesson was chosen, when that is what is typed daily, and what that cannot tell.
+std::vector<FrameLine> choiceLines(const Trainer& trainer) {
+    const tapcore::LessonWish& wish = trainer.setup().wish;
+    if (!wish.own) return {};
+    const auto focus = wish.letters.empty() ? trainer.plan().focus() : std::nullopt;
+    const std::string what = focus ? fmt::format("Chosen for you: {} is {:.0f} % of the letters you typed",
+                                                 *focus, tapcore::shareOf(*focus, *wish.own) * 100)
+                                   : "The words have your letters as often as you typed them";
+    return {{{fmt::format("{} in {} days", what, TrainerSetup::ownDays)}},
+            {{"Daily counts hold neither pairs of letters nor errors", SpanStyle::faint}}};
+}
+
 std::vector<FrameLine> remarkLines(const Trainer& trainer) {
     std::vector<FrameLine> lines;
     const tapcore::LessonResult& result = *trainer.result();
@@ -54,6 +67,7 @@ std::vector<FrameLine> remarkLines(const Trainer& trainer) {
     if (result.streak > 1) lines.push_back({{fmt::format("{} days in a row", result.streak)}});
     const std::vector<std::string> slowest = trainer.slowest();
     if (!slowest.empty()) lines.push_back({{fmt::format("Took longest: {}", fmt::join(slowest, ", "))}});
+    for (FrameLine& line : choiceLines(trainer)) lines.push_back(std::move(line));
     return lines;
 }
 

@@ -28,6 +28,9 @@ struct TrainerSetup {
     std::string layout;              ///< its id
     std::int64_t goalSeconds = 300;  ///< of a day
     bool letErrorsStand = false;
+
+    /// `wish.own` is of so many days.
+    static constexpr std::int64_t ownDays = 30;
 };
 
 /// What the trainer needs of the world around it.

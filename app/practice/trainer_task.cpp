@@ -216,6 +216,9 @@ void runTrainer(const PracticeOptions& options, const Environment& environment) 
     const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
     std::string remark = keyboard.remark(choice.setup.model->order, choice.setup.layout, choice.fitting);
     Remarks remarks;
+    const std::string notMine =
+        weighByOwn(choice.setup, options, environment, settings, store, remarks.problems);
+    if (remark.empty() && !notMine.empty()) remark = "Not chosen by your typing: " + notMine;
     tapcore::PracticeHistory history = store.practiceHistory(&remarks.problems);
     remarks.say();
     requireAddable(history, store);

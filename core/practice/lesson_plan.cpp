@@ -71,6 +71,12 @@ Letters mixedWords(const LetterModel& model, const Letters& open, const Letters&
     return mixed;
 }
 
+std::optional<std::string> stressedBy(const PracticeRules& rules, const Letters& open,
+                                      const LetterCounts& practised, const LessonWish& wish) {
+    const auto own = wish.own ? costliest(rules, open, practised, *wish.own) : std::nullopt;
+    return own ? own : rules.focus(open, practised);
+}
+
 }  // namespace
 
 std::optional<std::string> LessonPlan::focus() const {
@@ -89,7 +95,7 @@ LessonPlan planLesson(const LetterModel& model, const PracticeRules& rules, cons
     plan.openMarks = openOf(PracticeCourse::marks, wish.marksOpened);
     plan.stressed = wish.letters;
     if (plan.stressed.empty())
-        if (const auto focus = rules.focus(plan.open, practised)) plan.stressed = {*focus};
+        if (const auto focus = stressedBy(rules, plan.open, practised, wish)) plan.stressed = {*focus};
     const Letters letters = joined(plan.open, plan.stressed);
     plan.words = plan.stressed.empty()
                      ? Letters{}

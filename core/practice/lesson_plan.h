@@ -7,6 +7,7 @@
 
 #include "core/practice/letter_model.h"
 #include "core/practice/letter_stats.h"
+#include "core/practice/own_letters.h"
 #include "core/practice/practice_extras.h"
 #include "core/practice/practice_rules.h"
 #include "core/practice/seeded_random.h"
@@ -20,7 +21,8 @@ inline constexpr std::int64_t courseStart = 3;
 struct LessonWish {
     std::int64_t words = 30;
     std::vector<std::string> letters =
-        {};  ///< to practise these, whatever is open; the rules' focus when empty
+        {};                              ///< to practise these, whatever is open; the rules' focus when empty
+    std::optional<OwnLetters> own = {};  ///< stresses the letter that costs most of what is typed daily
     PracticeExtras extras = {};
     // How many letters, digits and marks were open before: none of them closes again.
     std::int64_t lettersOpened = 0;

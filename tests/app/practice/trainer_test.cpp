@@ -70,8 +70,11 @@ class TrainerOnATerminal : public testing::Test {
 
     /// The text of the next lesson after some practice, made from the seed as the trainer makes it.
     std::string nextText(const LetterCounts& practised) {
-        const auto model = tapcore::LetterModel::load("en", RESOURCES "/Practice");
-        const auto plan = planLesson(*model, tapcore::PracticeRules(40), practised, {.words = 5}, rng);
+        return textOf(*tapcore::LetterModel::load("en", RESOURCES "/Practice"), practised, {.words = 5});
+    }
+    std::string textOf(const tapcore::LetterModel& model, const LetterCounts& practised,
+                       const tapcore::LessonWish& wish) {
+        const auto plan = planLesson(model, tapcore::PracticeRules(40), practised, wish, rng);
         std::string text;
         for (const std::string& word : plan.words) text += text.empty() ? word : " " + word;
         return text;
@@ -226,6 +229,19 @@ TEST_F(TrainerOnATerminal, SaysThatKeysArePracticeWhileTheyGoIntoALesson) {
     terminal->type("\033");
     EXPECT_EQ(terminal->wait(), 0);
     EXPECT_TRUE(saysPractice(false)) << "left";
+    expectRight(savedDay());
+}
+
+TEST_F(TrainerOnATerminal, SaysInTheReviewThatALessonWasChosenByDailyCounts) {
+    data.put("days/2026-09-19.org", "* Keys\n| 9 | 0 | 750 |\n| 9 | 14 | 250 |\n");
+    const tapcore::OwnLetters own = {{"a", 750}, {"e", 250}};
+    const auto model = tapcore::LetterModel::load("en", RESOURCES "/Practice");
+    start({"/bin/sh", "-c", "exec \"$@\" --mine", "sh"});
+    typeWithErrors(textOf(weighed(*model, own), {}, {.words = 5, .own = own}));
+    EXPECT_TRUE(terminal->shows("Chosen for you: a is 75 % of the letters you typed in 30 days"));
+    EXPECT_TRUE(terminal->shows("neither pairs of letters nor errors")) << terminal->seen();
+    terminal->type("\033");
+    EXPECT_EQ(terminal->wait(), 0);
     expectRight(savedDay());
 }
 
