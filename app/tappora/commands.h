@@ -13,6 +13,7 @@ struct Environment;
 
 // clang-format off
 void glanceCommand  (CommandLine&, const Environment&);  // `tappora` alone
+void backupCommand  (CommandLine&, const Environment&);
 void boardsCommand  (CommandLine&, const Environment&);
 void dayCommand     (CommandLine&, const Environment&);
 void demoCommand    (CommandLine&, const Environment&);
@@ -25,6 +26,7 @@ void mcpCommand     (CommandLine&, const Environment&);
 void pauseCommand   (CommandLine&, const Environment&);
 void promptCommand  (CommandLine&, const Environment&);
 void reportCommand  (CommandLine&, const Environment&);
+void restoreCommand (CommandLine&, const Environment&);
 void resumeCommand  (CommandLine&, const Environment&);
 void settingsCommand(CommandLine&, const Environment&);
 void setupCommand   (CommandLine&, const Environment&);
@@ -58,6 +60,8 @@ inline constexpr Command commands[] = {
     {"fingers",  "Print how much each finger types, and how far it moves",           fingersCommand},
     {"widget",   "Print what the desktop widgets show, or draw them as pictures",    widgetCommand},
     {"folder",   "Show the data folder and take care of it",                         folderCommand},
+    {"backup",   "Put everything into one file",                                     backupCommand},
+    {"restore",  "Take back what a backup holds",                                    restoreCommand},
     {"settings", "Show and change every choice",                                     settingsCommand},
     {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},

@@ -8,13 +8,13 @@
 
 #include "core/files/data_listing.h"
 #include "core/files/file_copies.h"
+#include "core/files/file_kind.h"
+#include "core/files/file_tree.h"
 #include "core/files/folder_config.h"
-#include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
-#include "core/foundation/folder_listing.h"
 
 namespace tapcore::MacFolder {
 namespace {
@@ -25,31 +25,11 @@ namespace fs = std::filesystem;
 constexpr std::array<std::string_view, 3> machineFolders = {monthsFolder, daysFolder, practiceFolder};
 constexpr std::array<std::string_view, 3> commonFolders = {settingsFolder, reportsFolder, assistantFolder};
 
-/// What a file is for whoever takes it over.
-enum class Kind {
-    day,    ///< of counts or of practice: added to the one that is there
-    month,  ///< made again from its days, so that the one that is there stays
-    other,
-};
-
 struct CopyStep {
     fs::path from;
     fs::path to;
-    Kind kind;
+    FileKind kind;
 };
-
-bool isDataFile(const fs::path& file) {
-    const std::string extension = file.extension().string();
-    return !extension.empty() && FileFormat::isKnown(std::string_view(extension).substr(1));
-}
-
-/// Of a file directly in the folder of that name; of one in another folder, "".
-Kind kindOf(const fs::path& file, std::string_view folder) {
-    const std::string name = file.stem().string();
-    if (folder.empty() || !isDataFile(file)) return Kind::other;
-    if (folder == monthsFolder) return isMonthName(name) ? Kind::month : Kind::other;
-    return isDayName(name) ? Kind::day : Kind::other;
-}
 
 bool isSamePlace(const fs::path& a, const fs::path& b) {
     std::error_code error;
@@ -71,38 +51,10 @@ class Plan {
 
   private:
     void addTree(const fs::path& from, const fs::path& to, std::string_view folder = "") {
-        const FolderListing listing = listFolder(from);
-        if (listing.status == FolderListing::Status::unreadable)
-            missing_.push_back({from, 0, listing.error.message()});
-        for (const std::string& name : listing.names)
-            if (!name.starts_with('.')) addEntry(from / name, to / name, folder);
-            else addPlaceholder(from / name);
-    }
-
-    void addEntry(const fs::path& from, const fs::path& to, std::string_view folder) {
-        std::error_code error;
-        switch (fs::symlink_status(from, error).type()) {
-            case fs::file_type::regular:
-                return steps_.push_back({from, to, kindOf(from, folder)});
-            case fs::file_type::directory:
-                return addTree(from, to);
-            case fs::file_type::symlink:
-                return missing_.push_back({from, 0, "a symbolic link"});
-            default:
-                missing_.push_back({from, 0, error ? error.message() : "not a regular file"});
-        }
-    }
-
-    void addPlaceholder(const fs::path& hidden) {
-        const std::string name = hidden.filename().string();
-        const auto awaited = awaitedName(name);
-        if (!awaited) return;
-        const fs::path file = hidden.parent_path() / *awaited;
-        try {
-            if (isOnlyInCloud(file))
-                missing_.push_back({file, 0, make_error_code(FolderError::notHereYet).message()});
-        } catch (const fs::filesystem_error& error) {
-            missing_.push_back({file, 0, error.code().message()});
+        for (const fs::path& file : filesBelow(from, HiddenFiles::left, missing_)) {
+            const bool isDirect = file.parent_path() == from;
+            steps_.push_back(
+                {file, to / file.lexically_relative(from), fileKindOf(file, isDirect ? folder : "")});
         }
     }
 
@@ -119,11 +71,11 @@ class Copier {
     void copy(const CopyStep& step) const {
         const FileRead file = readBytes(step.from);
         if (file.status != FileRead::Status::read) return leave(step, whyUnread(file));
-        if (step.kind == Kind::month && hasDaysHere(step)) return;
+        if (step.kind == FileKind::month && hasDaysOf(step.to)) return;
         if (!existsOrThrow(step.to) && !existsOrThrow(cloudPlaceholder(step.to)))
             return write(step, file.text);
         const bool isDifferent = readStoredFile(step.to).text != file.text;
-        const bool ownStands = step.kind == Kind::month || step.to == settings_;
+        const bool ownStands = step.kind == FileKind::month || step.to == settings_;
         if (isDifferent && !ownStands) leave(step, "a different file of that name is here already");
     }
 
@@ -138,17 +90,9 @@ class Copier {
     void tell(const Written& written) const { tellUnlessSafe(written, told_); }
 
   private:
-    /// Whether a month has days here already: it is summed from them, and a copy of it would seem to be that.
-    static bool hasDaysHere(const CopyStep& step) {
-        const auto days = allDataFiles(step.to.parent_path().parent_path() / daysFolder);
-        return std::any_of(days.begin(), days.end(), [&](const ListedFile& day) {
-            return day.name.starts_with(step.to.stem().string());
-        });
-    }
-
     void write(const CopyStep& step, std::string_view text) const {
         std::optional<std::chrono::nanoseconds> lastWritten;
-        if (step.kind == Kind::month)
+        if (step.kind == FileKind::month)
             lastWritten = FolderTimes(step.from.parent_path()).lastWritten(step.from.filename().string());
         tell(writeFile(step.to, text, lastWritten));
     }
@@ -257,7 +201,7 @@ Adoption adopt(const fs::path& oldRoot, const Store& store, const Progress& prog
     else addShared(plan, oldRoot, macs, store, missing);
     DayTaker days(note, oldRoot, store.format, copier);
     const bool isWhole = perform(plan, progress, copier, [&](const CopyStep& step) {
-        if (step.kind == Kind::day) days.take(step);
+        if (step.kind == FileKind::day) days.take(step);
         else copier.copy(step);
     });
     report(problems, missing);

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <optional>
 #include <set>
@@ -23,11 +24,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view noteName = ".adopting";
-/// What the names of days begin with that wait for their place.
-constexpr std::string_view hiddenStart = ".adopting.";
+constexpr std::string_view adoptionName = ".adopting";
+constexpr std::string_view backupsName = ".restored";
+constexpr std::array<std::string_view, 2> noteNames = {adoptionName, backupsName};
 
-// The note's first line is the old folder. Then comes a line for each day taken:
+// The names of days that wait for their place begin with the note's name and a dot.
+//
+// The note's first line is the old folder, or "backups". Then comes a line for each day taken:
 //
 //     9f86d081884c7d65 days/2026-09-20.org days/2026-09-20.md
 //
@@ -67,9 +70,14 @@ std::vector<std::string> namesStartingWith(std::string_view start, const fs::pat
 }  // namespace
 
 TakenNote::TakenNote(const fs::path& folder, const fs::path& oldRoot)
-    : folder_(folder), path_(folder / noteName), oldRoot_(keyOf(fs::weakly_canonical(oldRoot).string())) {
+    : TakenNote(folder, adoptionName, keyOf(fs::weakly_canonical(oldRoot).string())) {}
+
+TakenNote::TakenNote(const fs::path& folder, std::string_view noteName, std::string source)
+    : folder_(folder), path_(folder / noteName), source_(std::move(source)) {
     read();
 }
+
+TakenNote TakenNote::ofBackups(const fs::path& folder) { return {folder, backupsName, "backups"}; }
 
 std::string TakenNote::keyOf(std::string_view name) {
     std::string key(name);
@@ -83,17 +91,18 @@ void TakenNote::read() {
         throw fs::filesystem_error("cannot read", path_, note.error);
     std::string_view rest = note.text;
     std::string_view line;
-    isBegun_ = nextLine(rest, line) && line == oldRoot_;
+    isBegun_ = nextLine(rest, line) && line == source_;
     while (nextLine(rest, line)) {
         const std::string text(takePiece(line, ' '));
         const std::string place(takePiece(line, ' '));
         taken_[std::string(line)] = {text, place};
     }
+    isTorn_ = !rest.empty();
 }
 
 void TakenNote::write() const {
-    std::string text = oldRoot_ + "\n";
-    for (const auto& [key, taken] : taken_) text += taken.text + " " + taken.place + " " + key + "\n";
+    std::string text = source_ + "\n";
+    for (const auto& [key, taken] : taken_) text += lineOf(key, taken);
     writeFile(path_, text).requireSafe();
 }
 
@@ -114,13 +123,22 @@ bool TakenNote::has(std::string_view name, std::string_view text) const {
     return found != taken_.end() && found->second.text == hexDigest(text);
 }
 
-Written TakenNote::take(std::string_view name, std::string_view text, const fs::path& place) {
+Written TakenNote::take(std::string_view name, std::string_view text, const fs::path& place,
+                        std::optional<std::chrono::nanoseconds> lastWritten) {
+    writeFile(hidden(keyOf(name)), text, lastWritten).requireSafe();
+    noteAsTaken(name, text, place);
+    return putInPlace(keyOf(name));
+}
+
+void TakenNote::noteAsTaken(std::string_view name, std::string_view text, const fs::path& place) {
     const std::string key = keyOf(name);
     const Taken taken{hexDigest(text), place.lexically_relative(folder_).string()};
-    writeFile(hidden(key), text).requireSafe();
-    append(taken.text + " " + taken.place + " " + key + "\n");
+    append(lineOf(key, taken));
     taken_[key] = taken;
-    return putInPlace(key);
+}
+
+std::string TakenNote::lineOf(const std::string& key, const Taken& taken) {
+    return taken.text + " " + taken.place + " " + key + "\n";
 }
 
 bool TakenNote::isWaiting(std::string_view name) const { return existsOrThrow(hidden(keyOf(name))); }
@@ -131,23 +149,25 @@ Written TakenNote::putInPlace(const std::string& key) const {
 }
 
 void TakenNote::forget(const fs::path& folder) {
-    for (const std::string& name : namesStartingWith(noteName, folder)) removeFile(folder / name);
+    for (const std::string_view note : noteNames)
+        for (const std::string& name : namesStartingWith(note, folder)) removeFile(folder / name);
 }
 
 void TakenNote::forgetDay(const fs::path& folder, std::string_view day) {
-    const TakenNote note(folder, "");
-    std::set<fs::path> others;
-    for (const auto& [key, taken] : note.taken_) {
-        const fs::path place = taken.place;
-        if (place.parent_path() != daysFolder || place.stem() != day) others.insert(note.hidden(key));
-    }
-    for (const std::string& name : namesStartingWith(hiddenStart, folder))
-        if (!others.contains(folder / name)) removeFile(folder / name);
+    for (const std::string_view name : noteNames) TakenNote(folder, name, "").forgetDay(day);
 }
 
-fs::path TakenNote::hidden(const std::string& key) const {
-    return folder_ / std::string(hiddenStart).append(hexDigest(key));
+void TakenNote::forgetDay(std::string_view day) const {
+    std::set<fs::path> others;
+    for (const auto& [key, taken] : taken_) {
+        const fs::path place = taken.place;
+        if (place.parent_path() != daysFolder || place.stem() != day) others.insert(hidden(key));
+    }
+    for (const std::string& name : namesStartingWith(path_.filename().string() + ".", folder_))
+        if (!others.contains(folder_ / name)) removeFile(folder_ / name);
 }
+
+fs::path TakenNote::hidden(const std::string& key) const { return path_.string() + "." + hexDigest(key); }
 
 void TakenNote::append(std::string_view line) {
     if (isTorn_) write();

@@ -36,7 +36,7 @@ SAMPLES = {
     "FILE": "resources/Demo/typing.evemu", "typing.evemu": "resources/Demo/typing.evemu",
     "odd-keys.json5": "tests/data/boards/odd-keys.json5", "info.json": "tests/docs/samples/info.json",
     "keymap.c": "tests/docs/samples/keymap.c", "Mine.keylayout": "tests/data/layouts/ordinary.keylayout",
-    "mine.json": "resources/Layouts/dvorak.json",
+    "mine.json": "resources/Layouts/dvorak.json", "kept.tar.zst": "fuzz/seeds/backup/small.tar.zst",
 }
 
 complaints = []

@@ -1,5 +1,9 @@
 """The commands that are disturbed, one row each: what they are called with, what is there before, what is special."""
 
+import hashlib
+import io
+import json
+import tarfile
 from collections.abc import Callable
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -64,6 +68,20 @@ def recording():
             moment = f"{second}.{later:06d}"
             lines += [f"E: {moment} 0001 {key:04x} {value:04d}", f"E: {moment} 0000 0000 0000"]
     return "\n".join(lines) + "\n"
+
+
+def backup(files):
+    """An archive as tappora backup writes it, made by other hands."""
+    listed = {name: {"bytes": len(text), "sha256": hashlib.sha256(text.encode()).hexdigest()}
+              for name, text in files.items()}
+    manifest = json.dumps({"backup": 1, "program": "tappora", "files": listed})
+    packed = io.BytesIO()
+    with tarfile.open(fileobj=packed, mode="w:gz") as archive:
+        for name, text in {**files, "manifest.json": manifest}.items():
+            entry = tarfile.TarInfo(name)
+            entry.size, entry.mtime = len(text.encode()), 1_789_000_000
+            archive.addfile(entry, io.BytesIO(text.encode()))
+    return packed.getvalue()
 
 
 def record_says(outcome, changed, now):
@@ -138,6 +156,9 @@ CUT_ADOPTION = {  # one day was taken and counted into since, one waits for its 
         f"{digest(OLD[f'old/{day}'].encode())} {day} {day}\n" for day in ("days/2026-09-18.org", "days/2026-09-19.org")),
 }
 
+KEPT = {"in/kept.tar.gz": backup({name.replace("old/", "folder/"): text for name, text in OLD.items()}
+                                 | {"settings/settings.json": '{"practice.length": 45}'})}
+
 AT = ("--folder", "{root}/data", "--today", "2026-09-20")
 
 
@@ -168,6 +189,11 @@ COMMANDS = [
     folder("adopt", "adopt", "{root}/old", again=1, sure=True, follows=("month",), files=OWN | OLD),
     folder("adopt-again", "adopt", "{root}/old", again=1, sure=True, follows=("month", "formats"),
            files=OWN | OLD | CUT_ADOPTION, most=18),
+    Command("backup", ("tappora", "backup", "{root}/out.tar.gz", *AT), EVERYTHING | {"out.tar.gz": "an earlier one\n"},
+            most=24),
+    Command("restore", ("tappora", "restore", "{root}/in/kept.tar.gz", *AT), OWN | KEPT, sure=True, follows=("month",)),
+    Command("restore-adding", ("tappora", "restore", "{root}/in/kept.tar.gz", "--add", *AT),
+            OWN | KEPT | {"data/days/2026-09-19.org": keys((9, 0, 7))}, sure=True, follows=("month", "formats")),
     folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True, sure=True),
     folder("clear-counts", "clear", "counts", "--yes", destroys=True, sure=True),
     folder("clear-all", "clear", "all", "--yes", destroys=True, sure=True),

@@ -48,7 +48,7 @@ class Outcome:
 
 
 class World:
-    """`files` are texts by path; {root} in them is the world's own place. A path that ends in "/" is a folder."""
+    """`files` are texts by path, or bytes; {root} in them is the world's own place. A path that ends in "/" is a folder."""
 
     def __init__(self, place, injector, files, stage=None):
         self.place, self.injector, self.stage = Path(place), injector, stage
@@ -66,7 +66,10 @@ class World:
             if name.endswith("/"):
                 path.mkdir(exist_ok=True)
                 continue
-            path.write_text(self.filled(text))
+            if isinstance(text, bytes):
+                path.write_bytes(text)
+            else:
+                path.write_text(self.filled(text))
             os.utime(path, (SETUP_TIME + 60 * minute,) * 2)
 
     def filled(self, text):

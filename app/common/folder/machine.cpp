@@ -1,11 +1,11 @@
 #include "app/common/folder/machine.h"
 
-#include <sha2.h>
 #include <unistd.h>
 
 #include <random>
 
 #include "app/common/folder/settings.h"
+#include "app/common/system/sha256.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/file_io.h"
 
@@ -18,10 +18,7 @@ constexpr std::size_t idLength = 32;
 /// SHA-256 of the system's id together with this program's name: the same for good on one machine, of no use
 /// to find the system's id, and unlike what another program makes of it.
 std::string hashed(std::string_view systemID) {
-    const std::string text = "tappora machine\n" + std::string(systemID);
-    char hex[SHA256_DIGEST_STRING_LENGTH];
-    SHA256Data(reinterpret_cast<const std::uint8_t*>(text.data()), text.size(), hex);
-    return std::string(hex).substr(0, idLength);
+    return sha256("tappora machine\n" + std::string(systemID)).substr(0, idLength);
 }
 
 std::string byChance() {

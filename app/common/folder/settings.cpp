@@ -21,8 +21,14 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 using tapcore::JsonValue;
 
-/// The members of a settings file, each as JSON text. JsonError for what is not an object, or has one twice.
-std::map<std::string, std::string, std::less<>> membersOf(std::string_view text) {
+}  // namespace
+
+fs::path Settings::url(const Environment& environment) {
+    const auto directory = configDirectory(environment.variable);
+    return required(directory, ", and neither is XDG_CONFIG_HOME") / "tappora" / "settings.json";
+}
+
+std::map<std::string, std::string, std::less<>> Settings::parse(std::string_view text) {
     const json document = JsonValue::parse(text);
     if (!document.is_object()) JsonValue(document).fail("not an object");
     std::set<std::string> keys;
@@ -37,13 +43,6 @@ std::map<std::string, std::string, std::less<>> membersOf(std::string_view text)
     return members;
 }
 
-}  // namespace
-
-fs::path Settings::url(const Environment& environment) {
-    const auto directory = configDirectory(environment.variable);
-    return required(directory, ", and neither is XDG_CONFIG_HOME") / "tappora" / "settings.json";
-}
-
 Settings Settings::read(const Environment& environment) {
     Settings settings;
     settings.path_ = url(environment);
@@ -51,7 +50,7 @@ Settings Settings::read(const Environment& environment) {
     const auto text = optionalText(settings.path_, tapcore::readStoredFile(settings.path_));
     if (!text) return settings;
     try {
-        settings.values_ = membersOf(*text);
+        settings.values_ = parse(*text);
     } catch (const tapcore::JsonError& error) {
         throw Failure(settings.path_.string(), error.what());
     }

@@ -22,6 +22,10 @@ class Settings {
   public:
     static std::filesystem::path url(const Environment& environment);
 
+    /// The members of a settings file, each as JSON text. JsonError for what is not an object, or has one
+    /// twice.
+    static std::map<std::string, std::string, std::less<>> parse(std::string_view text);
+
     /// The settings as stored; none when there is no file. Failure when the file cannot be read, is not a
     /// JSON object or has a member twice.
     static Settings read(const Environment& environment);
