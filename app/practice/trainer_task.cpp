@@ -15,10 +15,9 @@
 #include "app/practice/screen.h"
 #include "app/practice/screen_locale.h"
 #include "app/practice/tasks.h"
-#include "core/files/folder_names.h"
-#include "core/foundation/file_io.h"
 #include "core/practice/practice_day.h"
 #include "core/practice/practice_history.h"
+#include "core/practice/practice_sums.h"
 
 namespace tappora {
 namespace {
@@ -175,24 +174,12 @@ class TrainerLoop {
     bool isOver_ = false;
 };
 
-bool isAddable(const tapcore::PracticeDay& day) {
-    constexpr std::int64_t most = 1'000'000'000'000;
-    std::int64_t largest = std::max(day.seconds, day.lessons);
-    for (const auto& [letter, counts] : day.letters)
-        largest = std::max({largest, counts.presses, counts.misses, counts.timed, counts.milliseconds});
-    return largest <= most;
-}
-
 /// Counts that nobody can have typed would end the program once they leave 64 bits, within a lesson perhaps.
 void requireAddable(const tapcore::PracticeHistory& history, const tapcore::Store& store) {
-    for (const auto& [day, practised] : history.days) {
-        if (isAddable(practised)) continue;
-        std::filesystem::path file = store.practiceURL(day);
-        for (const tapcore::Store& part : store.readParts())
-            for (const auto& copy : part.copies(tapcore::practiceFolder, day.description()))
-                if (!isAddable(tapcore::PracticeDay(tapcore::readStoredFile(copy).text))) file = copy;
-        throw Failure(file.string(), "its counts are too large");
-    }
+    const bool fits = std::all_of(history.days.begin(), history.days.end(),
+                                  [](const auto& day) { return tapcore::isAddable(day.second); });
+    if (!fits)
+        throw Failure(unaddablePractice(store).value_or(store.root).string(), "its counts are too large");
 }
 
 /// Nobody is left to be asked again.

@@ -25,6 +25,7 @@
 #include "app/recorder/pause_keeper.h"
 #include "app/recorder/pause_switch.h"
 #include "app/recorder/record_command.h"
+#include "app/recorder/report_keeper.h"
 #include "core/files/store.h"
 
 namespace tappora {
@@ -108,6 +109,7 @@ class LiveCommand {
         };
     }
     void makeReady(const std::function<bool()>& endsSoon);
+    void keepUp();
     void lookAgain();
     void heedLock();
 
@@ -118,6 +120,7 @@ class LiveCommand {
     const fs::path folder_;
     PracticeWatch practice_;
     std::optional<FolderWriter> writer_;
+    ReportKeeper reports_;
     PauseSwitch pauses_;
     PauseKeeper keeper_;
     std::optional<LockWatch> lockWatch_;
@@ -134,6 +137,7 @@ LiveCommand::LiveCommand(const RecordOptions& options, const Environment& enviro
       output_(output),
       folder_(fs::absolute(chosenFolder(options.folder, environment))),
       practice_(practiceFolders(environment, folder_)),
+      reports_(options.folder, environment, tell_),
       keeper_(
           pauses_, pauseFiles(environment, folder_),
           [&](tapcore::Instant moment) { return onTheClock(environment, moment); }, tell_),
@@ -155,7 +159,7 @@ LiveWorld LiveCommand::world() {
                             writer_->refreshMonths(Wait::no);
                             updateWidgets();
                         },
-                    .allStored = [this] { writer_->takeInWaiting(Wait::no); },
+                    .allStored = [this] { keepUp(); },
                     .tell = tell_};
     if (options_.watch) world.watch = [this](const Lines& lines) { return output_.watch(lines); };
     world.serve = [this](int handedOver) { desk_.serveUntil(handedOver); };
@@ -167,9 +171,16 @@ void LiveCommand::makeReady(const std::function<bool()>& endsSoon) {
     writer_.emplace(writerFor(options_, environment_, tell_, waitingUntil(endsSoon, tell_)));
     writer_->hold();
     writer_->takeInElsewhere();
-    writer_->takeInWaiting(Wait::no);
+    keepUp();
     lookAgain();
     tell_("counts go to " + writer_->days().string());
+}
+
+/// What there is to do in the folder once all that was counted is in it.
+void LiveCommand::keepUp() {
+    writer_->takeInWaiting(Wait::no);
+    const Environment current = atThisMoment(environment_);
+    reports_.keepUp(today(options_.folder, current, current.calendar));
 }
 
 /// For what may have come or gone since the last minute.

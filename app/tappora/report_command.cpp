@@ -95,6 +95,8 @@ std::string said(tapcore::SavedReport saved) {
             return "saved";
         case tapcore::SavedReport::unchanged:
             return "saved before, and nothing has changed since";
+        case tapcore::SavedReport::reworded:
+            return "saved again: the figures are the same";
         default:
             return "saved again: figures have changed since it was saved";
     }

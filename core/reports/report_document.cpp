@@ -216,6 +216,13 @@ TextTable gainsTable(const Report& report) {
     return table;
 }
 
+/// The tables of a document, without its sentences: these differ by language, and figures do not.
+std::vector<TextTable::Section> figuresIn(std::string_view document) {
+    std::vector<TextTable::Section> tables = TextTable::sections(document);
+    std::erase_if(tables, [](const TextTable::Section& table) { return table.name == "findings"; });
+    return tables;
+}
+
 }  // namespace
 
 std::string documentOf(const Report& report, const ReportKeyboard& keyboard, const Words& words,
@@ -235,18 +242,22 @@ std::string documentOf(const Report& report, const ReportKeyboard& keyboard, con
     return std::move(document).text();
 }
 
+Store reportsAt(const Store& store) { return {store.root, store.format}; }
+
 SavedReport saveReport(const Store& store, const std::string& name, const std::string& document) {
-    const std::filesystem::path folder = store.base() / reportsFolder;
+    const Store top = reportsAt(store);
+    const std::filesystem::path folder = top.base() / reportsFolder;
     const std::filesystem::path file = folder / (name + "." + std::string(store.format.fileExtension()));
     SavedReport saved = SavedReport::written;
-    for (const std::filesystem::path& copy : store.copies(reportsFolder, name)) {
-        const bool isSame = copy == file && readFile(copy).text == document;
-        if (isSame) return SavedReport::unchanged;
-        saved = SavedReport::changed;
+    bool isThere = false;
+    for (const std::filesystem::path& copy : top.copies(reportsFolder, name)) {
+        const std::string before = readFile(copy).text;
+        isThere = isThere || (copy == file && before == document);
+        saved = figuresIn(before) == figuresIn(document) ? SavedReport::reworded : SavedReport::changed;
     }
-    store.warnUnlessSafe(Store::write(document, file));
-    store.removeOthers(reportsFolder, name, file);
-    return saved;
+    if (!isThere) store.warnUnlessSafe(Store::write(document, file));
+    top.removeOthers(reportsFolder, name, file);
+    return isThere ? SavedReport::unchanged : saved;
 }
 
 }  // namespace tapcore

@@ -15,14 +15,18 @@ namespace tapcore {
 std::string documentOf(const Report& report, const ReportKeyboard& keyboard, const Words& words,
                        FileFormat format);
 
+/// The data folder as reports are kept in it: at its top, whatever machines share it.
+Store reportsAt(const Store& store);
+
 /// What became of a report that was saved.
 enum class SavedReport {
     written,    ///< there was none of that name
     unchanged,  ///< there was the same one, and it was left alone
+    reworded,   ///< there was one with the same figures, in another language or format
     changed,    ///< there was another one: figures have changed since
 };
 
-/// Writes a document as reports/NAME in this machine's own folder and the store's format, over the one that
+/// Writes a document as reports/NAME at the top of the data folder, in the store's format, over the one that
 /// is there in either format. Throws std::filesystem::filesystem_error with the path.
 SavedReport saveReport(const Store& store, const std::string& name, const std::string& document);
 

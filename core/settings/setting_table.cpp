@@ -21,6 +21,8 @@ std::vector<std::string> formats() {
     return names;
 }
 
+std::vector<std::string> savedPeriods() { return {"none", "week", "month", "both"}; }
+
 /// Those that can be asked on this platform.
 std::vector<std::string> providers() {
     using AssistantWire::Provider;
@@ -101,6 +103,14 @@ constexpr Setting table[] = {
      .usedBy = "record",
      .type = Type::flag,
      .usual = "false"},
+
+    {.key = "reports.save",
+     .does = "Save the report of each week, month or both when it is over",
+     .usedBy = "record",
+     .type = Type::word,
+     .usual = "none",
+     .kind = "period",
+     .words = savedPeriods},
 
     {.key = "practice.language",
      .does = "The language of the words, by its code",

@@ -233,6 +233,8 @@ COMMANDS = [
            files=QUIET | {"{waiting}/2026-09-19-23.org": keys((23, 0, 7))}),
     folder("reset-heatmap-that-waits", "reset", "heatmap", "--yes", destroys=True, sure=True,
            files=QUIET | {"{waiting}/2026-09-20-09.org": chords(keys((9, 0, 7)), (9, "cmd", 0, 2))}),
+    Command("report-save", ("tappora", "report", "month", "--of", "2026-09-19", "--save", *AT),
+            EVERYTHING | {"data/reports/2026-09.md": "an earlier one\n"}, most=24),
     Command("widget-write", ("tappora", "widget", "write", *AT), EVERYTHING),
     Command("summary", ("tappora", "summary", "--from", "2026-07-01", "--json", *AT), EVERYTHING, reads=True),
     Command("day", ("tappora", "day", "2026-09-19", *AT), EVERYTHING, reads=True),

@@ -56,9 +56,12 @@ TEST_F(Live, GoesOnWhereDaysCannotBeAddedUp) {
     for (const std::string day : {"2026-09-20", "2026-09-21"})
         (void)tapcore::writeFile(folder / "days" / (day + ".org"),
                                  "* Keys\n| 9 | 0 | 9223372036854775000 |\n");
+    fs::create_directories(share / "tappora");
+    (void)tapcore::writeFile(share / "tappora/settings.json", R"({"reports.save": "week"})");
     bed.plug(keyboard);
-    Program recorder({"--watch", "--folder", folder.string(), "--today", "2026-09-22"});
+    Program recorder({"--watch", "--folder", folder.string(), "--today", "2026-09-28"});
     ASSERT_TRUE(recorder.prints("listening to A keyboard")) << recorder.printed;
+    EXPECT_TRUE(recorder.prints("a report is not saved: " + folder.string() + ": counts too large"));
     bed.tap(keyboard, KEY_A);
     ASSERT_TRUE(recorder.prints("key — counted\n"));
     EXPECT_EQ(recorder.stop(), 0);
