@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -43,9 +44,30 @@ bool hasInputGroup(const std::vector<std::string>& id) {
     return false;
 }
 
+bool isIn(const fs::path& home, const fs::path& folder) {
+    return !home.empty() && folder.native().starts_with(home.native() + "/");
+}
+
 void addMissingFolders(const SetupWorld& world, Changes& changes) {
     for (const fs::path& folder : {world.folder, world.settings, world.shared, world.state})
         if (!tapcore::isThere(folder)) changes.emplace_back(MakeFolder{folder});
+}
+
+/// The folders that were made for Tappora, and those around them in the home, the inner ones first.
+std::vector<fs::path> madeFolders(const SetupWorld& world) {
+    std::vector<fs::path> folders;
+    const auto add = [&](const fs::path& folder) {
+        if (std::find(folders.begin(), folders.end(), folder) == folders.end()) folders.push_back(folder);
+    };
+    for (const fs::path& own : {world.shared, world.state, world.settings}) {
+        add(own);
+        for (fs::path around = own.parent_path(); isIn(world.home, around); around = around.parent_path())
+            add(around);
+    }
+    std::stable_sort(folders.begin(), folders.end(), [](const fs::path& one, const fs::path& other) {
+        return one.native().size() > other.native().size();
+    });
+    return folders;
 }
 
 /// What the recorder wrote beside the counts: the widgets' file, and pauses. Counts that wait for their
@@ -56,7 +78,7 @@ void addTidyingUp(const SetupWorld& world, Changes& changes) {
         if (name.starts_with("pause-")) files.push_back(world.state / name);
     for (const fs::path& file : files)
         if (tapcore::isThere(file)) changes.emplace_back(RemoveFile{file});
-    for (const fs::path& folder : {world.shared, world.state, world.settings})
+    for (const fs::path& folder : madeFolders(world))
         if (tapcore::isThere(folder)) changes.emplace_back(RemoveEmptyFolder{folder});
 }
 

@@ -111,6 +111,7 @@ SetupWorld setupWorld(const std::optional<std::string>& rootBy, const Environmen
         throw Failure("nothing done",
                       "run tappora setup without sudo: it asks for root's rights where it must");
     world.config = writable(required(configDirectory(variable), ", and neither is XDG_CONFIG_HOME"));
+    world.home = writable(variable("HOME").value_or(""));
     world.folder = writable(chooseFolder(FolderOptions{}, environment).root);
     world.settings = world.config / "tappora";
     world.shared = writable(required(dataDirectory(variable), "") / "Tappora");

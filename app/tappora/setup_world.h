@@ -13,6 +13,7 @@ struct Environment;
 struct SetupWorld {
     std::string user;
     bool isRoot = false;
+    std::filesystem::path home;      ///< empty when it is not known
     std::filesystem::path folder;    ///< the data folder
     std::filesystem::path settings;  ///< Tappora's own folders of the user: for settings,
     std::filesystem::path shared;    ///< the widgets' file,
