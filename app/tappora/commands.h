@@ -21,6 +21,7 @@ void exportCommand  (CommandLine&, const Environment&);
 void fingersCommand (CommandLine&, const Environment&);
 void folderCommand  (CommandLine&, const Environment&);
 void heatmapCommand (CommandLine&, const Environment&);
+void importCommand  (CommandLine&, const Environment&);
 void layoutsCommand (CommandLine&, const Environment&);
 void mcpCommand     (CommandLine&, const Environment&);
 void pauseCommand   (CommandLine&, const Environment&);
@@ -74,6 +75,7 @@ inline constexpr Command commands[] = {
     {"prompt",   "Print a prompt for a language model of your own choice",           promptCommand},
     {"mcp",      "Serve the assistant's tools to any agent",                         mcpCommand},
     {"export",   "Print counts as rows of CSV or JSON, for other programs",          exportCommand},
+    {"import",   "Add rows that were exported to this machine's days",               importCommand},
     {"demo",     "Write a data folder of made-up typing, to try the program with",   demoCommand},
 };
 // clang-format on

@@ -13,6 +13,7 @@
 #include "core/files/folder_config.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
+#include "core/files/row_import.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/utf8.h"
@@ -65,6 +66,9 @@ class FolderCheck {
     void checkPart(const Store& part, const Owner& owner) {
         for (const std::string_view folder : {daysFolder, monthsFolder, practiceFolder})
             checkFiles(part, folder, owner);
+        if (isThere(importNote(part.root)))
+            report(importNote(part.root),
+                   "an import was interrupted; the next command that writes there finishes it");
     }
 
     /// Names the finished months that have days and no rollup. One with days that cannot be read, or are

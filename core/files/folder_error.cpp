@@ -18,6 +18,8 @@ class Category : public std::error_category {
                 return "not yet downloaded from iCloud Drive";
             case FolderError::countsTooLarge:
                 return std::string(tooLarge);
+            case FolderError::notRows:
+                return "not rows of counts; repair it, or remove it";
         }
         return "unknown error";
     }

@@ -11,6 +11,7 @@ enum class FolderError {
     notUtf8 = 1,     ///< its text cannot be taken over whole
     notHereYet,      ///< iCloud Drive holds it and has not brought it here
     countsTooLarge,  ///< its counts cannot be added up
+    notRows,         ///< it should hold rows of counts that wait, and holds something else
 };
 
 std::error_code make_error_code(FolderError error);

@@ -143,6 +143,9 @@ class Store {
     void change(const Day& day, UnusedLines unused, const std::function<void(DayFile&)>& change,
                 const std::vector<WaitingHour>& takenIn = {}) const;
 
+    /// Removes what an interrupted change left of the copies of a day. Throws filesystem_error with the path.
+    void settle(const Day& day) const;
+
     // Hours that wait for their place in the folder (core/files/waiting_hours.h): of a store that has a
     // folder for them.
 

@@ -8,6 +8,7 @@
 #include "core/files/folder_error.h"
 #include "core/files/folder_names.h"
 #include "core/files/outdated_months.h"
+#include "core/files/row_import.h"
 #include "core/files/store.h"
 #include "core/files/taken_note.h"
 #include "core/foundation/file_io.h"
@@ -119,6 +120,7 @@ void Store::clearDay(const Day& day) const {
     takeOutOfRollup(day);
     clearWaiting(name);
     TakenNote::forgetDay(base(), name);
+    forgetImport(*this, day);
     files.remove();
 }
 
@@ -138,6 +140,7 @@ bool Store::forget(const std::function<void(DayFile&)>& inDay,
     const fs::path months = base() / monthsFolder;
     requireAllHere(days);
     requireAllHere(months);
+    finishImport(*this);  // or its rows would bring back what is forgotten
     const auto dayNames = namesOf(days, isDayName);
     const auto monthNames = namesOf(months, isMonthName);
     const FilesToRemove kept = filesToRemove(days, isKeptDayName);
@@ -162,6 +165,7 @@ void Store::clearCounts() const {
                                                filesToRemove(base() / monthsFolder, isMonthName)};
     clearWaiting("");
     TakenNote::forget(base());
+    removeFile(importNote(base()));
     remove(counts);
 }
 
@@ -175,6 +179,7 @@ void Store::clearAll() const {
         filesToRemove(base() / assistantFolder / historyFolder, isAnyName)};
     clearWaiting("");
     TakenNote::forget(base());
+    removeFile(importNote(base()));
     remove(all);
 }
 

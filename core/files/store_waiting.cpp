@@ -54,14 +54,15 @@ std::vector<FileCopy> Store::copiesToChange(const Day& day, const std::vector<Wa
     return copies;
 }
 
+void Store::settle(const Day& day) const {
+    auto copies = copiesOf(day, waitingHours());
+    removeSuperseded(copies, base() / daysFolder, day.description());
+}
+
 void Store::settleWaiting() const {
-    const std::vector<WaitingHour> hours = waitingHours();
     std::set<Day> days;
-    for (const WaitingHour& hour : hours) days.insert(hour.day);
-    for (const Day& day : days) {
-        auto copies = copiesOf(day, hours);
-        removeSuperseded(copies, base() / daysFolder, day.description());
-    }
+    for (const WaitingHour& hour : waitingHours()) days.insert(hour.day);
+    for (const Day& day : days) settle(day);
     removeOldNotes(base() / daysFolder);
 }
 
@@ -74,8 +75,7 @@ DayFile Store::readWaiting(const WaitingHour& hour) const {
 }
 
 void Store::addWaiting(const WaitingHour& hour, const DayFile& counts) const {
-    auto copies = copiesOf(hour.day, waitingHours());
-    removeSuperseded(copies, base() / daysFolder, hour.day.description());
+    settle(hour.day);
     requireFits(hour.day, counts.tally);
     DayFile sum = readWaiting(hour);
     sum.merge(counts.tally, counts.peakPerMinute, counts.pausedMinutes);

@@ -37,6 +37,7 @@ SAMPLES = {
     "odd-keys.json5": "tests/data/boards/odd-keys.json5", "info.json": "tests/docs/samples/info.json",
     "keymap.c": "tests/docs/samples/keymap.c", "Mine.keylayout": "tests/data/layouts/ordinary.keylayout",
     "mine.json": "resources/Layouts/dvorak.json", "kept.tar.zst": "fuzz/seeds/backup/small.tar.zst",
+    "counts.csv": "fuzz/seeds/rows/export.csv",
 }
 
 complaints = []

@@ -140,6 +140,14 @@ QUIET = {
     "data/.keys/config.json": config("org"),
     "data/days/2026-09-19.org": keys((9, 0, 50)),
 }
+ROWS = ("machine,day,hour,kind,keycode,modifiers,count\nHome,2026-09-18,9,key,0,,5\nHome,2026-09-19,9,key,0,,6\n"
+        "Home,2026-09-19,9,chord,8,cmd,2\nStudio,2026-09-19,9,key,0,,7\n")
+CUT_IMPORT = {  # one day has taken its rows
+    "in/rows.csv": ROWS,
+    "data/.importing": ROWS,
+    "data/days/2026-09-18.org": keys((9, 0, 1205)) + "* Day\n| import-%s | Home |\n" % digest(
+        "".join(ROWS.splitlines(keepends=True)[:2]).encode()),
+}
 OLD = {
     "old/days/2026-09-18.org": keys((9, 0, 1200)),
     "old/days/2026-09-19.org": keys((9, 0, 100)),
@@ -194,6 +202,10 @@ COMMANDS = [
     Command("restore", ("tappora", "restore", "{root}/in/kept.tar.gz", *AT), OWN | KEPT, sure=True, follows=("month",)),
     Command("restore-adding", ("tappora", "restore", "{root}/in/kept.tar.gz", "--add", *AT),
             OWN | KEPT | {"data/days/2026-09-19.org": keys((9, 0, 7))}, sure=True, follows=("month", "formats")),
+    Command("import", ("tappora", "import", "{root}/in/rows.csv", *AT), OWN | DAYS | MONTHS | CONFIG | {"in/rows.csv": ROWS},
+            sure=True, follows=("month", "formats")),
+    Command("import-cut-off", ("tappora", "import", "{root}/in/rows.csv", *AT), OWN | DAYS | CONFIG | CUT_IMPORT,
+            sure=True, follows=("month", "formats"), most=24),
     folder("clear-day", "clear", "2026-09-19", "--yes", destroys=True, sure=True),
     folder("clear-counts", "clear", "counts", "--yes", destroys=True, sure=True),
     folder("clear-all", "clear", "all", "--yes", destroys=True, sure=True),

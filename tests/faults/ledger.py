@@ -136,7 +136,7 @@ def content(path):
 def is_note(path):
     """What is there on the way alone."""
     return (path.name == TEMPORARY or path.parent.name == UNNAMED or path.suffix in (".merging", ".merged")
-            or path.name.startswith((".adopting", ".restored")))
+            or path.name.startswith((".adopting", ".restored", ".importing")))
 
 
 def is_read_as_table(path, data):

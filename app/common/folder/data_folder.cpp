@@ -17,6 +17,7 @@
 #include "app/common/system/environment.h"
 #include "core/files/folder_config.h"
 #include "core/files/mac_folder.h"
+#include "core/files/row_import.h"
 #include "core/foundation/file_io.h"
 
 namespace tappora {
@@ -88,6 +89,13 @@ bool isShared(const fs::path& root) {
     return shared;
 }
 
+/// Adds what an interrupted import left. What prevents that is named, and prevents nothing else.
+void finishImport(const Store& store, const Tell& tell) try {
+    tapcore::finishImport(store);
+} catch (const fs::filesystem_error& error) {
+    tell(fmt::format("{}: an import is not finished: {}", error.path1().string(), error.code().message()));
+}
+
 using ReadConfig = tapcore::FolderConfig (*)(const fs::path& root);
 
 /// The sub-folder with this machine's mark, if it has one there already.
@@ -154,6 +162,7 @@ LockedStore::LockedStore(const FolderOptions& options, const Environment& enviro
                          const Tell& tell, const LockForWriting& lockForWriting)
     : lock(lockData(options, environment, share, tell, lockForWriting)),
       store(opened(options, environment, tapcore::FolderConfig::readToChange).telling(complainOnce(tell))) {
+    finishImport(store, tell);
     if (!store.mac && !share && !isShared(store.root)) return;
     const Machine machine = Machine::kept(environment, tell, lockForWriting);
     const auto told = [&](const tapcore::Written& unsafe) { store.warnUnlessSafe(unsafe); };
