@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view style = R"css(
 :root { color-scheme: light dark; --paper: #ffffff; --card: #f6f5f2; --ink: #1d1b18; --soft: #5c574f; --line: #d9d5cc;
   --cold: #e9e6df; --accent: #a3431f; }
-@media (prefers-color-scheme: dark) { :root { --paper: #161513; --card: #211f1c; --ink: #f1eee8; --soft: #b5aea3;
+@media screen and (prefers-color-scheme: dark) { :root { --paper: #161513; --card: #211f1c; --ink: #f1eee8; --soft: #b5aea3;
   --line: #3b3833; --cold: #2c2a26; --accent: #f0936b; } }
 * { box-sizing: border-box; }
 body { margin: 0; background: var(--paper); color: var(--ink); font: 16px/1.5 system-ui, sans-serif; }
@@ -20,7 +20,7 @@ section { margin: 0 0 1.5rem; padding: 1.25rem; background: var(--card); border:
   break-inside: avoid; }
 ol.findings { margin: 0; padding-left: 1.4rem; font-size: 1.08rem; }
 ol.findings li + li { margin-top: .4rem; }
-dl.figures { display: grid; grid-template-columns: repeat(auto-fill, minmax(9.5rem, 1fr)); gap: 1rem; margin: 0; }
+dl.figures { display: grid; grid-template-columns: repeat(auto-fill, minmax(8rem, 1fr)); gap: 1rem; margin: 0; }
 dl.figures div { display: flex; flex-direction: column-reverse; justify-content: flex-end; }
 dl.figures dd { margin: 0; font-size: 1.5rem; font-weight: 600; font-variant-numeric: tabular-nums; }
 dl.figures dt { color: var(--soft); font-size: .9rem; }
@@ -48,7 +48,7 @@ thead th { color: var(--soft); font-size: .9rem; }
 details { margin-top: .75rem; }
 summary { cursor: pointer; color: var(--accent); width: fit-content; }
 .two { display: grid; grid-template-columns: repeat(auto-fit, minmax(min(20rem, 100%), 1fr)); gap: 0 1.5rem; align-items: start; }
-@media print { @page { margin: 14mm; } body { background: #fff; font-size: 11pt; } section { border-radius: 0; padding: .6rem 0;
+@media print { :root { color-scheme: light; } @page { margin: 14mm; } body { background: #fff; font-size: 11pt; } section { border-radius: 0; padding: .6rem 0;
   background: none; border-width: 1px 0 0; } details:not([open]) { display: none; } .hint { display: none; }
   * { print-color-adjust: exact; -webkit-print-color-adjust: exact; } }
 )css";
@@ -64,7 +64,7 @@ std::string cell(std::string_view tag, std::string_view attributes, const PageCe
 std::string escaped(std::string_view text) { return drawing::svgEscaped(text); }
 
 std::string html(const PageTable& table) {
-    std::string text = "<div class=\"scroll\" tabindex=\"0\" role=\"region\" aria-label=\"" +
+    std::string text = "<div class=\"scroll\" tabindex=\"0\" role=\"group\" aria-label=\"" +
                        escaped(table.caption) + "\"><table>\n";
     text += "<caption>" + escaped(table.caption) + "</caption>\n<thead><tr>";
     for (const PageCell& each : table.header) text += cell("th", " scope=\"col\"", each);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "app/tappora/page_parts.h"
 #include "core/counting/chords.h"
@@ -48,7 +49,7 @@ std::string stepStyles(bool dark, tapcore::MapColor color) {
 std::string svg(double width, double height, std::string_view label, std::string_view content,
                 std::string_view role = "img") {
     return fmt::format(
-        "<div class=\"scroll\" tabindex=\"0\" role=\"region\" aria-label=\"{0}\"><svg viewBox=\"0 0 {1} "
+        "<div class=\"scroll\" tabindex=\"0\" role=\"group\" aria-label=\"{0}\"><svg viewBox=\"0 0 {1} "
         "{2}\" "
         "role=\"{3}\" aria-label=\"{0}\">\n{4}</svg></div>\n",
         escaped(label), svgNumber(width), svgNumber(height), role, content);
@@ -78,6 +79,12 @@ std::string amountOf(const Report::DayLine& line, const Words& words, const std:
 /// The steps of heat of some counts.
 std::function<std::int64_t(std::int64_t)> stepsOf(std::vector<std::int64_t> counts) {
     return Heatmap::ranked(std::move(counts));
+}
+
+/// Whether a period has a day of that weekday.
+bool hasWeekday(const Report& report, std::size_t weekday) {
+    return std::any_of(report.days.begin(), report.days.end(),
+                       [&](const Report::DayLine& line) { return line.day.weekday() == weekday; });
 }
 
 /// From "less" to "more".
@@ -156,8 +163,8 @@ std::string percentOf(double share, const Words& words) {
 }
 
 std::string heatStyles(tapcore::MapColor color) {
-    return stepStyles(false, color) + "@media (prefers-color-scheme: dark) {\n" + stepStyles(true, color) +
-           "}\n";
+    return stepStyles(false, color) + "@media screen and (prefers-color-scheme: dark) {\n" +
+           stepStyles(true, color) + "}\n";
 }
 
 std::string daysPicture(const Report& report, const Words& words, const std::string& locale) {
@@ -187,7 +194,7 @@ std::string daysPicture(const Report& report, const Words& words, const std::str
 }
 
 std::string yearPicture(const Report& report, const Words& words, const std::string& locale) {
-    constexpr double side = 14, pitch = 17, left = 44, top = 8;
+    constexpr double side = 14, pitch = 17, left = 44, top = 24;
     const std::size_t first = tapcore::firstWeekday(locale);
     const auto names = tapcore::weekdayNames(locale);
     std::vector<std::int64_t> counts;
@@ -205,6 +212,9 @@ std::string yearPicture(const Report& report, const Words& words, const std::str
         content += square(left + pitch * column, top + pitch * row, side,
                           line.keystrokes ? fmt::format("h{}", step(*line.keystrokes)) : "gap",
                           amountOf(line, words, locale));
+        if (line.day.day == 1)
+            content += text(left + pitch * (row == 0 ? column : column + 1), top - 8,
+                            std::to_string(line.day.month), "start");
     }
     const double width = left + pitch * 54;
     return svg(width, top + pitch * 7 + 30, words.text("report.section.year"),
@@ -220,9 +230,11 @@ std::string hoursPicture(const Report& report, const Words& words, const std::st
     for (const auto& hours : grid) counts.insert(counts.end(), hours.begin(), hours.end());
     const auto step = stepsOf(counts);
     std::string content;
+    double below = top;
     for (std::size_t row = 0; row < 7; ++row) {
         const std::size_t weekday = (first + row) % 7;
-        const double y = top + pitch * static_cast<double>(row);
+        if (!hasWeekday(report, weekday)) continue;
+        const double y = std::exchange(below, below + pitch);
         content += text(left - 10, y + 21, names[weekday], "end");
         for (std::size_t hour = 0; hour < 24; ++hour) {
             const bool isCounted = report.figures.countedDays[weekday] > 0;
@@ -232,7 +244,7 @@ std::string hoursPicture(const Report& report, const Words& words, const std::st
                        fmt::format("{} {}: {}", names[weekday], hour, words.number(grid[weekday][hour])));
         }
     }
-    const double below = top + pitch * 7 + 14;
+    below += 14;
     for (int hour = 0; hour < 24; hour += 3)
         content += text(left + pitch * hour + side / 2, below, std::to_string(hour));
     const double width = left + pitch * 24;

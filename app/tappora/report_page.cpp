@@ -146,6 +146,7 @@ class Page {
     }
 
     std::string days() const {
+        if (report_.days.size() < 2) return "";
         PageTable table{word("report.section.days"),
                         {{word("report.column.date")},
                          {word("report.figure.keystrokes"), true},
