@@ -232,7 +232,9 @@ template <const AtLogin& program>
 Changes entryToRemove(const SetupWorld& world) {
     const fs::path file = entryOf(world, program);
     if (!removableText(file)) return {};
-    return {RemoveFile{file}, RemoveEmptyFolder{file.parent_path()}};
+    Changes changes = {RemoveFile{file}, RemoveEmptyFolder{file.parent_path()}};
+    if (isIn(world.home, world.config)) changes.emplace_back(RemoveEmptyFolder{world.config});
+    return changes;
 }
 
 template <const AtLogin& program>
