@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "app/tappora/backup.h"
+#include "app/backup/backup.h"
 #include "core/foundation/fatal.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

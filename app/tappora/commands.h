@@ -13,7 +13,6 @@ struct Environment;
 
 // clang-format off
 void glanceCommand  (CommandLine&, const Environment&);  // `tappora` alone
-void backupCommand  (CommandLine&, const Environment&);
 void boardsCommand  (CommandLine&, const Environment&);
 void dayCommand     (CommandLine&, const Environment&);
 void demoCommand    (CommandLine&, const Environment&);
@@ -27,7 +26,6 @@ void mcpCommand     (CommandLine&, const Environment&);
 void pauseCommand   (CommandLine&, const Environment&);
 void promptCommand  (CommandLine&, const Environment&);
 void reportCommand  (CommandLine&, const Environment&);
-void restoreCommand (CommandLine&, const Environment&);
 void resumeCommand  (CommandLine&, const Environment&);
 void settingsCommand(CommandLine&, const Environment&);
 void setupCommand   (CommandLine&, const Environment&);
@@ -40,6 +38,7 @@ void widgetCommand  (CommandLine&, const Environment&);
 /// A program of its own beside this one, which is started with the arguments of the command.
 struct Companion {
     std::string_view program;
+    std::string_view first = {};  ///< an argument before them; "" for none
 };
 
 struct Command {
@@ -61,8 +60,8 @@ inline constexpr Command commands[] = {
     {"fingers",  "Print how much each finger types, and how far it moves",           fingersCommand},
     {"widget",   "Print what the desktop widgets show, or draw them as pictures",    widgetCommand},
     {"folder",   "Show the data folder and take care of it",                         folderCommand},
-    {"backup",   "Put everything into one file",                                     backupCommand},
-    {"restore",  "Take back what a backup holds",                                    restoreCommand},
+    {"backup",   "Put everything into one file",                                     Companion{"tappora-backup", "backup"}},
+    {"restore",  "Take back what a backup holds",                                    Companion{"tappora-backup", "restore"}},
     {"settings", "Show and change every choice",                                     settingsCommand},
     {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},

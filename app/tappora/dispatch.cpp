@@ -20,10 +20,12 @@ const Command* find(std::string_view name) {
     return at == std::end(commands) ? nullptr : at;
 }
 
-void execute(const Command& command, CommandLine& line, const std::vector<std::string>& arguments,
+void execute(const Command& command, CommandLine& line, std::vector<std::string> arguments,
              const Environment& environment) {
-    if (const auto* companion = std::get_if<Companion>(&command.runs))
+    if (const auto* companion = std::get_if<Companion>(&command.runs)) {
+        if (!companion->first.empty()) arguments.emplace(arguments.begin(), companion->first);
         becomeCompanion(command.name, companion->program, arguments);
+    }
     std::get<0>(command.runs)(line, environment);
 }
 

@@ -1,4 +1,4 @@
-#include "app/tappora/long_work.h"
+#include "app/common/terminal/long_work.h"
 
 #include <fmt/format.h>
 #include <unistd.h>

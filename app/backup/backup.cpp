@@ -1,4 +1,4 @@
-#include "app/tappora/backup.h"
+#include "app/backup/backup.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "app/tappora/tar_archive.h"
+#include "app/backup/tar_archive.h"
 
 #include <archive.h>
 #include <archive_entry.h>

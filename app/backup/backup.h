@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/tappora/tar_archive.h"
+#include "app/backup/tar_archive.h"
 #include "core/files/kept_files.h"
 
 namespace tappora {

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "app/backup/backup.h"
+#include "app/backup/commands.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/settings.h"
@@ -15,9 +17,7 @@
 #include "app/common/harmless_text.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/tappora/backup.h"
-#include "app/tappora/commands.h"
-#include "app/tappora/long_work.h"
+#include "app/common/terminal/long_work.h"
 #include "core/files/restoring.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"

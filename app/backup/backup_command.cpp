@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "app/backup/backup.h"
+#include "app/backup/commands.h"
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/settings.h"
@@ -12,8 +14,6 @@
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/file_text.h"
-#include "app/tappora/backup.h"
-#include "app/tappora/commands.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
 
