@@ -129,7 +129,7 @@ void demoCommand(CommandLine& line, const Environment& environment) {
         writer.write(tapcore::daysLater(first, static_cast<std::int64_t>(i)));
     }
     isDone = isDone && writer.sumMonths(last, progress);
-    work.requireDone(isDone);
+    work.requireDone(isDone, "stopped; remove " + options.folder.string() + " before you run it again");
     print(fmt::format("{}: made-up days from {} to {}\n\n  tappora report month --folder {}\n",
                       options.folder.string(), first.description(), last.description(),
                       options.folder.string()));

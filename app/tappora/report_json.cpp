@@ -92,6 +92,19 @@ json gainJson(const tapcore::LetterGain& gain) {
             {"sparedADay", gain.sparedADay}};
 }
 
+json comparedJson(const tapcore::StretchFigures& now, const tapcore::ComparedPeriod& compared) {
+    json result = stretchJson(compared.stretch);
+    result["name"] = compared.period.name();
+    if (!compared.figures) return result;
+    result["figures"] = json::array();
+    for (const tapcore::ComparedFigure& figure : comparedFigures(now, *compared.figures)) {
+        json row = {{"name", figure.name}, {"now", figure.now}, {"then", figure.then}};
+        if (const auto change = figure.change()) row[figure.isShare ? "difference" : "percent"] = *change;
+        result["figures"].push_back(std::move(row));
+    }
+    return result;
+}
+
 json offerJson(const Report::LayoutOffer& offer) {
     return {{"today", standingJson(offer.today)},
             {"other", standingJson(offer.other)},
@@ -132,6 +145,7 @@ json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const
     for (const tapcore::Finding& finding : report.findings)
         result["findings"].push_back(findingJson(finding, keyboard, words));
     for (const tapcore::LetterGain& gain : report.gains) result["gains"].push_back(gainJson(gain));
+    if (report.compared) result["compared"] = comparedJson(report.figures, *report.compared);
     if (report.otherLayout) result["otherLayout"] = offerJson(*report.otherLayout);
     return result;
 }

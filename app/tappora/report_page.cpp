@@ -9,7 +9,9 @@
 #include "core/counting/chords.h"
 #include "core/foundation/date_text.h"
 #include "core/foundation/weekday_names.h"
+#include "core/reports/compared_figures.h"
 #include "core/reports/finding_text.h"
+#include "core/reports/report_title.h"
 
 namespace tappora {
 namespace {
@@ -27,7 +29,7 @@ class Page {
         : report_(report), keyboard_(keyboard), words_(words), style_(style) {}
 
     std::string text() const {
-        const std::string title = word("report.page.title", {{"name", report_.period.name()}});
+        const std::string title = word("report.page.title", {{"name", titleOf(report_.period)}});
         return "<!doctype html>\n<html lang=\"" + escaped(words_.language()) +
                "\">\n<head>\n<meta charset=\"utf-8\">\n"
                "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
@@ -42,6 +44,9 @@ class Page {
   private:
     std::string word(std::string_view key, tapcore::Words::Values values = {}) const {
         return words_.text(key, values);
+    }
+    std::string titleOf(const ReportPeriod& period) const {
+        return tapcore::titleOf(period, words_, style_.locale);
     }
     std::string number(std::int64_t value) const { return words_.number(value); }
 
@@ -103,11 +108,17 @@ class Page {
         return "<dl class=\"figures\">\n" + items + "</dl>\n";
     }
 
+    std::string signedText(std::int64_t change, bool isDifference = false) const {
+        return (change > 0   ? "+"
+                : change < 0 ? "−"
+                             : "") +
+               number(std::abs(change)) + (isDifference ? "" : " %");
+    }
+
     std::string change(double then) const {
         if (then <= 0) return "";
         const double now = static_cast<double>(report_.figures.summary.keystrokes);
-        const auto percent = std::llround((now - then) * 100 / then);
-        return (percent > 0 ? "+" : percent < 0 ? "−" : "") + number(std::abs(percent)) + " %";
+        return signedText(std::llround((now - then) * 100 / then));
     }
 
     std::string rounded(double value) const { return number(std::int64_t{std::llround(value)}); }
@@ -133,13 +144,36 @@ class Page {
         }
         addTotals(table, "report.with.before", report_.before);
         addTotals(table, "report.with.year_before", report_.yearBefore);
-        return table.rows.empty() ? "" : html(table);
+        return (table.rows.empty() ? "" : html(table)) + askedFor();
+    }
+
+    /// The period that --compare asked for.
+    std::string askedFor() const {
+        if (!report_.compared) return "";
+        const std::string name = titleOf(report_.compared->period);
+        if (!report_.compared->figures)
+            return "<p>" + escaped(word("report.compared.few", {{"name", name}})) + "</p>\n";
+        PageTable table{word("report.compared.with", {{"name", name}}),
+                        {{word("report.column.figure")},
+                         {word("report.column.now"), true},
+                         {word("report.column.then"), true},
+                         {word("report.column.change"), true}},
+                        {}};
+        for (const tapcore::ComparedFigure& figure :
+             comparedFigures(report_.figures, *report_.compared->figures)) {
+            const auto by = figure.change();
+            table.rows.push_back({{word(figure.word)},
+                                  {rounded(figure.now), true},
+                                  {rounded(figure.then), true},
+                                  {by ? signedText(std::llround(*by), figure.isShare) : "", true}});
+        }
+        return "<h3>" + escaped(table.caption) + "</h3>\n" + html(table);
     }
 
     void addTotals(PageTable& table, std::string_view key,
                    const std::optional<Report::Totals>& totals) const {
         if (!totals) return;
-        table.rows.push_back({{word(key, {{"name", totals->period.name()}})},
+        table.rows.push_back({{word(key, {{"name", titleOf(totals->period)}})},
                               {number(totals->keystrokes), true},
                               {change(static_cast<double>(totals->keystrokes)), true},
                               {number(totals->activeHours), true}});

@@ -11,7 +11,9 @@
 #include "app/tappora/period_text.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/integers.h"
+#include "core/reports/compared_figures.h"
 #include "core/reports/finding_text.h"
+#include "core/reports/report_title.h"
 
 namespace tappora {
 namespace {
@@ -24,14 +26,19 @@ std::string heading(std::string_view text, const Terminal& terminal) {
     return "\n" + terminal.bold(text) + "\n";
 }
 
-/// "2026-W38, 2026-09-14 to 2026-09-20", and up to when, if it is not over.
-std::string title(const Report& report) {
-    const tapcore::ReportPeriod& period = report.period;
-    std::string text = period.name();
-    if (period.kind != tapcore::ReportPeriod::Kind::day)
-        text += fmt::format(", {} to {}", period.first.description(), period.last.description());
+/// A text as a terminal shows it that has no more than ASCII.
+std::string plain(std::string text) {
+    for (const auto& [sign, instead] : {std::pair("•", "-"), std::pair("–", "-")})
+        for (auto at = text.find(sign); at != text.npos; at = text.find(sign))
+            text.replace(at, std::string_view(sign).size(), instead);
+    return text;
+}
+
+/// "Week 38, September 14 – 20, 2026", and up to when, if it is not over.
+std::string title(const Report& report, const ReportLanguage& language) {
+    std::string text = titleOf(report.period, language.words, language.locale);
     if (report.isOver) return text;
-    text += ", up to " + report.passed.last.description();
+    text += "; up to " + report.passed.last.description();
     return report.passed.hoursOfLast < 24 ? text + fmt::format(" {}:00", report.passed.hoursOfLast) : text;
 }
 
@@ -63,8 +70,7 @@ std::string findingsText(const Report& report, const tapcore::ReportKeyboard& ke
         text += wrapped(textOf(report.findings[i], keyboard.legends, words), terminal.width);
     for (const std::string& advice : adviceOf(report, keyboard, words, 1))
         text += wrapped(advice, terminal.width);
-    if (!terminal.unicode)
-        for (auto at = text.find("•"); at != text.npos; at = text.find("•")) text.replace(at, 3, "-");
+    if (!terminal.unicode) text = plain(text);
     return text.empty() ? "" : "\n" + text;
 }
 
@@ -96,6 +102,24 @@ std::string comparisonText(const Report& report, const Terminal& terminal) {
                                tapcore::grouped(report.yearBefore->keystrokes),
                                changeText(now, static_cast<double>(report.yearBefore->keystrokes)));
     return text.empty() ? "" : heading("Keystrokes compared", terminal) + text;
+}
+
+/// What --compare asked for.
+std::string comparedText(const Report& report, const ReportLanguage& language, const Terminal& terminal) {
+    if (!report.compared) return "";
+    const std::string name = titleOf(report.compared->period, language.words, language.locale);
+    if (!report.compared->figures)
+        return "\n" + language.words.text("report.compared.few", {{"name", name}}) + "\n";
+    std::string text = heading(language.words.text("report.compared.with", {{"name", name}}), terminal);
+    for (const tapcore::ComparedFigure& figure : comparedFigures(report.figures, *report.compared->figures)) {
+        const auto change = figure.change();
+        const std::string by =
+            change ? fmt::format("{:+}{}", std::llround(*change), figure.isShare ? "" : " %") : "";
+        text += fmt::format("  {:<24}{:>12}{:>12}{:>10}\n", figure.name,
+                            tapcore::grouped(std::llround(figure.now)),
+                            tapcore::grouped(std::llround(figure.then)), by);
+    }
+    return terminal.unicode ? text : plain(text);
 }
 
 std::string fingersText(const Report& report, const Terminal& terminal) {
@@ -170,11 +194,13 @@ std::string daysText(const Report& report, const Terminal& terminal) {
 }  // namespace
 
 std::string reportText(const Report& report, const tapcore::ReportKeyboard& keyboard,
-                       const tapcore::Words& words, const Terminal& terminal) {
+                       const ReportLanguage& language, const Terminal& terminal) {
     const tapcore::Summary& summary = report.figures.summary;
-    std::string text = terminal.bold(title(report)) + "\n";
-    text += findingsText(report, keyboard, words, terminal) + "\n" + figures(summary);
-    text += comparisonText(report, terminal) + hoursSection(summary, terminal);
+    const std::string heading = title(report, language);
+    std::string text = terminal.bold(terminal.unicode ? heading : plain(heading)) + "\n";
+    text += findingsText(report, keyboard, language.words, terminal) + "\n" + figures(summary);
+    text += comparisonText(report, terminal) + comparedText(report, language, terminal) +
+            hoursSection(summary, terminal);
     text += daysText(report, terminal) + topSection(summary, keyboard.legends, 10, terminal);
     return text + kindsText(report, terminal) + fingersText(report, terminal) +
            practiceText(report, terminal);

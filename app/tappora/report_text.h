@@ -8,8 +8,14 @@
 
 namespace tappora {
 
+/// What a report's texts and dates are in.
+struct ReportLanguage {
+    const tapcore::Words& words;
+    const std::string& locale;
+};
+
 /// A report as a terminal shows it: what was found first, then how it compares, then the figures.
 std::string reportText(const tapcore::Report& report, const tapcore::ReportKeyboard& keyboard,
-                       const tapcore::Words& words, const Terminal& terminal);
+                       const ReportLanguage& language, const Terminal& terminal);
 
 }  // namespace tappora

@@ -2,9 +2,12 @@
 
 #include <unicode/ucal.h>
 #include <unicode/udat.h>
+#include <unicode/udateintervalformat.h>
 #include <unicode/udatpg.h>
 
 #include <array>
+#include <string>
+#include <string_view>
 
 #include "core/foundation/icu.h"
 
@@ -23,31 +26,67 @@ std::string gregorian(std::string_view locale) {
     return name.data();
 }
 
-std::u16string patternOf(const std::string& locale) {
+std::u16string patternOf(const std::string& locale, std::u16string_view fields) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::LocalUDateTimePatternGeneratorPointer patterns(udatpg_open(locale.c_str(), &status));
     std::array<char16_t, 64> pattern{};
     const std::int32_t size =
-        udatpg_getBestPattern(patterns.getAlias(), u"yMMMd", 5, pattern.data(), pattern.size(), &status);
+        udatpg_getBestPattern(patterns.getAlias(), fields.data(), static_cast<std::int32_t>(fields.size()),
+                              pattern.data(), pattern.size(), &status);
     requireIcu(status, what);
     return {pattern.data(), static_cast<std::size_t>(size)};
 }
 
-}  // namespace
+double momentOf(const CivilDate& date) {
+    constexpr double millisecondsADay = 86400000;
+    return static_cast<double>(dayNumber(date)) * millisecondsADay;
+}
 
-std::string dateText(const CivilDate& date, std::string_view locale) {
+/// A date as the locale writes these fields of it.
+std::string dateWith(std::u16string_view fields, const CivilDate& date, std::string_view locale) {
     const std::string name = gregorian(locale);
-    const std::u16string pattern = patternOf(name);
+    const std::u16string pattern = patternOf(name, fields);
     UErrorCode status = U_ZERO_ERROR;
     const icu::LocalUDateFormatPointer format(udat_open(UDAT_PATTERN, UDAT_PATTERN, name.c_str(), u"UTC", 3,
                                                         pattern.data(),
                                                         static_cast<std::int32_t>(pattern.size()), &status));
     requireIcu(status, what);
-    constexpr double millisecondsADay = 86400000;
-    const double moment = static_cast<double>(dayNumber(date)) * millisecondsADay;
     return icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* error) {
-        return udat_format(format.getAlias(), moment, buffer, capacity, nullptr, error);
+        return udat_format(format.getAlias(), momentOf(date), buffer, capacity, nullptr, error);
     });
+}
+
+/// Narrow blanks, which many fonts and terminals lack, as ordinary ones.
+std::string withPlainBlanks(std::string text) {
+    for (const std::string_view blank : {"\u2009", "\u202F", "\u00A0"})
+        for (auto at = text.find(blank); at != std::string::npos; at = text.find(blank))
+            text.replace(at, blank.size(), " ");
+    return text;
+}
+
+}  // namespace
+
+std::string dateText(const CivilDate& date, std::string_view locale) {
+    return dateWith(u"yMMMd", date, locale);
+}
+
+std::string longDateText(const CivilDate& date, std::string_view locale) {
+    return withPlainBlanks(dateWith(u"yMMMMEEEEd", date, locale));
+}
+
+std::string monthText(const CivilDate& inMonth, std::string_view locale) {
+    return withPlainBlanks(dateWith(u"yMMMM", inMonth, locale));
+}
+
+std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::string_view locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::LocalUDateIntervalFormatPointer format(
+        udtitvfmt_open(gregorian(locale).c_str(), u"yMMMMd", 6, u"UTC", 3, &status));
+    requireIcu(status, what);
+    return withPlainBlanks(icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* error) {
+        return udtitvfmt_format(format.getAlias(), momentOf(first), momentOf(last), buffer, capacity, nullptr,
+                                error);
+    }));
 }
 
 std::size_t firstWeekday(std::string_view locale) {

@@ -54,19 +54,33 @@ std::vector<Report::DayLine> linesOf(const TypingDays& days, const Stretch& pass
     return lines;
 }
 
-/// What another period adds up to, unless it has typing on less than half as many days: then counting had not
-/// begun, or somebody was away.
+/// Whether another period has typing on at least half as many days: otherwise counting had not begun, or
+/// somebody was away.
+bool hasEnough(const StretchFigures& figures, std::int64_t typingDays) {
+    return figures.typingDays * 2 >= typingDays && figures.summary.keystrokes > 0;
+}
+
+/// What another period adds up to, where that is enough to compare with.
 std::optional<Report::Totals> totalsOf(const TypingDays& days, const ReportPeriod& period,
                                        const Stretch& passed, std::int64_t typingDays) {
     const Stretch stretch = sameStretch(period, passed);
     const StretchFigures figures = figuresOf(days, stretch);
-    if (figures.typingDays * 2 < typingDays || figures.summary.keystrokes == 0) return std::nullopt;
+    if (!hasEnough(figures, typingDays)) return std::nullopt;
     return Report::Totals{period,
                           stretch,
                           figures.summary.keystrokes,
                           figures.summary.activeHours,
                           figures.typingDays,
                           figures.summary.clicks()};
+}
+
+std::optional<ComparedPeriod> comparedOf(const TypingDays& days, const ReportQuestion& question,
+                                         const Stretch& passed, std::int64_t typingDays) {
+    if (!question.comparedWith) return std::nullopt;
+    ComparedPeriod compared{*question.comparedWith, sameStretch(*question.comparedWith, passed), {}};
+    StretchFigures figures = figuresOf(days, compared.stretch);
+    if (hasEnough(figures, typingDays)) compared.figures = std::move(figures);
+    return compared;
 }
 
 std::optional<Report::UsualTotals> usualOf(const std::vector<CountedStretch>& earlier) {
@@ -82,8 +96,26 @@ std::optional<Report::UsualTotals> usualOf(const std::vector<CountedStretch>& ea
     return Report::UsualTotals{*usualKeystrokes, *tapcore::usualOf(activeHours)};
 }
 
+/// The day with the most keystrokes of all from `since` to the end of `now`, when that is one of `now`. All
+/// days between are among `days`, unless nobody counted.
+std::optional<Finding> recordOf(const CountedStretch& now, const TypingDays& days, const Day& since) {
+    constexpr std::ptrdiff_t enoughForRecord = 60;
+    const auto first = days.lower_bound(since), end = days.upper_bound(now.stretch.last);
+    if (std::distance(first, end) < enoughForRecord) return std::nullopt;
+    const auto most = std::max_element(first, end, [](const auto& a, const auto& b) {
+        return a.second.tally.total() < b.second.tally.total();
+    });
+    if (most->first < now.stretch.first) return std::nullopt;
+    const Stretch all{first->first, now.stretch.last, now.stretch.hoursOfLast};
+    return Finding{.kind = Finding::Kind::record,
+                   .value = static_cast<double>(most->second.tally.total()),
+                   .stretches = {now.stretch, all},
+                   .day = most->first};
+}
+
 /// What is so of the period itself, whatever is usual.
-void addFacts(std::vector<Finding>& findings, const CountedStretch& now, const TypingDays& days) {
+void addFacts(std::vector<Finding>& findings, const CountedStretch& now, const TypingDays& days,
+              const Day& since) {
     const auto hour = now.figures.busiestHour();
     if (!hour) return;
     findings.push_back(
@@ -92,17 +124,7 @@ void addFacts(std::vector<Finding>& findings, const CountedStretch& now, const T
                   static_cast<double>(now.figures.summary.keystrokes),
          .stretches = {now.stretch},
          .hour = *hour});
-    constexpr std::size_t enoughForRecord = 60;
-    if (days.size() < enoughForRecord) return;
-    const auto most = std::max_element(days.begin(), days.end(), [](const auto& a, const auto& b) {
-        return a.second.tally.total() < b.second.tally.total();
-    });
-    if (most->first < now.stretch.first || most->first > now.stretch.last) return;
-    const Stretch all{days.begin()->first, now.stretch.last, now.stretch.hoursOfLast};
-    findings.push_back({.kind = Finding::Kind::record,
-                        .value = static_cast<double>(most->second.tally.total()),
-                        .stretches = {now.stretch, all},
-                        .day = most->first});
+    if (auto record = recordOf(now, days, since)) findings.push_back(std::move(*record));
 }
 
 Report::Practice practiceOf(const PracticeHistory& history, const Stretch& passed) {
@@ -152,8 +174,10 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     const ReportPeriod before = question.period.previous();
     const ReportPeriod yearBefore = question.period.yearBefore();
     const std::vector<Stretch> earlier = earlierStretches(question.period, *passed);
-    std::vector<Stretch> read = earlier;
-    read.insert(read.end(), {*passed, sameStretch(before, *passed), sameStretch(yearBefore, *passed)});
+    const Day since = earlier.empty() ? passed->first : earlier.back().first;
+    std::vector<Stretch> read = {{since, passed->last}};
+    read.insert(read.end(), {sameStretch(before, *passed), sameStretch(yearBefore, *passed)});
+    if (question.comparedWith) read.push_back(sameStretch(*question.comparedWith, *passed));
     const TypingDays days = daysOf(store, read, problems, progress);
 
     const CountedStretch now{*passed, figuresOf(days, *passed)};
@@ -167,8 +191,9 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     report.usual = usualOf(counted);
     report.before = totalsOf(days, before, *passed, now.figures.typingDays);
     if (yearBefore != before) report.yearBefore = totalsOf(days, yearBefore, *passed, now.figures.typingDays);
+    report.compared = comparedOf(days, question, *passed, now.figures.typingDays);
     report.findings = changes(now, counted, keyboard.board);
-    addFacts(report.findings, now, days);
+    addFacts(report.findings, now, days, since);
     const PracticeHistory history = store.practiceHistory(problems);
     report.practice = practiceOf(history, *passed);
     constexpr std::int64_t recent = 90;

@@ -12,6 +12,7 @@
 #include "core/keyboard/board.h"
 #include "core/keyboard/legend_set.h"
 #include "core/keyboard/load.h"
+#include "core/reports/compared_figures.h"
 #include "core/reports/finding.h"
 #include "core/reports/key_class.h"
 #include "core/reports/layout_ranking.h"
@@ -96,7 +97,8 @@ struct Report {
     std::optional<UsualTotals> usual;  ///< of periods of up to 31 days, where three or more weeks have typing
     std::optional<Totals> before;      ///< nothing where too few days have typing
     std::optional<Totals> yearBefore;  ///< the same; nothing for a year, whose year before is the one before
-    std::vector<Finding> findings;     ///< what changed, the farthest from usual first; then facts
+    std::optional<ComparedPeriod> compared;  ///< the period that was asked for
+    std::vector<Finding> findings;           ///< what changed, the farthest from usual first; then facts
     std::vector<LetterGain> gains;
     std::optional<LayoutOffer> otherLayout;  ///< one that would spare more than a fifth of the travel
 
@@ -110,6 +112,7 @@ struct ReportQuestion {
     Day today;
     std::int64_t hoursPassed = 24;  ///< whole hours of today, by the clock
     ReportKeyboard keyboard;
+    std::optional<ReportPeriod> comparedWith = {};  ///< besides what a report is always compared with
 };
 
 /// So many times a stretch is looked back for what is usual.

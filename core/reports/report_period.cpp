@@ -71,6 +71,8 @@ ReportPeriod ReportPeriod::containing(Kind kind, const Day& day) {
     }
 }
 
+std::int64_t ReportPeriod::weekNumber() const { return isoWeek(mondayOf(first)).number; }
+
 std::string ReportPeriod::name() const {
     switch (kind) {
         case Kind::week: {

@@ -28,6 +28,8 @@ struct ReportPeriod {
     /// What names its file and sorts by time: "2026-09-20", "2026-W38", "2026-09", "2026" or
     /// "2026-09-01_2026-09-14". The year of a week is the one that most of its days are in.
     std::string name() const;
+    /// Of a week, its number in the year that most of its days are in.
+    std::int64_t weekNumber() const;
     /// How many days it has, first and last included.
     std::int64_t days() const { return last.daysSince(first) + 1; }
     bool contains(const Day& day) const { return first <= day && day <= last; }

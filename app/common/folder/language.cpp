@@ -42,6 +42,14 @@ std::string messageLocale(const Environment& environment) {
     return "";
 }
 
+std::string dateLocale(const Words& words, const Environment& environment) {
+    const std::string own = messageLocale(environment);
+    const std::string locale = own.substr(0, own.find_first_of(".@"));
+    const std::string& language = words.language();
+    const bool isOfIt = locale == language || locale.starts_with(language + "_");
+    return isOfIt ? locale : language;
+}
+
 std::string systemLanguage(const Environment& environment, const std::vector<std::string>& available) {
     return tapcore::preferredLanguage(wishes(environment), available);
 }

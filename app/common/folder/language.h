@@ -19,6 +19,10 @@ std::string systemLanguage(const Environment& environment, const std::vector<std
 /// The locale of messages: LC_ALL, LC_MESSAGES or LANG, the first that has a value; empty without one.
 std::string messageLocale(const Environment& environment);
 
+/// The locale of dates in texts of a language: the user's own where it is one of that language, which then
+/// says more of it ("de_AT").
+std::string dateLocale(const tapcore::Words& words, const Environment& environment);
+
 /// The language of texts: the one set, else the system's. A set one that has no texts is warned of, with
 /// those there are, and does not count.
 std::string chosenLanguage(const Environment& environment);

@@ -21,9 +21,9 @@ tapcore::Progress LongWork::progress() {
     };
 }
 
-void LongWork::requireDone(bool done) {
+void LongWork::requireDone(bool done, const std::string& stopped) {
     takeLineAway();
-    if (!done) throw Failure(what_, "stopped; what is done stays done, and running it again does the rest");
+    if (!done) throw Failure(what_, stopped);
 }
 
 void LongWork::takeLineAway() {

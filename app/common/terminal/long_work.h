@@ -22,8 +22,11 @@ class LongWork {
     tapcore::Progress progress();
 
     /// To be called once the work is over, before anything is printed: it takes the line away. Throws Failure
-    /// when the work did not come to its end: it may be run again.
-    void requireDone(bool done);
+    /// when the work did not come to its end; `stopped` says what that means.
+    void requireDone(bool done, const std::string& stopped = canGoOn);
+
+    static constexpr const char* canGoOn =
+        "stopped; what is done stays done, and running it again does the rest";
 
   private:
     void show(std::size_t done, std::size_t total);
