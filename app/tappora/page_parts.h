@@ -2,8 +2,8 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "app/common/report/report_tables.h"
 #include "core/words/words.h"
 
 namespace tappora {
@@ -13,18 +13,10 @@ namespace tappora {
 /// Text for an element or an attribute.
 std::string escaped(std::string_view text);
 
-/// One cell of a table. Numbers are to the right.
-struct PageCell {
-    std::string text;
-    bool isNumber = false;
-};
+using PageCell = ReportCell;
+using PageTable = ReportTable;
 
-struct PageTable {
-    std::string caption;  ///< for screen readers
-    std::vector<PageCell> header;
-    std::vector<std::vector<PageCell>> rows;  ///< the first cell of each names the row
-};
-
+/// The table, which its caption tells screen readers of.
 std::string html(const PageTable& table);
 
 /// The table behind a button that says "As a table".

@@ -8,6 +8,7 @@
 #include <functional>
 #include <utility>
 
+#include "app/common/report/report_tables.h"
 #include "app/tappora/page_parts.h"
 #include "core/counting/chords.h"
 #include "core/counting/key_face.h"
@@ -156,11 +157,6 @@ class KeyPainter {
 };
 
 }  // namespace
-
-std::string percentOf(double share, const Words& words) {
-    const double inPercent = share * 100;
-    return words.number(inPercent, inPercent < 9.95 && inPercent > 0 ? 1 : 0);
-}
 
 std::string heatStyles(tapcore::MapColor color) {
     return stepStyles(false, color) + "@media screen and (prefers-color-scheme: dark) {\n" +

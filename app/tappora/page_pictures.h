@@ -34,7 +34,4 @@ std::string keyboardPicture(const tapcore::Report& report, const tapcore::Report
 /// Two hands, whose fingers are as warm as their share of the presses.
 std::string handsPicture(const tapcore::Report& report, const tapcore::Words& words);
 
-/// A share of 1 as per cent, without the sign.
-std::string percentOf(double share, const tapcore::Words& words);
-
 }  // namespace tappora
