@@ -140,15 +140,24 @@ std::string png(const Picture& picture, const Appearance& appearance, double sca
 }
 
 std::string pdf(const Picture& picture, const Appearance& appearance) {
-    requirePaintable(picture.size, 1);
+    return pdf(std::span(&picture, 1), appearance);
+}
+
+std::string pdf(std::span<const Picture> pages, const Appearance& appearance) {
+    for (const Picture& page : pages) requirePaintable(page.size, 1);
+    if (pages.empty()) throw PaintError("no pages");
     std::string bytes;
-    const Surface surface(
-        cairo_pdf_surface_create_for_stream(appendTo, &bytes, picture.size.width, picture.size.height));
-    const std::string& title = picture.content.accessibility.label;
+    const Size first = pages.front().size;
+    const Surface surface(cairo_pdf_surface_create_for_stream(appendTo, &bytes, first.width, first.height));
+    const std::string& title = pages.front().content.accessibility.label;
     if (!title.empty())
         cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, title.c_str());
     const Context context(cairo_create(surface.get()));
-    paint(context.get(), picture, appearance);
+    for (const Picture& page : pages) {
+        cairo_pdf_surface_set_size(surface.get(), page.size.width, page.size.height);
+        paint(context.get(), page, appearance);
+        if (pages.size() > 1) cairo_show_page(context.get());
+    }
     cairo_surface_finish(surface.get());
     require(cairo_surface_status(surface.get()));
     return bytes;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <stdexcept>
 #include <string>
 
@@ -29,6 +30,9 @@ std::string png(const Picture& picture, const Appearance& appearance, double sca
 
 /// A PDF file's bytes: one page of the picture's size, its text as text. The title is the picture's label.
 std::string pdf(const Picture& picture, const Appearance& appearance);
+
+/// The same of several pictures, a page each.
+std::string pdf(std::span<const Picture> pages, const Appearance& appearance);
 
 /// An SVG file's text: the elements for assistive tools as title, desc and roles, and text as text. It is the
 /// same for the same picture and the same widths. A picture larger than the plane is not painted.

@@ -209,6 +209,12 @@ Node boardNode(const HeatmapView& view, Point origin) {
 
 }  // namespace
 
+KeysDrawing keysDrawing(const HeatmapView& view) {
+    const Rect bounds = drawnBounds(view.board);
+    if (bounds.isEmpty()) return {drawing::group({}), {}};
+    return {boardNode(view, {bounds.x, bounds.y}), {unit * bounds.width, unit * bounds.height}};
+}
+
 drawing::Picture heatmapPicture(const HeatmapView& view) {
     constexpr double legendGap = 22;
     const Rect bounds = drawnBounds(view.board);

@@ -9,4 +9,11 @@ namespace tappora {
 /// assistive tools, the steps of its colour, the period and the total.
 drawing::Picture heatmapPicture(const HeatmapView& view);
 
+/// The keys of a view alone, from their 0, and how large they are together.
+struct KeysDrawing {
+    drawing::Node node;
+    drawing::Size size;
+};
+KeysDrawing keysDrawing(const HeatmapView& view);
+
 }  // namespace tappora

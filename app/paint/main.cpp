@@ -8,6 +8,7 @@
 #include "app/paint/fingers_picture.h"
 #include "app/paint/heatmap_picture.h"
 #include "app/paint/picture_file.h"
+#include "app/paint/report_paper.h"
 #include "app/paint/widget_pictures.h"
 
 namespace tappora {
@@ -38,6 +39,7 @@ constexpr struct {
     {"heatmap", "tappora heatmap", paint<HeatmapOptions, addHeatmapOptions, heatmapView, heatmapPicture>},
     {"fingers", "tappora fingers", paint<FingersOptions, addFingersOptions, fingersView, fingersPicture>},
     {"widget", "tappora widget render", renderWidgets},
+    {"report", "tappora report", paintReport},
 };
 
 int run(std::vector<std::string> arguments) {
@@ -48,8 +50,8 @@ int run(std::vector<std::string> arguments) {
         return guarded(line, [&] { picture.paint(line, hostEnvironment()); });
     }
     complain(
-        "tappora-paint: started by tappora heatmap -o FILE, tappora fingers -o FILE and tappora widget "
-        "render");
+        "tappora-paint: started by tappora heatmap -o FILE, tappora fingers -o FILE, tappora widget "
+        "render and tappora report -o FILE.pdf");
     return 2;
 }
 

@@ -1,5 +1,8 @@
 #include "app/paint/picture_file.h"
 
+#include <functional>
+#include <string>
+
 #include "app/common/folder/tell.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
@@ -31,6 +34,16 @@ void requireFile(const fs::path& path) {
     if (fs::exists(status) && !fs::is_regular_file(status)) throw Failure(path.string(), "not a file");
 }
 
+/// Writes what `bytes` paints.
+void write(const fs::path& file, const std::function<std::string()>& bytes) {
+    requireFile(file);
+    try {
+        complainOf(tapcore::writeFile(file, bytes()));
+    } catch (const drawing::PaintError& error) {
+        throw Failure(file.string(), error.what());
+    }
+}
+
 }  // namespace
 
 PictureKind pictureKind(const fs::path& file) {
@@ -43,12 +56,12 @@ PictureKind pictureKind(const fs::path& file) {
 
 void writePicture(const fs::path& file, const drawing::Picture& picture,
                   const drawing::Appearance& appearance, double scale) {
-    requireFile(file);
-    try {
-        complainOf(tapcore::writeFile(file, painted(pictureKind(file), picture, appearance, scale)));
-    } catch (const drawing::PaintError& error) {
-        throw Failure(file.string(), error.what());
-    }
+    write(file, [&] { return painted(pictureKind(file), picture, appearance, scale); });
+}
+
+void writePages(const fs::path& file, const std::vector<drawing::Picture>& pages,
+                const drawing::Appearance& appearance) {
+    write(file, [&] { return drawing::pdf(pages, appearance); });
 }
 
 }  // namespace tappora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "drawing/node.h"
 #include "drawing/style.h"
@@ -16,5 +17,9 @@ PictureKind pictureKind(const std::filesystem::path& file);
 /// when it cannot be painted, or when what has that name is no file.
 void writePicture(const std::filesystem::path& file, const drawing::Picture& picture,
                   const drawing::Appearance& appearance, double scale = 2);
+
+/// Writes pictures as the pages of a PDF, in the same way.
+void writePages(const std::filesystem::path& file, const std::vector<drawing::Picture>& pages,
+                const drawing::Appearance& appearance);
 
 }  // namespace tappora

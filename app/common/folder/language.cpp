@@ -24,6 +24,13 @@ bool isOfMachines(std::string_view locale) {
     return locale.empty() || locale == "POSIX" || locale == "C" || locale.starts_with("C.");
 }
 
+/// What the locale is in a respect, as the C library has it.
+std::string localeOf(const char* category, const Environment& environment) {
+    for (const char* name : {"LC_ALL", category, "LANG"})
+        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
+    return "";
+}
+
 std::vector<std::string> wishes(const Environment& environment) {
     const std::string locale = messageLocale(environment);
     if (isOfMachines(locale)) return {};
@@ -36,10 +43,11 @@ std::vector<std::string> wishes(const Environment& environment) {
 
 }  // namespace
 
-std::string messageLocale(const Environment& environment) {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const auto value = environment.variable(name); value && !value->empty()) return *value;
-    return "";
+std::string messageLocale(const Environment& environment) { return localeOf("LC_MESSAGES", environment); }
+
+std::string paperLocale(const Environment& environment) {
+    const std::string locale = localeOf("LC_PAPER", environment);
+    return locale.substr(0, locale.find_first_of(".@"));
 }
 
 std::string dateLocale(const Words& words, const Environment& environment) {

@@ -23,6 +23,9 @@ std::string messageLocale(const Environment& environment);
 /// says more of it ("de_AT").
 std::string dateLocale(const tapcore::Words& words, const Environment& environment);
 
+/// The locale of paper: LC_ALL, LC_PAPER or LANG, the first that has a value, without its encoding.
+std::string paperLocale(const Environment& environment);
+
 /// The language of texts: the one set, else the system's. A set one that has no texts is warned of, with
 /// those there are, and does not count.
 std::string chosenLanguage(const Environment& environment);

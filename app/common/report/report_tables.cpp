@@ -156,8 +156,11 @@ ReportTable ReportTables::hours() const {
     for (std::size_t hour = 0; hour < tapcore::Tally::hours; ++hour) {
         if (report_.figures.summary.byHour[hour] == 0) continue;
         std::vector<ReportCell> row = {{std::to_string(hour)}};
-        for (std::size_t i = 0; i < 7; ++i)
-            row.push_back({number(report_.figures.byWeekdayAndHour[(first + i) % 7][hour]), true});
+        for (std::size_t i = 0; i < 7; ++i) {
+            const std::size_t weekday = (first + i) % 7;
+            const bool isCounted = report_.figures.countedDays[weekday] > 0;
+            row.push_back({isCounted ? number(report_.figures.byWeekdayAndHour[weekday][hour]) : "", true});
+        }
         table.rows.push_back(std::move(row));
     }
     return table;
