@@ -198,8 +198,6 @@ Report read(const AskedReport& asked) {
     tapcore::FileProblems problems;
     Report report = reportOf(asked.store, asked.question, &problems);
     requireAnswer(problems, report.isEmpty());
-    if (report.isEmpty())
-        throw Failure(asked.question.period.name(), "nothing was counted, so there is nothing to print");
     return report;
 }
 
@@ -212,6 +210,7 @@ void paintReport(CommandLine& line, const Environment& environment) {
     line.parse();
     const AskedReport asked = askedReport(options, environment);
     const Report report = read(asked);
+    if (report.isEmpty()) return print(nothingCounted(asked));
     const auto size = paperSize(paperLocale(environment));
     writePages(*options.output, ReportPaper(report, asked, size).pages(), {});
 }

@@ -22,7 +22,6 @@
 #include "core/foundation/file_io.h"
 #include "core/reports/report.h"
 #include "core/reports/report_document.h"
-#include "core/reports/report_title.h"
 
 namespace tappora {
 namespace {
@@ -54,12 +53,6 @@ std::string said(tapcore::SavedReport saved) {
         default:
             return "saved again: figures have changed since it was saved";
     }
-}
-
-std::string nothingCounted(const AskedReport& asked) {
-    const ReportPeriod& period = asked.question.period;
-    return fmt::format("{}: nothing was counted from {} to {}\n", titleOf(period, asked.words, asked.locale),
-                       period.first.description(), period.last.description());
 }
 
 void save(const Report& report, const tapcore::ReportKeyboard& keyboard, const ReportOptions& options,

@@ -1,10 +1,13 @@
 #include "app/common/report/report_options.h"
 
+#include <fmt/format.h>
+
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/language.h"
 #include "app/common/keyboard/board_counts.h"
 #include "app/common/program.h"
 #include "app/common/report/report_keyboard.h"
+#include "core/reports/report_title.h"
 
 namespace tappora {
 namespace {
@@ -70,6 +73,12 @@ void addReportOptions(CommandLine& line, ReportOptions& options) {
     line.flag("--json", options.json, "Print the report as JSON").excludes("--output").excludes("--open");
     addKeyboardOptions(line, options.keyboard);
     addFolderOptions(line, options.folder);
+}
+
+std::string nothingCounted(const AskedReport& asked) {
+    const ReportPeriod& period = asked.question.period;
+    return fmt::format("{}: nothing was counted from {} to {}\n", titleOf(period, asked.words, asked.locale),
+                       period.first.description(), period.last.description());
 }
 
 AskedReport askedReport(const ReportOptions& options, const Environment& environment) {

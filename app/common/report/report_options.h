@@ -42,6 +42,9 @@ struct AskedReport {
     tapcore::MapColor color;
 };
 
+/// What is said instead of a report in which nothing was counted.
+std::string nothingCounted(const AskedReport& asked);
+
 /// UsageError for a period that cannot be, or cannot be compared with.
 AskedReport askedReport(const ReportOptions& options, const Environment& environment);
 
