@@ -65,55 +65,53 @@ void addLegend(std::vector<Node>& parts, double right, double y, const tapcore::
 
 constexpr double legendHeight = 16;
 
-std::vector<std::int64_t> countsOf(const std::vector<Report::DayLine>& days) {
+std::vector<std::int64_t> countsOf(const ReportBars& bars) {
     std::vector<std::int64_t> counts;
-    for (const Report::DayLine& line : days) counts.push_back(line.keystrokes.value_or(0));
+    for (const ReportBars::Bar& bar : bars.bars) counts.push_back(bar.line.keystrokes.value_or(0));
     return counts;
 }
 
 }  // namespace
 
-Drawn ReportDrawings::days() const {
+Drawn ReportDrawings::barsOf(const ReportBars& bars) const {
     constexpr double top = 14, bottom = 110, height = 126;
-    const std::vector<std::int64_t> counts = countsOf(report.days);
+    const std::vector<std::int64_t> counts = countsOf(bars);
     const auto most =
         static_cast<double>(std::max<std::int64_t>(1, *std::max_element(counts.begin(), counts.end())));
     const double pitch = width / static_cast<double>(counts.size());
-    const auto names = tapcore::weekdayNames(locale);
     const Style bar = tapwidgets::heatStyle(4, color);
     std::vector<Node> parts = {drawing::stroked(drawing::line({0, bottom}, {width, bottom}),
                                                 {.role = Style::Role::quaternary}, 0.75)};
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        const Report::DayLine& line = report.days[i];
+        const Report::DayLine& line = bars.bars[i].line;
         const double x = pitch * static_cast<double>(i);
         const double tall = (bottom - top) * (line.keystrokes ? static_cast<double>(counts[i]) / most : 0.25);
         const Rect rect{x + pitch * 0.12, bottom - tall, pitch * 0.76, tall};
-        const bool isWeek = counts.size() <= 7;
         if (!line.keystrokes) parts.push_back(gap(rect));
         else if (tall > 0) parts.push_back(box(rect, bar));
-        if (isWeek && line.keystrokes)
+        if (bars.showsAmounts() && line.keystrokes)
             parts.push_back(text(words.number(counts[i]), x + pitch / 2, bottom - tall - 6));
-        parts.push_back(text(isWeek ? names[line.day.weekday()] : std::to_string(line.day.day), x + pitch / 2,
-                             bottom + 9, Alignment::centre, drawing::secondary, isWeek ? 9 : 7));
+        parts.push_back(text(bars.bars[i].label, x + pitch / 2, bottom + 9, Alignment::centre,
+                             drawing::secondary, bars.showsAmounts() ? 9 : 7));
     }
     return {drawing::group(std::move(parts)), height};
 }
 
-Drawn ReportDrawings::year() const {
+Drawn ReportDrawings::calendarOf(const ReportBars& bars) const {
     constexpr double left = 26, top = 14;
     const std::size_t first = tapcore::firstWeekday(locale);
     const auto names = tapcore::weekdayNames(locale);
-    const auto step = Heatmap::ranked(countsOf(report.days));
-    const std::size_t before = (report.days.front().day.weekday() + 7 - first) % 7;
-    const auto columns = static_cast<double>((report.days.size() + before + 6) / 7);
+    const auto step = Heatmap::ranked(countsOf(bars));
+    const std::size_t before = (bars.bars.front().line.day.weekday() + 7 - first) % 7;
+    const auto columns = static_cast<double>((bars.bars.size() + before + 6) / 7);
     const double pitch = std::min((width - left) / columns, 14.0), side = pitch * 0.84;
     std::vector<Node> parts;
     for (std::size_t row = 0; row < 7; row += 2)
         parts.push_back(text(names[(first + row) % 7], left - 4,
                              top + pitch * static_cast<double>(row) + side / 2, Alignment::trailing,
                              drawing::secondary, 7));
-    for (std::size_t i = 0; i < report.days.size(); ++i) {
-        const Report::DayLine& line = report.days[i];
+    for (std::size_t i = 0; i < bars.bars.size(); ++i) {
+        const Report::DayLine& line = bars.bars[i].line;
         const double x = left + pitch * static_cast<double>((i + before) / 7);
         const Rect rect{x, top + pitch * static_cast<double>((i + before) % 7), side, side};
         parts.push_back(line.keystrokes ? box(rect, tapwidgets::heatStyle(step(*line.keystrokes), color), 1.5)

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/common/report/report_bars.h"
 #include "core/keyboard/map_color.h"
 #include "core/reports/report.h"
 #include "core/words/words.h"
@@ -25,10 +26,10 @@ struct ReportDrawings {
     tapcore::MapColor color;
     double width = 0;
 
-    /// A bar for each day; a day without data is an empty outline.
-    Drawn days() const;
+    /// A bar for each day or month; one without data is an empty outline.
+    Drawn barsOf(const ReportBars& bars) const;
     /// A square for each day, a column for each week.
-    Drawn year() const;
+    Drawn calendarOf(const ReportBars& bars) const;
     /// A square for each hour of each weekday.
     Drawn hours() const;
     /// The board as a heat map.

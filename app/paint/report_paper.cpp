@@ -41,9 +41,7 @@ class ReportPaper {
         findings();
         figures("figures", tables_.figures());
         compared();
-        if (report_.days.size() > 1)
-            pictured(tables_.isLong() ? "year" : "days",
-                     tables_.isLong() ? drawings_.year() : drawings_.days());
+        if (report_.days.size() > 1) days();
         if (!tables_.hours().rows.empty()) pictured("hours", drawings_.hours());
         keys();
         table("shortcuts", tables_.shortcuts());
@@ -167,6 +165,13 @@ class ReportPaper {
         }
     }
 
+    void days() {
+        const ReportBars& bars = tables_.bars();
+        pictured(std::string(bars.section()), bars.kind == ReportBars::Kind::calendar
+                                                  ? drawings_.calendarOf(bars)
+                                                  : drawings_.barsOf(bars));
+    }
+
     void keys() {
         Drawn drawn = drawings_.keys();
         if (drawn.height == 0 || report_.figures.summary.byKey.empty()) return;
@@ -184,7 +189,9 @@ class ReportPaper {
 
     /// What the pictures show, in figures.
     void appendix() {
-        if (report_.days.size() > 1 && !tables_.isLong()) table("days", tables_.days());
+        const ReportBars& bars = tables_.bars();
+        if (report_.days.size() > 1 && bars.kind != ReportBars::Kind::calendar)
+            table(std::string(bars.section()), tables_.days());
         table("hours", tables_.hours());
     }
 

@@ -68,13 +68,9 @@ std::string square(double x, double y, double side, std::string_view kind, std::
         svgNumber(x), svgNumber(y), svgNumber(side), svgNumber(side), kind, escaped(title));
 }
 
-std::string dateOf(const tapcore::Day& day, const std::string& locale) {
-    return tapcore::dateText({day.year, day.month, day.day}, locale);
-}
-
-std::string amountOf(const Report::DayLine& line, const Words& words, const std::string& locale) {
-    return dateOf(line.day, locale) + ": " +
-           (line.keystrokes ? words.number(*line.keystrokes) : words.text("report.page.no_data"));
+std::string amountOf(const ReportBars::Bar& bar, const Words& words) {
+    const auto& keystrokes = bar.line.keystrokes;
+    return bar.name + ": " + (keystrokes ? words.number(*keystrokes) : words.text("report.page.no_data"));
 }
 
 /// The steps of heat of some counts.
@@ -163,51 +159,49 @@ std::string heatStyles(tapcore::MapColor color) {
            stepStyles(true, color) + "}\n";
 }
 
-std::string daysPicture(const Report& report, const Words& words, const std::string& locale) {
+std::string barsPicture(const ReportBars& bars, const Words& words) {
     constexpr double width = 900, height = 220, top = 22, bottom = 190;
     std::int64_t most = 1;
-    for (const Report::DayLine& line : report.days) most = std::max(most, line.keystrokes.value_or(0));
-    const double step = width / static_cast<double>(std::max<std::size_t>(report.days.size(), 1));
-    const auto names = tapcore::weekdayNames(locale);
+    for (const ReportBars::Bar& bar : bars.bars) most = std::max(most, bar.line.keystrokes.value_or(0));
+    const double step = width / static_cast<double>(std::max<std::size_t>(bars.bars.size(), 1));
     std::string content = fmt::format("<path class=\"axis\" d=\"M0 {}H{}\"/>\n", bottom, width);
-    for (std::size_t i = 0; i < report.days.size(); ++i) {
-        const Report::DayLine& line = report.days[i];
+    for (std::size_t i = 0; i < bars.bars.size(); ++i) {
+        const ReportBars::Bar& bar = bars.bars[i];
+        const auto& keystrokes = bar.line.keystrokes;
         const double x = step * static_cast<double>(i);
-        const double tall = (bottom - top) * static_cast<double>(line.keystrokes.value_or(most / 4)) /
-                            static_cast<double>(most);
+        const double tall =
+            (bottom - top) * static_cast<double>(keystrokes.value_or(most / 4)) / static_cast<double>(most);
         content += fmt::format(
             "<rect x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\" rx=\"3\" "
             "class=\"{}\"><title>{}</title></rect>\n",
             svgNumber(x + step * 0.12), svgNumber(bottom - tall), svgNumber(step * 0.76), svgNumber(tall),
-            line.keystrokes ? "bar" : "gap", escaped(amountOf(line, words, locale)));
-        const bool isWeek = report.days.size() <= 7;
-        content += text(x + step / 2, bottom + 18,
-                        isWeek ? names[line.day.weekday()] : std::to_string(line.day.day));
-        if (isWeek && line.keystrokes)
-            content += text(x + step / 2, bottom - tall - 6, words.number(*line.keystrokes));
+            keystrokes ? "bar" : "gap", escaped(amountOf(bar, words)));
+        if (!bar.label.empty()) content += text(x + step / 2, bottom + 18, bar.label);
+        if (bars.showsAmounts() && keystrokes)
+            content += text(x + step / 2, bottom - tall - 6, words.number(*keystrokes));
     }
-    return svg(width, height, words.text("report.section.days"), content);
+    return svg(width, height, words.text("report.section." + std::string(bars.section())), content);
 }
 
-std::string yearPicture(const Report& report, const Words& words, const std::string& locale) {
+std::string yearPicture(const ReportBars& bars, const Words& words, const std::string& locale) {
     constexpr double side = 14, pitch = 17, left = 44, top = 24;
     const std::size_t first = tapcore::firstWeekday(locale);
     const auto names = tapcore::weekdayNames(locale);
     std::vector<std::int64_t> counts;
-    for (const Report::DayLine& line : report.days) counts.push_back(line.keystrokes.value_or(0));
+    for (const ReportBars::Bar& bar : bars.bars) counts.push_back(bar.line.keystrokes.value_or(0));
     const auto step = stepsOf(counts);
     std::string content;
     for (std::size_t row = 0; row < 7; row += 2)
         content +=
             text(left - 8, top + pitch * static_cast<double>(row) + 11, names[(first + row) % 7], "end");
-    const std::size_t before = (report.days.front().day.weekday() + 7 - first) % 7;
-    for (std::size_t i = 0; i < report.days.size(); ++i) {
-        const Report::DayLine& line = report.days[i];
+    const std::size_t before = (bars.bars.front().line.day.weekday() + 7 - first) % 7;
+    for (std::size_t i = 0; i < bars.bars.size(); ++i) {
+        const Report::DayLine& line = bars.bars[i].line;
         const auto column = static_cast<double>((i + before) / 7);
         const auto row = static_cast<double>((i + before) % 7);
         content += square(left + pitch * column, top + pitch * row, side,
                           line.keystrokes ? fmt::format("h{}", step(*line.keystrokes)) : "gap",
-                          amountOf(line, words, locale));
+                          amountOf(bars.bars[i], words));
         if (line.day.day == 1)
             content += text(left + pitch * (row == 0 ? column : column + 1), top - 8,
                             std::to_string(line.day.month), "start");

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/common/report/report_bars.h"
 #include "core/keyboard/map_color.h"
 #include "core/reports/report.h"
 #include "core/words/words.h"
@@ -15,13 +16,11 @@ namespace tappora {
 /// whichever is easier to read.
 std::string heatStyles(tapcore::MapColor color);
 
-/// A bar for each day; a day without data is an empty outline.
-std::string daysPicture(const tapcore::Report& report, const tapcore::Words& words,
-                        const std::string& locale);
+/// A bar for each day or month; one without data is an empty outline.
+std::string barsPicture(const ReportBars& bars, const tapcore::Words& words);
 
 /// A square for each day of a year, a column for each week.
-std::string yearPicture(const tapcore::Report& report, const tapcore::Words& words,
-                        const std::string& locale);
+std::string yearPicture(const ReportBars& bars, const tapcore::Words& words, const std::string& locale);
 
 /// A square for each hour of each weekday.
 std::string hoursPicture(const tapcore::Report& report, const tapcore::Words& words,

@@ -36,7 +36,7 @@ class Page {
   private:
     std::string sections() const {
         return titled("findings", findings()) + titled("figures", figures(tables_.figures())) +
-               titled("compared", compared()) + titled(tables_.isLong() ? "year" : "days", days()) +
+               titled("compared", compared()) + titled(std::string(tables_.bars().section()), days()) +
                titled("hours", hours()) + titled("keyboard", keys()) + "<div class=\"two\">" +
                titled("shortcuts", shown(tables_.shortcuts())) + titled("kinds", shown(tables_.kinds())) +
                "</div>" + titled("fingers", fingers()) + titled("practice", figures(tables_.practice()));
@@ -72,8 +72,11 @@ class Page {
 
     std::string days() const {
         if (report_.days.size() < 2) return "";
-        const auto picture = tables_.isLong() ? yearPicture : daysPicture;
-        return picture(report_, words_, style_.locale) + behindButton(tables_.days(), words_);
+        const ReportBars& bars = tables_.bars();
+        const std::string picture = bars.kind == ReportBars::Kind::calendar
+                                        ? yearPicture(bars, words_, style_.locale)
+                                        : barsPicture(bars, words_);
+        return picture + behindButton(tables_.days(), words_);
     }
 
     std::string hours() const {

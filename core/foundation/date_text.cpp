@@ -8,6 +8,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/foundation/icu.h"
 
@@ -42,20 +43,6 @@ double momentOf(const CivilDate& date) {
     return static_cast<double>(dayNumber(date)) * millisecondsADay;
 }
 
-/// A date as the locale writes these fields of it.
-std::string dateWith(std::u16string_view fields, const CivilDate& date, std::string_view locale) {
-    const std::string name = gregorian(locale);
-    const std::u16string pattern = patternOf(name, fields);
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::LocalUDateFormatPointer format(udat_open(UDAT_PATTERN, UDAT_PATTERN, name.c_str(), u"UTC", 3,
-                                                        pattern.data(),
-                                                        static_cast<std::int32_t>(pattern.size()), &status));
-    requireIcu(status, what);
-    return icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* error) {
-        return udat_format(format.getAlias(), momentOf(date), buffer, capacity, nullptr, error);
-    });
-}
-
 /// Narrow blanks, which many fonts and terminals lack, as ordinary ones.
 std::string withPlainBlanks(std::string text) {
     for (const std::string_view blank : {"\u2009", "\u202F", "\u00A0"})
@@ -64,18 +51,44 @@ std::string withPlainBlanks(std::string text) {
     return text;
 }
 
+std::u16string_view fieldsOf(DateWriter::Form form) {
+    switch (form) {
+        case DateWriter::Form::full:
+            return u"yMMMMEEEEd";
+        case DateWriter::Form::month:
+            return u"yMMMM";
+        default:
+            return u"yMMMd";
+    }
+}
+
 }  // namespace
 
+struct DateWriter::Format {
+    icu::LocalUDateFormatPointer format;
+    bool keepsBlanks;
+};
+
+DateWriter::DateWriter(Form form, std::string_view locale) {
+    const std::string name = gregorian(locale);
+    const std::u16string pattern = patternOf(name, fieldsOf(form));
+    UErrorCode status = U_ZERO_ERROR;
+    UDateFormat* const opened = udat_open(UDAT_PATTERN, UDAT_PATTERN, name.c_str(), u"UTC", 3, pattern.data(),
+                                          static_cast<std::int32_t>(pattern.size()), &status);
+    format_ =
+        std::make_shared<const Format>(Format{icu::LocalUDateFormatPointer(opened), form == Form::usual});
+    requireIcu(status, what);
+}
+
+std::string DateWriter::operator()(const CivilDate& date) const {
+    std::string text = icuText(what, [&](UChar* buffer, std::int32_t capacity, UErrorCode* error) {
+        return udat_format(format_->format.getAlias(), momentOf(date), buffer, capacity, nullptr, error);
+    });
+    return format_->keepsBlanks ? text : withPlainBlanks(std::move(text));
+}
+
 std::string dateText(const CivilDate& date, std::string_view locale) {
-    return dateWith(u"yMMMd", date, locale);
-}
-
-std::string longDateText(const CivilDate& date, std::string_view locale) {
-    return withPlainBlanks(dateWith(u"yMMMMEEEEd", date, locale));
-}
-
-std::string monthText(const CivilDate& inMonth, std::string_view locale) {
-    return withPlainBlanks(dateWith(u"yMMMM", inMonth, locale));
+    return DateWriter(DateWriter::Form::usual, locale)(date);
 }
 
 std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::string_view locale) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -8,19 +9,30 @@
 
 namespace tapcore {
 
-/// A date as a locale ("de", "pt-BR") writes it, with its month abbreviated: "Sep 20, 2026" in English. A
-/// locale that is not known writes it like English.
-std::string dateText(const CivilDate& date, std::string_view locale);
+/// Writes dates as a locale ("de", "pt-BR") does, any number of them: what it needs is looked up once. A
+/// locale that is not known writes like English. Copies share what they know, and belong to one thread.
+class DateWriter {
+  public:
+    enum class Form {
+        usual,  ///< with its month abbreviated: "Sep 20, 2026" in English
+        full,   ///< with its weekday and its month spelled out: "Sunday, September 20, 2026"
+        month,  ///< the month and the year: "October 2026"
+    };
 
-/// A date with its weekday and its month spelled out: "Sunday, September 20, 2026" in English.
-std::string longDateText(const CivilDate& date, std::string_view locale);
+    DateWriter(Form form, std::string_view locale);
+    std::string operator()(const CivilDate& date) const;
+
+  private:
+    struct Format;
+    std::shared_ptr<const Format> format_;
+};
+
+/// One date in the usual form.
+std::string dateText(const CivilDate& date, std::string_view locale);
 
 /// The days from one to another: "September 14 – 20, 2026" in English, "14.–20. September 2026" in German.
 /// Blanks in it are ordinary ones.
 std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::string_view locale);
-
-/// A month of a year: "October 2026".
-std::string monthText(const CivilDate& inMonth, std::string_view locale);
 
 /// The day that a week begins with where the locale is used, from 0 for Sunday: 1 for "de", 0 for "en_US".
 std::size_t firstWeekday(std::string_view locale);

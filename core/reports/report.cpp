@@ -161,7 +161,25 @@ std::optional<Report::LayoutOffer> otherLayoutOf(const ReportKeyboard& keyboard,
     return Report::LayoutOffer{ranking->today, *better};
 }
 
+void add(Report::DayLine& month, const Report::DayLine& day) {
+    if (!day.keystrokes) return;
+    month.keystrokes = checkedSum(month.keystrokes.value_or(0), *day.keystrokes);
+    addChecked(month.activeHours, day.activeHours);
+    addChecked(month.clicks, day.clicks);
+}
+
 }  // namespace
+
+std::vector<Report::DayLine> monthLines(const std::vector<Report::DayLine>& days) {
+    std::vector<Report::DayLine> months;
+    for (const Report::DayLine& day : days) {
+        const Day first(day.day.year, day.day.month, 1);
+        if (months.empty() || months.back().day != first)
+            months.push_back({.day = first, .keystrokes = std::nullopt});
+        add(months.back(), day);
+    }
+    return months;
+}
 
 Report reportOf(const Store& store, const ReportQuestion& question, FileProblems* problems,
                 const Progress& progress) {

@@ -115,6 +115,12 @@ struct ReportQuestion {
     std::optional<ReportPeriod> comparedWith = {};  ///< besides what a report is always compared with
 };
 
+/// Of more days than that, people are told by month: of a year, and the weeks that it begins and ends in.
+inline constexpr std::size_t mostDayLines = 53 * 7;
+
+/// The lines of whole months, each under its first day: a gap when none of its days has a file.
+std::vector<Report::DayLine> monthLines(const std::vector<Report::DayLine>& days);
+
 /// So many times a stretch is looked back for what is usual.
 inline constexpr std::int64_t mostEarlier = 8;
 /// What is usual is told of periods of up to so many days: of longer ones nobody has eight.

@@ -116,9 +116,11 @@ TextTable findingsTable(const Report& report, const ReportKeyboard& keyboard, co
 TextTable daysTable(const Report& report) {
     TextTable table{
         {"date", "weekday", "keystrokes", "active_hours", "clicks"}, {false, false, true, true, true}, {}};
-    for (const Report::DayLine& line : report.days) {
+    const bool byMonth = report.days.size() > mostDayLines;
+    for (const Report::DayLine& line : byMonth ? monthLines(report.days) : report.days) {
         const bool isCounted = line.keystrokes.has_value();
-        table.rows.push_back({line.day.description(), std::string(weekdays[line.day.weekday()]),
+        table.rows.push_back({byMonth ? line.day.monthName() : line.day.description(),
+                              byMonth ? "" : std::string(weekdays[line.day.weekday()]),
                               isCounted ? decimal(*line.keystrokes) : "no data",
                               isCounted ? decimal(line.activeHours) : "",
                               isCounted ? decimal(line.clicks) : ""});

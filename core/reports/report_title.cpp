@@ -17,13 +17,13 @@ std::string titleOf(const ReportPeriod& period, const Words& words, std::string_
             return words.text("report.week", {{"n", std::to_string(period.weekNumber())},
                                               {"dates", dateRangeText(first, dateOf(period.last), locale)}});
         case ReportPeriod::Kind::month:
-            return monthText(first, locale);
+            return DateWriter(DateWriter::Form::month, locale)(first);
         case ReportPeriod::Kind::year:
             return period.name();
         case ReportPeriod::Kind::span:
             return dateRangeText(first, dateOf(period.last), locale);
         default:
-            return longDateText(first, locale);
+            return DateWriter(DateWriter::Form::full, locale)(first);
     }
 }
 

@@ -133,15 +133,16 @@ void ReportTables::addTotals(ReportTable& table, std::string_view key,
 }
 
 ReportTable ReportTables::days() const {
-    ReportTable table{word("report.section.days"),
-                      {{word("report.column.date")},
+    const bool byMonth = bars_.kind == ReportBars::Kind::months;
+    ReportTable table{word(byMonth ? "report.section.months" : "report.section.days"),
+                      {{word(byMonth ? "report.column.month" : "report.column.date")},
                        {word("report.figure.keystrokes"), true},
                        {word("report.figure.active_hours"), true},
                        {word("report.figure.clicks"), true}},
                       {}};
-    for (const Report::DayLine& line : report_.days)
+    for (const auto& [line, name, label] : bars_.bars)
         table.rows.push_back(
-            {{date(line.day)},
+            {{name},
              {line.keystrokes ? number(*line.keystrokes) : word("report.page.no_data"), true},
              {line.keystrokes ? number(line.activeHours) : "", true},
              {line.keystrokes ? number(line.clicks) : "", true}});

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/common/report/report_bars.h"
 #include "core/reports/report.h"
 #include "core/words/words.h"
 
@@ -36,7 +37,11 @@ class ReportTables {
     /// `locale` is of dates and of the first day of the week.
     ReportTables(const tapcore::Report& report, const tapcore::ReportKeyboard& keyboard,
                  const tapcore::Words& words, const std::string& locale)
-        : report_(report), keyboard_(keyboard), words_(words), locale_(locale) {}
+        : report_(report),
+          keyboard_(keyboard),
+          words_(words),
+          locale_(locale),
+          bars_(ReportBars::of(report, locale)) {}
 
     std::string title() const;
     /// Its days, the board and the layout.
@@ -60,8 +65,8 @@ class ReportTables {
     ReportTable kinds() const;
     ReportTable fingers() const;
 
-    /// Whether there are too many days for a bar each.
-    bool isLong() const { return report_.days.size() > 62; }
+    /// The days or months that `days` lists.
+    const ReportBars& bars() const { return bars_; }
     /// Of presses that the board has no key for; empty without any.
     std::string offBoard() const;
 
@@ -85,6 +90,7 @@ class ReportTables {
     const tapcore::ReportKeyboard& keyboard_;
     const tapcore::Words& words_;
     const std::string& locale_;
+    const ReportBars bars_;
 };
 
 }  // namespace tappora
