@@ -1,6 +1,7 @@
 // The program as a whole process, from start to end, in processor time: a summary of a week beside starting
-// nothing, of long periods beside reading the same files with cat, and pictures of a year of one machine,
-// which may take 30 ms more than reading it.
+// nothing, of long periods and an export beside reading the same files with cat (the export may take three
+// times as long), a year of three machines as a page beside its summary (five times), and pictures of a year
+// of one machine, which may take 30 ms more than reading it.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -111,6 +112,18 @@ void catOfDays(benchmark::State& state) {
     measure(state, arguments);
 }
 
+void exportOfDays(benchmark::State& state) {
+    measure(state, {PROGRAMS "/tappora", "export", "--folder", folderOf(state.range(0)).path.string()});
+}
+
+void pageOfDays(benchmark::State& state) {
+    const fs::path folder = folderOf(state.range(0)).path;
+    const fs::path page = folder / "page.html";
+    measure(state, {PROGRAMS "/tappora", "report", "--folder", folder.string(), "--to", lastDay.description(),
+                    "--from", lastDay.adding(1 - state.range(0), utc).description(), "-o", page.string()});
+    state.counters["bytes"] = static_cast<double>(fs::file_size(page));
+}
+
 const MadeUpFolder& yearFolder() {
     static const MadeUpFolder folder(365, {"desk"});
     return folder;
@@ -146,7 +159,15 @@ BENCHMARK(readingOfYear)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(pictureOfYear, heatmap, "heatmap")->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(pictureOfYear, fingers, "fingers")->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(startNothing)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(summaryOfDays)->Arg(7)->Arg(400)->Arg(800)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(summaryOfDays)
+    ->Arg(7)
+    ->Arg(365)
+    ->Arg(400)
+    ->Arg(800)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(pageOfDays)->Arg(365)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(exportOfDays)->Arg(400)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(catOfDays)->Arg(7)->Arg(400)->Arg(800)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace

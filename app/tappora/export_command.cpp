@@ -9,6 +9,7 @@
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
 #include "core/files/count_rows.h"
+#include "core/files/day_reader.h"
 #include "core/files/row_text.h"
 #include "core/files/store.h"
 #include "core/foundation/fatal.h"
@@ -50,12 +51,13 @@ void give(RowText& rows, std::size_t much = 1) {
 bool exportPart(const tapcore::Store& part, const std::string& machine, const Span& span, RowText& rows,
                 tapcore::FileProblems& problems) {
     bool any = false;
+    const tapcore::DayReader reader(part.own());
     for (const tapcore::Day& day : part.days(&problems)) {
         if (!span.contains(day)) continue;
         const std::string place = part.url(day).replace_extension().string();
         const tapcore::FatalContext context("exporting", place);
         rows.begin(machine, day);
-        const tapcore::DayFile file = part.readOwn(day, &problems);
+        const tapcore::DayFile file = reader.read(day, &problems);
         any = any || !(file == tapcore::DayFile());
         forEachRow(file, [&](const tapcore::CountRow& row) { rows.add(row); });
         give(rows, std::size_t{1} << 16);

@@ -20,7 +20,7 @@ section { margin: 0 0 1.5rem; padding: 1.25rem; background: var(--card); border:
   break-inside: avoid; }
 ol.findings { margin: 0; padding-left: 1.4rem; font-size: 1.08rem; }
 ol.findings li + li { margin-top: .4rem; }
-dl.figures { display: grid; grid-template-columns: repeat(auto-fill, minmax(8rem, 1fr)); gap: 1rem; margin: 0; }
+dl.figures { display: grid; grid-template-columns: repeat(auto-fill, minmax(8.6rem, 1fr)); gap: 1rem .6rem; margin: 0; }
 dl.figures div { display: flex; flex-direction: column-reverse; justify-content: flex-end; }
 dl.figures dd { margin: 0; font-size: 1.5rem; font-weight: 600; font-variant-numeric: tabular-nums; }
 dl.figures dt { color: var(--soft); font-size: .9rem; }

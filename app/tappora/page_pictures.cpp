@@ -139,7 +139,7 @@ class KeyPainter {
         double at = y - gap * static_cast<double>(lines.size() - 1) / 2 + 5;
         for (const std::string& line : lines) {
             const std::string shown(tapcore::KeyFace::glyph(line).value_or(line));
-            if (tapcore::columnCount(shown) <= 3)
+            if (!shown.empty() && tapcore::columnCount(shown) <= 3)  // the space bar has no face
                 content += text(x, at, shown, "middle", fmt::format("face on{}", cell.step));
             at += gap;
         }

@@ -1,5 +1,6 @@
 #include "core/files/row_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -17,9 +18,35 @@ std::string quoted(std::string_view field) {
     return result + "\"";
 }
 
-void append(std::string& text, std::int64_t number) {
-    char digits[20];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+/// The end of a row, which is short and written most often.
+class RowEnd {
+  public:
+    RowEnd& operator<<(std::string_view text) {
+        at_ = std::copy(text.begin(), text.end(), at_);
+        return *this;
+    }
+    RowEnd& operator<<(std::int64_t number) {
+        at_ = std::to_chars(at_, characters_ + sizeof characters_, number).ptr;
+        return *this;
+    }
+    std::string_view text() const { return {characters_, static_cast<std::size_t>(at_ - characters_)}; }
+
+  private:
+    char characters_[128];  ///< a number has at most 20, all modifiers 22, and names 36
+    char* at_ = characters_;
+};
+
+void putCsv(RowEnd& end, const CountRow& row) {
+    if (row.keyCode) end << std::int64_t{*row.keyCode};
+    end << ",";
+    if (!row.modifiers.isEmpty()) end << row.modifiers.name();
+    end << "," << row.count << "\n";
+}
+
+void putJson(RowEnd& end, const CountRow& row) {
+    if (row.keyCode) end << R"(,"keycode":)" << std::int64_t{*row.keyCode};
+    if (!row.modifiers.isEmpty()) end << R"(,"modifiers":")" << row.modifiers.name() << R"(")";
+    end << R"(,"count":)" << row.count << "}\n";
 }
 
 }  // namespace
@@ -32,32 +59,24 @@ RowText::RowText(RowForm form) : form_(form) {
 
 void RowText::begin(std::string_view machine, const Day& day) {
     const std::string date = day.description();
-    start_ = form_ == RowForm::json ? "{\"machine\":" + jsonLine(machine) + ",\"day\":\"" + date + "\""
+    start_.clear();
+    ofDay_ = form_ == RowForm::json ? "{\"machine\":" + jsonLine(machine) + ",\"day\":\"" + date + "\""
                                     : quoted(machine) + "," + date + ",";
 }
 
-void RowText::add(const CountRow& row) { form_ == RowForm::json ? addJson(row) : addCsv(row); }
-
-void RowText::addCsv(const CountRow& row) {
-    text_ += start_;
-    if (row.hour) append(text_, *row.hour);
-    text_.append(",").append(CountRow::kinds.of(row.kind)) += ',';
-    if (row.keyCode) append(text_, *row.keyCode);
-    text_ += ',';
-    if (!row.modifiers.isEmpty()) text_ += row.modifiers.name();
-    text_ += ',';
-    append(text_, row.count);
-    text_ += '\n';
+std::string RowText::startOf(const CountRow& row) const {
+    const std::string hour = row.hour ? std::to_string(*row.hour) : "";
+    const std::string kind(CountRow::kinds.of(row.kind));
+    if (form_ == RowForm::csv) return ofDay_ + hour + "," + kind + ",";
+    return ofDay_ + (hour.empty() ? "" : R"(,"hour":)" + hour) + R"(,"kind":")" + kind + "\"";
 }
 
-void RowText::addJson(const CountRow& row) {
-    text_ += start_;
-    if (row.hour) append(text_ += R"(,"hour":)", *row.hour);
-    text_.append(R"(,"kind":")").append(CountRow::kinds.of(row.kind)) += '"';
-    if (row.keyCode) append(text_ += R"(,"keycode":)", *row.keyCode);
-    if (!row.modifiers.isEmpty()) text_.append(R"(,"modifiers":")").append(row.modifiers.name()) += '"';
-    append(text_ += R"(,"count":)", row.count);
-    text_ += "}\n";
+void RowText::add(const CountRow& row) {
+    if (start_.empty() || row.hour != last_.hour || row.kind != last_.kind) start_ = startOf(row);
+    last_ = row;
+    RowEnd end;
+    form_ == RowForm::json ? putJson(end, row) : putCsv(end, row);
+    text_.append(start_).append(end.text());
 }
 
 }  // namespace tapcore

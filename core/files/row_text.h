@@ -32,11 +32,13 @@ class RowText {
     void clear() { text_.clear(); }
 
   private:
-    void addCsv(const CountRow& row);
-    void addJson(const CountRow& row);
+    /// The start of a row, which many rows in succession share: machine, day, hour and kind.
+    std::string startOf(const CountRow& row) const;
 
     RowForm form_;
-    std::string start_;  ///< of each row of the day
+    std::string ofDay_;  ///< machine and day
+    std::string start_;  ///< of a row like the last one; "" for none
+    CountRow last_;
     std::string text_;
 };
 

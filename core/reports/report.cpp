@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "core/files/day_reader.h"
 #include "core/foundation/checked.h"
 #include "core/practice/practice_history.h"
 #include "core/reports/changes.h"
@@ -29,11 +30,12 @@ TypingDays daysOf(const Store& store, const std::vector<Stretch>& stretches, Fil
         if (std::any_of(stretches.begin(), stretches.end(),
                         [&](const Stretch& stretch) { return stretch.first <= day && day <= stretch.last; }))
             wanted.push_back(day);
+    const DayReader reader(store);  // what cannot be listed was named above
     TypingDays days;
     for (std::size_t i = 0; i < wanted.size() && shouldContinue(progress, i, wanted.size()); ++i) {
         const std::string place = store.url(wanted[i]).replace_extension().string();
         const FatalContext context("summing up", place);
-        days.emplace_hint(days.end(), wanted[i], store.read(wanted[i], problems));
+        days.emplace_hint(days.end(), wanted[i], reader.read(wanted[i], problems));
     }
     return days;
 }
