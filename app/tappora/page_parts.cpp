@@ -50,7 +50,7 @@ summary { cursor: pointer; color: var(--accent); width: fit-content; }
 .two { display: grid; grid-template-columns: repeat(auto-fit, minmax(min(20rem, 100%), 1fr)); gap: 0 1.5rem; align-items: start; }
 @media print { :root { color-scheme: light; } @page { margin: 14mm; } body { background: #fff; font-size: 11pt; } section { border-radius: 0; padding: .6rem 0;
   background: none; border-width: 1px 0 0; } details:not([open]) { display: none; } .hint { display: none; }
-  * { print-color-adjust: exact; -webkit-print-color-adjust: exact; } }
+  .two { grid-template-columns: 1fr 1fr; } * { print-color-adjust: exact; -webkit-print-color-adjust: exact; } }
 )css";
 
 std::string cell(std::string_view tag, std::string_view attributes, const PageCell& content) {
