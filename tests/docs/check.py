@@ -109,7 +109,8 @@ class Programs:
     def __init__(self, folder, scratch):
         self.home = scratch / "home"
         self.data = scratch / "data"
-        subprocess.run([sys.executable, ROOT / "scripts/sample_days.py", self.data, "2026-09-20", "3"], check=True)
+        subprocess.run([f"{folder}/tappora", "demo", self.data, "--months", "1", "--today", "2026-09-20"], check=True,
+                       stdout=subprocess.DEVNULL)
         self.tidy()
         self.environment = {"PATH": f"{folder}:/usr/bin:/bin", "HOME": str(self.home), "TZ": "UTC", "NO_COLOR": "1",
                             "LC_ALL": "C.UTF-8", "XDG_RUNTIME_DIR": str(scratch), "XKB_DEFAULT_LAYOUT": "none"}
