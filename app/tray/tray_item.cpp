@@ -106,10 +106,11 @@ void TrayItem::addPauses() {
 }
 
 void TrayItem::addPrograms() {
-    GtkWidget* week = addLabelled("Show the week", [this] { inTerminal("report"); });
+    GtkWidget* week = addLabelled("Show the week", [this] { showWeek(); });
     GtkWidget* practice = addLabelled("Practise", [this] { inTerminal("practice"); });
-    for (GtkWidget* entry : {week, practice})
-        gtk_widget_set_sensitive(entry, terminalOf(environment_).empty() ? FALSE : TRUE);
+    const bool hasTerminal = !terminalOf(environment_).empty();
+    gtk_widget_set_sensitive(week, hasTerminal || opensPages() ? TRUE : FALSE);
+    gtk_widget_set_sensitive(practice, hasTerminal ? TRUE : FALSE);
     widgets_ = add(gtk_check_menu_item_new_with_label("Show the widgets"), [this] { switchWidgets(); });
     gtk_widget_set_sensitive(widgets_, widgetsProgram_ ? TRUE : FALSE);
 }
@@ -118,6 +119,12 @@ void TrayItem::pause(const std::vector<std::string>& words) {
     const Environment now = atThisMoment(environment_);
     (void)pauseRecorders(pauseEnd(words, now.now, now.calendar), asking, now);
     refresh();
+}
+
+/// As a page; where nothing opens pages, in a terminal.
+void TrayItem::showWeek() {
+    if (opensPages()) start({tapporaOf(environment_), "report", "week", "--open"});
+    else inTerminal("report");
 }
 
 /// A terminal closes when its command ends: what the command prints is kept until Enter.

@@ -34,6 +34,7 @@ class TrayItem {
     void addPauses();
     void addPrograms();
     void pause(const std::vector<std::string>& words);
+    void showWeek();
     void inTerminal(const std::string& command);
     void switchWidgets();
     void show(const TrayState& state);

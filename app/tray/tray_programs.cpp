@@ -47,6 +47,8 @@ std::vector<std::string> terminalOf(const Environment& environment) {
     return {};
 }
 
+bool opensPages() { return isOnPath("xdg-open"); }
+
 std::string tapporaOf(const Environment& environment) {
     const fs::path beside = environment.program.parent_path() / "tappora";
     return tapcore::isThere(beside) ? beside.string() : "tappora";

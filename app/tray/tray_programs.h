@@ -15,6 +15,9 @@ namespace tappora {
 /// is installed. Empty when there is none.
 std::vector<std::string> terminalOf(const Environment& environment);
 
+/// Whether pages can be opened in a browser.
+bool opensPages();
+
 /// The program that people start: beside this one, or on PATH.
 std::string tapporaOf(const Environment& environment);
 
