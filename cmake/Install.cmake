@@ -37,6 +37,12 @@ function(install_desktop_entry component)
     COMPONENT ${component})
 endfunction()
 
+# What opens links that begin with tappora://, in a terminal.
+function(install_link_handler component)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/org.tappora.Tappora.Open.desktop
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT ${component})
+endfunction()
+
 # The system service, which `tappora setup` starts for a user.
 function(install_system_service component)
   install(FILES ${PROJECT_SOURCE_DIR}/resources/Services/tappora-record@.service DESTINATION lib/systemd/system

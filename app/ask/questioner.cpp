@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "core/assistant/dialogue.h"
@@ -28,7 +29,7 @@ Questioner::Questioner(const AskOptions& options, const Environment& environment
     : options_(options),
       environment_(environment),
       provider_(provider),
-      store_(openStore(options.folder, environment)),
+      store_(openShown(options.folder, environment)),
       keyboard_(AssistantKeyboard::of({}, environment, store_)) {}
 
 std::unique_ptr<tapcore::Dialogue> Questioner::dialogue(const std::string& model, const Turns& turns) const {

@@ -5,16 +5,13 @@
 #include <cstdio>
 
 #include "app/common/harmless_text.h"
+#include "core/foundation/alternatives.h"
 
 namespace tappora {
 
 std::string version() { return "tappora " TAPPORA_VERSION; }
 
-std::string alternatives(const std::vector<std::string>& names) {
-    std::string list = names.front();
-    for (std::size_t i = 1; i < names.size(); ++i) list += (i + 1 == names.size() ? " or " : ", ") + names[i];
-    return list;
-}
+std::string alternatives(const std::vector<std::string>& names) { return tapcore::alternatives(names); }
 
 std::string noSuch(std::string_view kind, std::string_view value, const std::vector<std::string>& known) {
     return fmt::format("no such {}: {}; use {}", kind, value, alternatives(known));

@@ -129,7 +129,7 @@ class KeyPainter {
 
     std::string name(const Heatmap::Cell& cell) const {
         if (cell.key.keyCode && !cell.legend.empty())
-            return tapcore::Chords::name(*cell.key.keyCode, view_.layout.legends);
+            return tapcore::Chords::name(*cell.key.keyCode, view_.layout.names());
         return cell.key.id;
     }
 

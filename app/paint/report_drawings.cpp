@@ -153,7 +153,7 @@ Drawn ReportDrawings::hours() const {
 }
 
 Drawn ReportDrawings::keys() const {
-    const Heatmap heatmap(keyboard.board, keyboard.legends, report.figures.summary.byKey, {});
+    const Heatmap heatmap(keyboard.board, keyboard.names, report.figures.summary.byKey, {});
     HeatmapView view{{.period = {},
                       .board = keyboard.board,
                       .layout = {keyboard.layout, keyboard.layoutName, keyboard.legends},

@@ -69,12 +69,13 @@ bool isAscii(const std::string& text) {
 
 }  // namespace
 
-KeyboardView::KeyboardView(const Board& board, Legends legends)
+KeyboardView::KeyboardView(const Board& board, Legends legends, const Legends& own)
     : board_(board.id), legends_(std::move(legends)) {
     for (const Board::Key& key : board.keys) {
         const auto line = lineOf(key);
         if (!line || !key.keyCode || !tapcore::isTaught(*key.keyCode)) continue;
-        const std::string legend = legendOf(*key.keyCode, legends_);
+        const std::string word = legendOf(*key.keyCode, own);
+        const std::string legend = word.empty() ? legendOf(*key.keyCode, legends_) : word;
         const bool isKnown =
             std::any_of(keys_.begin(), keys_.end(), [&](const Key& k) { return k.code == key.keyCode; });
         if (legend.empty() || isKnown) continue;

@@ -14,7 +14,7 @@ namespace tappora {
 /// The part of a keyboard that types text, drawn with a line for each of its rows.
 class KeyboardView {
   public:
-    KeyboardView(const tapcore::Board& board, tapcore::Legends legends);
+    KeyboardView(const tapcore::Board& board, tapcore::Legends legends, const tapcore::Legends& own = {});
 
     /// The rows, with the key of the next character shown; none when they do not fit into so many columns, or
     /// the terminal cannot show their legends.

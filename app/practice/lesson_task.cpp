@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/common/command_line/records_json.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/practice/figures.h"
 #include "app/practice/tasks.h"
@@ -50,7 +51,7 @@ void printLesson(const PracticeOptions& options, const LessonOptions& lesson,
 }
 
 void printPlan(const PracticeOptions& options, const Environment& environment) {
-    const tapcore::Store store = openStore(options.folder, environment);
+    const tapcore::Store store = openShown(options.folder, environment);
     const Settings settings = Settings::read(environment);
     TrainerSetup setup = choosePractice(options, environment, settings, store).setup;
     const tapcore::PracticeHistory history = readHistory(store);

@@ -6,7 +6,7 @@
 
 #include "app/common/system/environment.h"
 #include "app/practice/frame.h"
-#include "app/practice/key_decoder.h"
+#include "app/common/terminal/key_decoder.h"
 
 namespace tappora {
 

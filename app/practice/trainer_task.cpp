@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/common/folder/practice_lock.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/practice/keyboard_view.h"
@@ -195,12 +196,14 @@ void saveAtLast(Trainer& trainer) {
 
 void runTrainer(const PracticeOptions& options, const Environment& environment) {
     const tapcore::Calendar& calendar = environment.calendar;
-    const tapcore::Store store = openStore(options.folder, environment);
+    const tapcore::Store store = openShown(options.folder, environment);
     const Settings settings = Settings::read(environment);
     PracticeChoice choice = choosePractice(options, environment, settings, store);
     useLocale(environment, choice.setup.model->order);
     keepOptions(options, choice.setup.model->language, environment);
-    const KeyboardView keyboard(Keyboards(environment, store).chosenBoard(options.keyboard), choice.legends);
+    const Keyboards keyboards(environment, store);
+    const KeyboardView keyboard(keyboards.chosenBoard(options.keyboard), choice.legends,
+                                keyboards.chosenLayout(options.keyboard).own);
     std::string remark = keyboard.remark(choice.setup.model->order, choice.setup.layout, choice.fitting);
     Remarks remarks;
     const std::string notMine =

@@ -37,9 +37,10 @@ std::string column(std::int64_t count, std::int64_t most, std::size_t below, boo
     return repeated(upward[std::clamp<std::size_t>(eighths, below * 8, below * 8 + 8) - below * 8], 2);
 }
 
-std::string hourNames(std::size_t indent) {
+std::string hourNames(std::size_t indent, const DateStyle& dates) {
     std::string line(indent, ' ');
-    for (std::size_t hour = 0; hour < tapcore::Tally::hours; hour += 3) line += fmt::format("{:<9}", hour);
+    for (std::size_t hour = 0; hour < tapcore::Tally::hours; hour += 3)
+        line += fmt::format("{:<9}", dates.hour(hour));
     return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
@@ -51,7 +52,8 @@ std::string bar(std::int64_t count, std::int64_t most, std::size_t width, const 
     return terminal.accent(repeated(rightward[8], eighths / 8) + std::string(rightward[eighths % 8]));
 }
 
-std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const Terminal& terminal) {
+std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const DateStyle& dates,
+                       const Terminal& terminal) {
     const std::int64_t most = *std::max_element(byHour.begin(), byHour.end());
     if (most < 1) return "";
     const std::string scale = tapcore::grouped(most);
@@ -63,7 +65,7 @@ std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const
         const std::string label = fmt::format("{:>{}}", below == chartLines - 1 ? scale : "", scale.size());
         chart += terminal.faint(label) + " " + terminal.accent(line) + "\n";
     }
-    return chart + terminal.faint(hourNames(scale.size() + 1)) + "\n";
+    return chart + terminal.faint(hourNames(scale.size() + 1, dates)) + "\n";
 }
 
 }  // namespace tappora

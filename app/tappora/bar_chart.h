@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/common/folder/date_style.h"
 #include "app/common/terminal/terminal.h"
 #include "core/counting/tally.h"
 
@@ -14,6 +15,7 @@ std::string bar(std::int64_t count, std::int64_t most, std::size_t width, const 
 
 /// The 24 hours as columns, 5 lines high, the fullest hour's count beside the top and the hours below; ""
 /// when all are 0. 71 columns wide and the count's.
-std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const Terminal& terminal);
+std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const DateStyle& dates,
+                       const Terminal& terminal);
 
 }  // namespace tappora

@@ -21,8 +21,10 @@ void fingersCommand (CommandLine&, const Environment&);
 void folderCommand  (CommandLine&, const Environment&);
 void heatmapCommand (CommandLine&, const Environment&);
 void importCommand  (CommandLine&, const Environment&);
+void keysCommand    (CommandLine&, const Environment&);
 void layoutsCommand (CommandLine&, const Environment&);
 void mcpCommand     (CommandLine&, const Environment&);
+void openCommand    (CommandLine&, const Environment&);
 void pauseCommand   (CommandLine&, const Environment&);
 void promptCommand  (CommandLine&, const Environment&);
 void reportCommand  (CommandLine&, const Environment&);
@@ -63,6 +65,7 @@ inline constexpr Command commands[] = {
     {"backup",   "Put everything into one file",                                     Companion{"tappora-backup", "backup"}},
     {"restore",  "Take back what a backup holds",                                    Companion{"tappora-backup", "restore"}},
     {"settings", "Show and change every choice",                                     settingsCommand},
+    {"keys",     "Show the keys of your keyboard, and call them what you like",      keysCommand},
     {"layouts",  "List, show, check and import layouts, which put legends on keys",  layoutsCommand},
     {"boards",   "List, show, check and import boards, the keyboards of heat maps",  boardsCommand},
     {"setup",    "Have keys counted from now on, and say what that grants",          setupCommand},
@@ -73,6 +76,7 @@ inline constexpr Command commands[] = {
     {"tool",     "Run one of the assistant's tools by hand",                         toolCommand},
     {"prompt",   "Print a prompt for a language model of your own choice",           promptCommand},
     {"mcp",      "Serve the assistant's tools to any agent",                         mcpCommand},
+    {"open",     "Show what a tappora:// link asks for",                             openCommand},
     {"export",   "Print counts as rows of CSV or JSON, for other programs",          exportCommand},
     {"import",   "Add rows that were exported to this machine's days",               importCommand},
     {"demo",     "Write a data folder of made-up typing, to try the program with",   demoCommand},

@@ -7,6 +7,7 @@
 #include "app/common/command_line/command_line.h"
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -48,7 +49,7 @@ Glance read(const tapcore::Store& store, const tapcore::Day& day, double hours,
     const auto usual = tapcore::Comparison::usualDays(store, day, calendar, &problems);
     const std::string place = store.url(day).string();
     const tapcore::FatalContext context("summing up", place);
-    glance.today.add(day, store.read(day));
+    glance.today.add(day, store.readShown(day));
     glance.comparison = tapcore::Comparison::percent(glance.today.byHour, usual, hours);
     return glance;
 }
@@ -82,7 +83,8 @@ std::string glanceText(const Glance& glance, const tapcore::Legends& legends,
                        const Environment& environment) {
     const Terminal terminal = Terminal::of(environment);
     return terminal.bold(weekday(glance.day) + " " + glance.day.description()) + "   " + headline(glance) +
-           "\n" + pauseText(glance, environment) + hoursSection(glance.today, terminal) +
+           "\n" + pauseText(glance, environment) +
+           hoursSection(glance.today, DateStyle::of(environment), terminal) +
            daysSection(glance.week, terminal) + topSection(glance.today, legends, topRows, terminal);
 }
 
@@ -105,7 +107,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
 
     const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Day day = today(folder, environment, calendar);
-    const tapcore::Store store = openStore(folder, environment);
+    const tapcore::Store store = openShown(folder, environment);
     tapcore::FileProblems problems;
     Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
     requireAnswer(glance.problems, glance.week.isEmpty());
@@ -115,7 +117,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     const Keyboards keyboards(environment, store);
     const bool namesKeys = !glance.today.byKey.empty() || !glance.today.byChord.empty();
     // The system's layout takes milliseconds to find out.
-    const tapcore::Legends legends = namesKeys ? keyboards.chosenLayout({}).legends : tapcore::Legends();
+    const tapcore::Legends legends = namesKeys ? keyboards.chosenLayout({}).names() : tapcore::Legends();
     print(json ? jsonText(glanceJson(glance, legends)) : glanceText(glance, legends, environment));
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
 #include "app/tappora/commands.h"
@@ -49,7 +50,7 @@ void serve(mcp::Server& server) {
 /// What the server hands out: the folder as it is at each request, on the day that is then today.
 mcp::Offer offerOf(const FolderOptions& folder, const KeyboardOptions& options,
                    const Environment& environment) {
-    tapcore::Store store = openStore(folder, environment);
+    tapcore::Store store = openShown(folder, environment);
     store.root = std::filesystem::absolute(store.root).lexically_normal();  // one prompt names it
     const auto keyboard = AssistantKeyboard::of(options, environment, store);
     const auto day = [folder, environment] {

@@ -244,10 +244,10 @@ std::string hoursPicture(const Report& report, const Words& words, const std::st
 
 std::string keyboardPicture(const Report& report, const tapcore::ReportKeyboard& keyboard,
                             const Words& words) {
-    const Heatmap heatmap(keyboard.board, keyboard.legends, report.figures.summary.byKey, {});
+    const Heatmap heatmap(keyboard.board, keyboard.names, report.figures.summary.byKey, {});
     const tapcore::Board::Rect bounds = keyboard.board.bounds();
     if (heatmap.busiest == 0 || bounds.w <= 0) return "";
-    const KeyPainter painter(heatmap, bounds, keyboard.legends, words);
+    const KeyPainter painter(heatmap, bounds, keyboard.names, words);
     std::string content;
     for (const Heatmap::Cell& cell : heatmap.cells) content += painter.key(cell);
     const double width = KeyPainter::unit * bounds.w;

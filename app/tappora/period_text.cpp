@@ -102,8 +102,8 @@ std::string figures(const tapcore::Summary& summary) {
     return share ? text + figure("keyboard share", fmt::format("{} %", *share)) : text;
 }
 
-std::string hoursSection(const tapcore::Summary& summary, const Terminal& terminal) {
-    const std::string chart = hoursChart(summary.byHour, terminal);
+std::string hoursSection(const tapcore::Summary& summary, const DateStyle& dates, const Terminal& terminal) {
+    const std::string chart = hoursChart(summary.byHour, dates, terminal);
     return chart.empty() ? "" : heading("Hours", terminal) + chart;
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "app/common/folder/date_style.h"
 #include "app/common/terminal/terminal.h"
 #include "core/counting/key_face.h"
 #include "core/files/summary.h"
@@ -15,7 +16,7 @@ namespace tappora {
 /// A line for each figure of the period.
 std::string figures(const tapcore::Summary& summary);
 
-std::string hoursSection(const tapcore::Summary& summary, const Terminal& terminal);
+std::string hoursSection(const tapcore::Summary& summary, const DateStyle& dates, const Terminal& terminal);
 
 /// A bar for each day, or for each month of a period longer than a month.
 std::string daysSection(const tapcore::Summary& summary, const Terminal& terminal);

@@ -103,9 +103,10 @@ void reportCommand(CommandLine& line, const Environment& environment) {
     if (report.isEmpty() && !options.json) return print(nothingCounted(asked));
     if (options.saves) save(report, question.keyboard, options, environment);
     if (asPage) return writePage(report, asked, options, environment);
-    print(options.json ? jsonText(toJson(report, question.keyboard, asked.words))
-                       : reportText(report, question.keyboard, {asked.words, asked.locale},
-                                    Terminal::of(environment)));
+    print(options.json
+              ? jsonText(toJson(report, question.keyboard, asked.words))
+              : reportText(report, question.keyboard, {asked.words, asked.locale, DateStyle::of(environment)},
+                           Terminal::of(environment)));
 }
 
 }  // namespace tappora

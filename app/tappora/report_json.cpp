@@ -37,7 +37,7 @@ json findingJson(const tapcore::Finding& finding, const tapcore::ReportKeyboard&
     json result = {{"kind", tapcore::Finding::kinds.of(finding.kind)},
                    {"isChange", finding.isChange()},
                    {"value", finding.value},
-                   {"text", textOf(finding, keyboard.legends, words)},
+                   {"text", textOf(finding, keyboard.names, words)},
                    {"days", json::array()}};
     if (finding.isChange()) {
         result["usual"] = finding.usual;

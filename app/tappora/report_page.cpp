@@ -1,5 +1,7 @@
 #include "app/tappora/report_page.h"
 
+#include <algorithm>
+
 #include "app/common/report/report_tables.h"
 #include "app/tappora/page_parts.h"
 #include "app/tappora/page_pictures.h"
@@ -37,9 +39,32 @@ class Page {
     std::string sections() const {
         return titled("findings", findings()) + titled("figures", figures(tables_.figures())) +
                titled("compared", compared()) + titled(std::string(tables_.bars().section()), days()) +
-               titled("hours", hours()) + titled("keyboard", keys()) + "<div class=\"two\">" +
-               titled("shortcuts", shown(tables_.shortcuts())) + titled("kinds", shown(tables_.kinds())) +
-               "</div>" + titled("fingers", fingers()) + titled("practice", figures(tables_.practice()));
+               titled("hours", hours()) + titled("keyboard", withLink(keys(), heatmapLink())) +
+               "<div class=\"two\">" + titled("shortcuts", shown(tables_.shortcuts())) +
+               titled("kinds", shown(tables_.kinds())) + "</div>" + titled("fingers", fingers()) +
+               titled("practice", withLink(figures(tables_.practice()), practiceLink()));
+    }
+
+    /// With what opens a program's command of that name, where there is anything.
+    static std::string withLink(const std::string& content, const std::string& link) {
+        if (content.empty() || link.empty()) return content;
+        const std::string command = link.substr(0, link.find('?'));
+        return content + "<p class=\"hint\"><a href=\"tappora://" + escaped(link) + "\">tappora " + command +
+               "</a></p>\n";
+    }
+
+    std::string heatmapLink() const {
+        return "heatmap?from=" + report_.period.first.description() +
+               "&to=" + report_.period.last.description();
+    }
+
+    /// With the letters that are most worth it.
+    std::string practiceLink() const {
+        constexpr std::size_t most = 5;
+        std::string letters;
+        for (std::size_t i = 0; i < std::min(most, report_.gains.size()); ++i)
+            letters += (i == 0 ? "practice?letters=" : ",") + report_.gains[i].letter;
+        return letters;
     }
 
     std::string titled(const std::string& name, const std::string& content) const {

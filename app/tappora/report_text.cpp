@@ -67,7 +67,7 @@ std::string findingsText(const Report& report, const tapcore::ReportKeyboard& ke
                          const tapcore::Words& words, const Terminal& terminal) {
     std::string text;
     for (std::size_t i = 0; i < std::min(leading, report.findings.size()); ++i)
-        text += wrapped(textOf(report.findings[i], keyboard.legends, words), terminal.width);
+        text += wrapped(textOf(report.findings[i], keyboard.names, words), terminal.width);
     for (const std::string& advice : adviceOf(report, keyboard, words, 1))
         text += wrapped(advice, terminal.width);
     if (!terminal.unicode) text = plain(text);
@@ -200,8 +200,8 @@ std::string reportText(const Report& report, const tapcore::ReportKeyboard& keyb
     std::string text = terminal.bold(terminal.unicode ? heading : plain(heading)) + "\n";
     text += findingsText(report, keyboard, language.words, terminal) + "\n" + figures(summary);
     text += comparisonText(report, terminal) + comparedText(report, language, terminal) +
-            hoursSection(summary, terminal);
-    text += daysText(report, terminal) + topSection(summary, keyboard.legends, 10, terminal);
+            hoursSection(summary, language.dates, terminal);
+    text += daysText(report, terminal) + topSection(summary, keyboard.names, 10, terminal);
     return text + kindsText(report, terminal) + fingersText(report, terminal) +
            practiceText(report, terminal);
 }

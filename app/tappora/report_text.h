@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/common/folder/date_style.h"
 #include "app/common/terminal/terminal.h"
 #include "core/reports/report.h"
 #include "core/words/words.h"
@@ -12,6 +13,7 @@ namespace tappora {
 struct ReportLanguage {
     const tapcore::Words& words;
     const std::string& locale;
+    DateStyle dates = {};
 };
 
 /// A report as a terminal shows it: what was found first, then how it compares, then the figures.

@@ -13,9 +13,11 @@
 #include <system_error>
 
 #include "app/common/command_line/confirm.h"
+#include "app/common/folder/folder_settings.h"
 #include "app/common/folder/setting_values.h"
 #include "app/common/folder/settings.h"
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -46,6 +48,16 @@ void requireAmong(const std::vector<std::string>& known, std::string_view what, 
         throw UsageError(fmt::format("{}: {}", what, noSuch(kind, name, known)));
 }
 
+/// Refuses keys that are not on the layout in force.
+void requireRemaps(const std::string& value, const FolderOptions& folder, const Environment& environment) {
+    const tapcore::Store store = openStore(folder, environment);
+    try {
+        (void)parseRemaps(value, Keyboards(environment, store).chosenLayout({}).names());
+    } catch (const UsageError& error) {
+        throw UsageError(fmt::format("{}: {}", remapsKey, error.what()));
+    }
+}
+
 /// Refuses the name of a thing that is not there, which the declaration cannot know.
 void requireThere(const std::string& key, const std::string& value, const FolderOptions& folder,
                   const Environment& environment) {
@@ -59,6 +71,7 @@ void requireThere(const std::string& key, const std::string& value, const Folder
         requireAmong(tapcore::LetterModel::available(resources / "Practice"), key, "language", value);
     if (key == "folder.path" && !fs::path(value).is_absolute())
         throw UsageError(key + ": " + value + ": not a whole path; tappora folder set takes any");
+    if (key == remapsKey) return requireRemaps(value, folder, environment);
     const bool isBoard = key == "board" || key == "keyboard.board";
     const bool isLayout = key == "layout" || key == "keyboard.layout" || key.starts_with("practice.layout.");
     if (value == "auto" || (!isBoard && !isLayout)) return;
@@ -77,29 +90,13 @@ json valueFor(const std::string& key, const std::string& text, const fs::path& f
     throw UsageError(fmt::format("{}: {}: {}", file.string(), key, why));
 }
 
-using Change = std::function<void(FolderConfig& config)>;
-
-/// Changes the settings that travel with the data folder, under its lock.
-void changeFolder(const FolderOptions& folder, const Environment& environment, const Change& change) {
-    const LockedStore locked(folder, environment);
-    const fs::path& root = locked.store.root;
-    tapcore::FileProblems problems;
-    (void)FolderConfig::read(root, &problems);
-    if (!problems.empty())
-        throw Failure(problems.front().path.string(),
-                      problems.front().why + "; repair it first, or remove it");
-    const FolderConfig before = FolderConfig::readToChange(root);
-    FolderConfig config = before;
-    change(config);
-    if (config != before) locked.store.warnUnlessSafe(config.write(root));
-}
-
 /// Takes a key back to its default, wherever it is stored.
 void forget(const std::string& key, const FolderOptions& folder, const Environment& environment) {
     const Setting* const setting = tapcore::findSetting(key);
     if (setting && travels(*setting))
-        return changeFolder(folder, environment,
-                            [&](FolderConfig& config) { config = withValue(config, key, std::nullopt); });
+        return changeFolderSettings(folder, environment, [&](FolderConfig& config) {
+            config = withValue(config, key, std::nullopt);
+        });
     Settings::change(environment, [&](Settings& all) { all.remove(key); });
 }
 
@@ -172,8 +169,8 @@ void setSetting(const std::string& key, const std::string& text, const FolderOpt
     const json value = valueFor(key, text, file);
     requireThere(key, text, folder, environment);
     if (isFolders)
-        changeFolder(folder, environment,
-                     [&](FolderConfig& config) { config = withValue(config, key, value); });
+        changeFolderSettings(folder, environment,
+                             [&](FolderConfig& config) { config = withValue(config, key, value); });
     else Settings::change(environment, [&](Settings& all) { all.set(key, value); });
     print(fmt::format("{}: {}\n", key, harmlessLine(tapcore::settingText(value))));
 }

@@ -5,6 +5,7 @@
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/period.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -16,9 +17,11 @@ namespace tappora {
 namespace {
 
 std::string summaryText(const Period& period, const tapcore::Summary& summary,
-                        const tapcore::Legends& legends, const Terminal& terminal) {
-    return terminal.bold(description(period)) + "\n\n" + figures(summary) + hoursSection(summary, terminal) +
-           daysSection(summary, terminal) + topSection(summary, legends, 10, terminal);
+                        const tapcore::Legends& legends, const Environment& environment) {
+    const Terminal terminal = Terminal::of(environment);
+    return terminal.bold(description(period)) + "\n\n" + figures(summary) +
+           hoursSection(summary, DateStyle::of(environment), terminal) + daysSection(summary, terminal) +
+           topSection(summary, legends, 10, terminal);
 }
 
 }  // namespace
@@ -38,12 +41,12 @@ void summaryCommand(CommandLine& line, const Environment& environment) {
     const tapcore::Calendar& calendar = environment.calendar;
     const Period period = periodOf(dates, today(folder, environment, calendar), calendar);
     tapcore::FileProblems problems;
-    const tapcore::Store store = openStore(folder, environment);
+    const tapcore::Store store = openShown(folder, environment);
     const tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);
     requireAnswer(problems, summary.isEmpty());
     if (json) return print(jsonText(toJson(summary)));
-    const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).legends;
-    print(summaryText(period, summary, legends, Terminal::of(environment)));
+    const tapcore::Legends legends = Keyboards(environment, store).chosenLayout({}).names();
+    print(summaryText(period, summary, legends, environment));
 }
 
 }  // namespace tappora

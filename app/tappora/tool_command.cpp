@@ -7,6 +7,7 @@
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/harmless_text.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -111,7 +112,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     declare(line, asked);
     line.parse();
 
-    const tapcore::Store store = openStore(asked.folder, environment);
+    const tapcore::Store store = openShown(asked.folder, environment);
     const tapcore::Day day = today(asked.folder, environment, environment.calendar);
     tapcore::AssistantTools tools = tapcore::AssistantTools::over(store, day, {});
     if (asked.name.empty())
@@ -119,7 +120,7 @@ void toolCommand(CommandLine& line, const Environment& environment) {
     const Spec spec = specOf(tools, asked.name);
     const json arguments = argumentsOf(spec, asked.values);
     requireAll(spec, arguments);
-    if (spec.namesKeys) tools.legends = Keyboards(environment, store).chosenLayout(asked.keyboard).legends;
+    if (spec.namesKeys) tools.legends = Keyboards(environment, store).chosenLayout(asked.keyboard).names();
     const auto output = tools.run(spec.name, arguments);
     if (asked.json) return print(jsonText(toJson(output)));
     printOutput(spec, output, environment);

@@ -121,4 +121,11 @@ Tally::ChordCounts remapped(const Tally::ChordCounts& counts, const KeyRemap& re
     return result;
 }
 
+Tally remapped(const Tally& tally, const KeyRemap& remap) {
+    Tally result = tally;
+    for (Tally::KeyCounts& counts : result.keys) counts = remapped(counts, remap);
+    for (Tally::ChordCounts& counts : result.chords) counts = remapped(counts, remap);
+    return result;
+}
+
 }  // namespace tapcore

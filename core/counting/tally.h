@@ -104,6 +104,7 @@ KeyCode remapped(KeyCode code, const KeyRemap& remap);
 /// Counts under their new codes. Those that meet under one code add up; fatal when a sum leaves 64 bits.
 Tally::KeyCounts remapped(const Tally::KeyCounts& counts, const KeyRemap& remap);
 Tally::ChordCounts remapped(const Tally::ChordCounts& counts, const KeyRemap& remap);
+Tally remapped(const Tally& tally, const KeyRemap& remap);
 
 }  // namespace tapcore
 

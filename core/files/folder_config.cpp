@@ -126,6 +126,15 @@ std::optional<std::string> FolderConfig::label(std::uint16_t keyCode, std::strin
     return found->second;
 }
 
+Legends FolderConfig::labelsOf(std::string_view boardID) const {
+    Legends all;
+    for (const auto& [name, label] : labels) {
+        const auto split = splitName(name);
+        if (split && split->first == boardID && !label.empty()) all[split->second] = {label};
+    }
+    return all;
+}
+
 void FolderConfig::setLearned(std::uint16_t keyCode, bool shift, std::string_view text,
                               std::string_view boardID, std::string_view layoutID) {
     LearnedKey& key = learned[joined(learnedID(boardID, layoutID), keyCode)];

@@ -61,6 +61,9 @@ struct FolderConfig {
     /// The label of a key on a board, when it has one.
     std::optional<std::string> label(std::uint16_t keyCode, std::string_view boardID) const;
 
+    /// All labels of a board.
+    Legends labelsOf(std::string_view boardID) const;
+
     /// Keeps what a key types, plain or with shift, on a board under a layout.
     void setLearned(std::uint16_t keyCode, bool shift, std::string_view text, std::string_view boardID,
                     std::string_view layoutID);

@@ -39,6 +39,12 @@ Store Store::telling(WriteTold told) const {
     return store;
 }
 
+Store Store::remapping(KeyRemap remap) const {
+    Store store = *this;
+    store.remap_ = std::move(remap);
+    return store;
+}
+
 Store Store::waitingIn(fs::path folder) const {
     Store store = *this;
     store.waiting_ = std::move(folder);
@@ -162,6 +168,13 @@ DayFile Store::read(const Day& day, FileProblems* problems) const {
     return sum;
 }
 
+DayFile Store::readShown(const Day& day, FileProblems* problems) const { return shown(read(day, problems)); }
+
+DayFile Store::shown(DayFile file) const {
+    if (remap_) file.tally = remapped(file.tally, *remap_);
+    return file;
+}
+
 DayFile Store::readOwn(const Day& day, FileProblems* problems) const {
     return single(base()).read(day, problems);
 }
@@ -253,7 +266,7 @@ Summary Store::summary(std::int64_t days, const Day& endingOn, const Calendar& c
                 problems);
         sum.add(day, file);
     }
-    return sum;
+    return sum.remapped(remap_);
 }
 
 }  // namespace tapcore

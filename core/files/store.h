@@ -65,6 +65,8 @@ class Store {
     /// A copy of this store, of which hours of this machine wait in a folder outside of it: they are read
     /// with the days, and cleared with them. That folder need not exist.
     Store waitingIn(std::filesystem::path folder) const;
+    /// A copy of this store that shows keys under other codes: in `readShown` and `summary`, never in files.
+    Store remapping(KeyRemap remap) const;
     /// Tells whoever `telling` named of a write, unless it is safe.
     void warnUnlessSafe(const Written& written) const { tellUnlessSafe(written, told_); }
 
@@ -119,6 +121,10 @@ class Store {
     /// those of the first part that has them. A file that cannot be read, is not here yet or is not UTF-8 is
     /// named in `problems`; its valid rows count.
     DayFile read(const Day& day, FileProblems* problems = nullptr) const;
+    /// The same as it is to be shown: with keys under the codes that `remapping` named.
+    DayFile readShown(const Day& day, FileProblems* problems = nullptr) const;
+    /// A day's counts, read already, as they are to be shown.
+    DayFile shown(DayFile file) const;
     /// A day's counts in this machine's own files alone.
     DayFile readOwn(const Day& day, FileProblems* problems = nullptr) const;
 
@@ -167,7 +173,8 @@ class Store {
                       const std::filesystem::path& keep) const;
 
     /// So many days up to and including `endingOn`, added up in ascending order: one entry a day, all
-    /// machines together, a day without a file as an empty one.
+    /// machines together, a day without a file as an empty one. Keys are under the codes that `remapping`
+    /// named.
     Summary summary(std::int64_t days, const Day& endingOn, const Calendar& calendar,
                     FileProblems* problems = nullptr) const;
 
@@ -302,6 +309,7 @@ class Store {
     bool single_ = false;
     CloudFetch fetch_;
     WriteTold told_;
+    std::optional<KeyRemap> remap_;                 ///< of what is shown
     std::optional<std::filesystem::path> waiting_;  ///< where hours of this machine wait
 };
 

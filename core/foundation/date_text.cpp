@@ -102,7 +102,21 @@ std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::st
     }));
 }
 
+bool usesTwelveHours(std::string_view locale) {
+    const std::string_view name = locale.substr(0, locale.find_first_of(".@"));
+    if (name.empty() || name == "C" || name == "POSIX") return false;
+    bool isQuoted = false;  // as 'Uhr' is
+    for (const char16_t c : patternOf(gregorian(name), u"j")) {
+        if (c == u'\'') isQuoted = !isQuoted;
+        if (!isQuoted && (c == u'h' || c == u'K')) return true;
+    }
+    return false;
+}
+
 std::size_t firstWeekday(std::string_view locale) {
+    constexpr std::array<std::string_view, 7> days = {"sun", "mon", "tue", "wed", "thu", "fri", "sat"};
+    for (std::size_t day = 0; day < days.size(); ++day)
+        if (locale.find(std::string("fw=").append(days[day])) != locale.npos) return day;
     UErrorCode status = U_ZERO_ERROR;
     const icu::LocalUCalendarPointer calendar(
         ucal_open(u"UTC", 3, gregorian(locale).c_str(), UCAL_GREGORIAN, &status));

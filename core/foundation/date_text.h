@@ -34,7 +34,11 @@ std::string dateText(const CivilDate& date, std::string_view locale);
 /// Blanks in it are ordinary ones.
 std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::string_view locale);
 
-/// The day that a week begins with where the locale is used, from 0 for Sunday: 1 for "de", 0 for "en_US".
+/// Whether a locale tells the time by 12 hours, twice a day: "en_US". Not the locale of machines ("C").
+bool usesTwelveHours(std::string_view locale);
+
+/// The day that a week begins with where the locale is used, from 0 for Sunday: 1 for "de", 0 for "en_US". A
+/// locale may name it itself, by its first three letters: "de@fw=sun".
 std::size_t firstWeekday(std::string_view locale);
 
 }  // namespace tapcore

@@ -35,7 +35,7 @@ TypingDays daysOf(const Store& store, const std::vector<Stretch>& stretches, Fil
     for (std::size_t i = 0; i < wanted.size() && shouldContinue(progress, i, wanted.size()); ++i) {
         const std::string place = store.url(wanted[i]).replace_extension().string();
         const FatalContext context("summing up", place);
-        days.emplace_hint(days.end(), wanted[i], reader.read(wanted[i], problems));
+        days.emplace_hint(days.end(), wanted[i], store.shown(reader.read(wanted[i], problems)));
     }
     return days;
 }

@@ -107,7 +107,7 @@ TextTable comparisonTable(const Report& report) {
 TextTable findingsTable(const Report& report, const ReportKeyboard& keyboard, const Words& words) {
     TextTable table{{"finding"}, {false}, {}};
     for (const Finding& finding : report.findings)
-        table.rows.push_back({textOf(finding, keyboard.legends, words)});
+        table.rows.push_back({textOf(finding, keyboard.names, words)});
     for (std::string& advice : adviceOf(report, keyboard, words, 0))
         table.rows.push_back({std::move(advice)});
     return table;
@@ -235,9 +235,9 @@ std::string documentOf(const Report& report, const ReportKeyboard& keyboard, con
     document.add("Compared", comparisonTable(report));
     document.add("Days", daysTable(report));
     document.add("Hours", hoursTable(report));
-    document.add("Keys", keysTable(report, keyboard.legends));
+    document.add("Keys", keysTable(report, keyboard.names));
     document.add("Kinds", classesTable(report));
-    document.add("Shortcuts", shortcutsTable(report, keyboard.legends));
+    document.add("Shortcuts", shortcutsTable(report, keyboard.names));
     document.add("Fingers", fingersTable(report));
     document.add("Practice", practiceTable(report));
     document.add("Worth practising (estimates)", gainsTable(report));

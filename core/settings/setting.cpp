@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "core/foundation/alternatives.h"
 #include "core/foundation/ascii.h"
 #include "core/foundation/fatal.h"
 #include "core/foundation/integers.h"
@@ -20,8 +21,8 @@ bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
 /// Whether a key is one of a family: a run of capitals stands for any text.
 bool isOf(std::string_view family, std::string_view key) {
     while (!family.empty()) {
-        const std::size_t literal =
-            std::find_if_not(family.begin(), family.end(), isCapital) - family.begin();
+        const auto literal = static_cast<std::size_t>(
+            std::find_if_not(family.begin(), family.end(), isCapital) - family.begin());
         family.remove_prefix(literal);
         if (literal > 0 && family.empty()) return !key.empty();
         if (literal > 0) key.remove_prefix(std::min(key.find(family.front(), 1), key.size()));
@@ -30,13 +31,6 @@ bool isOf(std::string_view family, std::string_view key) {
         key.remove_prefix(1);
     }
     return key.empty();
-}
-
-std::string listed(const std::vector<std::string>& words) {
-    std::string list = words.front();
-    for (std::size_t at = 1; at < words.size(); ++at)
-        list.append(at + 1 == words.size() ? " or " : ", ").append(words[at]);
-    return list;
 }
 
 /// An integer as files may hold one: 1.0 too.
@@ -69,7 +63,7 @@ std::string Setting::bounds() const {
         case Type::text:
             return "text";
         case Type::word:
-            return listed(words());
+            return alternatives(words());
         case Type::flag:
             return "true or false";
         case Type::integer:

@@ -61,6 +61,11 @@ constexpr Setting table[] = {
      .usedBy = "heatmap, fingers, widget, widgets, practice, record",
      .usualWords = "the folder's choice"},
 
+    {.key = "keys.remaps",
+     .does = "Keys to count as others in all figures, such as caps lock=control, left option=left command",
+     .usedBy = "every command that shows figures",
+     .usualWords = "none"},
+
     {.key = "appearance.mapColor",
      .does = "The colour family of heat maps",
      .usedBy = "heatmap, fingers, widget, widgets, record",
@@ -68,6 +73,27 @@ constexpr Setting table[] = {
      .usual = MapColor(MapColor::usual).words.words[MapColor::usual],
      .kind = "colour",
      .words = colours},
+
+    {.key = "appearance.hours",
+     .does = "How hours are shown: 24 hours, 12 hours twice, or as is usual in the locale",
+     .usedBy = "tappora alone, summary, report",
+     .type = Type::word,
+     .usual = "locale",
+     .kind = "way to show hours",
+     .words =
+         [] {
+             return std::vector<std::string>{"12", "24", "locale"};
+         }},
+    {.key = "appearance.firstWeekday",
+     .does = "The day that a week begins with in pictures of a report, or locale for what is usual there",
+     .usedBy = "report",
+     .type = Type::word,
+     .usual = "locale",
+     .kind = "day to begin with",
+     .words =
+         [] {
+             return std::vector<std::string>{"monday", "sunday", "saturday", "locale"};
+         }},
 
     {.key = "widgets.shown",
      .does = "The widgets to show when none is named, such as today week:medium",
@@ -214,13 +240,13 @@ constexpr Setting table[] = {
      .kept = Kept::withFolder},
     {.key = "labels.BOARD/KEYCODE",
      .does = "Your own word for a key of a board",
-     .usedBy = "no command yet",
+     .usedBy = "every command that names or draws keys",
      .usualWords = "what the layout prints",
      .kept = Kept::withFolder,
      .isFamily = true},
     {.key = "learned.BOARD/LAYOUT/KEYCODE",
      .does = "What a key was seen to type, without shift and with it, such as: q Q",
-     .usedBy = "no command yet",
+     .usedBy = "every command that names or draws keys",
      .type = Type::key,
      .usualWords = "what the layout prints",
      .kept = Kept::withFolder,

@@ -19,7 +19,7 @@ AssistantKeyboard AssistantKeyboard::of(const KeyboardOptions& options, const En
 
 tapcore::AssistantTools assistantTools(const tapcore::Store& store, const AssistantKeyboard& keyboard,
                                        const tapcore::Day& today) {
-    return tapcore::AssistantTools::over(store, today, keyboard.layout.legends);
+    return tapcore::AssistantTools::over(store, today, keyboard.layout.names());
 }
 
 tapcore::AgentPrompt assistantPrompt(const tapcore::Store& store, const AssistantKeyboard& keyboard,
@@ -27,7 +27,7 @@ tapcore::AgentPrompt assistantPrompt(const tapcore::Store& store, const Assistan
     return {.format = store.format,
             .board = keyboard.board,
             .layout = tapcore::Layout{.id = keyboard.layout.id, .name = keyboard.layout.name},
-            .legends = keyboard.layout.legends,
+            .legends = keyboard.layout.names(),
             .language = language.value_or(""),
             .macs = tapcore::AssistantTools::over(store, {}, {}).macs};
 }

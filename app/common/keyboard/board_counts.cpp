@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/keyboard/leave_out.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
@@ -50,11 +51,11 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
     const tapcore::Calendar& calendar = environment.calendar;
     const Period period = periodOf(options.dates, today(options.folder, environment, calendar), calendar,
                                    BoardCounts::usualDays);
-    const tapcore::Store store = openStore(options.folder, environment);
+    const tapcore::Store store = openShown(options.folder, environment);
     const Keyboards keyboards(environment, store);
     tapcore::Board board = keyboards.chosenBoard(options.keyboard);
     LegendSet layout = keyboards.chosenLayout(options.keyboard);
-    auto leftOut = leftOutCodes(options.leaveOut, layout.legends);
+    auto leftOut = leftOutCodes(options.leaveOut, layout.names());
     const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::FileProblems problems;
     tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);

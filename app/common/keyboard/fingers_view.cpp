@@ -47,13 +47,13 @@ std::vector<std::string> stayedNames(const FingersView& view) {
     std::vector<std::string> names;
     for (const tapcore::KeyCode code : view.whatIf->moves.stayed)
         if (view.counts.valueOr(code, 0) > 0 && !view.leftOutCodes.contains(code))
-            names.push_back(tapcore::Chords::name(code, view.layout.legends));
+            names.push_back(tapcore::Chords::name(code, view.layout.names()));
     return names;
 }
 
 std::optional<WhatIf> whatIf(const LegendSet& other, const BoardCounts& on) {
     tapcore::LetterMoves moves(on.layout.legends, other.legends, on.board);
-    Load load(on.board, on.layout.legends, on.counts, on.leftOutCodes, moves.moved);
+    Load load(on.board, on.layout.names(), on.counts, on.leftOutCodes, moves.moved);
     return WhatIf{other, std::move(moves), std::move(load)};
 }
 
@@ -72,7 +72,7 @@ FingersView fingersView(const FingersOptions& options, const Environment& enviro
     if (options.as)
         other = Keyboards(environment, openStore(options.folder, environment)).layout("--as", *options.as);
     BoardCounts on = boardCounts(options, environment);
-    Load load(on.board, on.layout.legends, on.counts, on.leftOutCodes);
+    Load load(on.board, on.layout.names(), on.counts, on.leftOutCodes);
     auto asked = other ? whatIf(*other, on) : std::nullopt;
     return {std::move(on), std::move(load), std::move(asked)};
 }

@@ -52,7 +52,7 @@ std::string HeatmapView::amountText(const tapcore::Heatmap::Cell& cell) const {
 
 HeatmapView heatmapView(const HeatmapOptions& options, const Environment& environment) {
     BoardCounts on = boardCounts(options, environment);
-    tapcore::Heatmap heatmap(on.board, on.layout.legends, on.counts, on.leftOutCodes);
+    tapcore::Heatmap heatmap(on.board, on.layout.names(), on.counts, on.leftOutCodes);
     const std::int64_t total = heatmap.total();
     const bool names = options.names.value_or(on.config.namedKeys);
     return {std::move(on), std::move(heatmap), total, amountOf(options), names};
@@ -61,7 +61,7 @@ HeatmapView heatmapView(const HeatmapOptions& options, const Environment& enviro
 std::vector<std::string> notes(const HeatmapView& view) {
     std::vector<std::string> names;
     for (const tapcore::KeyCode code : view.leftOutCodes)
-        names.push_back(tapcore::Chords::name(code, view.layout.legends));
+        names.push_back(tapcore::Chords::name(code, view.layout.names()));
     std::vector<std::string> lines;
     if (!names.empty()) lines.push_back(fmt::format("Left out: {}", fmt::join(names, ", ")));
     if (auto note = offBoardNote(view.heatmap.offBoard)) lines.push_back(std::move(*note));

@@ -21,6 +21,7 @@ namespace {
 
 using tapcore::Board;
 using tapcore::Catalog;
+using tapcore::FolderConfig;
 using tapcore::Layout;
 
 constexpr const char* usualBoard = "full-size-ansi";
@@ -47,6 +48,16 @@ tapcore::Legends harmlessLegends(tapcore::Legends legends) {
     for (auto& [code, legend] : legends)
         for (std::string& text : legend) text = harmlessLegend(text);
     return legends;
+}
+
+/// Puts what keys were seen to type in place of what is printed on them.
+void learn(tapcore::Legends& legends, const tapcore::Legends& learned) {
+    for (const auto& [code, texts] : learned) {
+        std::vector<std::string>& legend = legends[code];
+        if (legend.size() < texts.size()) legend.resize(texts.size());
+        for (std::size_t level = 0; level < texts.size(); ++level)
+            if (!texts[level].empty()) legend[level] = texts[level];
+    }
 }
 
 }  // namespace
@@ -155,6 +166,17 @@ std::optional<std::string> Keyboards::layoutSet() const {
 }
 
 LegendSet Keyboards::chosenLayout(const KeyboardOptions& options) const {
+    LegendSet layout = layoutInForce(options);
+    if (config_.labels.empty() && config_.learned.empty()) return layout;
+    const std::string board = chosenBoard(options).id;
+    FolderConfig config = config_;
+    config.migrateLearned(layout.id);
+    learn(layout.legends, harmlessLegends(config.learnedKeys(board, layout.id)));
+    layout.own = harmlessLegends(config.labelsOf(board));
+    return layout;
+}
+
+LegendSet Keyboards::layoutInForce(const KeyboardOptions& options) const {
     if (options.layout && *options.layout != "auto") return layout("--layout", *options.layout);
     const auto set = options.layout ? std::nullopt : layoutSet();
     if (set && *set != "auto") return layout("keyboard.layout", *set);

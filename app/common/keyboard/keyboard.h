@@ -54,10 +54,12 @@ class Keyboards {
 
     /// The layout that the options name, else the settings ("keyboard.layout"), else those of the data
     /// folder. "auto", and nothing, mean the system's own, a bundled one or one made of what the system
-    /// types (see `systemLayout`), else for that of the last day counted, else QWERTY.
+    /// types (see `systemLayout`), else for that of the last day counted, else QWERTY. What the user taught
+    /// of the chosen board's keys is in its legends, and the user's own words for them are beside those.
     LegendSet chosenLayout(const KeyboardOptions& options) const;
 
   private:
+    LegendSet layoutInForce(const KeyboardOptions& options) const;
     std::optional<tapcore::Layout> findLayout(const std::string& id) const;
     std::optional<tapcore::Layout> systemLayout(const KeyboardOptions& options) const;
     /// What the settings say, when it can be used.

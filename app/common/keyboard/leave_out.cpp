@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/keyboard/key_names.h"
 #include "app/common/program.h"
 #include "core/foundation/characters.h"
-#include "core/foundation/integers.h"
 #include "core/foundation/text_pieces.h"
 
 namespace tappora {
@@ -20,19 +20,6 @@ std::vector<std::string> namesIn(std::string_view list) {
     do names.emplace_back(tapcore::trimmedWhiteSpace(tapcore::takePiece(list, ',')));
     while (!list.empty());
     return names;
-}
-
-std::set<tapcore::KeyCode> codesNamed(const std::string& name, const tapcore::Legends& legends) {
-    constexpr std::string_view prefix = "key ";
-    if (name.starts_with(prefix)) {
-        const auto code = tapcore::parseKeyCode(std::string_view(name).substr(prefix.size()));
-        if (code) return {*code};
-    }
-    std::set<tapcore::KeyCode> codes;
-    for (const auto& [code, legend] : legends)
-        if (!legend.empty() && tapcore::lowercased(legend[0]) == tapcore::lowercased(name))
-            codes.insert(code);
-    return codes;
 }
 
 }  // namespace
@@ -50,7 +37,7 @@ std::set<tapcore::KeyCode> leftOutCodes(const std::vector<std::string>& keys,
     std::set<tapcore::KeyCode> all;
     for (const std::string& text : keys)
         for (const std::string& name : namesIn(text)) {
-            const auto codes = codesNamed(name, legends);
+            const auto codes = keysNamed(name, legends);
             if (codes.empty())
                 throw UsageError(
                     fmt::format("--leave-out: no such key: {}; see tappora layouts show LAYOUT", name));

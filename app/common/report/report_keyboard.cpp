@@ -12,6 +12,7 @@ tapcore::ReportKeyboard reportKeyboard(const KeyboardOptions& options, const tap
             .layout = layout.id,
             .layoutName = layout.name,
             .legends = layout.legends,
+            .names = layout.names(),
             .layouts = keyboards.allLayouts(),
             .letters = typedLanguage(std::nullopt, environment).letters};
 }

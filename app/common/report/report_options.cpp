@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include "app/common/command_line/command_line.h"
+#include "app/common/folder/date_style.h"
 #include "app/common/folder/language.h"
 #include "app/common/keyboard/board_counts.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/common/report/report_keyboard.h"
 #include "core/reports/report_title.h"
@@ -87,9 +89,9 @@ AskedReport askedReport(const ReportOptions& options, const Environment& environ
     const ReportPeriod period = periodOf(options, day, calendar);
     const auto compared = comparedOf(options, period);
     const tapcore::MapColor color = chosenColor(options.color, environment);
-    tapcore::Store store = openStore(options.folder, environment);
+    tapcore::Store store = openShown(options.folder, environment);
     tapcore::Words words = chosenWords(environment);
-    std::string locale = dateLocale(words, environment);
+    std::string locale = withFirstWeekday(dateLocale(words, environment), environment);
     tapcore::ReportQuestion question{
         .period = period,
         .today = day,

@@ -39,7 +39,7 @@ std::string ReportTables::subtitle() const {
 std::vector<std::string> ReportTables::findings() const {
     std::vector<std::string> texts;
     for (const tapcore::Finding& finding : report_.findings)
-        texts.push_back(textOf(finding, keyboard_.legends, words_));
+        texts.push_back(textOf(finding, keyboard_.names, words_));
     for (std::string& advice : adviceOf(report_, keyboard_, words_, 3)) texts.push_back(std::move(advice));
     return texts;
 }
@@ -175,7 +175,7 @@ ReportTable ReportTables::keys(std::size_t most) const {
                        {word("report.column.count"), true},
                        {word("report.column.share"), true}},
                       {}};
-    for (const tapcore::KeyRow& row : tapcore::topKeys(counts, keyboard_.legends, most))
+    for (const tapcore::KeyRow& row : tapcore::topKeys(counts, keyboard_.names, most))
         table.rows.push_back({{row.name}, {number(row.count), true}, {shareOf(row.count, all), true}});
     return table;
 }
@@ -186,7 +186,7 @@ ReportTable ReportTables::shortcuts() const {
                       {{word("report.section.shortcuts")}, {word("report.column.count"), true}},
                       {}};
     for (const tapcore::ChordRow& row :
-         tapcore::Chords::top(report_.figures.summary.byChord, keyboard_.legends, mostRows))
+         tapcore::Chords::top(report_.figures.summary.byChord, keyboard_.names, mostRows))
         table.rows.push_back({{tapcore::Chords::compact(row.keys)}, {number(row.count), true}});
     return table;
 }

@@ -1,4 +1,5 @@
 #include "app/common/widget/widget_file.h"
+#include "app/common/keyboard/key_remaps.h"
 
 #include <algorithm>
 #include <optional>
@@ -36,7 +37,7 @@ WidgetSnapshot widgetSnapshot(const FolderOptions& options, const Environment& e
                               FileProblems* problems) {
     const tapcore::Calendar& calendar = environment.calendar;
     const tapcore::Day day = today(options, environment, calendar);
-    const tapcore::Store store = openStore(options, environment);
+    const tapcore::Store store = openShown(options, environment);
     // First, since it names the file of which the counts cannot be added up.
     const tapcore::Summary month = store.summary(BoardCounts::usualDays, day, calendar, problems);
     const tapcore::Tally counted = store.read(day).tally;

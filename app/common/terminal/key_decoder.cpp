@@ -1,4 +1,4 @@
-#include "app/practice/key_decoder.h"
+#include "app/common/terminal/key_decoder.h"
 
 #include <utility>
 
