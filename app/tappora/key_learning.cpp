@@ -14,7 +14,8 @@ using tapcore::Board;
 
 /// The board's keys that type, by row and from left to right; each code once.
 std::vector<const Board::Key*> typingKeys(const Board& board) {
-    const std::set<tapcore::KeyCode> codes = typingCodes(IsoKeys::present);
+    std::set<tapcore::KeyCode> codes = typingCodes(IsoKeys::present);
+    codes.merge(typingCodes(IsoKeys::absent));
     std::set<tapcore::KeyCode> seen;
     std::vector<const Board::Key*> keys;
     for (const Board::Key& key : board.keys)

@@ -93,9 +93,8 @@ def listed_commands(page):
     code += re.findall(r"^    .*$", page.prose, re.M)
     for line in "\n".join(code).splitlines():
         line = without_remark(re.sub(r"^ *(\$ )?", "", line))
-        for part in line.split(", ") if line.startswith("tappora ") else []:
-            if part.startswith("tappora "):
-                yield part.removeprefix("tappora ")
+        for part in re.split(", (?=tappora )", line) if line.startswith("tappora ") else []:
+            yield part.removeprefix("tappora ")
 
 
 def mentioned_commands(page):
