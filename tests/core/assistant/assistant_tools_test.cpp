@@ -170,6 +170,26 @@ TEST_F(Tools, SumAPeriodUpInSevenLines) {
               "Most pressed keys: none\nMost used shortcuts: none\nPer day: 2025-02-01 0");
 }
 
+TEST_F(Tools, NameTwelveKeysAndTenShortcutsOfAPeriodAtMost) {
+    std::string keys = "* Keys\n", chords = "* Chords\n", keysTold, chordsTold;
+    legends.clear();
+    for (int rank = 1; rank <= 14; ++rank) {
+        const std::string code = std::to_string(rank), count = std::to_string(100 - rank);
+        const std::string name(1, static_cast<char>('A' + rank));
+        legends[static_cast<KeyCode>(rank)] = {std::string(1, static_cast<char>('a' + rank))};
+        keys += "| 9 | " + code + " | " + count + " |\n";
+        chords += "| 9 | cmd | " + code + " | " + count + " |\n";
+        const std::string separator = rank == 1 ? "" : ", ";
+        if (rank <= 12) keysTold += separator + name + " " + count;
+        if (rank <= 10) chordsTold += separator + "⌘" + name + " " + count;
+    }
+    folder.put("days/2026-09-19.org", keys + chords);
+    store = Store(folder.path(), FileFormat::org);
+    const std::string text = run("summary", json::object()).text;
+    EXPECT_NE(text.find("\nMost pressed keys: " + keysTold + "\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\nMost used shortcuts: " + chordsTold + "\n"), std::string::npos) << text;
+}
+
 TEST_F(Tools, ChangeNothingInTheFolder) {
     macs = {"Studio"};
     folder.put("Studio/.keys-mac", R"({"id":"1","name":"Studio"})");

@@ -147,6 +147,30 @@ TEST(KeylayoutImport, SaysWhatItMakesOfEachOddPiece) {
         EXPECT_EQ(outcome(sampleWith(piece, replacement)), wanted) << replacement;
 }
 
+TEST(KeylayoutImport, KnowsEachModifierOfAMapAlone) {
+    const std::string both = "sample (Sample) on qwerty\n0: a A\n";
+    const std::string none =
+        "sample (Sample) on qwerty\n0: a\ndropped: key maps for other modifiers, and bases: 1; keys show "
+        "what "
+        "they type alone and with shift\n";
+    const auto shiftedBy = [](const std::string& keys) {
+        return outcome(sampleWith("anyShift caps?", keys));
+    };
+    for (const char* keys : {"shift", "rightShift", "anyShift", "shift rightShift", "shift rightShift?"})
+        EXPECT_EQ(shiftedBy(keys), both) << keys;
+    for (const std::string other :
+         {"option", "rightOption", "anyOption", "control", "rightControl", "anyControl", "command", "caps"}) {
+        EXPECT_EQ(shiftedBy("anyShift " + other), none) << other;
+        EXPECT_EQ(shiftedBy("anyShift " + other + "?"), both) << other;
+        // Of two choices that fit, the first counts: without the other key that is the second here.
+        EXPECT_EQ(outcome(sampleWith("<keyMapSelect mapIndex=\"0\">",
+                                     "<keyMapSelect mapIndex=\"1\"><modifier keys=\"" + other +
+                                         "\"/></keyMapSelect><keyMapSelect mapIndex=\"0\">")),
+                  both)
+            << other;
+    }
+}
+
 TEST(KeylayoutImport, NamesTheLayoutByTheOptionsTheFileOrItsName) {
     const struct {
         std::string attributes;
