@@ -1,10 +1,11 @@
 // The tool summary: a period as a few lines of text.
 
+#include "core/assistant/tool_summary.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "core/assistant/tool_summary.h"
 #include "core/assistant/tool_text.h"
 #include "core/counting/chords.h"
 #include "core/foundation/calendar.h"
