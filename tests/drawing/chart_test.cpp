@@ -84,6 +84,13 @@ TEST(Scales, MarkRoundNumbersThatHoldTheLargest) {
     EXPECT_GE(roundMarks(1.7e308, 4).back(), 1.7e308);
 }
 
+TEST(Scales, RunBetweenAnyTwoPlaces) {
+    const Scale upwards{.from = 10, .to = 20, .start = 100, .end = 0};
+    const std::pair<double, double> cases[] = {{10, 100}, {15, 50}, {20, 0}, {5, 150}, {30, -100}};
+    for (const auto& [value, place] : cases) EXPECT_DOUBLE_EQ(upwards(value), place) << value;
+    EXPECT_DOUBLE_EQ(Scale{}(0.25), 0.25);
+}
+
 TEST(AreaChart, TellsEveryAmountWithinOneElement) {
     const std::vector<Element> told = elementsOf(areaChart(hours({5, 0, -3})));
     EXPECT_EQ(told, (std::vector<Element>{{"Hours", "", {{"0", "5", {}}, {"1", "0", {}}, {"2", "-3", {}}}}}));
@@ -129,6 +136,49 @@ TEST(BarChart, LeavesOutLabelsThatWouldMeet) {
     EXPECT_GE(first.at.x + 1e-9, std::min(first.width, roughWidth(first.text, first.font)) / 2);
     chart.size = {0, 0};
     EXPECT_EQ(textsOf(barChart(chart)), (std::vector<std::string>{"Sep 1"}));
+}
+
+/// The box around all shapes of a node.
+std::optional<Rect> boxOf(const Node& node) {
+    if (const auto* shape = std::get_if<Shape>(&node.content)) return shape->path.bounds();
+    std::optional<Rect> box;
+    if (const auto* group = std::get_if<Group>(&node.content))
+        for (const Node& child : group->children)
+            if (const auto part = boxOf(child)) box = box ? united(*box, *part) : *part;
+    return box;
+}
+
+TEST(Charts, KeepToTheirSizeHoweverSmallItIs) {
+    BarChart bars{.size = {}, .label = "", .bars = {{{"Mon", 1}, {}}, {{"Tue", 3}, {}}}, .number = whole};
+    AreaChart area = hours({1, 0, 5});
+    for (const Size size : {Size{0, 0}, Size{10, 5}, Size{3, 40}, Size{300, 17}, Size{300, 100}}) {
+        bars.size = area.size = size;
+        for (const Node& chart : {barChart(bars), areaChart(area)}) {
+            const Rect box = boxOf(chart).value_or(Rect{});
+            EXPECT_GE(box.x, 0);
+            EXPECT_GE(box.y, 0);
+            EXPECT_LE(box.right(), size.width + 1e-9);
+            EXPECT_LE(box.bottom(), size.height + 1e-9);
+        }
+    }
+    bars.bars.clear();
+    EXPECT_EQ(textsOf(barChart(bars)), std::vector<std::string>());
+    EXPECT_FALSE(boxOf(barChart(bars)));
+}
+
+TEST(BarChart, GivesABarTheSameShareOfItsPlaceWhereverItIs) {
+    BarChart chart{.size = {100, 60}, .label = "", .bars = {}, .number = whole};
+    for (const std::size_t count : {1U, 2U, 5U}) {
+        chart.bars.assign(count, {{"d", 7}, {}});
+        const Node drawn = barChart(chart);
+        const double pitch = 100.0 / static_cast<double>(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Rect bar = *boxOf(std::get<Group>(drawn.content).children[i]);
+            EXPECT_NEAR(bar.width, 0.62 * pitch, 1e-9);
+            EXPECT_NEAR(bar.centre().x, (static_cast<double>(i) + 0.5) * pitch, 1e-9);
+            EXPECT_EQ(bar.y, 0) << "the largest is as high as the chart";
+        }
+    }
 }
 
 }  // namespace

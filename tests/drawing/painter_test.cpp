@@ -3,6 +3,7 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -108,6 +109,44 @@ TEST(Painter, DrawsTextThatKeepsToItsRoom) {
         for (int x = 0; x < 1; ++x) EXPECT_EQ(pixels.at(x, y), 0u);
         for (int x = 11; x < 20; ++x) EXPECT_EQ(pixels.at(x, y), 0u);
     }
+}
+
+/// From which to which column a text at x = 50 is inked.
+std::pair<int, int> inkOf(const Text& text) {
+    const Pixels pixels(png({{100, 30}, {text, {}}}, {}, 1));
+    int first = 100, last = -1;
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 100; ++x)
+            if (pixels.at(x, y) != 0) first = std::min(first, x), last = std::max(last, x);
+    return {first, last};
+}
+
+TEST(Painter, AlignsTextAtItsPlace) {
+    Text text{.text = "HIH", .font = {.size = 14}, .style = {}, .at = {50, 20}};
+    const auto [leading, leadingEnd] = inkOf(text);
+    text.alignment = Alignment::centre;
+    const auto [centre, centreEnd] = inkOf(text);
+    text.alignment = Alignment::trailing;
+    const auto [trailing, trailingEnd] = inkOf(text);
+    EXPECT_GE(leading, 50);
+    EXPECT_LE(leading, 53);
+    EXPECT_NEAR((centre + centreEnd) / 2.0, 49.5, 1.5);
+    EXPECT_GE(trailingEnd, 46);
+    EXPECT_LE(trailingEnd, 50);
+    EXPECT_NEAR(leadingEnd - leading, trailingEnd - trailing, 1);
+}
+
+TEST(Painter, ShowsWeightsAndWidthsOfAFont) {
+    const TextWidth width = systemTextWidth();
+    const Font plain{.size = 20};
+    const Font monospaced{.size = 20, .design = Design::monospaced};
+    EXPECT_DOUBLE_EQ(width("iii", monospaced), width("MMM", monospaced));
+    EXPECT_LT(width("iii", plain), width("MMM", plain));
+    EXPECT_NEAR(width("MM", plain), 2 * width("M", plain), 0.01);
+    EXPECT_NEAR(width("MM", plain.withSize(40)), 2 * width("MM", plain), 0.1);
+    EXPECT_EQ(width("MM", plain.withSize(0)), 0);
+    EXPECT_EQ(width("", plain), 0);
+    EXPECT_DOUBLE_EQ(width("111", plain.withMonospacedDigits()), width("888", plain.withMonospacedDigits()));
 }
 
 TEST(Painter, BearsAbsurdNumbers) {
