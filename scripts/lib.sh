@@ -63,14 +63,15 @@ $(printf '  %s\n' "${missing[@]}")"
     touch -- "$root/CMakeLists.txt" # so that the next build looks for what is there now
 }
 
-# Builds everything of a preset: `build PRESET`.
+# Builds everything of a preset, or some of its targets: `build PRESET [TARGET…]`.
 build() {
     local preset=$1 folder=$root/build/$1
+    local targets=("${@:2}")
     cd -- "$root" || exit
     if [[ ! -e $folder/build.ninja ]]; then
         say "Building ($preset); the first time this takes some minutes."
         quietly "$root/build/$preset-configure.log" cmake --preset "$preset"
     fi
-    quietly "$root/build/$preset.log" cmake --build --preset "$preset"
+    quietly "$root/build/$preset.log" cmake --build --preset "$preset" ${targets[@]+--target "${targets[@]}"}
     cd -- "$OLDPWD" || exit
 }
