@@ -217,6 +217,8 @@ COMMANDS = [
         "home/.config/tappora/settings.json": SETTINGS.replace("}", ', "folder.path": "{root}/data"}')}),
     Command("settings-set", ("tappora", "settings", "set", "practice.length", "45"), OWN),
     Command("settings-set-with-folder", ("tappora", "settings", "set", "named_keys", "true", *AT), OWN | CONFIG, most=24),
+    Command("keys-label", ("tappora", "keys", "label", "53", "quit", "--board", "macbook-ansi", "--layout", "qwerty", *AT),
+            OWN | CONFIG, most=24),
     Command("boards-import", ("tappora", "boards", "import", "{root}/in/board.json", "-o", "{root}/out.json"),
             {"in/board.json": data("boards/full-size-german.json")}, most=16),
     Command("layouts-import", ("tappora", "layouts", "import", "{root}/in/a.keylayout", "-o", "{root}/out.json", *AT),

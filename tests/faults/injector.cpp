@@ -5,8 +5,9 @@
 //   FAULTS_LOG     a file that gets a line for each counted call: "NUMBER CALL PATH"
 //   FAULTS_AT      the number of the call to disturb; 0 or missing: calls are only counted
 //   FAULTS_DO      how: an error's number; "short" (half is read or written); "kill" (the program is killed
-//   just
-//                  before the call); "full" (from this call on, the disk is full)
+//                  just before the call); "kill-later"; "full" (from this call on, the disk is full)
+//   FAULTS_LATER   for "kill-later": so many microseconds after the call; with call 0, after the program
+//   began
 
 #include <dirent.h>
 #include <linux/openat2.h>
@@ -47,6 +48,11 @@ ssize_t sizeFor(const char* call, int file, std::size_t size, Room room) {
             break;
     }
     return static_cast<ssize_t>(size);
+}
+
+[[gnu::constructor]] void begin() {
+    const Work own;
+    if (plan().at == 0 && plan().action == "kill-later") killLater();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@ import tempfile
 from pathlib import Path
 
 from commands import Command, keys
+from kills import kill_often
 from run import Trial, chosen
 
 PROGRAM = str(Path(__file__).with_name("careless.py"))
@@ -32,8 +33,17 @@ def failures_of(how, injector):
     return trial.failures
 
 
+def found_by_kills(injector):
+    """Whether kills at random moments find a program that writes in two steps what is one."""
+    command = Command("adds twice", (sys.executable, "-I", "-S", PROGRAM, "adds twice", "{root}/data"),
+                      {"data/days/2026-09-20.org": keys((9, 0, 50))}, adds=True)
+    killed, failures = kill_often(command, "/", injector, None, 60)
+    return killed and any(FOUND["adds twice"] in failure for failure in failures)
+
+
 def main(injector):
-    wrong = 0
+    wrong = 0 if found_by_kills(injector) else 1
+    print(f"kills: {'not as it should be' if wrong else 'as it should be'}")
     for how, complaint in FOUND.items():
         failures = failures_of(how, injector)
         found = any(complaint in failure for failure in failures) if complaint else not failures

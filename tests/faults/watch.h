@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string_view>
 
 namespace {
@@ -50,6 +51,7 @@ struct Plan {
     long at = std::atol(told("FAULTS_AT"));
     std::string_view action = told("FAULTS_DO");
     int error = std::atoi(told("FAULTS_DO"));
+    long later = std::atol(told("FAULTS_LATER"));
     int log = openLog();
 
   private:
@@ -118,6 +120,18 @@ void note(long number, const char* call, const Place& place) {
                                                                  static_cast<std::size_t>(size));
 }
 
+/// Has the kernel kill the program, whatever it does then.
+void killLater() {
+    sigevent kill{};
+    kill.sigev_notify = SIGEV_SIGNAL;
+    kill.sigev_signo = SIGKILL;
+    timer_t timer{};
+    const itimerspec at{
+        .it_interval = {},
+        .it_value = {.tv_sec = plan().later / 1'000'000, .tv_nsec = plan().later % 1'000'000 * 1000 + 1}};
+    if (::timer_create(CLOCK_MONOTONIC, &kill, &timer) == 0) ::timer_settime(timer, 0, &at, nullptr);
+}
+
 /// Counts a call and decides what becomes of it; sets errno when it fails.
 Fate fateOf(const char* call, const Place& place, Room room = Room::none) {
     static std::atomic<long> calls = 0;
@@ -132,6 +146,8 @@ Fate fateOf(const char* call, const Place& place, Room room = Room::none) {
     errno = before;
     const bool isHere = number == plan().at;
     if (isHere && plan().action == "kill") ::kill(::getpid(), SIGKILL);
+    if (isHere && plan().action == "kill-later") killLater();
+    if (plan().action == "kill-later") return Fate::proceeds;
     if (isHere && plan().action == "short") return Fate::isCut;
     if (plan().action == "full") {
         const bool wasFull = isFull;

@@ -17,14 +17,16 @@ SETUP_TIME = 1_789_000_000  # when the files of a world were written, each a min
 
 @dataclass(frozen=True)
 class Fault:
-    """What to do at which call: an error's name, "short", "kill" or "full"; see injector.cpp."""
+    """What to do at which call: an error's name, "short", "kill", "kill-later" or "full"; see injector.cpp."""
 
     at: int
     action: str
+    later: int = 0  # microseconds
 
     def variables(self):
         number = getattr(errno, self.action, None)
-        return {"FAULTS_AT": str(self.at), "FAULTS_DO": self.action if number is None else str(number)}
+        return {"FAULTS_AT": str(self.at), "FAULTS_DO": self.action if number is None else str(number),
+                "FAULTS_LATER": str(self.later)}
 
 
 @dataclass(frozen=True)
