@@ -1,13 +1,21 @@
 #include "core/foundation/icu.h"
 
+#include <unicode/ures.h>
 #include <unicode/ustring.h>
 
 #include "core/foundation/fatal.h"
+#include "core/foundation/owned.h"
 
 namespace tapcore {
 
 void requireIcu(UErrorCode status, std::string_view what) {
     if (U_FAILURE(status)) fatal(std::string(what) + ": " + u_errorName(status));
+}
+
+bool isKnownLocale(const char* locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    const Owned<UResourceBundle, ures_close> data(ures_open(nullptr, locale, &status));
+    return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;
 }
 
 std::u16string utf16(std::string_view text) {

@@ -14,6 +14,10 @@ namespace tapcore {
 /// installation or too little memory makes it fail.
 void requireIcu(UErrorCode status, std::string_view what);
 
+/// Whether ICU has data of a locale or of its language. Where it has none it takes the locale that the
+/// process runs in, which nobody asked for.
+bool isKnownLocale(const char* locale);
+
 /// Text as ICU has it; nothing of one that is not UTF-8.
 std::u16string utf16(std::string_view text);
 

@@ -26,7 +26,8 @@ struct LanguageRules::Implementation {
     std::string language;
     Formatter numbers;
 
-    explicit Implementation(std::string ofLanguage) : language(std::move(ofLanguage)) {
+    explicit Implementation(std::string ofLanguage)
+        : language(isKnownLocale(ofLanguage.c_str()) ? std::move(ofLanguage) : "en_US_POSIX") {
         UErrorCode status = U_ZERO_ERROR;
         numbers.reset(unumf_openForSkeletonAndLocale(u"", 0, language.c_str(), &status));
         requireIcu(status, what);

@@ -20,7 +20,8 @@ Format openFormat(std::string_view locale) {
     char name[ULOC_FULLNAME_CAPACITY];
     uloc_canonicalize(std::string(locale).c_str(), name, sizeof name, &status);
     uloc_setKeywordValue("calendar", "gregorian", name, sizeof name, &status);
-    if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING) return openFormat("en");
+    if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING || !isKnownLocale(name))
+        return openFormat("en");
     Format format(udat_open(UDAT_PATTERN, UDAT_PATTERN, name, u"UTC", 3, u"ccc", 3, &status));
     requireIcu(status, what);
     return format;

@@ -81,6 +81,8 @@ TEST(WidgetSnapshot, NamesWeekdaysAsTheyStandAlone) {
     EXPECT_EQ(labels("ru"), "пн вт ср чт пт сб вс ");
     EXPECT_EQ(labels("fr-CA"), "lun. mar. mer. jeu. ven. sam. dim. ");
     EXPECT_EQ(labels("th_TH_TRADITIONAL@calendar=buddhist"), "จ. อ. พ. พฤ. ศ. ส. อา. ");
+    EXPECT_EQ(labels("nb"), labels("no"));
+    EXPECT_EQ(labels("de_AT_EURO"), labels("de"));
     EXPECT_EQ(labels("no such locale"), labels("en"));
     EXPECT_EQ(labels(std::string(5000, 'x')), labels("en"));
 }
