@@ -23,7 +23,8 @@ std::string gregorian(std::string_view locale) {
     std::array<char, ULOC_FULLNAME_CAPACITY> name{};
     uloc_canonicalize(std::string(locale).c_str(), name.data(), name.size(), &status);
     uloc_setKeywordValue("calendar", "gregorian", name.data(), name.size(), &status);
-    if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING) return "en";
+    if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING || !isKnownLocale(name.data()))
+        return "en";
     return name.data();
 }
 

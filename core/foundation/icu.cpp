@@ -13,6 +13,7 @@ void requireIcu(UErrorCode status, std::string_view what) {
 }
 
 bool isKnownLocale(const char* locale) {
+    if (*locale == '\0' || *locale == '@') return false;
     UErrorCode status = U_ZERO_ERROR;
     const Owned<UResourceBundle, ures_close> data(ures_open(nullptr, locale, &status));
     return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;

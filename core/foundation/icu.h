@@ -14,8 +14,8 @@ namespace tapcore {
 /// installation or too little memory makes it fail.
 void requireIcu(UErrorCode status, std::string_view what);
 
-/// Whether ICU has data of a locale or of its language. Where it has none it takes the locale that the
-/// process runs in, which nobody asked for.
+/// Whether ICU has data of a locale or of its language; not for one that names no language. Where it has none
+/// it takes the locale that the process runs in, which nobody asked for.
 bool isKnownLocale(const char* locale);
 
 /// Text as ICU has it; nothing of one that is not UTF-8.

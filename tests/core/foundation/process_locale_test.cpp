@@ -2,6 +2,7 @@
 #include <unicode/uloc.h>
 
 #include "core/foundation/characters.h"
+#include "core/foundation/date_text.h"
 #include "core/foundation/language_rules.h"
 #include "core/foundation/weekday_names.h"
 
@@ -38,6 +39,18 @@ TEST_F(OnATurkishMachine, NumbersOfALanguageThatIsNotKnownArePlain) {
     EXPECT_EQ(LanguageRules("en").number(1'234'567), "1,234,567");
     EXPECT_EQ(LanguageRules("xx").number(1'234'567), "1234567");
     EXPECT_EQ(LanguageRules("xx").number(1234.5, 1), "1234.5");
+}
+
+TEST_F(OnATurkishMachine, DatesAreThoseOfTheLanguageAskedForOrEnglish) {
+    const CivilDate date{2026, 9, 20};
+    const std::pair<const char*, const char*> dates[] = {
+        {"en", "Sep 20, 2026"}, {"de@fw=sun", "20. Sept. 2026"}, {"nb_NO", "20. sep. 2026"},
+        {"tr", "20 Eyl 2026"},  {"xx", "Sep 20, 2026"},          {"no such locale", "Sep 20, 2026"},
+        {"", "Sep 20, 2026"},
+    };
+    for (const auto& [locale, text] : dates) EXPECT_EQ(dateText(date, locale), text) << locale;
+    EXPECT_EQ(firstWeekday("xx"), firstWeekday("en"));
+    EXPECT_EQ(dateRangeText(date, {2026, 9, 22}, "xx"), dateRangeText(date, {2026, 9, 22}, "en"));
 }
 
 TEST_F(OnATurkishMachine, LettersKeepTheirCaseRules) {
