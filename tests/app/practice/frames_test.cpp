@@ -6,6 +6,7 @@
 #include "app/practice/review_view.h"
 #include "core/keyboard/catalog.h"
 #include "tests/app/practice/drawn_frame.h"
+#include "tests/app/practice/tents.h"
 
 // Whole screens, as a typist sees them. Below each line are the styles of its columns: see styleMarks.
 
@@ -17,19 +18,6 @@ using tapcore::LetterStats;
 using tapcore::PracticeDay;
 
 const tapcore::Day today(2026, 9, 20);
-
-/// A language of three words, "ten", "tent" and "tenet", in which ten letters are taught.
-LetterModel tents() {
-    return {.language = "en",
-            .order = {"e", "n", "i", "t", "a", "r", "l", "s", "u", "o"},
-            .transitions = {{"^^", {{"t", 1}}},
-                            {"^t", {{"e", 1}}},
-                            {"te", {{"n", 1}}},
-                            {"en", {{"$", 2}, {"t", 1}, {"e", 1}}},
-                            {"nt", {{"$", 1}}},
-                            {"ne", {{"t", 1}}},
-                            {"et", {{"$", 1}}}}};
-}
 
 /// A letter learned long ago, one that has become slow since, and one on its way.
 tapcore::PracticeHistory someHistory() {
