@@ -134,11 +134,13 @@ class FolderCheck {
             report(path, "not used: " + row.why, row.line);
     }
 
-    /// Another machine's months are as old as its last visit, whose own day was not over.
+    /// Another machine's months are as old as its last visit: on its last day, which was not over and is not
+    /// in them, or later.
     void checkRollup(const Store& part, const fs::path& path, const std::string& month, const Owner& owner) {
+        if (!part.isOutOfDate(month, today_)) return;
         const std::vector<Day> days = part.days();
-        const Day visit = owner.isThisMachine || days.empty() ? today_ : std::min(today_, days.back());
-        if (part.isOutOfDate(month, visit)) report(path, "out of date; " + owner.remedy);
+        const bool mayBeOld = !owner.isThisMachine && !days.empty() && days.back() < today_;
+        if (!mayBeOld || part.isOutOfDate(month, days.back())) report(path, "out of date; " + owner.remedy);
     }
 
     /// Those of a file, read as the record that its folder holds.

@@ -99,8 +99,11 @@ TEST(FolderCheck, SaysWhoseMonthsAreOutOfDateAndLetsAnAbsentMachineBe) {
     folder.put("Air/.keys-mac", R"({"id": "1", "name": "Air"})");
     folder.put("Mini/.keys-mac", R"({"id": "2", "name": "Mini"})");
     for (const char* day : {"Air/days/2026-09-19.org", "Air/days/2026-09-20.org", "Mini/days/2026-09-18.org",
-                            "Mini/days/2026-09-20.org", "days/2026-08-01.org", "days/2026-08-02.org"})
+                            "Mini/days/2026-09-20.org", "Book/days/2026-09-20.org", "days/2026-08-01.org",
+                            "days/2026-08-02.org"})
         folder.put(day, keys);
+    folder.put("Book/.keys-mac", R"({"id": "3", "name": "Book"})");
+    folder.put("Book/months/2026-09.org", month("2026-09-20"));  // made on a day without typing
     folder.put("Air/months/2026-09.org", month("2026-09-19"));
     folder.put("Mini/months/2026-09.org", month("2026-09-17"));
     folder.put("months/2026-08.org", month("2026-07-31"));
