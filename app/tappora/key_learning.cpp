@@ -71,9 +71,12 @@ void KeyLearning::take(const ScreenEvent& event) {
         case Kind::erase:
             if (at_ > 0) --at_;
             return;
-        case Kind::leave:
         case Kind::end:
         case Kind::gone:
+            learned_.clear();
+            [[fallthrough]];
+        case Kind::leave:
+            isStopped_ = event.kind != Kind::leave;
             isEnded_ = true;
             return;
         default:

@@ -19,8 +19,10 @@ class KeyLearning {
     /// What is asked for now: "[1/94] upper row, key 1 from the left (q): press it".
     std::string prompt() const;
     /// A character is what the key types; Enter goes on without one, for a key that types nothing by itself;
-    /// the key that takes back goes one step back; what ends programs ends it.
+    /// the key that takes back goes one step back; Esc ends it, and Ctrl-C breaks it off.
     void take(const ScreenEvent& event);
+    /// Whether it was broken off, by Ctrl-C or since the terminal is gone: nothing was learned then.
+    bool isStopped() const { return isStopped_; }
     bool isOver() const { return isEnded_ || at_ == 2 * keys_.size(); }
 
     /// What was typed, by key; "" where nothing was.
@@ -38,6 +40,7 @@ class KeyLearning {
     std::vector<Asked> keys_;
     std::size_t at_ = 0;  ///< a step for each key alone, and one for each with shift
     bool isEnded_ = false;
+    bool isStopped_ = false;
     std::map<tapcore::KeyCode, tapcore::LearnedKey> learned_;
 };
 

@@ -29,7 +29,8 @@ class SilentTerminal {
         if (isatty(STDOUT_FILENO) != 1 || tcgetattr(STDIN_FILENO, &before_) != 0)
             throw Failure("keys learn", "not a terminal: keys can be pressed only on one");
         termios silent = before_;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | ISIG | IEXTEN);
+        silent.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | IEXTEN);  // Ctrl-C stays a signal
+        silent.c_cc[VQUIT] = silent.c_cc[VSUSP] = _POSIX_VDISABLE;
         silent.c_iflag &= ~static_cast<tcflag_t>(IXON);
         tcsetattr(STDIN_FILENO, TCSANOW, &silent);
     }
@@ -86,9 +87,12 @@ void learnKeys(const KeysOptions& options, const Environment& environment) {
     const tapcore::Board board = keyboards.chosenBoard(options.keyboard);
     const LegendSet layout = keyboards.chosenLayout(options.keyboard);
     KeyLearning learning(board, layout.legends);
-    ask(learning, fmt::format("{}, {}: press each key that is asked for, alone and then with shift. Enter goes "
-                              "on without it, Backspace goes back, Esc ends.\n",
-                              board.id, layout.name));
+    ask(learning,
+        fmt::format("{}, {}: press each key that is asked for, alone and then with shift. Enter goes "
+                    "on without it, Backspace goes back, Esc ends and keeps what was pressed, Ctrl-C "
+                    "keeps nothing.\n",
+                    board.id, layout.name));
+    if (learning.isStopped()) throw Failure("keys learn", "stopped; nothing was changed");
     std::size_t count = 0;
     changeFolderSettings(options.folder, environment, [&](tapcore::FolderConfig& config) {
         for (const auto& [code, key] : learning.learned())

@@ -76,17 +76,17 @@ std::vector<KeyCode> codesOf(const tapcore::Board& board) {
     return codes;
 }
 
-void requireFitting(const std::string& word) {
+}  // namespace
+
+void requireWordForKey(std::string_view what, const std::string& word) {
     constexpr std::size_t longest = 24;
     const bool isClean = harmlessLine(word) == word && tapcore::trimmedWhiteSpace(word) == word;
     if (!isClean || tapcore::characterCount(word) > longest)
         throw UsageError(
-            fmt::format("TEXT: {}: not a word for a key: at most {} characters, no blanks around "
+            fmt::format("{}: {}: not a word for a key: at most {} characters, no blanks around "
                         "it, nothing that steers a terminal",
-                        harmlessLine(word), longest));
+                        what, harmlessLine(word), longest));
 }
-
-}  // namespace
 
 void listKeys(const KeysOptions& options, const Environment& environment, bool isJson) {
     const Keys keys(options, environment);
@@ -102,9 +102,9 @@ void listKeys(const KeysOptions& options, const Environment& environment, bool i
 
 void labelKey(const std::string& key, const std::string& word, const KeysOptions& options,
               const Environment& environment) {
-    requireFitting(word);
+    requireWordForKey("TEXT", word);
     const Keys keys(options, environment);
-    std::set<KeyCode> codes = keysNamed(key, keys.layout.names());
+    std::set<KeyCode> codes = keysNamed(key, keys.layout);
     std::erase_if(codes, [&](KeyCode code) { return keys.board.key(code) == nullptr; });
     if (codes.empty())
         throw UsageError(fmt::format("KEY: {} has no such key: {}; see tappora keys", keys.board.id, key));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "app/common/folder/data_folder.h"
 #include "app/common/keyboard/keyboard.h"
@@ -14,6 +15,10 @@ struct KeysOptions {
     FolderOptions folder;
     KeyboardOptions keyboard;
 };
+
+/// Refuses a word that no key has room for, or that would steer a terminal; UsageError, which begins with
+/// `what`.
+void requireWordForKey(std::string_view what, const std::string& word);
 
 void listKeys(const KeysOptions& options, const Environment& environment, bool json);
 

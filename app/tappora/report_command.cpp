@@ -8,7 +8,9 @@
 #include "app/common/command_line/records_json.h"
 #include "app/common/folder/data_folder.h"
 #include "app/common/folder/language.h"
+#include "app/common/folder/settings.h"
 #include "app/common/folder/tell.h"
+#include "app/common/keyboard/key_remaps.h"
 #include "app/common/program.h"
 #include "app/common/report/report_options.h"
 #include "app/common/system/environment.h"
@@ -55,11 +57,15 @@ std::string said(tapcore::SavedReport saved) {
     }
 }
 
-void save(const Report& report, const tapcore::ReportKeyboard& keyboard, const ReportOptions& options,
+/// In a file, keys are under the codes that were pressed, also when they are shown as others.
+void save(const Report& shown, const tapcore::ReportQuestion& question, const ReportOptions& options,
           const Environment& environment) {
+    const bool isRemapped = !Settings::read(environment).text(remapsKey).value_or("").empty();
+    const Report report = isRemapped ? read(openStore(options.folder, environment), question) : shown;
     const LockedStore locked(options.folder, environment);
     const std::string name = report.period.name();
-    const std::string document = documentOf(report, keyboard, chosenWords(environment), locked.store.format);
+    const std::string document =
+        documentOf(report, question.keyboard, chosenWords(environment), locked.store.format);
     const tapcore::SavedReport saved = saveReport(locked.store, name, document);
     complain(fmt::format("reports/{}.{}: {}", name, locked.store.format.fileExtension(), said(saved)));
 }
@@ -101,7 +107,7 @@ void reportCommand(CommandLine& line, const Environment& environment) {
     const tapcore::ReportQuestion& question = asked.question;
     const Report report = read(asked.store, question);
     if (report.isEmpty() && !options.json) return print(nothingCounted(asked));
-    if (options.saves) save(report, question.keyboard, options, environment);
+    if (options.saves) save(report, question, options, environment);
     if (asPage) return writePage(report, asked, options, environment);
     print(options.json
               ? jsonText(toJson(report, question.keyboard, asked.words))

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
@@ -17,17 +18,13 @@
 #include "app/common/folder/setting_values.h"
 #include "app/common/folder/settings.h"
 #include "app/common/harmless_text.h"
-#include "app/common/keyboard/key_remaps.h"
-#include "app/common/keyboard/keyboard.h"
 #include "app/common/program.h"
 #include "app/common/system/environment.h"
-#include "app/common/system/resources.h"
+#include "app/tappora/settings_checks.h"
 #include "app/tappora/settings_tasks.h"
 #include "core/files/folder_config.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
-#include "core/practice/letter_model.h"
-#include "core/words/words.h"
 
 namespace tappora {
 namespace {
@@ -38,51 +35,15 @@ using tapcore::FolderConfig;
 using tapcore::Setting;
 
 constexpr std::string_view idKey = "machine.id";
+constexpr std::string_view nothingSet = "{}\n";
 
 bool travels(const Setting& setting) { return setting.kept == Setting::Kept::withFolder; }
 
-/// Refuses a name that is not among those there are: "WHAT: no such KIND: NAME; use …".
-void requireAmong(const std::vector<std::string>& known, std::string_view what, std::string_view kind,
-                  const std::string& name) {
-    if (std::find(known.begin(), known.end(), name) == known.end())
-        throw UsageError(fmt::format("{}: {}", what, noSuch(kind, name, known)));
-}
-
-/// Refuses keys that are not on the layout in force.
-void requireRemaps(const std::string& value, const FolderOptions& folder, const Environment& environment) {
-    const tapcore::Store store = openStore(folder, environment);
-    try {
-        (void)parseRemaps(value, Keyboards(environment, store).chosenLayout({}).names());
-    } catch (const UsageError& error) {
-        throw UsageError(fmt::format("{}: {}", remapsKey, error.what()));
-    }
-}
-
-/// Refuses the name of a thing that is not there, which the declaration cannot know.
-void requireThere(const std::string& key, const std::string& value, const FolderOptions& folder,
-                  const Environment& environment) {
-    const fs::path resources = resourceFolder(environment);
-    if (key == "language") {
-        auto known = tapcore::Words::languages(resources / "Words");
-        known.insert(known.begin(), "system");
-        requireAmong(known, key, "language", value);
-    }
-    if (key == "practice.language")
-        requireAmong(tapcore::LetterModel::available(resources / "Practice"), key, "language", value);
-    if (key == "folder.path" && !fs::path(value).is_absolute())
-        throw UsageError(key + ": " + value + ": not a whole path; tappora folder set takes any");
-    if (key == remapsKey) return requireRemaps(value, folder, environment);
-    const bool isBoard = key == "board" || key == "keyboard.board";
-    const bool isLayout = key == "layout" || key == "keyboard.layout" || key.starts_with("practice.layout.");
-    if (value == "auto" || (!isBoard && !isLayout)) return;
-    const tapcore::Store store = openStore(folder, environment);
-    const Keyboards keyboards(environment, store);
-    if (isBoard) (void)keyboards.board(key, value);
-    if (isLayout) (void)keyboards.layout(key, value);
-}
-
 /// The value that a text means; UsageError, naming the file that it would be in, for one that is refused.
 json valueFor(const std::string& key, const std::string& text, const fs::path& file) {
+    if (text.empty())
+        throw UsageError(fmt::format("{}: {}: empty; tappora settings unset goes back to the default",
+                                     file.string(), key));
     const auto value = tapcore::settingOf(key).parse(text);
     if (value) return *value;
     const auto number = tapcore::parseInteger(text);
@@ -90,14 +51,32 @@ json valueFor(const std::string& key, const std::string& text, const fs::path& f
     throw UsageError(fmt::format("{}: {}: {}", file.string(), key, why));
 }
 
-/// Takes a key back to its default, wherever it is stored.
-void forget(const std::string& key, const FolderOptions& folder, const Environment& environment) {
-    const Setting* const setting = tapcore::findSetting(key);
-    if (setting && travels(*setting))
-        return changeFolderSettings(folder, environment, [&](FolderConfig& config) {
-            config = withValue(config, key, std::nullopt);
+/// The text to store; refuses, with the file that it would be in, what only names in the world can tell.
+std::string usable(const std::string& key, const std::string& text, const fs::path& file,
+                   const FolderOptions& folder, const Environment& environment) {
+    try {
+        return usableText(key, text, folder, environment);
+    } catch (const UsageError& error) {
+        throw UsageError(fmt::format("{}: {}", file.string(), error.what()));
+    }
+}
+
+/// Takes keys back to their defaults, wherever they are stored.
+void forget(const std::vector<std::string>& keys, const FolderOptions& folder,
+            const Environment& environment) {
+    std::vector<std::string> travelling, own;
+    for (const std::string& key : keys) {
+        const Setting* const setting = tapcore::findSetting(key);
+        (setting && travels(*setting) ? travelling : own).push_back(key);
+    }
+    if (!travelling.empty())
+        changeFolderSettings(folder, environment, [&](FolderConfig& config) {
+            for (const std::string& key : travelling) config = withValue(config, key, std::nullopt);
         });
-    Settings::change(environment, [&](Settings& all) { all.remove(key); });
+    if (!own.empty())
+        Settings::change(environment, [&](Settings& all) {
+            for (const std::string& key : own) all.remove(key);
+        });
 }
 
 /// Runs the user's editor on a file, by the shell, since the variable may hold options too.
@@ -112,7 +91,9 @@ void runEditor(const std::string& editor, const fs::path& file) {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw Failure(editor, "did not end well");
+    if (!WIFEXITED(status)) throw Failure(editor, "was ended by a signal; nothing was checked");
+    if (const int code = WEXITSTATUS(status); code != 0)
+        throw Failure(editor, fmt::format("failed with status {}; nothing was checked", code));
 }
 
 std::string editorOf(const Environment& environment) {
@@ -142,17 +123,34 @@ void requireGroup(const std::string& group) {
     std::vector<std::string> groups;
     for (const Setting& setting : tapcore::allSettings())
         if (groups.empty() || groups.back() != setting.group()) groups.emplace_back(setting.group());
-    requireAmong(groups, "GROUP", "group", group);
+    if (std::find(groups.begin(), groups.end(), group) == groups.end())
+        throw UsageError("GROUP: " + noSuch("group", group, groups));
+}
+
+/// Why a stored value cannot be used; "" when it can.
+std::string whyUnusable(const std::string& key, const json& value, const Environment& environment) {
+    const std::string why = Settings::whyRefused(key, value);
+    if (!why.empty()) return fmt::format("{}: {}", key, why);
+    try {
+        if (value.is_string()) (void)usableText(key, value.get<std::string>(), {}, environment);
+        return "";
+    } catch (const std::exception& error) {
+        return error.what();
+    }
 }
 
 /// How many of the stored values cannot be used; says which and why.
-std::size_t checkStored(const Settings& settings) {
+std::size_t checkStored(const Settings& settings, const Environment& environment) {
     std::size_t wrong = 0;
     for (const auto& [key, text] : settings.stored()) {
-        if (!tapcore::findSetting(key)) continue;
-        const std::string why = Settings::whyRefused(key, json::parse(text));
+        if (!tapcore::findSetting(key)) {
+            complain(fmt::format("{}: {}: nothing reads this; see tappora settings", settings.path().string(),
+                                 harmlessLine(key)));
+            continue;
+        }
+        const std::string why = whyUnusable(key, json::parse(text), environment);
         if (why.empty()) continue;
-        complain(fmt::format("{}: {}: {}", settings.path().string(), key, why));
+        complain(fmt::format("{}: {}", settings.path().string(), why));
         ++wrong;
     }
     return wrong;
@@ -163,11 +161,14 @@ std::size_t checkStored(const Settings& settings) {
 void setSetting(const std::string& key, const std::string& text, const FolderOptions& folder,
                 const Environment& environment) {
     requireSetting(key);
+    if (tapcore::settingOf(key).isPrograms)
+        throw UsageError(harmlessLine(key) + ": the program sets it; tappora settings edit opens the file");
     const bool isFolders = travels(tapcore::settingOf(key));
     const fs::path file =
         isFolders ? FolderConfig::url(openStore(folder, environment).root) : Settings::url(environment);
-    const json value = valueFor(key, text, file);
-    requireThere(key, text, folder, environment);
+    const json given = valueFor(key, text, file);
+    const std::string checked = usable(key, text, file, folder, environment);
+    const json value = given.is_string() ? json(checked) : given;
     if (isFolders)
         changeFolderSettings(folder, environment,
                              [&](FolderConfig& config) { config = withValue(config, key, value); });
@@ -177,7 +178,7 @@ void setSetting(const std::string& key, const std::string& text, const FolderOpt
 
 void unsetSetting(const std::string& key, const FolderOptions& folder, const Environment& environment) {
     if (!Settings::read(environment).stored().contains(key)) requireSetting(key);
-    forget(key, folder, environment);
+    forget({key}, folder, environment);
     const Setting* const setting = tapcore::findSetting(key);
     const std::string_view usual = !setting                 ? "removed"
                                    : setting->usual.empty() ? setting->usualWords
@@ -194,16 +195,22 @@ void resetSettings(const std::optional<std::string>& group, bool yes, const Fold
     for (const std::string& key : keys) list += (list.empty() ? "" : ", ") + harmlessLine(key);
     confirm(fmt::format("{} will go back to {}.", list, keys.size() == 1 ? "its default" : "their defaults"),
             yes);
-    for (const std::string& key : keys) forget(key, folder, environment);
+    forget(keys, folder, environment);
     print("Done.\n");
 }
 
 void editSettings(const Environment& environment) {
     const std::string editor = editorOf(environment);
     const fs::path file = Settings::url(environment);
-    if (!tapcore::isThere(file)) tapcore::writeFile(file, "{}\n").requireSafe();
-    runEditor(editor, file);
-    const std::size_t wrong = checkStored(Settings::read(environment));
+    const bool isNew = !tapcore::isThere(file);
+    if (isNew) tapcore::writeFile(file, nothingSet).requireSafe();
+    try {
+        runEditor(editor, file);
+    } catch (const Failure&) {
+        if (isNew && tapcore::readBytes(file).text == nothingSet) tapcore::removeFile(file);
+        throw;
+    }
+    const std::size_t wrong = checkStored(Settings::read(environment), environment);
     if (wrong > 0)
         throw Failure(file.string(), tapcore::counted(wrong, "value", "values") +
                                          " cannot be used; the defaults are used instead");

@@ -26,7 +26,7 @@ void declareJson(CommandSyntax& command, Asked& asked) {
 }
 
 void declareKey(CommandSyntax& task, Asked& asked) {
-    task.option("KEY", asked.key, "The setting's name, such as practice.length").type("").required();
+    task.option("SETTING", asked.key, "The setting's name, such as practice.length").type("").required();
 }
 
 void declareGet(CommandSyntax& task, Asked& asked) {

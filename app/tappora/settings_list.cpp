@@ -50,9 +50,11 @@ std::string typeOf(const Setting& setting) {
 json toJson(const SettingValue& of) {
     json entry = {{"key", of.key}};
     if (!of.value.is_null()) entry["value"] = of.value;
+    if (of.isSet) entry["set"] = true;
+    if (!of.whyNotUsed.empty()) entry["notUsed"] = of.whyNotUsed;
     if (!of.setting) return entry;
     const Setting& setting = *of.setting;
-    entry.update({{"does", setting.does},
+    entry.update({{"does", std::string(setting.does) + (setting.isPrograms ? "; the program sets it" : "")},
                   {"usedBy", setting.usedBy},
                   {"type", typeOf(setting)},
                   {"bounds", setting.bounds()},
@@ -63,7 +65,8 @@ json toJson(const SettingValue& of) {
     return entry;
 }
 
-/// "  practice.length          30", with a "*" before what is not the default.
+/// "  practice.length          30", with a "*" before what is not the default, and a "!" before a default
+/// that is used in place of what is stored.
 std::string lineOf(const SettingValue& of) {
     const bool travels = of.setting && of.setting->kept == Setting::Kept::withFolder;
     std::string value = of.value.is_null() ? fmt::format("({})", of.setting->usualWords)
@@ -71,7 +74,9 @@ std::string lineOf(const SettingValue& of) {
     if (!of.setting) value += "  (nothing reads this)";
     else if (!of.isUsual() && !of.setting->usual.empty())
         value += fmt::format("  (usually {})", of.setting->usual);
-    return fmt::format("{} {:<28} {}{}\n", of.isUsual() ? ' ' : '*', harmlessLine(of.key), value,
+    if (!of.whyNotUsed.empty()) value += fmt::format("  ({})", harmlessLine(of.whyNotUsed));
+    const char mark = !of.whyNotUsed.empty() ? '!' : of.isUsual() ? ' ' : '*';
+    return fmt::format("{} {:<28} {}{}\n", mark, harmlessLine(of.key), value,
                        travels ? "  [with the folder]" : "");
 }
 
@@ -98,7 +103,8 @@ void showSetting(const std::string& key, const FolderOptions& folder, const Envi
     requireSetting(key);
     const SettingValue of = settingValue(key, Settings::read(environment), configOf(folder, environment));
     if (isJson) return print(tapcore::jsonText(toJson(of)));
-    if (of.value.is_null()) throw Failure(key, fmt::format("not set: {}", of.setting->usualWords));
+    if (of.value.is_null())
+        throw Failure(key, fmt::format("not set; by default: {}", of.setting->usualWords));
     print(tapcore::settingText(of.value) + "\n");
 }
 

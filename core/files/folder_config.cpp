@@ -9,6 +9,7 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/json_once.h"
 
 namespace tapcore {
 namespace {
@@ -63,6 +64,14 @@ FolderConfig decoded(const JsonValue& value) {
     return config;
 }
 
+/// A text of settings, with the members of a stored one that no field holds: those of a later version.
+std::string withOthers(const std::string& text, std::string_view stored) {
+    auto all = JsonValue::tryParse(stored);
+    if (!all || !all->is_object()) return text;
+    all->update(json::parse(text));
+    return indentedJson(*all);
+}
+
 }  // namespace
 
 fs::path FolderConfig::url(const fs::path& root) { return root / settingsFolder / "config.json"; }
@@ -101,7 +110,9 @@ FolderConfig FolderConfig::read(const fs::path& root, FileProblems* problems) {
     if (file.status == FileRead::Status::missing) return {};
     if (file.status == FileRead::Status::unreadable) return refused(file.error.message());
     try {
-        return decode(file.text);
+        FolderConfig config = decode(file.text);
+        if (problems) requireEachOnce(file.text);
+        return config;
     } catch (const JsonError& error) {
         return refused(error.what());
     }
@@ -113,7 +124,9 @@ FolderConfig FolderConfig::readToChange(const fs::path& root) {
     return parse(file.text);
 }
 
-Written FolderConfig::write(const fs::path& root) const { return writeFile(url(root), text()); }
+Written FolderConfig::write(const fs::path& root) const {
+    return writeFile(url(root), withOthers(text(), readStoredFile(url(root)).text));
+}
 
 void FolderConfig::setLabel(std::uint16_t keyCode, std::string_view boardID, std::string_view label) {
     if (label.empty()) labels.erase(joined(boardID, keyCode));

@@ -67,7 +67,8 @@ std::string Setting::bounds() const {
         case Type::flag:
             return "true or false";
         case Type::integer:
-            return "a whole number from " + std::to_string(least) + " to " + std::to_string(most);
+            return "a whole number from " + std::to_string(least) +
+                   (most == anyCount ? " up" : " to " + std::to_string(most));
         case Type::list:
             return "names with blanks between them";
         case Type::key:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <span>
@@ -27,6 +28,9 @@ struct Setting {
         withFolder,  ///< in ".keys/config.json" of the data folder, for all machines that share it
     };
 
+    /// The most of an integer without an upper bound.
+    static constexpr std::int64_t anyCount = std::numeric_limits<std::int64_t>::max();
+
     /// "practice.length". Of a family, words in capitals stand for any text: "practice.layout.LANGUAGE".
     std::string_view key;
     std::string_view does;    ///< what it chooses, in one sentence
@@ -40,6 +44,7 @@ struct Setting {
     std::vector<std::string> (*words)() = nullptr;
     Kept kept = Kept::onMachine;
     bool isFamily = false;
+    bool isPrograms = false;  ///< the program sets it, and users only take it back
 
     /// The part of the key before its first dot, or all of it: "practice".
     std::string_view group() const;

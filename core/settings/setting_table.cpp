@@ -1,5 +1,3 @@
-#include <limits>
-
 #include "core/assistant/assistant_wire.h"
 #include "core/files/file_format.h"
 #include "core/keyboard/map_color.h"
@@ -10,8 +8,6 @@ namespace {
 
 using Type = Setting::Type;
 using Kept = Setting::Kept;
-
-constexpr std::int64_t anyCount = std::numeric_limits<std::int64_t>::max();
 
 std::vector<std::string> colours() { return {MapColor::words.words.begin(), MapColor::words.words.end()}; }
 
@@ -44,9 +40,10 @@ constexpr Setting table[] = {
      .usualWords = "the default folder"},
 
     {.key = "machine.id",
-     .does = "How this machine is told from others that share a folder; the program sets it",
+     .does = "How this machine is told from others that share a folder",
      .usedBy = "every command, in a shared folder",
-     .usualWords = "made from the system's id"},
+     .usualWords = "made from the system's id",
+     .isPrograms = true},
     {.key = "machine.name",
      .does = "The name of this machine's sub-folder in a shared folder",
      .usedBy = "every command, in a shared folder",
@@ -101,15 +98,17 @@ constexpr Setting table[] = {
      .type = Type::list,
      .usualWords = "every widget"},
     {.key = "widgets.place.WIDGET@CONNECTOR",
-     .does = "Where a widget is on a monitor; the program sets it",
+     .does = "Where a widget is on a monitor",
      .usedBy = "widgets",
      .usualWords = "in rows",
-     .isFamily = true},
+     .isFamily = true,
+     .isPrograms = true},
     {.key = "widgets.place.WIDGET",
-     .does = "The monitor that a widget was moved on last; the program sets it",
+     .does = "The monitor that a widget was moved on last",
      .usedBy = "widgets",
      .usualWords = "the first monitor",
-     .isFamily = true},
+     .isFamily = true,
+     .isPrograms = true},
 
     {.key = "record.pauseWhenLocked",
      .does = "Count nothing while the session is locked",
@@ -143,7 +142,7 @@ constexpr Setting table[] = {
      .usedBy = "practice",
      .usualWords = "the system's"},
     {.key = "practice.length",
-     .does = "The words of a lesson",
+     .does = "How many words a lesson has",
      .usedBy = "practice",
      .type = Type::integer,
      .usual = "30",
@@ -194,13 +193,14 @@ constexpr Setting table[] = {
      .usualWords = "your layout, if it types the language",
      .isFamily = true},
     {.key = "practice.opened.COURSE.LAYOUT",
-     .does = "How many letters of a language, digits or marks are open on a layout; the trainer sets it",
+     .does = "How many letters of a language, digits or marks are open on a layout",
      .usedBy = "practice",
      .type = Type::integer,
      .usualWords = "the first ones",
      .least = 0,
-     .most = anyCount,
-     .isFamily = true},
+     .most = Setting::anyCount,
+     .isFamily = true,
+     .isPrograms = true},
 
     {.key = "ai.provider",
      .does = "The provider to ask, when --provider names none",

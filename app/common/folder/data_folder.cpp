@@ -149,7 +149,12 @@ FolderChoice chooseFolder(const FolderOptions& options, const Environment& envir
 
 FolderChoice chooseFolder(const Settings& settings, const Environment& environment) {
     if (const auto named = namedByEnvironment(environment)) return *named;
-    if (const auto set = settings.text(folderKey); hasText(set)) return {*set, FolderChoice::Rule::setting};
+    if (const auto set = settings.text(folderKey); hasText(set)) {
+        if (!fs::path(*set).is_absolute())
+            throw Failure(fmt::format("{}: {}", settings.path().string(), folderKey),
+                          *set + ": not an absolute path; tappora folder set takes any");
+        return {*set, FolderChoice::Rule::setting};
+    }
     return usualFolder(homeFolder(environment));
 }
 

@@ -39,10 +39,19 @@ std::vector<std::string> membersOf(const Setting& family, const Settings& settin
 
 SettingValue settingValue(std::string_view key, const Settings& settings, const FolderConfig& config) {
     const Setting& setting = tapcore::settingOf(key);
-    if (setting.kept == Setting::Kept::onMachine) return {std::string(key), &setting, settings.valueOf(key)};
+    if (setting.kept == Setting::Kept::onMachine) {
+        SettingValue of{std::string(key), &setting, settings.valueOf(key)};
+        const auto stored = settings.stored().find(key);
+        of.isSet = stored != settings.stored().end();
+        if (of.isSet) of.whyNotUsed = Settings::whyRefused(key, json::parse(stored->second));
+        return of;
+    }
     const json document = documentOf(config);
     const auto place = placeOf(key);
-    return {std::string(key), &setting, document.contains(place) ? document.at(place) : setting.usualValue()};
+    SettingValue of{std::string(key), &setting,
+                    document.contains(place) ? document.at(place) : setting.usualValue()};
+    of.isSet = !of.isUsual();  // all of them are written when one is
+    return of;
 }
 
 std::vector<SettingValue> settingValues(const Settings& settings, const FolderConfig& config) {
@@ -56,7 +65,8 @@ std::vector<SettingValue> settingValues(const Settings& settings, const FolderCo
             values.push_back(settingValue(key, settings, config));
     }
     for (const auto& [key, value] : settings.stored())
-        if (!tapcore::findSetting(key)) values.push_back({key, nullptr, tapcore::JsonValue::parse(value)});
+        if (!tapcore::findSetting(key))
+            values.push_back({key, nullptr, tapcore::JsonValue::parse(value), true});
     return values;
 }
 

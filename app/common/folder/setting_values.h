@@ -18,6 +18,8 @@ struct SettingValue {
     std::string key;
     const tapcore::Setting* setting = nullptr;  ///< none: nothing reads this key
     nlohmann::json value;                       ///< the one in force; null where there is none, or a family's
+    bool isSet = false;                         ///< a value is stored
+    std::string whyNotUsed{};  ///< why the one stored is not in force; "" when it is, or there is none
 
     /// Whether it holds since nothing else was chosen.
     bool isUsual() const { return setting && value == setting->usualValue(); }

@@ -1,17 +1,21 @@
 #include "app/common/folder/settings.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <nlohmann/json.hpp>
-#include <set>
+#include <system_error>
 
 #include "app/common/folder/folder_lock.h"
 #include "app/common/program.h"
 #include "app/common/system/directories.h"
 #include "app/common/system/environment.h"
 #include "app/common/system/file_text.h"
+#include "core/foundation/descriptor.h"
 #include "core/foundation/file_io.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/json_once.h"
 #include "core/settings/setting.h"
 
 namespace tappora {
@@ -20,6 +24,20 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 using tapcore::JsonValue;
+
+/// Where a file really is: what a link leads to is written, and the link stays. One that leads nowhere is
+/// replaced.
+fs::path behindLinks(const fs::path& path) {
+    std::error_code missing;
+    fs::path found = fs::canonical(path, missing);
+    return missing ? path : found;
+}
+
+/// A file that its user made read-only is not replaced, though its folder would allow it.
+void requireWritable(const fs::path& path) {
+    if (::access(path.c_str(), W_OK) != 0 && errno != ENOENT)
+        throw fs::filesystem_error("cannot write", path, tapcore::lastError());
+}
 
 }  // namespace
 
@@ -31,13 +49,7 @@ fs::path Settings::url(const Environment& environment) {
 std::map<std::string, std::string, std::less<>> Settings::parse(std::string_view text) {
     const json document = JsonValue::parse(text);
     if (!document.is_object()) JsonValue(document).fail("not an object");
-    std::set<std::string> keys;
-    const auto requireNew = [&](int depth, json::parse_event_t event, const json& value) {
-        if (depth == 1 && event == json::parse_event_t::key && !keys.insert(value.get<std::string>()).second)
-            throw tapcore::JsonError(value.get<std::string>() + ": set twice");
-        return true;
-    };
-    const json seen = json::parse(text, requireNew);
+    tapcore::requireEachOnce(text);
     std::map<std::string, std::string, std::less<>> members;
     for (const auto& [key, value] : document.items()) members[key] = value.dump();
     return members;
@@ -72,7 +84,9 @@ Settings Settings::change(const Environment& environment, const std::function<vo
 tapcore::Written Settings::write() const {
     json document = json::object();
     for (const auto& [key, value] : values_) document[key] = JsonValue::parse(value);
-    return tapcore::writeFile(path_, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
+    const fs::path file = behindLinks(path_);
+    requireWritable(file);
+    return tapcore::writeFile(file, document.dump(2, ' ', false, json::error_handler_t::replace) + "\n");
 }
 
 json Settings::valueOf(std::string_view key) const {
@@ -81,6 +95,7 @@ json Settings::valueOf(std::string_view key) const {
     const json value = found == values_.end() ? json() : JsonValue::parse(found->second);
     if (value.is_null()) return setting.usualValue();
     const std::string why = whyRefused(key, value);
+    if (why.empty() && setting.type == tapcore::Setting::Type::integer) return JsonValue(value).integer();
     if (why.empty()) return value;
     warnOf(key, why);
     return setting.usualValue();

@@ -31,8 +31,9 @@ class Settings {
     static Settings read(const Environment& environment);
 
     /// Changes the settings as stored, which other programs do as well: reads, changes and stores them whole
-    /// under a lock of their folder. Gives them as they are now. Throws like `read`, and
-    /// std::filesystem::filesystem_error with the path.
+    /// under a lock of their folder. Gives them as they are now. A file behind a link is written there, and
+    /// one that is read-only is refused. Throws like `read`, and std::filesystem::filesystem_error with the
+    /// path.
     static Settings change(const Environment& environment, const std::function<void(Settings&)>& change,
                            const Tell& tell = complain,
                            const LockForWriting& lockForWriting = tappora::lockForWriting);

@@ -30,10 +30,8 @@ tapcore::MapColor chosenColor(const std::optional<std::string>& option, const En
 }
 
 void addColorOption(CommandSyntax& command, std::optional<std::string>& color) {
-    command
-        .option("--color", color,
-                fmt::format("The colour family: {}", fmt::join(tapcore::MapColor::words.words, ", ")))
-        .type("COLOR");
+    command.option("--color", color, "The colour family")
+        .type(fmt::format("{}", fmt::join(tapcore::MapColor::words.words, "|")));
 }
 
 void addBoardCountsOptions(CommandSyntax& command, BoardCountsOptions& options, const std::string& printed) {
@@ -55,7 +53,7 @@ BoardCounts boardCounts(const BoardCountsOptions& options, const Environment& en
     const Keyboards keyboards(environment, store);
     tapcore::Board board = keyboards.chosenBoard(options.keyboard);
     LegendSet layout = keyboards.chosenLayout(options.keyboard);
-    auto leftOut = leftOutCodes(options.leaveOut, layout.names());
+    auto leftOut = leftOutCodes(options.leaveOut, layout);
     const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::FileProblems problems;
     tapcore::Summary summary = store.summary(period.days, period.last, calendar, &problems);

@@ -34,15 +34,21 @@ std::set<KeyCode> ofHand(std::string_view hand, std::string_view name, const tap
     return codes;
 }
 
+std::set<KeyCode> ofEitherHand(std::string_view name, const tapcore::Legends& legends) {
+    for (auto codes :
+         {printing(name, legends), ofHand("left ", name, legends), ofHand("right ", name, legends)})
+        if (!codes.empty()) return codes;
+    return {};
+}
+
 }  // namespace
 
-std::set<KeyCode> keysNamed(std::string_view name, const tapcore::Legends& legends) {
+std::set<KeyCode> keysNamed(std::string_view name, const tapcore::LegendSet& layout) {
     const std::string wanted = tapcore::lowercased(name);
     std::string_view number = wanted;
     if (number.starts_with("key ")) number.remove_prefix(4);
-    for (auto codes :
-         {printing(wanted, legends), ofHand("left ", wanted, legends), ofHand("right ", wanted, legends)})
-        if (!codes.empty()) return codes;
+    for (const tapcore::Legends& legends : {layout.names(), layout.legends})
+        if (auto codes = ofEitherHand(wanted, legends); !codes.empty()) return codes;
     const auto code = tapcore::parseKeyCode(number);
     return code ? std::set<KeyCode>{*code} : std::set<KeyCode>{};
 }

@@ -33,11 +33,11 @@ void addLeaveOutOption(CommandSyntax& command, std::vector<std::string>& keys) {
 }
 
 std::set<tapcore::KeyCode> leftOutCodes(const std::vector<std::string>& keys,
-                                        const tapcore::Legends& legends) {
+                                        const tapcore::LegendSet& layout) {
     std::set<tapcore::KeyCode> all;
     for (const std::string& text : keys)
         for (const std::string& name : namesIn(text)) {
-            const auto codes = keysNamed(name, legends);
+            const auto codes = keysNamed(name, layout);
             if (codes.empty())
                 throw UsageError(
                     fmt::format("--leave-out: no such key: {}; see tappora layouts show LAYOUT", name));

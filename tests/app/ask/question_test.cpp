@@ -64,6 +64,20 @@ TEST_F(Ask, AsksALocalServerWithoutAKeyAndEndsWithItsLastStep) {
     EXPECT_EQ(sent(8)["messages"].back()["content"], tapcore::AssistantBudget::finalWord);
 }
 
+TEST_F(Ask, TellsOfKeysAsTheyAreToBeCountedAndOfFilesAsTheyAre) {
+    std::filesystem::create_directories(home / "config/tappora");
+    home.put("config/tappora/settings.json",
+             R"({"keys.remaps": "key 0=key 1", "keyboard.layout": "qwerty"})");
+    const char* const calls = R"([{"type":"tool_use","id":"t1","name":"summary","input":{"days":1}},
+        {"type":"tool_use","id":"t2","name":"read_file","input":{"path":"days/2026-09-20.md"}}])";
+    EXPECT_EQ(
+        askClaude({{claude(calls, "tool_use").dump()}, {claude(R"([{"type":"text","text":"S."}])").dump()}}),
+        0);
+    EXPECT_THAT(sent(1)["messages"][2]["content"][0]["content"].get<std::string>(),
+                HasSubstr("Most pressed keys: S 90\n"));
+    EXPECT_EQ(sent(1)["messages"][2]["content"][1]["content"], "## Keys\n| 9 | 0 | 90 |\n");
+}
+
 TEST_F(Ask, HasTheLastWordOnceTheBudgetIsSpent) {
     EXPECT_EQ(askClaude({{claude(listDays, "tool_use", 150000).dump()},
                          {claude(R"([{"type":"text","text":"So far."}])").dump()}}),

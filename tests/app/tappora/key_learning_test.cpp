@@ -39,6 +39,20 @@ TEST_F(Learning, GoesBackToCorrectAndForgetsWhatIsSkipped) {
               (std::map<tapcore::KeyCode, LearnedKey>{{50, {"§", "°"}}, {18, {"1", ""}}}));
 }
 
+TEST_F(Learning, KeepsNothingWhenItIsBrokenOff) {
+    for (const Kind kind : {Kind::end, Kind::gone}) {
+        KeyLearning broken(tapcore::Catalog::readBoard(RESOURCES "/Boards/planck.json"), {});
+        broken.take({Kind::character, "x"});
+        broken.take({kind, {}});
+        EXPECT_TRUE(broken.isOver() && broken.isStopped());
+        EXPECT_TRUE(broken.learned().empty());
+    }
+    type({"x"});
+    learning.take({Kind::leave, {}});
+    EXPECT_FALSE(learning.isStopped());
+    EXPECT_EQ(learning.learned().size(), 1U);
+}
+
 TEST_F(Learning, IsOverAfterTheLastKey) {
     type(std::vector<std::string>(94, "a"));
     EXPECT_TRUE(learning.isOver());

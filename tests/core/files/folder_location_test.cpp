@@ -157,6 +157,31 @@ TEST(FolderConfig, IsWrittenForPeopleAndReadBack) {
     EXPECT_EQ(config.label(36, "plan"), std::nullopt);
 }
 
+TEST(FolderConfig, KeepsWhatALaterVersionStored) {
+    const TemporaryFolder root;
+    root.put(".keys/config.json", R"({"board": "corne", "later": {"a": [1]}, "labels": {"x/1": "gone"}})");
+    FolderConfig config;
+    config.board = "planck";
+    config.write(root.path()).requireSafe();
+    EXPECT_EQ(root.text(".keys/config.json"), R"({
+  "board": "planck",
+  "format": "org",
+  "labels": {},
+  "later": {
+    "a": [
+      1
+    ]
+  },
+  "layout": "auto",
+  "learned": {},
+  "named_keys": false
+}
+)");
+    root.put(".keys/config.json", "[1]");
+    config.write(root.path()).requireSafe();
+    EXPECT_EQ(root.text(".keys/config.json"), config.text());
+}
+
 TEST(FolderConfig, LearnsKeysByBoardAndLayout) {
     FolderConfig config;
     config.learned["planck/1"] = {"old", ""};
