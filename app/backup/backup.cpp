@@ -9,6 +9,7 @@
 #include "app/common/program.h"
 #include "app/common/system/sha256.h"
 #include "core/foundation/json_fields.h"
+#include "core/foundation/json_once.h"
 
 namespace tappora {
 namespace {
@@ -40,10 +41,13 @@ struct Manifest {
 };
 
 Manifest decodeManifest(std::string_view text) {
+    tapcore::requireEachOnce(text);
     const json document = JsonValue::parse(text);
     const JsonValue value(document);
-    if (value.member("backup").integer() != formatNumber)
+    const std::int64_t format = value.member("backup").integer();
+    if (format > formatNumber)
         throw ArchiveError("made by a later version of tappora: use that, or a later one");
+    if (format != formatNumber) value.member("backup").fail("no such format");
     Manifest manifest{value.member("program").string(), {}};
     value.member("files").forEachMember([&](const std::string& name, const JsonValue& file) {
         manifest.files[name] = {file.member("bytes").integer(), file.member("sha256").string()};
@@ -71,7 +75,8 @@ void requireListed(const std::vector<ArchivedFile>& files, const Manifest& manif
         if (listed == missing.end())
             throw ArchiveError(
                 file.name + (manifest.files.contains(file.name) ? ": there twice" : ": not in the manifest"));
-        if (listed->second.digest != sha256(file.text))
+        if (listed->second.bytes != static_cast<std::int64_t>(file.text.size()) ||
+            listed->second.digest != sha256(file.text))
             throw ArchiveError(file.name + ": damaged: not what the manifest says");
         missing.erase(listed);
     }
@@ -104,7 +109,8 @@ Backup Backup::unpacked(std::string_view bytes) {
     requireListed(archived, manifest);
     Backup backup{manifest.program, {}, {}};
     for (ArchivedFile& file : archived) takeFile(backup, file);
-    if (const auto why = tapcore::whyNotOfAFolder(backup.files)) throw ArchiveError(*why);
+    if (const auto why = tapcore::whyNotOfAFolder(backup.files))
+        throw ArchiveError(std::string(folderStart) + *why);
     return backup;
 }
 

@@ -1,8 +1,10 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <system_error>
 
 #include "app/backup/backup.h"
 #include "app/backup/commands.h"
@@ -35,6 +37,17 @@ std::vector<tapcore::KeptFile> filesOf(const fs::path& root, const Environment& 
                                      " cannot be kept, so no backup was made");
 }
 
+/// An archive in the folder that it keeps would be in the next one, and be lost with the folder.
+void requireOutside(const fs::path& file, const fs::path& root) {
+    const fs::path folder = fs::absolute(file).parent_path();
+    if (!fs::is_directory(folder)) throw Failure(folder.string(), "no such folder");
+    std::error_code missing;
+    const fs::path place = fs::canonical(folder), kept = fs::weakly_canonical(root, missing);
+    if (std::mismatch(kept.begin(), kept.end(), place.begin(), place.end()).first == kept.end())
+        throw UsageError(
+            fmt::format("FILE: {}: in the data folder; choose a place outside of it", file.string()));
+}
+
 }  // namespace
 
 void backupCommand(CommandLine& line, const Environment& environment) {
@@ -50,6 +63,7 @@ void backupCommand(CommandLine& line, const Environment& environment) {
     if (!packing)
         throw UsageError(fmt::format("FILE: {}: use a name that ends in .tar.zst or .tar.gz", file.string()));
     const fs::path root = openStore(folder, environment).root;
+    requireOutside(file, root);
     const fs::path settings = Settings::url(environment);
     const Backup backup{version(), filesOf(root, environment),
                         optionalText(settings, tapcore::readBytes(settings))};

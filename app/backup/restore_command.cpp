@@ -22,6 +22,7 @@
 #include "core/foundation/file_io.h"
 #include "core/foundation/integers.h"
 #include "core/foundation/json_fields.h"
+#include "core/settings/setting.h"
 
 namespace tappora {
 namespace {
@@ -79,19 +80,36 @@ Values settingsOf(const Backup& backup, const fs::path& file) {
     }
 }
 
-/// Takes those that are not set here, and says which are set otherwise.
+/// "WHAT: a, b", when there is any.
+void printNames(std::string_view what, const std::vector<std::string>& names) {
+    if (!names.empty()) print(fmt::format("{}: {}\n", what, fmt::join(names, ", ")));
+}
+
+/// Removes the values that their settings do not accept, and says so; gives how many there were.
+std::size_t removeUnusable(Values& values, const fs::path& file) {
+    return std::erase_if(values, [&](const auto& item) {
+        if (!tapcore::findSetting(item.first)) return false;
+        const std::string why = Settings::whyRefused(item.first, nlohmann::json::parse(item.second));
+        if (!why.empty())
+            complain(fmt::format("{}: settings/settings.json: {}: {}", file.string(), item.first, why));
+        return !why.empty();
+    });
+}
+
+/// Takes those that are not set here, and says which are, and which are set otherwise.
 void restoreSettings(const Values& values, const Environment& environment) {
     if (values.empty()) return;
-    std::vector<std::string> others;
+    std::vector<std::string> taken, others;
     Settings::change(environment, [&](Settings& all) {
         for (const auto& [key, value] : values) {
             const auto here = all.stored().find(key);
+            if (here != all.stored().end() && here->second == value) continue;
+            (here == all.stored().end() ? taken : others).push_back(harmlessLine(key));
             if (here == all.stored().end()) all.set(key, nlohmann::json::parse(value));
-            else if (here->second != value) others.push_back(harmlessLine(key));
         }
     });
-    if (!others.empty())
-        print(fmt::format("Set otherwise on this machine, and left so: {}\n", fmt::join(others, ", ")));
+    printNames("Set as in the backup", taken);
+    printNames("Set otherwise on this machine, and left so", others);
 }
 
 /// A folder of several machines beside the days of one: nobody could tell which days are the same.
@@ -107,9 +125,14 @@ tapcore::Restored restoreFiles(const Backup& backup, const Asked& asked, const S
                                tapcore::FileProblems& left) {
     LongWork work("restoring");
     const auto days = asked.add ? tapcore::DaysHere::added : tapcore::DaysHere::left;
-    const auto restored = tapcore::restore(backup.files, store, days, work.progress(), left);
-    work.requireDone(restored.isWhole);
-    return restored;
+    try {
+        const auto restored = tapcore::restore(backup.files, store, days, work.progress(), left);
+        work.requireDone(restored.isWhole);
+        return restored;
+    } catch (const fs::filesystem_error& error) {
+        throw Failure(error.path1().string(),
+                      error.code().message() + "; nothing is lost: the same command again does the rest");
+    }
 }
 
 void sumMonths(const Store& store, const tapcore::Day& now) {
@@ -131,7 +154,7 @@ void printOutcome(const tapcore::Restored& restored, const fs::path& root) {
 void restoreBackup(const Asked& asked, const Environment& environment) {
     const Backup backup = backupIn(asked.file);
     if (asked.list) return listBackup(backup, asked.json);
-    const Values settings = settingsOf(backup, asked.file);
+    Values settings = settingsOf(backup, asked.file);
     (void)Settings::read(environment);  // refuses a broken file before anything is done
     const tapcore::Day now = today(asked.folder, environment, environment.calendar);
     requireFits(backup, openStore(asked.folder, environment));
@@ -141,12 +164,16 @@ void restoreBackup(const Asked& asked, const Environment& environment) {
     const auto restored = restoreFiles(backup, asked, locked.store, left);
     complainOf(left);
     if (!wasEmpty) sumMonths(locked.store, now);
+    const std::size_t unusable = removeUnusable(settings, asked.file);
     restoreSettings(settings, environment);
     printOutcome(restored, locked.store.root);
     if (!left.empty())
         throw Failure(asked.file.string(),
                       fmt::format("{} left out{}", tapcore::counted(left.size(), "file was", "files were"),
-                                  asked.add ? "" : "; --add adds the counts of days to those here"));
+                                  restored.mayAdd ? "; --add adds the counts of days to those here" : ""));
+    if (unusable > 0)
+        throw Failure(asked.file.string(),
+                      tapcore::counted(unusable, "setting was", "settings were") + " left out");
 }
 
 }  // namespace
@@ -158,10 +185,10 @@ void restoreCommand(CommandLine& line, const Environment& environment) {
         "there is replaced",
         "tappora restore tappora.tar.zst");
     line.option("FILE", asked.file, "A file that tappora backup wrote").required();
-    line.flag("--list", asked.list, "Only check the backup, and print what it holds");
+    const Option list = line.flag("--list", asked.list, "Only check the backup, and print what it holds");
     line.flag("--add", asked.add,
               "Add the counts of a day to other counts of it that are here: for a backup of another machine");
-    line.flag("--json", asked.json, "Print the list as JSON");
+    line.flag("--json", asked.json, "Print the list as JSON").needs(list);
     addFolderOptions(line, asked.folder);
     line.parse();
     restoreBackup(asked, environment);

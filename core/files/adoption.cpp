@@ -51,7 +51,7 @@ class Plan {
 
   private:
     void addTree(const fs::path& from, const fs::path& to, std::string_view folder = "") {
-        for (const fs::path& file : filesBelow(from, HiddenFiles::left, missing_)) {
+        for (const fs::path& file : filesBelow(from, missing_)) {
             const bool isDirect = file.parent_path() == from;
             steps_.push_back(
                 {file, to / file.lexically_relative(from), fileKindOf(file, isDirect ? folder : "")});

@@ -45,6 +45,15 @@ fs::path mergedPath(const fs::path& folder, std::string_view name) {
     return hiddenPath(folder, name, mergedEnding);
 }
 
+/// Of what a note about merging is in a folder.
+std::vector<std::string> namesWithNotes(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (const std::string& file : listFolder(folder).names)
+        if (file.starts_with('.') && file.ends_with(noteEnding))
+            names.push_back(file.substr(1, file.size() - 1 - noteEnding.size()));
+    return names;
+}
+
 bool hasSeveralCopies(const fs::path& folder, std::string_view name) {
     const auto& known = FileFormat::knownExtensions;
     return std::count_if(known.begin(), known.end(), [&](std::string_view extension) {
@@ -286,10 +295,19 @@ void removeTraces(const fs::path& folder, std::string_view name) {
     removeFile(mergedPath(folder, name));
 }
 
+std::vector<fs::path> supersededCopies(const fs::path& folder, FileProblems& problems) {
+    std::vector<fs::path> superseded;
+    for (const std::string& name : namesWithNotes(folder))
+        for (const FileCopy& copy : readCopies(folder, name, FileFormat())) {
+            if (copy.isSuperseded) superseded.push_back(copy.path);
+            if (copy.path == notePath(folder, name))
+                problems.push_back({copy.path, 0, copy.file.error.message()});
+        }
+    return superseded;
+}
+
 void removeOldNotes(const fs::path& folder) {
-    for (const std::string& file : listFolder(folder).names) {  // what is not tidied up now is so later
-        if (!file.starts_with('.') || !file.ends_with(noteEnding)) continue;
-        const std::string name = file.substr(1, file.size() - 1 - noteEnding.size());
+    for (const std::string& name : namesWithNotes(folder)) {  // what is not tidied up now is so later
         if (hasSeveralCopies(folder, name)) continue;
         flushFolder(folder).requireSafe();  // as in merging
         removeTraces(folder, name);

@@ -78,6 +78,11 @@ Written replaceCopies(const std::filesystem::path& folder, std::string_view name
 void removeSuperseded(std::vector<FileCopy>& copies, const std::filesystem::path& folder,
                       std::string_view name);
 
+/// The copies in a folder whose content is already in another one, as `replaceCopies`, interrupted, left
+/// them. What cannot be read, so that this is not known of it, is named in `problems`.
+std::vector<std::filesystem::path> supersededCopies(const std::filesystem::path& folder,
+                                                    FileProblems& problems);
+
 /// To be called before `replaceCopies`: of each copy, sees that what its replacement leaves out can still be
 /// had. A copy that holds such lines is kept as it is now under a name that no count is read from,
 /// "2026-09-20 as it was.org"; each line is named in `problems`, when given. Throws filesystem_error with the

@@ -5,7 +5,6 @@
 
 #include "core/files/data_listing.h"
 #include "core/files/folder_error.h"
-#include "core/foundation/file_io.h"
 #include "core/foundation/folder_listing.h"
 
 namespace tapcore {
@@ -15,7 +14,7 @@ namespace fs = std::filesystem;
 
 class Walk {
   public:
-    Walk(HiddenFiles hidden, FileProblems& missing) : hidden_(hidden), missing_(missing) {}
+    explicit Walk(FileProblems& missing) : missing_(missing) {}
 
     void into(const fs::path& folder) {
         const FolderListing listing = listFolder(folder);
@@ -29,8 +28,7 @@ class Walk {
   private:
     void visit(const fs::path& path, const std::string& name) {
         if (awaitedName(name)) return visitPlaceholder(path.parent_path() / *awaitedName(name));
-        const bool isWanted = !name.starts_with('.') || hidden_ == HiddenFiles::taken;
-        if (isWanted && !isTemporary(path)) visitEntry(path);
+        if (!name.starts_with('.')) visitEntry(path);
     }
 
     void visitEntry(const fs::path& path) {
@@ -56,14 +54,13 @@ class Walk {
         }
     }
 
-    HiddenFiles hidden_;
     FileProblems& missing_;
 };
 
 }  // namespace
 
-std::vector<fs::path> filesBelow(const fs::path& folder, HiddenFiles hidden, FileProblems& missing) {
-    Walk walk(hidden, missing);
+std::vector<fs::path> filesBelow(const fs::path& folder, FileProblems& missing) {
+    Walk walk(missing);
     walk.into(folder);
     return std::move(walk.files);
 }

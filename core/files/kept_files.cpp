@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "core/files/file_copies.h"
 #include "core/files/file_tree.h"
 #include "core/files/folder_names.h"
 #include "core/files/mac_folder.h"
@@ -28,14 +29,21 @@ bool isPlainName(std::string_view name) {
            name.find('\0') == std::string_view::npos;
 }
 
+/// Whether none of them is hidden from the one at `start` on. Hidden files say what becomes of others: which
+/// of two copies of a day counts, what is still to be merged.
+bool areShown(const std::vector<std::string_view>& names, std::size_t start) {
+    return std::none_of(names.begin() + static_cast<std::ptrdiff_t>(start), names.end(),
+                        [](std::string_view name) { return name.starts_with('.'); });
+}
+
 /// Whether a path is in one of the folders that a data folder has, or marks a machine's.
 bool isOfAFolder(std::string_view path) {
     const auto names = pieces(path, '/');
     if (names.size() < 2 || names.size() > deepest || firstInvalidUtf8(path) != path.npos) return false;
     if (!std::all_of(names.begin(), names.end(), isPlainName)) return false;
-    if (isOwnFolder(names[0])) return true;
+    if (isOwnFolder(names[0])) return areShown(names, 1);
     if (names[0].starts_with('.')) return false;
-    return names.size() == 2 ? names[1] == MacFolder::marker : isOwnFolder(names[1]);
+    return names.size() == 2 ? names[1] == MacFolder::marker : isOwnFolder(names[1]) && areShown(names, 2);
 }
 
 class Keeper {
@@ -43,8 +51,11 @@ class Keeper {
     Keeper(const fs::path& root, FileProblems& missing) : root_(root), missing_(missing) {}
 
     void addFolders(const fs::path& part) {
-        for (const std::string_view folder : ownFolders)
-            for (const fs::path& path : filesBelow(part / folder, HiddenFiles::taken, missing_)) add(path);
+        for (const std::string_view folder : ownFolders) {
+            const auto superseded = supersededCopies(part / folder, missing_);
+            for (const fs::path& path : filesBelow(part / folder, missing_))
+                if (std::find(superseded.begin(), superseded.end(), path) == superseded.end()) add(path);
+        }
     }
 
     void add(const fs::path& path) {
@@ -104,7 +115,8 @@ std::optional<std::string> whyNotOfAFolder(const std::vector<KeptFile>& files) {
     }
     std::sort(names.begin(), names.end());
     for (std::size_t i = 0; i + 1 < names.size(); ++i)
-        if (holdsNext(names[i], names[i + 1])) return names[i].string() + ": there twice";
+        if (holdsNext(names[i], names[i + 1]))
+            return names[i].string() + (names[i] == names[i + 1] ? ": there twice" : ": a file and a folder");
     for (const std::string_view part : parts)
         if (!part.empty() && !marked.contains(part)) return std::string(part) + ": not a machine's folder";
     return std::nullopt;

@@ -26,8 +26,8 @@ struct KeptFile {
 };
 
 /// All that a data folder holds, by name: the files of its own folders and of those of each machine that
-/// writes into it. Files of others are none of it. A file that cannot be read, is not here yet or is a link
-/// is named in `missing`.
+/// writes into it. Files of others are none of it, nor are hidden ones, nor copies of a day that are in
+/// another one already. A file that cannot be read, is not here yet or is a link is named in `missing`.
 std::vector<KeptFile> filesToKeep(const std::filesystem::path& root, FileProblems& missing);
 
 /// Why these cannot be the files of a data folder: a name that leads out of it or is none of its own, or one

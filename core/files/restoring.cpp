@@ -1,9 +1,11 @@
 #include "core/files/restoring.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <set>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "core/files/file_copies.h"
@@ -15,6 +17,8 @@
 #include "core/files/taken_note.h"
 #include "core/foundation/digest.h"
 #include "core/foundation/file_io.h"
+#include "core/foundation/json_fields.h"
+#include "core/foundation/json_once.h"
 
 namespace tapcore {
 namespace {
@@ -72,6 +76,24 @@ int orderOf(const Step& step) {
     return step.kind == FileKind::month ? 1 : step.kind == FileKind::day ? 2 : 3;
 }
 
+/// Whether no other file can be written either.
+bool isOfDisk(const std::error_code& error) {
+    return error == std::errc::no_space_on_device || error == std::errc::read_only_file_system ||
+           error == std::errc::file_too_large || error == std::errc::io_error ||
+           error == std::error_code(EDQUOT, std::generic_category());
+}
+
+/// Why settings of a folder cannot be taken; "" when they can.
+std::string whyNotSettings(std::string_view text) {
+    try {
+        (void)FolderConfig::decode(text);
+        requireEachOnce(text);
+        return "";
+    } catch (const JsonError& error) {
+        return std::string("not settings of a folder: ") + error.what();
+    }
+}
+
 class Plan {
   public:
     Plan(const std::vector<KeptFile>& files, const Store& store)
@@ -127,6 +149,7 @@ class Restorer {
             if (step.kind == FileKind::day) takeDay(step);
             else takeOther(step);
         } catch (const fs::filesystem_error& error) {
+            if (isOfDisk(error.code())) throw;
             leave(step, error.path1() == step.to() ? error.code().message()
                                                    : error.path1().string() + ": " + error.code().message());
         }
@@ -136,6 +159,9 @@ class Restorer {
         const fs::path to = step.to();
         if (!existsOrThrow(to) && !existsOrThrow(cloudPlaceholder(to))) {
             if (step.kind == FileKind::month && hasDaysOf(to)) return;  // it is summed from those
+            const bool isConfig = to == FolderConfig::url(store_.root);
+            if (const auto why = isConfig ? whyNotSettings(step.file->text) : ""; !why.empty())
+                return leave(step, why);
             store_.warnUnlessSafe(writeFile(to, step.file->text, step.file->lastWritten));
             ++result.placed;
         } else if (orderOf(step) == 0 ||
@@ -193,7 +219,10 @@ class Restorer {
         if (!hasOthers(step, here)) return true;
         if (!step.isOwn)
             return leave(step, "another machine's, with other counts; restore it on that machine"), false;
-        if (days_ == DaysHere::left) leave(step, "here with other counts");
+        if (days_ == DaysHere::left) {
+            leave(step, "here with other counts");
+            result.mayAdd = true;
+        }
         return days_ == DaysHere::added;
     }
 

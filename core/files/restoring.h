@@ -22,6 +22,7 @@ struct Restored {
     std::size_t added = 0;        ///< days added to those here
     std::size_t same = 0;         ///< files that are here already, or were restored before
     bool settingsDiffer = false;  ///< the folder has settings of its own, which stay
+    bool mayAdd = false;          ///< days were left that `DaysHere::added` would add
     bool isWhole = true;          ///< false when it was interrupted; a repeat does the rest
 };
 
@@ -31,7 +32,8 @@ struct Restored {
 ///
 /// It may be interrupted or killed at any point, and run again: ".restored" in a machine's folder notes each
 /// day that was taken, so that none is taken twice, also when it was counted into since. Each file that is
-/// left is named in `left`, with why. Throws filesystem_error when a folder cannot be listed or made.
+/// left is named in `left`, with why. Throws filesystem_error when a folder cannot be listed or made, and as
+/// soon as the disk is full or fails.
 Restored restore(const std::vector<KeptFile>& files, const Store& store, DaysHere days,
                  const Progress& progress, FileProblems& left);
 
