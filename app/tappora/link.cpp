@@ -78,9 +78,10 @@ bool areLetters(std::string_view text) {
 }
 
 void requireValue(Value kind, std::string_view name, const std::string& value) {
-    if (kind == Value::day) (void)parseDay(name, value);
+    const std::string what = fmt::format("LINK: {}", name);
+    if (kind == Value::day) (void)parseDay(what, value);
     else if (!areLetters(value))
-        throw UsageError(fmt::format("{}: {}: not letters with commas between them", name, value));
+        throw UsageError(fmt::format("{}: {}: not letters with commas between them", what, value));
 }
 
 const Target& targetNamed(std::string_view link, std::string_view name) {
@@ -99,8 +100,10 @@ const Parameter& parameterNamed(std::string_view link, const Target& target, std
 
 std::vector<std::string> commandOf(std::string_view link) {
     if (link.size() > longest) refuse(link.substr(0, 40), "too long for a link");
-    if (!link.starts_with(scheme)) refuse(link, "not a link that begins with tappora://");
+    if (tapcore::lowercased(link.substr(0, scheme.size())) != scheme)
+        refuse(link, "not a link that begins with tappora://");
     std::string_view query = link.substr(scheme.size());
+    query = query.substr(0, query.find('#'));  // a place in a page, which these have not
     std::string_view name = tapcore::takePiece(query, '?');
     if (name.ends_with('/')) name.remove_suffix(1);  // as browsers write it
     const Target& target = targetNamed(link, name);
