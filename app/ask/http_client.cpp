@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "app/common/notices.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/owned.h"
 
@@ -96,8 +97,17 @@ void setBody(CURL* curl, const std::string& body) {
     curl_easy_setopt(curl, CURLOPT_POSTFIELDS, body.c_str());
 }
 
+/// Whether the certificate of the server, or those to check it with, were the reason.
+bool isOfCertificates(CURLcode result) {
+    return result == CURLE_PEER_FAILED_VERIFICATION || result == CURLE_SSL_CACERT_BADFILE ||
+           result == CURLE_SSL_ISSUER_ERROR;
+}
+
 /// Why no reply came: which of the two limits was reached, else as the library says it.
 std::string problemOf(CURLcode result, CURL* curl, const HttpLimits& limits) {
+    if (isOfCertificates(result))
+        return fmt::format("{}; {}: {}", curl_easy_strerror(result), certificatesNotice.what,
+                           certificatesNotice.remedy);
     if (result != CURLE_OPERATION_TIMEDOUT) return curl_easy_strerror(result);
     curl_off_t handshake = 0;  // microseconds until it was over; 0 when it never was
     curl_easy_getinfo(curl, CURLINFO_PRETRANSFER_TIME_T, &handshake);

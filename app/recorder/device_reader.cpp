@@ -1,5 +1,6 @@
 #include "app/recorder/device_reader.h"
 
+#include <fmt/format.h>
 #include <poll.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <exception>
 #include <utility>
 
+#include "app/common/notices.h"
 #include "app/common/program.h"
 #include "app/common/system/alarm.h"
 #include "app/recorder/stop_bell.h"
@@ -92,7 +94,7 @@ void DeviceReader::listen(const SignalQueue& signals, const std::stop_token& sto
 void DeviceReader::dispatch() {
     source_.dispatch(*this);
     if (std::exchange(isForbidden_, false) && !std::exchange(wasRemedyTold_, true))
-        harvest_.told.add(std::string(deviceRemedy));
+        harvest_.told.add(fmt::format("{}: {}", devicesNotice.what, devicesNotice.remedy));
 }
 
 void DeviceReader::goTo(tapcore::Instant moment) {

@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "app/common/notices.h"
 #include "app/recorder/pause_file.h"
 
 namespace tappora {
@@ -36,7 +37,7 @@ void PauseKeeper::follow(tapcore::Instant now) {
     const bool isNew = state.pause != written_;
     if (isNew) write();
     if (state.lockProblem != before.lockProblem && !state.lockProblem.empty())
-        tell_(state.lockProblem + "; what is typed while the session is locked counts");
+        tell_(fmt::format("{}; {}: {}", state.lockProblem, lockNotice.what, lockNotice.remedy));
     if (state.pause != before.pause || state.isLocked != before.isLocked) tell_(inWords(state));
     if (isNew && !problem_.empty()) tell_(problem_);
 }

@@ -32,14 +32,17 @@ struct Glance {
     std::optional<std::int64_t> comparison;
     tapcore::FileProblems problems;  ///< of today and the week
     std::optional<Pause> pause{};
+    bool hasKeyboard = true;  ///< false when the recorder says that it can read none
 };
 
-/// The pause of the recorder into a data folder; nothing when none runs, or it has no time to answer.
-std::optional<Pause> pauseOf(const tapcore::Store& store, const Environment& environment) {
+/// Notes what the recorder into a data folder says; nothing when none runs, or it has no time to answer.
+void askRecorder(Glance& glance, const tapcore::Store& store, const Environment& environment) {
     constexpr std::chrono::seconds patience{1};
-    for (const auto& status : answersOf(askStatus({.folder = store.root, .patience = patience}, environment)))
-        if (status.pause) return status.pause;
-    return std::nullopt;
+    const auto answers = answersOf(askStatus({.folder = store.root, .patience = patience}, environment));
+    for (const RecorderStatus& status : answers) {
+        if (!glance.pause) glance.pause = status.pause;
+        glance.hasKeyboard = glance.hasKeyboard && status.devices.hasKeyboard();
+    }
 }
 
 Glance read(const tapcore::Store& store, const tapcore::Day& day, double hours,
@@ -75,8 +78,10 @@ std::string headline(const Glance& glance) {
                              : total;
 }
 
+/// Why nothing is counted now, when that is so.
 std::string pauseText(const Glance& glance, const Environment& environment) {
-    return glance.pause ? pauseLine(*glance.pause, environment) : "";
+    if (glance.pause) return pauseLine(*glance.pause, environment);
+    return glance.hasKeyboard ? "" : fmt::format("{}; tappora status says more.\n", noKeyboard);
 }
 
 std::string glanceText(const Glance& glance, const tapcore::Legends& legends,
@@ -91,6 +96,7 @@ std::string glanceText(const Glance& glance, const tapcore::Legends& legends,
 std::string welcome(const tapcore::Store& store) {
     return fmt::format(
         "Nothing has been counted yet in {}.\n\n"
+        "  tappora setup             has a recorder start by itself\n"
         "  tappora record            counts from now on, until you stop it\n"
         "  tappora record --help     says what it needs, and how to play a recording instead\n",
         store.root.string());
@@ -112,7 +118,7 @@ void glanceCommand(CommandLine& line, const Environment& environment) {
     Glance glance = read(store, day, hoursPassed(day, environment, calendar), calendar, problems);
     requireAnswer(glance.problems, glance.week.isEmpty());
     complainOf(problems);
-    glance.pause = pauseOf(store, environment);
+    askRecorder(glance, store, environment);
     if (!json && store.days().empty()) return print(welcome(store) + pauseText(glance, environment));
     const Keyboards keyboards(environment, store);
     const bool namesKeys = !glance.today.byKey.empty() || !glance.today.byChord.empty();

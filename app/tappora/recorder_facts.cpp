@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/common/harmless_text.h"
+#include "app/common/notices.h"
 #include "app/common/program.h"
 #include "app/common/system/moment.h"
 #include "core/foundation/integers.h"
@@ -41,8 +42,7 @@ std::string counted(std::int64_t count, std::string_view one, std::string_view m
 void Facts::headline(const RecorderStatus& status) {
     if (status.pause) text += pauseLine(*status.pause, environment_);
     else if (status.isLocked) text += "Nothing is counted while the session is locked.\n";
-    else if (!status.devices.hasKeyboard())
-        text += "Nothing is counted: there is no keyboard that can be read.\n";
+    else if (!status.devices.hasKeyboard()) text += fmt::format("{}.\n", noKeyboard);
     else text += "Counting.\n";
 }
 
@@ -52,7 +52,7 @@ void Facts::devices(const DeviceList& devices) {
     const auto& unreadable = devices.unreadable;
     if (std::any_of(unreadable.begin(), unreadable.end(),
                     [](const auto& device) { return device.isForbidden; }))
-        row("To allow it", deviceRemedy);
+        row("To allow it", devicesNotice.remedy);
 }
 
 void Facts::storing(const RecorderStatus& status) {
@@ -72,6 +72,7 @@ void Facts::problems(const RecorderStatus& status) {
     if (status.pause) row("Paused since", clock(status.pause->since));
     if (!status.pauseProblem.empty()) row("Pause", status.pauseProblem);
     if (!status.lockProblem.empty()) row("Locked", "not known: " + status.lockProblem);
+    if (!status.lockProblem.empty()) row("To know it", lockNotice.remedy);
 }
 
 }  // namespace

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/common/control/recorder_client.h"
 #include "app/common/system/environment.h"
 
 namespace tappora {
+
+inline constexpr std::string_view noKeyboard = "Nothing is counted: there is no keyboard that can be read";
 
 /// What a recorder says, a line a fact.
 std::string factsOf(const RecorderStatus& status, const Environment& environment);

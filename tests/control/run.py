@@ -92,12 +92,14 @@ def expect(got, wanted, what):
         sys.exit(f"{what}: {got!r} instead of {wanted!r}")
 
 
-NO_BUS = ("Locked", "not known: system bus: No such file or directory")
+NO_BUS = (("Locked", "not known: system bus: No such file or directory"),
+          ("To know it", "`sudo systemctl start dbus systemd-logind` has it known; where that is not possible, `tappora settings "
+           "set record.pauseWhenLocked false` ends this notice, and `tappora pause` pauses"))
 
 
 def facts(headline, since, keyboard, *rows):
     usual = [("Folder", "ROOT/data"), ("Since", since), ("Listens to", f"A keyboard (/dev/input/event{keyboard})")]
-    return headline + "".join(f"{title:<12} {value}\n" for title, value in [*usual, *rows, NO_BUS])
+    return headline + "".join(f"{title:<12} {value}\n" for title, value in [*usual, *rows, *NO_BUS])
 
 
 def tells_what_it_does(session):
@@ -107,6 +109,7 @@ def tells_what_it_does(session):
     session.stage.set_clock(session.stage.BEGIN + 60)
     session.counts()
     session.ask("status", status=0, out=facts("Counting.\n", "10:00", 1, ("Last stored", "10:01: 1 press, 0 clicks")))
+    expect(str(session.recorder.printed).count("what is typed while the session is locked counts"), 1, "the notice, in two minutes")
     answer = json.loads(session.ask("status", "--json", status=0))
     expect((answer["counts"], answer["recorders"][0]["process"]), (True, session.recorder.process.pid), "--json")
     session.name = session.sockets()[0].name
@@ -289,6 +292,16 @@ def is_found_again(session):
     session.ask("status", status=0)
 
 
+def says_where_figures_are_that_no_keyboard_is_left(session):
+    session.stage.tell(f"unplug {session.stage.number}")
+    session.says("no keyboard is left; waiting for one")
+    expect("Nothing is counted: there is no keyboard that can be read; tappora status says more.\n" in session.ask(status=0), True,
+           "the glance")
+    session.ask("status", status=3)
+    session.stage.plug()
+    session.says(f"listening to A keyboard (/dev/input/event{session.stage.number})")
+
+
 def refuses_a_name_that_is_taken(session):
     path = session.sockets()[0]
     session.end(signal.SIGTERM)
@@ -305,7 +318,8 @@ def main(programs, injector, stage, preloads):
     with tempfile.TemporaryDirectory(dir="/tmp") as place:
         session = Session(programs, Path(injector).resolve(), Stage(stage, preloads), place)
         for check in (tells_what_it_does, is_held_up_by_nobody, is_asked_by_setup, pauses_over_kills_and_ends_by_itself,
-                      keeps_the_pause_of_a_signal, is_found_again, refuses_a_name_that_is_taken):
+                      keeps_the_pause_of_a_signal, is_found_again,
+                      says_where_figures_are_that_no_keyboard_is_left, refuses_a_name_that_is_taken):
             check(session)
         expect(session.total()["keystrokes"], 6, "what was counted, without the two in the minute of the kill")
         distrusts_what_is_kept(session)

@@ -5,19 +5,12 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/foundation/calendar.h"
 #include "core/foundation/json_fields.h"
 
 namespace tappora {
-
-/// What to do where devices may not be read.
-inline constexpr std::string_view deviceRemedy =
-    "members of the group `input` may read them: `sudo usermod -aG input $USER`, and log in again; but then "
-    "every program you start can read every key, passwords too. docs/recording.md shows how to open them to "
-    "the recorder alone";
 
 /// A time in which nothing is counted, as the user asked for it.
 struct Pause {
@@ -38,7 +31,7 @@ struct DeviceList {
     struct Unreadable {
         std::string name;
         std::string why;
-        bool isForbidden = false;  ///< `deviceRemedy` helps
+        bool isForbidden = false;  ///< as `devicesNotice` has it
 
         bool operator==(const Unreadable&) const = default;
     };
