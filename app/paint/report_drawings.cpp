@@ -146,8 +146,9 @@ Drawn ReportDrawings::hours() const {
         }
     }
     const double below = (high + 2) * 7 + 6;
-    for (int hour = 0; hour < 24; hour += 3)
-        parts.push_back(text(std::to_string(hour), left + pitch * hour + side / 2, below));
+    for (std::size_t hour = 0; hour < 24; hour += 3)
+        parts.push_back(text(tapcore::localHourText(hour, locale),
+                             left + pitch * static_cast<double>(hour) + side / 2, below));
     addLegend(parts, width, below + 10, words, color);
     return {drawing::group(std::move(parts)), below + 10 + legendHeight};
 }

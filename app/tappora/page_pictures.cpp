@@ -228,15 +228,16 @@ std::string hoursPicture(const Report& report, const Words& words, const std::st
         content += text(left - 10, y + 21, names[weekday], "end");
         for (std::size_t hour = 0; hour < 24; ++hour) {
             const bool isCounted = report.figures.countedDays[weekday] > 0;
-            content +=
-                square(left + pitch * static_cast<double>(hour), y, side,
-                       isCounted ? fmt::format("h{}", step(grid[weekday][hour])) : "gap",
-                       fmt::format("{} {}: {}", names[weekday], hour, words.number(grid[weekday][hour])));
+            content += square(left + pitch * static_cast<double>(hour), y, side,
+                              isCounted ? fmt::format("h{}", step(grid[weekday][hour])) : "gap",
+                              fmt::format("{} {}: {}", names[weekday], tapcore::localHourText(hour, locale),
+                                          words.number(grid[weekday][hour])));
         }
     }
     below += 14;
-    for (int hour = 0; hour < 24; hour += 3)
-        content += text(left + pitch * hour + side / 2, below, std::to_string(hour));
+    for (std::size_t hour = 0; hour < 24; hour += 3)
+        content += text(left + pitch * static_cast<double>(hour) + side / 2, below,
+                        tapcore::localHourText(hour, locale));
     const double width = left + pitch * 24;
     return svg(width, below + 34, words.text("report.section.hours"),
                content + heatLegend(width - 170, below + 14, words));

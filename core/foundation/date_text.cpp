@@ -114,6 +114,15 @@ bool usesTwelveHours(std::string_view locale) {
     return false;
 }
 
+std::string hourText(std::size_t hour, bool twelveHours) {
+    if (!twelveHours) return std::to_string(hour);
+    return std::to_string((hour + 11) % 12 + 1) + (hour < 12 ? " AM" : " PM");
+}
+
+std::string localHourText(std::size_t hour, std::string_view locale) {
+    return hourText(hour, locale.find("hours=h12") != locale.npos);
+}
+
 std::size_t firstWeekday(std::string_view locale) {
     constexpr std::array<std::string_view, 7> days = {"sun", "mon", "tue", "wed", "thu", "fri", "sat"};
     for (std::size_t day = 0; day < days.size(); ++day)

@@ -37,6 +37,12 @@ std::string dateRangeText(const CivilDate& first, const CivilDate& last, std::st
 /// Whether a locale tells the time by 12 hours, twice a day: "en_US". Not the locale of machines ("C").
 bool usesTwelveHours(std::string_view locale);
 
+/// An hour of the day, from 0 to 23, by 12 hours or by 24: "3 PM" or "15".
+std::string hourText(std::size_t hour, bool twelveHours);
+
+/// The same as a locale says it of itself: "en@hours=h12" has twelve, and one that says nothing has 24.
+std::string localHourText(std::size_t hour, std::string_view locale);
+
 /// The day that a week begins with where the locale is used, from 0 for Sunday: 1 for "de", 0 for "en_US". A
 /// locale may name it itself, by its first three letters: "de@fw=sun".
 std::size_t firstWeekday(std::string_view locale);

@@ -19,15 +19,17 @@ DateStyle DateStyle::of(const Environment& environment) {
     return {hours == "locale" ? tapcore::usesTwelveHours(timeLocale(environment)) : hours == "12"};
 }
 
-std::string DateStyle::hour(std::size_t hour) const {
-    if (!twelveHours) return std::to_string(hour);
-    return std::to_string((hour + 11) % 12 + 1) + (hour < 12 ? " AM" : " PM");
-}
+std::string DateStyle::hour(std::size_t hour) const { return tapcore::hourText(hour, twelveHours); }
 
-std::string withFirstWeekday(const std::string& locale, const Environment& environment) {
+std::string withDateStyle(const std::string& locale, const Environment& environment) {
+    std::string styled = locale;
+    const auto add = [&](const std::string& keyword) {
+        styled += (styled.find('@') == std::string::npos ? "@" : ";") + keyword;
+    };
     const auto day = Settings::read(environment).text("appearance.firstWeekday");
-    if (!day || *day == "locale") return locale;
-    return locale + (locale.find('@') == std::string::npos ? "@" : ";") + "fw=" + day->substr(0, 3);
+    if (day && *day != "locale") add("fw=" + day->substr(0, 3));
+    if (DateStyle::of(environment).twelveHours) add("hours=h12");
+    return styled;
 }
 
 }  // namespace tappora

@@ -18,8 +18,9 @@ struct DateStyle {
     std::string hour(std::size_t hour) const;
 };
 
-/// A locale in which a week begins with the day that the setting "appearance.firstWeekday" says: "de@fw=sun".
-/// The locale itself when that is left to it.
-std::string withFirstWeekday(const std::string& locale, const Environment& environment);
+/// A locale with the choices of its user: "de@fw=sun;hours=h12" has weeks begin with the day that the setting
+/// "appearance.firstWeekday" says, and twelve hours where the style has. What is left to the locale is not
+/// named.
+std::string withDateStyle(const std::string& locale, const Environment& environment);
 
 }  // namespace tappora

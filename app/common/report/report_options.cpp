@@ -58,7 +58,8 @@ std::optional<ReportPeriod> comparedOf(const ReportOptions& options, const Repor
 void addReportOptions(CommandLine& line, ReportOptions& options) {
     line.describe("Print what a period of typing says: this week so far, or the period that is named",
                   "tappora report month --of 2026-09-01 --save");
-    line.option("PERIOD", options.kind, "day, week, month or year; the week when not given").type("PERIOD");
+    line.option("PERIOD", options.kind, "What to report on; the week when not given")
+        .type("day|week|month|year");
     Option of = line.option("--of", options.of, "A day in the period; today when not given");
     of.type("YYYY-MM-DD");
     addPeriodOptions(line, options.span);
@@ -91,7 +92,7 @@ AskedReport askedReport(const ReportOptions& options, const Environment& environ
     const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::Store store = openShown(options.folder, environment);
     tapcore::Words words = chosenWords(environment);
-    std::string locale = withFirstWeekday(dateLocale(words, environment), environment);
+    std::string locale = withDateStyle(dateLocale(words, environment), environment);
     tapcore::ReportQuestion question{
         .period = period,
         .today = day,
