@@ -1,5 +1,8 @@
 #include "app/ask/ask_options.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include "app/ask/http_client.h"
 #include "app/common/assistant/assistant.h"
 #include "app/common/command_line/command_line.h"
@@ -41,9 +44,8 @@ void readOptions(CommandLine& line, AskOptions& options) {
         "tappora ask \"Which hours are my busiest?\" --provider local");
     line.option("QUESTION", options.question, "The question");
     line.option("--provider", options.provider,
-                alternatives(tapcore::settingOf("ai.provider").words()) +
-                    "; the setting ai.provider, else the first that can be used")
-        .type("NAME");
+                "Whom to ask; the setting ai.provider, else the first that can be used")
+        .type(fmt::format("{}", fmt::join(tapcore::settingOf("ai.provider").words(), "|")));
     line.option("--model", options.model, "The model's id; the setting ai.model when not given").type("ID");
     line.option("--url", options.url, "The address of the provider's interface, instead of its own")
         .type("URL");

@@ -123,7 +123,7 @@ void importCommand(CommandLine& line, const Environment& environment) {
     line.option("--differing", options.differing,
                 "What to do when a day of a machine is here with other counts: refuse all, skip that day, or "
                 "add it too; refuse when not given")
-        .type("RULE");
+        .type("refuse|skip|add");
     line.flag("-n,--dry-run", options.dryRun, "Only say what would be added");
     addFolderOptions(line, options.folder);
     line.parse();
