@@ -1,6 +1,10 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "app/common/command_line/command_line.h"
 #include "app/common/folder/data_folder.h"
@@ -31,7 +35,8 @@ constexpr std::string_view layout = "qwerty";
 struct DemoOptions {
     fs::path folder;
     std::int64_t months = 12;
-    std::uint64_t seed = 1;
+    std::int64_t machines = 2;
+    std::optional<std::uint64_t> seed;
     FolderOptions today;
     std::optional<std::string> format;
 };
@@ -48,38 +53,42 @@ void requireEmpty(const fs::path& folder) {
         throw Failure(folder.string(), "not empty; made-up days go only into a folder of their own");
 }
 
-/// The two machines' stores in one shared folder.
-tapcore::Store storeOf(const fs::path& root, tapcore::FileFormat format, const std::string& name) {
-    return {root, format, tapcore::MacFolder::resolve(root, "demo-" + name, name)};
+/// What a machine of the folder is called, and its sub-folder.
+std::string nameOf(std::size_t machine) {
+    return machine == 0 ? "Desk" : machine == 1 ? "Laptop" : "Machine " + std::to_string(machine + 1);
 }
 
+/// Writes days into one shared folder, each machine's into its own part.
 class Writer {
   public:
     Writer(const DemoOptions& options, tapcore::FileFormat format, const MadeUpTyping& typing)
-        : desk_(storeOf(options.folder, format, "Desk")),
-          laptop_(storeOf(options.folder, format, "Laptop")),
-          typing_(typing) {}
+        : typing_(typing) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(options.machines); ++i)
+            machines_.emplace_back(
+                options.folder, format,
+                tapcore::MacFolder::resolve(options.folder, "demo-" + nameOf(i), nameOf(i)));
+    }
 
     void write(const Day& day) const {
-        add(desk_, day, MadeUpTyping::Machine::desk);
-        add(laptop_, day, MadeUpTyping::Machine::laptop);
+        for (std::size_t machine = 0; machine < machines_.size(); ++machine) {
+            const tapcore::DayFile file = typing_.day(day, machine);
+            if (file.tally.isEmpty()) continue;
+            machines_[machine].add(file.tally, file.peakPerMinute, 0, std::string(board), std::string(layout),
+                                   day);
+        }
         const tapcore::PracticeDay practice = typing_.practice(day, std::string(layout));
-        if (practice.seconds > 0) laptop_.addPractice(practice, day);
+        const std::size_t atHome = std::min<std::size_t>(1, machines_.size() - 1);
+        if (practice.seconds > 0) machines_[atHome].addPractice(practice, day);
     }
 
     bool sumMonths(const Day& today, const tapcore::Progress& progress) const {
-        return desk_.refreshRollups(today, progress) && laptop_.refreshRollups(today, progress);
+        return std::all_of(machines_.begin(), machines_.end(), [&](const tapcore::Store& machine) {
+            return machine.refreshRollups(today, progress);
+        });
     }
 
   private:
-    void add(const tapcore::Store& store, const Day& day, MadeUpTyping::Machine machine) const {
-        const tapcore::DayFile file = typing_.day(day, machine);
-        if (file.tally.isEmpty()) return;
-        store.add(file.tally, file.peakPerMinute, 0, std::string(board), std::string(layout), day);
-    }
-
-    tapcore::Store desk_;
-    tapcore::Store laptop_;
+    std::vector<tapcore::Store> machines_;
     const MadeUpTyping& typing_;
 };
 
@@ -88,18 +97,49 @@ Day firstDay(const Day& last, std::int64_t months) {
     return {month / 12, month % 12 + 1, 1};
 }
 
+void writeSettings(const fs::path& folder, tapcore::FileFormat format) {
+    tapcore::FolderConfig config;
+    config.format = format;
+    config.board = board;
+    config.layout = layout;
+    (void)config.write(folder);
+}
+
+/// Writes the days from first to last; says what is left in the folder when it is stopped.
+void writeDays(const Writer& writer, const Day& first, const Day& last, const fs::path& folder) {
+    LongWork work("making up days");
+    const tapcore::Progress progress = work.progress();
+    const auto days = static_cast<std::size_t>(last.daysSince(first) + 1);
+    std::size_t written = 0;
+    while (written < days && progress(written, days))
+        writer.write(tapcore::daysLater(first, static_cast<std::int64_t>(written++)));
+    const bool isDone = written == days && writer.sumMonths(last, progress);
+    work.requireDone(isDone, fmt::format("stopped; {} holds {} of {} days: remove it before you run it again",
+                                         folder.string(), written, days));
+}
+
+MadeUpTyping typingFor(const DemoOptions& options, const Day& first, const Environment& environment) {
+    const fs::path resources = resourceFolder(environment);
+    const auto model = tapcore::LetterModel::load("en", resources / "Practice");
+    if (!model) throw Failure((resources / "Practice" / "en.json").string(), "cannot be read");
+    return {*model, tapcore::Catalog::bundled(resources).legends(layout), options.seed.value_or(1), first,
+            static_cast<std::size_t>(options.machines)};
+}
+
 }  // namespace
 
 void demoCommand(CommandLine& line, const Environment& environment) {
     DemoOptions options;
-    line.describe("Write a data folder of made-up typing: two machines, shortcuts, a mouse, practice",
+    line.describe("Write a data folder of made-up typing: several machines, shortcuts, a mouse, practice",
                   "tappora demo ~/demo --months 12");
     line.option("FOLDER", options.folder, "The folder to make; it must be empty if it exists").required();
     line.option("--months", options.months, "How many months, this one included")
-        .between(1, 120)
+        .between(1, 360)
         .showsDefault();
-    std::optional<std::uint64_t> seed;
-    line.option("--seed", seed, "Another person's typing for each number").type("N");
+    line.option("--machines", options.machines, "How many machines share the folder")
+        .between(1, 10)
+        .showsDefault();
+    line.option("--seed", options.seed, "Another person's typing for each number").type("N");
     line.option("--format", options.format, "The format of the files, org or markdown").type("FORMAT");
     line.option("--today", options.today.today, "The last day; today when not given").type("YYYY-MM-DD");
     line.parse();
@@ -107,29 +147,11 @@ void demoCommand(CommandLine& line, const Environment& environment) {
     const Day last = today(options.today, environment, environment.calendar);
     const auto format = options.format ? parseFormat("--format", *options.format) : tapcore::FileFormat();
     requireEmpty(options.folder);
-    const fs::path resources = resourceFolder(environment);
-    const auto model = tapcore::LetterModel::load("en", resources / "Practice");
-    if (!model) throw Failure((resources / "Practice" / "en.json").string(), "cannot be read");
-    const auto catalog = tapcore::Catalog::bundled(resources);
     const Day first = firstDay(last, options.months);
-    const MadeUpTyping typing(*model, catalog.legends(layout), seed.value_or(options.seed), first);
-
-    LongWork work("making up days");
-    const tapcore::Progress progress = work.progress();
+    const MadeUpTyping typing = typingFor(options, first, environment);
     const Writer writer(options, format, typing);
-    tapcore::FolderConfig config;
-    config.format = format;
-    config.board = board;
-    config.layout = layout;
-    (void)config.write(options.folder);
-    bool isDone = true;
-    const auto days = static_cast<std::size_t>(last.daysSince(first) + 1);
-    for (std::size_t i = 0; isDone && i < days; ++i) {
-        isDone = progress(i, days);
-        writer.write(tapcore::daysLater(first, static_cast<std::int64_t>(i)));
-    }
-    isDone = isDone && writer.sumMonths(last, progress);
-    work.requireDone(isDone, "stopped; remove " + options.folder.string() + " before you run it again");
+    writeSettings(options.folder, format);
+    writeDays(writer, first, last, options.folder);
     print(fmt::format("{}: made-up days from {} to {}\n\n  tappora report month --folder {}\n",
                       options.folder.string(), first.description(), last.description(),
                       options.folder.string()));

@@ -8,8 +8,8 @@
 namespace tapcore {
 namespace {
 
-/// Presses of other keys for each letter that is typed.
-constexpr std::array<std::pair<KeyCode, double>, 16> otherKeys = {{
+/// Presses of other keys for each letter that is typed: small digits come more often than large ones.
+constexpr std::array<std::pair<KeyCode, double>, 31> otherKeys = {{
     {51, 0.080},   // delete
     {36, 0.034},   // return
     {48, 0.017},   // tab
@@ -20,8 +20,23 @@ constexpr std::array<std::pair<KeyCode, double>, 16> otherKeys = {{
     {47, 0.013},   // .
     {27, 0.006},   // -
     {44, 0.004},   // /
-    {18, 0.004},   // 1
-    {29, 0.004},   // 0
+    {39, 0.0042},  // '
+    {41, 0.0014},  // ;
+    {24, 0.0010},  // =
+    {33, 0.0007},  // [
+    {30, 0.0007},  // ]
+    {42, 0.0004},  // backslash
+    {50, 0.0005},  // `
+    {18, 0.0040},  // 1
+    {19, 0.0028},  // 2
+    {20, 0.0019},  // 3
+    {21, 0.0015},  // 4
+    {23, 0.0015},  // 5
+    {22, 0.0011},  // 6
+    {26, 0.0010},  // 7
+    {28, 0.0010},  // 8
+    {25, 0.0010},  // 9
+    {29, 0.0040},  // 0
     {123, 0.016},  // left
     {124, 0.018},  // right
     {125, 0.021},  // down
@@ -49,6 +64,9 @@ constexpr std::array<double, 16> workingHours = {0.02, 0.07, 0.12, 0.14, 0.12, 0
 constexpr std::array<double, 16> freeHours = {0,    0,    0.03, 0.12, 0.16, 0.11, 0.04, 0.06,
                                               0.09, 0.08, 0.06, 0.04, 0.04, 0.08, 0.07, 0.02};
 constexpr std::int64_t leavesTheDesk = 18;
+
+/// What part of the typing of the first two machines is done on each further one, too.
+constexpr double sideShare = 0.3;
 
 bool isWeekend(const Day& day) { return day.weekday() == 0 || day.weekday() == 6; }
 
@@ -103,8 +121,8 @@ FlatMap<std::string, double> sharesOfLetters(const LetterModel& model) {
 }  // namespace
 
 MadeUpTyping::MadeUpTyping(const LetterModel& model, const Legends& legends, std::uint64_t seed,
-                           const Day& begin)
-    : seed_(seed), begin_(begin) {
+                           const Day& begin, std::size_t machines)
+    : seed_(seed), begin_(begin), machines_(machines) {
     const FlatMap<std::string, double> shares = sharesOfLetters(model);
     for (const auto& [code, legend] : legends)
         if (const double* share = legend.empty() ? nullptr : shares.find(legend.front()))
@@ -161,10 +179,15 @@ void MadeUpTyping::typeHour(DayFile& file, std::int64_t hour, double keystrokes,
     file.peakPerMinute = std::max(file.peakPerMinute, std::min<std::int64_t>(busiest, 480));
 }
 
-DayFile MadeUpTyping::day(const Day& day, Machine machine) const {
+double MadeUpTyping::shareOf(std::size_t machine, bool atDesk) const {
+    if (machine >= 2) return sideShare;
+    return machines_ == 1 || atDesk == (machine == 0) ? 1 : 0;
+}
+
+DayFile MadeUpTyping::day(const Day& day, std::size_t machine) const {
     const double keystrokes = keystrokesOf(day);
     const bool isFree = isWeekend(day) || isHoliday(day);
-    SeededRandom random = randomOf(day, 2 + static_cast<std::uint64_t>(machine));
+    SeededRandom random = randomOf(day, machine < 2 ? 2 + machine : 8 + machine);
     // What is written today has a little more of some letters, and comes an hour earlier or later.
     std::vector<double> mood;
     for (std::size_t i = 0; i < keys_.size(); ++i) mood.push_back(std::max(0.2, 1 + 0.08 * normal(random)));
@@ -172,17 +195,17 @@ DayFile MadeUpTyping::day(const Day& day, Machine machine) const {
     const auto& parts = isFree ? freeHours : workingHours;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const std::int64_t hour = firstHour + static_cast<std::int64_t>(i);
-        const bool atDesk = !isFree && hour < leavesTheDesk;
-        const double inHour = keystrokes * parts[i] * std::clamp(1 + 0.35 * normal(random), 0.0, 2.5);
-        if (atDesk == (machine == Machine::desk) && inHour >= 20) typeHour(file, hour, inHour, mood, random);
+        const double share = shareOf(machine, !isFree && hour < leavesTheDesk);
+        const double inHour = share * keystrokes * parts[i] * std::clamp(1 + 0.35 * normal(random), 0.0, 2.5);
+        if (inHour >= 20) typeHour(file, hour, inHour, mood, random);
     }
     return file;
 }
 
 DayFile MadeUpTyping::day(const Day& day) const {
-    DayFile both = this->day(day, Machine::desk);
-    both.merge(this->day(day, Machine::laptop));
-    return both;
+    DayFile all = this->day(day, 0);
+    for (std::size_t machine = 1; machine < machines_; ++machine) all.merge(this->day(day, machine));
+    return all;
 }
 
 PracticeDay MadeUpTyping::practice(const Day& day, const std::string& layout) const {
