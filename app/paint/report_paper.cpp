@@ -217,7 +217,7 @@ void paintReport(CommandLine& line, const Environment& environment) {
     line.parse();
     const AskedReport asked = askedReport(options, environment);
     const Report report = read(asked);
-    if (report.isEmpty()) return print(nothingCounted(asked));
+    if (report.isEmpty()) return sayNothingCounted(asked, options);
     const auto size = paperSize(paperLocale(environment));
     writePages(*options.output, ReportPaper(report, asked, size).pages(), {});
 }

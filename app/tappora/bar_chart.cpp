@@ -1,5 +1,5 @@
 #include "app/tappora/bar_chart.h"
-#include "core/foundation/integers.h"
+#include "core/foundation/characters.h"
 
 #include <fmt/format.h>
 
@@ -52,20 +52,20 @@ std::string bar(std::int64_t count, std::int64_t most, std::size_t width, const 
     return terminal.accent(repeated(rightward[8], eighths / 8) + std::string(rightward[eighths % 8]));
 }
 
-std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const DateStyle& dates,
-                       const Terminal& terminal) {
+std::string hoursChart(const tapcore::Tally::Hourly<std::int64_t>& byHour, const std::string& scale,
+                       const DateStyle& dates, const Terminal& terminal) {
     const std::int64_t most = *std::max_element(byHour.begin(), byHour.end());
     if (most < 1) return "";
-    const std::string scale = tapcore::grouped(most);
+    const std::size_t scaleWidth = tapcore::columnCount(scale);
     std::string chart;
     for (std::size_t below = chartLines; below-- > 0;) {
         std::string line;
         for (const std::int64_t count : byHour) line += column(count, most, below, terminal.unicode) + " ";
         line.erase(line.find_last_not_of(' ') + 1);
-        const std::string label = fmt::format("{:>{}}", below == chartLines - 1 ? scale : "", scale.size());
+        const std::string label = below == chartLines - 1 ? scale : std::string(scaleWidth, ' ');
         chart += terminal.faint(label) + " " + terminal.accent(line) + "\n";
     }
-    return chart + terminal.faint(hourNames(scale.size() + 1, dates)) + "\n";
+    return chart + terminal.faint(hourNames(scaleWidth + 1, dates)) + "\n";
 }
 
 }  // namespace tappora

@@ -103,7 +103,8 @@ std::string figures(const tapcore::Summary& summary) {
 }
 
 std::string hoursSection(const tapcore::Summary& summary, const DateStyle& dates, const Terminal& terminal) {
-    const std::string chart = hoursChart(summary.byHour, dates, terminal);
+    const std::int64_t most = *std::max_element(summary.byHour.begin(), summary.byHour.end());
+    const std::string chart = hoursChart(summary.byHour, tapcore::grouped(most), dates, terminal);
     return chart.empty() ? "" : heading("Hours", terminal) + chart;
 }
 

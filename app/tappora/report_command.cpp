@@ -106,11 +106,11 @@ void reportCommand(CommandLine& line, const Environment& environment) {
     const AskedReport asked = askedReport(options, environment);
     const tapcore::ReportQuestion& question = asked.question;
     const Report report = read(asked.store, question);
-    if (report.isEmpty() && !options.json) return print(nothingCounted(asked));
+    if (report.isEmpty() && (options.saves || !options.json)) return sayNothingCounted(asked, options);
     if (options.saves) save(report, question, options, environment);
     if (asPage) return writePage(report, asked, options, environment);
     print(options.json
-              ? jsonText(toJson(report, question.keyboard, asked.words))
+              ? jsonText(toJson(report, question.keyboard, asked.words, asked.locale))
               : reportText(report, question.keyboard, {asked.words, asked.locale, DateStyle::of(environment)},
                            Terminal::of(environment)));
 }

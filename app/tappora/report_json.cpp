@@ -33,11 +33,11 @@ json totalsJson(const Report::Totals& totals) {
 }
 
 json findingJson(const tapcore::Finding& finding, const tapcore::ReportKeyboard& keyboard,
-                 const tapcore::Words& words) {
+                 const tapcore::Words& words, const std::string& locale) {
     json result = {{"kind", tapcore::Finding::kinds.of(finding.kind)},
                    {"isChange", finding.isChange()},
                    {"value", finding.value},
-                   {"text", textOf(finding, keyboard.names, words)},
+                   {"text", textOf(finding, keyboard.names, words, locale)},
                    {"days", json::array()}};
     if (finding.isChange()) {
         result["usual"] = finding.usual;
@@ -113,13 +113,13 @@ json offerJson(const Report::LayoutOffer& offer) {
 
 }  // namespace
 
-json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const tapcore::Words& words) {
+json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const tapcore::Words& words,
+            const std::string& locale) {
     json result = {{"name", report.period.name()},
                    {"kind", tapcore::ReportPeriod::kinds.of(report.period.kind)},
                    {"from", report.period.first.description()},
                    {"to", report.period.last.description()},
                    {"isOver", report.isOver},
-                   {"passed", stretchJson(report.passed)},
                    {"board", keyboard.board.id},
                    {"layout", keyboard.layout},
                    {"summary", toJson(report.figures.summary)},
@@ -132,6 +132,7 @@ json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const
                    {"findings", json::array()},
                    {"advice", adviceOf(report, keyboard, words, 3)},
                    {"gains", json::array()}};
+    if (report.passed != tapcore::Stretch()) result["passed"] = stretchJson(report.passed);
     for (const Report::DayLine& line : report.days) result["days"].push_back(dayJson(line));
     for (std::size_t i = 0; i < tapcore::keyClasses; ++i)
         result["classes"][std::string(tapcore::keyClassWords.words[i])] = report.classes[i];
@@ -143,7 +144,7 @@ json toJson(const Report& report, const tapcore::ReportKeyboard& keyboard, const
     if (report.before) result["before"] = totalsJson(*report.before);
     if (report.yearBefore) result["yearBefore"] = totalsJson(*report.yearBefore);
     for (const tapcore::Finding& finding : report.findings)
-        result["findings"].push_back(findingJson(finding, keyboard, words));
+        result["findings"].push_back(findingJson(finding, keyboard, words, locale));
     for (const tapcore::LetterGain& gain : report.gains) result["gains"].push_back(gainJson(gain));
     if (report.compared) result["compared"] = comparedJson(report.figures, *report.compared);
     if (report.otherLayout) result["otherLayout"] = offerJson(*report.otherLayout);

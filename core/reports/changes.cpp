@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <set>
 
 #include "core/reports/key_class.h"
@@ -99,6 +100,9 @@ void lookAtAmount(Search& search) {
          .noise = 0.1,
          .leastDifference = 500,
          .leastRatio = 1.25});
+}
+
+void lookAtMouse(Search& search) {
     const double clicks = static_cast<double>(search.now().summary.clicks());
     search.look({.kind = Finding::Kind::keyboardShare,
                  .value =
@@ -227,6 +231,22 @@ void lookAtShortcuts(Search& search) {
     }
 }
 
+// What was not counted is no data: the mouse may be off for a time, and keys or shortcuts may be forgotten.
+
+bool hasTyping(const StretchFigures& figures) { return figures.summary.keystrokes > 0; }
+
+bool hasMouse(const StretchFigures& figures) { return !figures.summary.mouseTotal().isEmpty(); }
+
+/// Whether it is known of nearly all presses which keys they were of.
+bool hasKeys(const StretchFigures& figures) {
+    constexpr double nearlyAll = 0.95;
+    return static_cast<double>(sumOfCounts(figures.summary.byKey)) >= nearlyAll * presses(figures);
+}
+
+bool hasShortcuts(const StretchFigures& figures) {
+    return hasKeys(figures) && !figures.summary.byChord.empty();
+}
+
 }  // namespace
 
 double changeThreshold(std::size_t earlier) {
@@ -238,15 +258,27 @@ std::vector<Finding> changes(const CountedStretch& now, const std::vector<Counte
                              const Board& board) {
     std::vector<CountedStretch> typed;
     for (const CountedStretch& each : earlier)
-        if (each.figures.summary.keystrokes > 0) typed.push_back(each);
-    if (now.figures.summary.keystrokes == 0 || typed.size() < fewestForChange) return {};
-    Search search(now, typed);
-    lookAtAmount(search);
-    lookAtTimes(search);
-    lookAtKeys(search);
-    lookAtFingers(search, board);
-    lookAtShortcuts(search);
-    std::vector<Finding> found = std::move(search).found();
+        if (hasTyping(each.figures)) typed.push_back(each);
+    if (!hasTyping(now.figures) || typed.size() < fewestForChange) return {};
+    std::vector<Finding> found;
+    const auto look = [&](bool (*isKnown)(const StretchFigures&), const std::function<void(Search&)>& at) {
+        std::vector<CountedStretch> known;
+        std::copy_if(typed.begin(), typed.end(), std::back_inserter(known),
+                     [&](const CountedStretch& each) { return isKnown(each.figures); });
+        if (!isKnown(now.figures) || known.size() < fewestForChange) return;
+        Search search(now, known);
+        at(search);
+        std::vector<Finding> more = std::move(search).found();
+        std::move(more.begin(), more.end(), std::back_inserter(found));
+    };
+    look(hasTyping, lookAtAmount);
+    look(hasMouse, lookAtMouse);
+    look(hasTyping, lookAtTimes);
+    look(hasKeys, [&](Search& search) {
+        lookAtKeys(search);
+        lookAtFingers(search, board);
+    });
+    look(hasShortcuts, lookAtShortcuts);
     // The sign does not matter; findings that are as far stay in the order in which they were looked for.
     std::stable_sort(found.begin(), found.end(), [](const Finding& a, const Finding& b) {
         return std::abs(a.farness) > std::abs(b.farness);

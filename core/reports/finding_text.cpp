@@ -7,6 +7,7 @@
 
 #include "core/counting/chords.h"
 #include "core/foundation/characters.h"
+#include "core/foundation/date_text.h"
 
 namespace tapcore {
 namespace {
@@ -34,12 +35,17 @@ std::string nameOfHour(std::int64_t hour) {
     return std::to_string(hour) + "\u2013" + std::to_string(hour + 1);
 }
 
+std::string dateOf(const Day& day, std::string_view locale) {
+    return dateText({day.year, day.month, day.day}, locale);
+}
+
 /// What the finding is about: a key, a shortcut, a finger, a day, an hour.
-std::string subject(const Finding& finding, const Legends& legends, const Words& words) {
+std::string subject(const Finding& finding, const Legends& legends, const Words& words,
+                    std::string_view locale) {
     if (finding.key) return Chords::name(*finding.key, legends);
     if (finding.chord) return Chords::compact(Chords::keys(*finding.chord, legends));
     if (finding.finger) return nameOf(*finding.finger, words);
-    if (finding.day) return finding.day->description();
+    if (finding.day) return dateOf(*finding.day, locale);
     return finding.hour ? nameOfHour(*finding.hour) : "";
 }
 
@@ -98,13 +104,14 @@ std::string nameOf(const Load::Striker& striker, const Words& words) {
                       std::string(Board::fingers.of(striker.finger)));
 }
 
-std::string textOf(const Finding& finding, const Legends& legends, const Words& words) {
+std::string textOf(const Finding& finding, const Legends& legends, const Words& words,
+                   std::string_view locale) {
     const double change = finding.usual > 0 ? std::abs(finding.value - finding.usual) / finding.usual : 0;
-    return words.text(keyOf(finding), {{"name", subject(finding, legends, words)},
+    return words.text(keyOf(finding), {{"name", subject(finding, legends, words, locale)},
                                        {"value", figure(finding.kind, finding.value, words)},
                                        {"usual", figure(finding.kind, finding.usual, words)},
                                        {"percent", whole(change * 100, words)},
-                                       {"since", finding.stretches.back().first.description()}});
+                                       {"since", dateOf(finding.stretches.back().first, locale)}});
 }
 
 std::string textOf(const LetterGain& gain, const Words& words) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/counting/key_face.h"
@@ -12,8 +13,10 @@
 
 namespace tapcore {
 
-/// A finding as one sentence in the language of `words`. Keys and shortcuts are named by `legends`.
-std::string textOf(const Finding& finding, const Legends& legends, const Words& words);
+/// A finding as one sentence in the language of `words`. Keys and shortcuts are named by `legends`, and dates
+/// are written as in `locale`.
+std::string textOf(const Finding& finding, const Legends& legends, const Words& words,
+                   std::string_view locale);
 
 /// What practising a letter would spare, as a sentence or two.
 std::string textOf(const LetterGain& gain, const Words& words);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/foundation/checked.h"
+#include "core/reports/key_class.h"
 #include "core/reports/usual.h"
 
 namespace tapcore {
@@ -40,20 +41,20 @@ std::vector<LetterGain> letterGains(const Tally::KeyCounts& counts, const Legend
     const std::vector<Letter> letters = lettersOf(counts, legends, practised);
     if (letters.size() < fewestUsual || typingDays == 0) return {};
     const double usual = usualTime(letters);
-    std::int64_t all = 0;
-    for (const Letter& each : letters) addChecked(all, each.presses);
+    const std::int64_t all = countsByClass(counts, legends)[static_cast<std::size_t>(KeyClass::letter)];
     std::vector<LetterGain> gains;
     for (const Letter& each : letters) {
         const double slower = static_cast<double>(each.milliseconds) - usual;
         if (slower <= 0 || each.presses == 0) continue;
         constexpr double inMinute = 60000;
         const double pressesADay = static_cast<double>(each.presses) / static_cast<double>(typingDays);
-        gains.push_back({.letter = each.text,
-                         .presses = each.presses,
-                         .share = static_cast<double>(each.presses) / static_cast<double>(all),
-                         .milliseconds = each.milliseconds,
-                         .minutesADay = pressesADay * static_cast<double>(each.milliseconds) / inMinute,
-                         .sparedADay = pressesADay * slower / inMinute});
+        gains.push_back(
+            {.letter = each.text,
+             .presses = each.presses,
+             .share = static_cast<double>(each.presses) / static_cast<double>(std::max(all, each.presses)),
+             .milliseconds = each.milliseconds,
+             .minutesADay = pressesADay * static_cast<double>(each.milliseconds) / inMinute,
+             .sparedADay = pressesADay * slower / inMinute});
     }
     std::erase_if(gains, [](const LetterGain& gain) { return gain.sparedADay < leastSpared; });
     std::stable_sort(gains.begin(), gains.end(),

@@ -64,8 +64,9 @@ bool hasEnough(const StretchFigures& figures, std::int64_t typingDays) {
 
 /// What another period adds up to, where that is enough to compare with.
 std::optional<Report::Totals> totalsOf(const TypingDays& days, const ReportPeriod& period,
-                                       const Stretch& passed, std::int64_t typingDays) {
-    const Stretch stretch = sameStretch(period, passed);
+                                       const ReportPeriod& own, const Stretch& passed,
+                                       std::int64_t typingDays) {
+    const Stretch stretch = sameStretch(period, own, passed);
     const StretchFigures figures = figuresOf(days, stretch);
     if (!hasEnough(figures, typingDays)) return std::nullopt;
     return Report::Totals{period,
@@ -79,7 +80,8 @@ std::optional<Report::Totals> totalsOf(const TypingDays& days, const ReportPerio
 std::optional<ComparedPeriod> comparedOf(const TypingDays& days, const ReportQuestion& question,
                                          const Stretch& passed, std::int64_t typingDays) {
     if (!question.comparedWith) return std::nullopt;
-    ComparedPeriod compared{*question.comparedWith, sameStretch(*question.comparedWith, passed), {}};
+    ComparedPeriod compared{
+        *question.comparedWith, sameStretch(*question.comparedWith, question.period, passed), {}};
     StretchFigures figures = figuresOf(days, compared.stretch);
     if (hasEnough(figures, typingDays)) compared.figures = std::move(figures);
     return compared;
@@ -98,8 +100,8 @@ std::optional<Report::UsualTotals> usualOf(const std::vector<CountedStretch>& ea
     return Report::UsualTotals{*usualKeystrokes, *tapcore::usualOf(activeHours)};
 }
 
-/// The day with the most keystrokes of all from `since` to the end of `now`, when that is one of `now`. All
-/// days between are among `days`, unless nobody counted.
+/// The day with more keystrokes than any other from `since` to the end of `now`, when that is one of `now`.
+/// All days between are among `days`, unless nobody counted.
 std::optional<Finding> recordOf(const CountedStretch& now, const TypingDays& days, const Day& since) {
     constexpr std::ptrdiff_t enoughForRecord = 60;
     const auto first = days.lower_bound(since), end = days.upper_bound(now.stretch.last);
@@ -107,7 +109,10 @@ std::optional<Finding> recordOf(const CountedStretch& now, const TypingDays& day
     const auto most = std::max_element(first, end, [](const auto& a, const auto& b) {
         return a.second.tally.total() < b.second.tally.total();
     });
-    if (most->first < now.stretch.first) return std::nullopt;
+    const auto isAsMuch = [&](const auto& item) {
+        return item.second.tally.total() == most->second.tally.total();
+    };
+    if (most->first < now.stretch.first || std::count_if(first, end, isAsMuch) > 1) return std::nullopt;
     const Stretch all{first->first, now.stretch.last, now.stretch.hoursOfLast};
     return Finding{.kind = Finding::Kind::record,
                    .value = static_cast<double>(most->second.tally.total()),
@@ -196,8 +201,9 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     const std::vector<Stretch> earlier = earlierStretches(question.period, *passed);
     const Day since = earlier.empty() ? passed->first : earlier.back().first;
     std::vector<Stretch> read = {{since, passed->last}};
-    read.insert(read.end(), {sameStretch(before, *passed), sameStretch(yearBefore, *passed)});
-    if (question.comparedWith) read.push_back(sameStretch(*question.comparedWith, *passed));
+    read.insert(read.end(), {sameStretch(before, question.period, *passed),
+                             sameStretch(yearBefore, question.period, *passed)});
+    if (question.comparedWith) read.push_back(sameStretch(*question.comparedWith, question.period, *passed));
     const TypingDays days = daysOf(store, read, problems, progress);
 
     const CountedStretch now{*passed, figuresOf(days, *passed)};
@@ -209,8 +215,9 @@ Report reportOf(const Store& store, const ReportQuestion& question, FileProblems
     report.classes = countsByClass(now.figures.summary.byKey, keyboard.legends);
     report.load = Load(keyboard.board, keyboard.legends, now.figures.summary.byKey, {});
     report.usual = usualOf(counted);
-    report.before = totalsOf(days, before, *passed, now.figures.typingDays);
-    if (yearBefore != before) report.yearBefore = totalsOf(days, yearBefore, *passed, now.figures.typingDays);
+    report.before = totalsOf(days, before, question.period, *passed, now.figures.typingDays);
+    if (yearBefore != before && !yearBefore.meets(question.period))
+        report.yearBefore = totalsOf(days, yearBefore, question.period, *passed, now.figures.typingDays);
     report.compared = comparedOf(days, question, *passed, now.figures.typingDays);
     report.findings = changes(now, counted, keyboard.board);
     addFacts(report.findings, now, days, since);

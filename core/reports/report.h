@@ -29,7 +29,7 @@ struct ReportKeyboard {
     std::string layout;      ///< its id, as practice files name it
     std::string layoutName;  ///< for people
     Legends legends;
-    Legends names = {};  ///< what keys are called: by the user's own words too
+    Legends names = {};                     ///< what keys are called: by the user's own words too
     std::vector<LegendSet> layouts = {};    ///< what today's layout is compared with
     std::vector<std::string> letters = {};  ///< of the language that is typed
 };

@@ -107,7 +107,7 @@ TextTable comparisonTable(const Report& report) {
 TextTable findingsTable(const Report& report, const ReportKeyboard& keyboard, const Words& words) {
     TextTable table{{"finding"}, {false}, {}};
     for (const Finding& finding : report.findings)
-        table.rows.push_back({textOf(finding, keyboard.names, words)});
+        table.rows.push_back({textOf(finding, keyboard.names, words, words.language())});
     for (std::string& advice : adviceOf(report, keyboard, words, 0))
         table.rows.push_back({std::move(advice)});
     return table;

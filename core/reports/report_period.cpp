@@ -115,7 +115,8 @@ std::optional<Stretch> passedOf(const ReportPeriod& period, const Day& today, st
     return Stretch{period.first, last, countsToday ? hoursPassed : 24};
 }
 
-Stretch sameStretch(const ReportPeriod& period, const Stretch& stretch) {
+Stretch sameStretch(const ReportPeriod& period, const ReportPeriod& of, const Stretch& stretch) {
+    if (stretch == Stretch{of.first, of.last}) return {period.first, period.last};
     const Day last = daysLater(period.first, stretch.days() - 1);
     if (last > period.last) return {period.first, period.last};
     return {period.first, last, stretch.hoursOfLast};

@@ -33,6 +33,8 @@ struct ReportPeriod {
     /// How many days it has, first and last included.
     std::int64_t days() const { return last.daysSince(first) + 1; }
     bool contains(const Day& day) const { return first <= day && day <= last; }
+    /// Whether the two have a day in common.
+    bool meets(const ReportPeriod& other) const { return first <= other.last && other.first <= last; }
 
     /// The one of the same kind, or of the same length, that ends on the day before.
     ReportPeriod previous() const;
@@ -60,9 +62,9 @@ struct Stretch {
 /// it is.
 std::optional<Stretch> passedOf(const ReportPeriod& period, const Day& today, std::int64_t hoursPassed);
 
-/// As much of a period as `stretch` is of another one of its kind: from its first day on, and not past its
-/// last.
-Stretch sameStretch(const ReportPeriod& period, const Stretch& stretch);
+/// As much of a period as `stretch` is of the period `of`: its first so many days, or all of it when the
+/// stretch is all of `of`, however long the two are.
+Stretch sameStretch(const ReportPeriod& period, const ReportPeriod& of, const Stretch& stretch);
 
 /// The day so many days later, or earlier when negative.
 Day daysLater(const Day& day, std::int64_t days);

@@ -41,15 +41,23 @@ ReportPeriod likeWith(const ReportPeriod& period, const Day& day) {
     return ReportPeriod::span(day, tapcore::daysLater(day, period.days() - 1));
 }
 
-std::optional<ReportPeriod> comparedOf(const ReportOptions& options, const ReportPeriod& period) {
+ReportPeriod otherPeriod(const std::string& word, const ReportPeriod& period) {
+    if (word == "previous") return period.previous();
+    if (word == "year") return period.yearBefore();
+    const auto day = Day::parse(word);
+    if (!day) throw UsageError("--compare: " + word + ": write previous, year or a day, YYYY-MM-DD");
+    return likeWith(period, *day);
+}
+
+std::optional<ReportPeriod> comparedOf(const ReportOptions& options, const ReportPeriod& period,
+                                       const Day& today) {
     if (!options.compare) return std::nullopt;
-    if (*options.compare == "previous") return period.previous();
-    if (*options.compare == "year") return period.yearBefore();
-    const auto day = Day::parse(*options.compare);
-    if (!day)
-        throw UsageError("--compare: " + *options.compare + ": write previous, year or a day, YYYY-MM-DD");
-    const ReportPeriod other = likeWith(period, *day);
-    if (other == period) throw UsageError("--compare: " + *options.compare + " is in the period itself");
+    const ReportPeriod other = otherPeriod(*options.compare, period);
+    const char* const wrong = other == period       ? " is in the period itself"
+                              : other.meets(period) ? ": that period and the report's own have days in common"
+                              : other.first > today ? ": that period has not begun"
+                                                    : nullptr;
+    if (wrong) throw UsageError("--compare: " + *options.compare + wrong);
     return other;
 }
 
@@ -78,17 +86,28 @@ void addReportOptions(CommandLine& line, ReportOptions& options) {
     addFolderOptions(line, options.folder);
 }
 
-std::string nothingCounted(const AskedReport& asked) {
+void sayNothingCounted(const AskedReport& asked, const ReportOptions& options) {
     const ReportPeriod& period = asked.question.period;
-    return fmt::format("{}: nothing was counted from {} to {}\n", titleOf(period, asked.words, asked.locale),
-                       period.first.description(), period.last.description());
+    const bool isToCome = period.first > asked.question.today;
+    const std::string unwritten = options.output  ? *options.output
+                                  : options.opens ? "--open"
+                                  : options.saves ? "--save"
+                                                  : "";
+    if (!unwritten.empty())
+        throw Failure(unwritten, isToCome
+                                     ? "nothing is written: the period has not begun"
+                                     : fmt::format("nothing is written: nothing was counted from {} to {}",
+                                                   period.first.description(), period.last.description()));
+    print(asked.words.text(isToCome ? "report.to_come" : "report.nothing",
+                           {{"name", titleOf(period, asked.words, asked.locale)}}) +
+          "\n");
 }
 
 AskedReport askedReport(const ReportOptions& options, const Environment& environment) {
     const tapcore::Calendar& calendar = environment.calendar;
     const Day day = today(options.folder, environment, calendar);
     const ReportPeriod period = periodOf(options, day, calendar);
-    const auto compared = comparedOf(options, period);
+    const auto compared = comparedOf(options, period, day);
     const tapcore::MapColor color = chosenColor(options.color, environment);
     tapcore::Store store = openShown(options.folder, environment);
     tapcore::Words words = chosenWords(environment);

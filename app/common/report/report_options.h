@@ -42,8 +42,8 @@ struct AskedReport {
     tapcore::MapColor color;
 };
 
-/// What is said instead of a report in which nothing was counted.
-std::string nothingCounted(const AskedReport& asked);
+/// Says, instead of a report, that nothing was counted. Failure when a file was to be written of it.
+void sayNothingCounted(const AskedReport& asked, const ReportOptions& options);
 
 /// UsageError for a period that cannot be, or cannot be compared with.
 AskedReport askedReport(const ReportOptions& options, const Environment& environment);

@@ -39,7 +39,7 @@ std::string ReportTables::subtitle() const {
 std::vector<std::string> ReportTables::findings() const {
     std::vector<std::string> texts;
     for (const tapcore::Finding& finding : report_.findings)
-        texts.push_back(textOf(finding, keyboard_.names, words_));
+        texts.push_back(textOf(finding, keyboard_.names, words_, locale_));
     for (std::string& advice : adviceOf(report_, keyboard_, words_, 3)) texts.push_back(std::move(advice));
     return texts;
 }
@@ -180,14 +180,16 @@ ReportTable ReportTables::keys(std::size_t most) const {
     return table;
 }
 
-ReportTable ReportTables::shortcuts() const {
-    constexpr std::int64_t mostRows = 20;
+ReportTable ReportTables::shortcuts(std::size_t most, ShortcutNames names) const {
     ReportTable table{word("report.section.shortcuts"),
                       {{word("report.section.shortcuts")}, {word("report.column.count"), true}},
                       {}};
-    for (const tapcore::ChordRow& row :
-         tapcore::Chords::top(report_.figures.summary.byChord, keyboard_.names, mostRows))
-        table.rows.push_back({{tapcore::Chords::compact(row.keys)}, {number(row.count), true}});
+    for (const tapcore::ChordRow& row : tapcore::Chords::top(report_.figures.summary.byChord, keyboard_.names,
+                                                             static_cast<std::int64_t>(most)))
+        table.rows.push_back(
+            {{names == ShortcutNames::signs ? tapcore::Chords::compact(row.keys)
+                                            : row.chord.modifiers.name() + "+" + row.keys.back()},
+             {number(row.count), true}});
     return table;
 }
 

@@ -61,7 +61,9 @@ class ReportTables {
     ReportTable hours() const;
     /// The most pressed keys, at most so many.
     ReportTable keys(std::size_t most) const;
-    ReportTable shortcuts() const;
+    /// The most pressed shortcuts, at most so many, as "⌘C" or as "cmd+c".
+    enum class ShortcutNames { signs, words };
+    ReportTable shortcuts(std::size_t most = 20, ShortcutNames names = ShortcutNames::signs) const;
     ReportTable kinds() const;
     ReportTable fingers() const;
 

@@ -145,5 +145,43 @@ TEST(Changes, AreFoundWhereTheyWerePlantedAndRarelyElsewhere) {
     }
 }
 
+/// Eight weeks and a ninth of the same typing; something is done to the days of the eight.
+std::vector<Finding> findingsOfSameTyping(const std::function<void(DayFile&)>& before) {
+    DayFile day;
+    for (KeyCode key = 0; key < 30; ++key) day.tally.add(key, 10, 100);
+    day.tally.add(Tally::Chord{Modifiers::command, 8}, 10, 90);
+    day.tally.add(Tally::MouseHour{.clicks = 900}, 10);
+    DayFile earlierDay = day;
+    before(earlierDay);
+    TypingDays days;
+    const Stretch week{{2026, 9, 7}, {2026, 9, 13}};
+    for (std::int64_t back = 0; back < 63; ++back)
+        days.emplace(daysLater(week.last, -back), back < 7 ? day : earlierDay);
+    std::vector<CountedStretch> earlier;
+    for (std::int64_t weeks = 1; weeks <= 8; ++weeks)
+        earlier.push_back({week.earlier(7 * weeks), figuresOf(days, week.earlier(7 * weeks))});
+    return changes({week, figuresOf(days, week)}, earlier,
+                   *Catalog::bundled(resources).board("full-size-ansi"));
+}
+
+// What was not counted, or was forgotten, is no data, and no change.
+TEST(Changes, AreNotFoundWhereCountsAreMissing) {
+    struct Case {
+        const char* what;
+        std::function<void(DayFile&)> before;
+    };
+    const Case cases[] = {
+        {"nothing is missing", [](DayFile&) {}},
+        {"keys were forgotten", [](DayFile& file) { file.tally.forgetKeys(); }},
+        {"shortcuts were forgotten", [](DayFile& file) { file.tally.forgetChords(); }},
+        {"the mouse was not counted", [](DayFile& file) { file.tally.mouse = {}; }},
+    };
+    for (const auto& [what, before] : cases) EXPECT_EQ(findingsOfSameTyping(before).size(), 0) << what;
+
+    const auto fewerClicks = findingsOfSameTyping([](DayFile& file) { file.tally.mouse[10].clicks = 90; });
+    ASSERT_EQ(fewerClicks.size(), 1) << "mouse counts that are there are compared";
+    EXPECT_EQ(fewerClicks.front().kind, Kind::keyboardShare);
+}
+
 }  // namespace
 }  // namespace tapcore

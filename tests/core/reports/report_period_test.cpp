@@ -43,11 +43,43 @@ TEST(ReportPeriod, ThatIsNotOverIsComparedWithTheSameStretch) {
     EXPECT_EQ(passedOf(month, {2026, 3, 2}, 0), (Stretch{{2026, 3, 1}, {2026, 3, 1}}));
     EXPECT_EQ(passedOf(month, {2026, 3, 31}, 9), (Stretch{{2026, 3, 1}, {2026, 3, 31}, 9}));
     EXPECT_EQ(passedOf(month, {2026, 4, 1}, 9), (Stretch{{2026, 3, 1}, {2026, 3, 31}}));
-    EXPECT_EQ(sameStretch(month.previous(), {{2026, 3, 1}, {2026, 3, 5}, 9}),
+    EXPECT_EQ(sameStretch(month.previous(), month, {{2026, 3, 1}, {2026, 3, 5}, 9}),
               (Stretch{{2026, 2, 1}, {2026, 2, 5}, 9}));
-    EXPECT_EQ(sameStretch(month.previous(), {{2026, 3, 1}, {2026, 3, 30}, 9}),
+    EXPECT_EQ(sameStretch(month.previous(), month, {{2026, 3, 1}, {2026, 3, 30}, 9}),
               (Stretch{{2026, 2, 1}, {2026, 2, 28}}))
         << "February is over by then";
+}
+
+TEST(ReportPeriod, ThatIsOverIsComparedWithAllOfAnotherHoweverLong) {
+    struct Case {
+        ReportPeriod period, other;
+        Stretch stretch;
+    };
+    const auto of = [](Kind kind, const Day& day) { return ReportPeriod::containing(kind, day); };
+    const Case cases[] = {
+        {of(Kind::month, {2026, 2, 1}), of(Kind::month, {2026, 1, 1}), {{2026, 1, 1}, {2026, 1, 31}}},
+        {of(Kind::month, {2026, 3, 1}), of(Kind::month, {2026, 2, 1}), {{2026, 2, 1}, {2026, 2, 28}}},
+        {of(Kind::year, {2025, 5, 5}), of(Kind::year, {2024, 5, 5}), {{2024, 1, 1}, {2024, 12, 31}}},
+        {of(Kind::week, {2026, 9, 20}), of(Kind::week, {2026, 9, 1}), {{2026, 8, 31}, {2026, 9, 6}}},
+        {of(Kind::day, {2026, 9, 20}), of(Kind::day, {2026, 9, 1}), {{2026, 9, 1}, {2026, 9, 1}}},
+    };
+    for (const auto& [period, other, stretch] : cases)
+        EXPECT_EQ(sameStretch(other, period, {period.first, period.last}), stretch) << period.name();
+}
+
+TEST(ReportPeriod, MeetsAnotherThatHasADayInCommon) {
+    const auto span = ReportPeriod::span({2026, 9, 1}, {2026, 9, 14});
+    struct Case {
+        Day first, last;
+        bool meets;
+    };
+    const Case cases[] = {
+        {{2026, 8, 1}, {2026, 8, 31}, false},  {{2026, 8, 1}, {2026, 9, 1}, true},
+        {{2026, 9, 5}, {2026, 9, 6}, true},    {{2026, 9, 14}, {2026, 9, 30}, true},
+        {{2026, 9, 15}, {2026, 9, 15}, false}, {{2026, 1, 1}, {2026, 12, 31}, true},
+    };
+    for (const auto& [first, last, meets] : cases)
+        EXPECT_EQ(span.meets(ReportPeriod::span(first, last)), meets) << first.description();
 }
 
 }  // namespace
