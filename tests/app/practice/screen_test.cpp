@@ -207,6 +207,22 @@ next: a   left little finger
 )");
 }
 
+TEST_F(TrainersScreen, IsNotTakenWhereTheLocaleLacksLetters) {
+    terminal.emplace(std::vector<std::string>{PROGRAMS "/tappora-practice", "--folder", data.path().string(),
+                                              "--language", "ru"},
+                     PseudoTerminal::Variables{{"HOME", home.path().string()},
+                                               {"XDG_CONFIG_HOME", (home / "config").string()},
+                                               {"XDG_RUNTIME_DIR", home.path().string()},
+                                               {"TAPPORA_RESOURCES", RESOURCES},
+                                               {"TERM", "xterm-256color"},
+                                               {"LC_ALL", "C"}},
+                     24, 80);
+    EXPECT_EQ(terminal->wait(), 1);
+    EXPECT_EQ(terminal->seen(),
+              "tappora: LANG: the character set of this locale, ANSI_X3.4-1968, has no \"о\"; try "
+              "LANG=C.UTF-8\r\n");
+}
+
 TEST_F(TrainersScreen, KeepsToAsciiWhereTheLocaleDoes) {
     start(8, 60, {{"LC_ALL", "C"}});
     expectShown({1, 0}, R"(
