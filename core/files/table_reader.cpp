@@ -72,11 +72,6 @@ bool isSectionName(std::string_view word) {
                        [](std::string_view c) { return c == "_" || isLetter(c); });
 }
 
-bool isRuleCell(std::string_view cell) {
-    return !cell.empty() &&
-           std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
-}
-
 /// What rules of tables, and titles ("# 2026-09-20", "#+title: 2026-09-20"), do not.
 bool saysSomething(std::string_view line) {
     const bool isTitle = line.starts_with('#') && line.find_first_not_of("# \t-0123456789") == line.npos;
@@ -84,6 +79,11 @@ bool saysSomething(std::string_view line) {
 }
 
 }  // namespace
+
+bool isRuleCell(std::string_view cell) {
+    return !cell.empty() &&
+           std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
+}
 
 TableReader::TableReader(std::string_view text, Lines lines)
     : rest_(text), lines_(lines), isPlain_(endsLinesPlainly(text)) {}

@@ -7,6 +7,9 @@
 
 namespace tapcore {
 
+/// Whether a cell is made of dashes as those of a rule are. A row of nothing else is taken for a rule.
+bool isRuleCell(std::string_view cell);
+
 /// Walks the text of a data file once, in either format or tab-separated, and hands out what it holds piece
 /// by piece: a heading, then the rows of its table. What is neither is passed over, so it never fails.
 ///

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 
+#include "core/files/table_reader.h"
 #include "core/files/text_table.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/checked.h"
@@ -20,6 +21,7 @@ constexpr Outcome notOfDay = "it is not in the tables Letters and Day";
 constexpr Outcome belowZero = "a count is below 0";
 constexpr Outcome unknownColumn = "an unknown column";
 constexpr Outcome beyondColumns = "a cell beyond the columns";
+constexpr Outcome likeRule = "a row of dashes alone cannot be kept";
 
 enum Column : std::size_t { letterColumn, layoutColumn, pressesColumn, missesColumn, timedColumn, msColumn };
 constexpr std::array<std::string_view, 6> titles = {"letter", "layout", "presses", "misses", "timed", "ms"};
@@ -121,6 +123,8 @@ Outcome setValue(PracticeDay& day, std::string_view key, std::string_view value)
         setNumber(day, key, *number);
     } else if (key == "layout") {
         day.layout = value;
+    } else if (isRuleCell(key) && isRuleCell(value)) {
+        return likeRule;
     } else {
         day.otherMeta[std::string(key)] = value;
     }

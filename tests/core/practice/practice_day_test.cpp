@@ -142,6 +142,7 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
         "| lessons | 2 |\n"
         "| best | -9 |\n"
         "| mood | good |\n"
+        "| - | -- | 0 |\n"
         "# slow today\n"
         "| e |\n",
         &skipped);
@@ -160,8 +161,9 @@ TEST(PracticeDay, PassesOverRowsItCannotUseAndSaysWhich) {
                            {13, "an unknown column: | letter | presses | mood |"},
                            {16, "a cell is not a whole number: | seconds | 1:00 |"},
                            {18, "a count is below 0: | best | -9 |"},
-                           {20, "it is not in the tables Letters and Day: # slow today"},
-                           {21, "it is not in the tables Letters and Day: | e |"}}));
+                           {20, "a row of dashes alone cannot be kept: | - | -- | 0 |"},
+                           {21, "it is not in the tables Letters and Day: # slow today"},
+                           {22, "it is not in the tables Letters and Day: | e |"}}));
     for (const FileFormat format : FileFormat::allCases) {
         skipped.clear();
         (void)PracticeDay(sampleDay().text(today, format), &skipped);
