@@ -89,7 +89,7 @@ def folder_goes_away(lab):
     lab.typist.type("qwe")
     lab.machine.must(f"[ ! -e {lab.folder} ] && mv /home/ada/Away {lab.folder}")
     lab.end_minute()
-    expect("stored again" in lab.said(), lab.said())
+    lab.heard("stored again")
     ends_well(lab)
 
 

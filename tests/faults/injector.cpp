@@ -5,7 +5,9 @@
 //   FAULTS_LOG     a file that gets a line for each counted call: "NUMBER CALL PATH"
 //   FAULTS_AT      the number of the call to disturb; 0 or missing: calls are only counted
 //   FAULTS_DO      how: an error's number; "short" (half is read or written); "kill" (the program is killed
-//                  just before the call); "kill-later"; "full" (from this call on, the disk is full)
+//                  just before the call); "kill-later"; "vanish" (data in the
+//                  folder gets another name just before the call); "full" (from this call on, the disk is
+//                  full)
 //   FAULTS_LATER   for "kill-later": so many microseconds after the call; with call 0, after the program
 //   began
 

@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -132,6 +133,12 @@ void killLater() {
     if (::timer_create(CLOCK_MONOTONIC, &kill, &timer) == 0) ::timer_settime(timer, 0, &at, nullptr);
 }
 
+/// The data folder has another name from now on, as when somebody renames it or its disk is unmounted.
+void renameFolder() {
+    const std::string folder(plan().folder);
+    next<int(const char*, const char*)>("rename")((folder + "/data").c_str(), (folder + "/gone").c_str());
+}
+
 /// Counts a call and decides what becomes of it; sets errno when it fails.
 Fate fateOf(const char* call, const Place& place, Room room = Room::none) {
     static std::atomic<long> calls = 0;
@@ -147,7 +154,8 @@ Fate fateOf(const char* call, const Place& place, Room room = Room::none) {
     const bool isHere = number == plan().at;
     if (isHere && plan().action == "kill") ::kill(::getpid(), SIGKILL);
     if (isHere && plan().action == "kill-later") killLater();
-    if (plan().action == "kill-later") return Fate::proceeds;
+    if (isHere && plan().action == "vanish") renameFolder();
+    if (plan().action == "kill-later" || plan().action == "vanish") return Fate::proceeds;
     if (isHere && plan().action == "short") return Fate::isCut;
     if (plan().action == "full") {
         const bool wasFull = isFull;
