@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <limits>
 #include <utility>
 
 #include "core/files/text_table.h"
@@ -28,6 +29,20 @@ Outcome readKeyRow(DayFile& file, const Cells& cells) {
     if (!parse(cells[0], hour) || !parse(cells[1], keyCode) || !parse(cells[2], count)) return notNumbers;
     file.tally.add(keyCode, hour, count);
     return countedIn(hour, count);
+}
+
+/// Nearly all rows of a file are these.
+void readPlainKeyRows(DayFile& file, TableReader& reader) {
+    constexpr std::size_t keysOfAnHour = 64;
+    constexpr std::int64_t lastKeyCode = std::numeric_limits<KeyCode>::max();
+    std::array<std::int64_t, 3> row{};
+    const auto& [hour, keyCode, count] = row;
+    while (reader.peekNumbers(row) && Tally::isHour(hour) && keyCode <= lastKeyCode && count >= 1) {
+        auto& keys = file.tally.keys[static_cast<std::size_t>(hour)];
+        if (keys.empty()) keys.reserve(keysOfAnHour);
+        addChecked(keys[static_cast<KeyCode>(keyCode)], count);
+        reader.skip();
+    }
 }
 
 Outcome readChordRow(DayFile& file, const Cells& cells) {
@@ -99,8 +114,12 @@ Outcome readDayRow(DayFile& file, const Cells& cells) {
 }
 
 constexpr RowReader<DayFile> rowReaders[] = {
-    {"keys", readKeyRow, "hour"},    {"chords", readChordRow, "hour"}, {"hours", readHourRow, "hour"},
-    {"mouse", readMouseRow, "hour"}, {"day", readDayRow, "key"},       {"meta", readDayRow, "key"},
+    {"keys", readKeyRow, "hour", readPlainKeyRows},
+    {"chords", readChordRow, "hour"},
+    {"hours", readHourRow, "hour"},
+    {"mouse", readMouseRow, "hour"},
+    {"day", readDayRow, "key"},
+    {"meta", readDayRow, "key"},
 };
 
 std::string decimal(std::int64_t number) { return std::to_string(number); }

@@ -30,6 +30,9 @@ struct RowReader {
     std::string_view section;
     Outcome (*read)(Record& record, const Cells& cells);
     std::string_view firstTitle;  ///< what the header line of the section's table starts with
+    /// Of a long table: reads the rows to come that are plain numbers and can be used, all of them; `read` is
+    /// for the others.
+    void (*readPlain)(Record& record, TableReader& reader) = nullptr;
 };
 
 /// Reads every row of the sections that have a reader; the rest is passed over. Lines that could not be used
@@ -39,7 +42,12 @@ void readRows(std::string_view text, Record& record, std::span<const RowReader<R
               std::vector<SkippedRow>* skipped) {
     const RowReader<Record>* current = nullptr;
     using Lines = TableReader::Lines;
-    for (TableReader reader(text, skipped ? Lines::all : Lines::ofTables); reader.next();) {
+    TableReader reader(text, skipped ? Lines::all : Lines::ofTables);
+    const auto next = [&] {
+        if (current && current->readPlain) current->readPlain(record, reader);
+        return reader.next();
+    };
+    while (next()) {
         Outcome outcome = inNoTable;
         if (reader.isHeading()) {
             current = nullptr;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/foundation/ascii.h"
 #include "core/foundation/characters.h"
 #include "core/foundation/text_pieces.h"
 
@@ -18,12 +19,6 @@ constexpr auto mayEndLine = [] {
     for (const char byte : otherLineEndStarts) table[static_cast<unsigned char>(byte)] = true;
     return table;
 }();
-
-/// Whether every line ends with LF alone, as in the files that this program writes.
-bool endsLinesPlainly(std::string_view text) {
-    return std::all_of(otherLineEndStarts.begin(), otherLineEndStarts.end(),
-                       [&](char start) { return text.find(start) == std::string_view::npos; });
-}
 
 /// How many bytes the line end at `at` takes: LF, VT, FF, CR, CR LF, NEL, LS or PS; 0 when there is no line
 /// end.
@@ -52,9 +47,27 @@ LineEnd lineEnd(std::string_view text) {
     return {text.size(), 0};
 }
 
-LineEnd plainLineEnd(std::string_view text) {
-    const std::size_t at = text.find('\n');
-    return at == std::string_view::npos ? LineEnd{text.size(), 0} : LineEnd{at, 1};
+const char* pastBlanks(const char* at, const char* end) {
+    while (at != end && *at == ' ') ++at;
+    return at;
+}
+
+/// Reads a row such as "|  8 | 112 |" and its line end; gives its size, 0 for any other line.
+std::size_t readNumbers(std::string_view text, std::span<std::int64_t> numbers) {
+    constexpr std::ptrdiff_t digitsThatFit = 18;
+    const char* const end = text.data() + text.size();
+    const char* at = text.data();
+    if (at == end || *at != '|') return 0;
+    for (std::int64_t& number : numbers) {
+        const char* const digits = at = pastBlanks(at + 1, end);
+        std::uint64_t value = 0;
+        for (; at != end && isDigit(*at); ++at) value = value * 10 + static_cast<std::uint64_t>(*at - '0');
+        if (at == digits || at - digits > digitsThatFit) return 0;
+        number = static_cast<std::int64_t>(value);
+        at = pastBlanks(at, end);
+        if (at == end || *at != '|') return 0;
+    }
+    return ++at != end && *at == '\n' ? static_cast<std::size_t>(at + 1 - text.data()) : 0;
 }
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
@@ -85,12 +98,21 @@ bool isRuleCell(std::string_view cell) {
            std::all_of(cell.begin(), cell.end(), [](char c) { return c == '-' || c == ':' || c == '+'; });
 }
 
-TableReader::TableReader(std::string_view text, Lines lines)
-    : rest_(text), lines_(lines), isPlain_(endsLinesPlainly(text)) {}
+TableReader::TableReader(std::string_view text, Lines lines) : rest_(text), lines_(lines) {}
+
+bool TableReader::peekNumbers(std::span<std::int64_t> numbers) {
+    peeked_ = readNumbers(rest_, numbers);
+    return peeked_ > 0;
+}
+
+void TableReader::skip() {
+    rest_.remove_prefix(peeked_);
+    ++line_;
+}
 
 bool TableReader::takeLine(std::string_view& line) {
     if (rest_.empty()) return false;
-    const auto [end, size] = isPlain_ ? plainLineEnd(rest_) : lineEnd(rest_);
+    const auto [end, size] = lineEnd(rest_);
     line = rest_.substr(0, end);
     rest_.remove_prefix(end + size);
     ++line_;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +31,13 @@ class TableReader {
     /// Goes to the next heading or row, or line that is neither; false at the end.
     bool next();
 
+    /// Whether the line to come is a row of this many whole numbers without sign, as this program writes
+    /// them, which are then in `numbers`. Nothing is gone to: that is what `skip` does, which is faster than
+    /// `next` for long tables. False for any other line, also a row of numbers that are written otherwise.
+    bool peekNumbers(std::span<std::int64_t> numbers);
+    /// Goes past the line that `peekNumbers` found.
+    void skip();
+
     /// Whether `next` found a heading, the start of a section whose rows follow.
     bool isHeading() const { return isHeading_; }
     /// Whether it found a line that is neither, and not a title. It has no cells.
@@ -50,7 +59,7 @@ class TableReader {
 
     std::string_view rest_;
     Lines lines_;
-    bool isPlain_;
+    std::size_t peeked_ = 0;  ///< the size of the line that was found, its end included
     std::size_t line_ = 0;
     std::string_view text_;
     bool isHeading_ = false;

@@ -224,5 +224,27 @@ TEST(DayFile, CutAnywhereReadsWhatIsWhole) {
     EXPECT_EQ(last, sample().tally.total());
 }
 
+TEST(DayFile, UsesAndSkipsRowsAlikeHoweverTheyAreWritten) {
+    struct Case {
+        const char* row;
+        std::size_t skipped;
+        std::int64_t total;
+    };
+    const Case cases[] = {
+        {"| 8 | 0 | 5 |", 0, 15},     {"|8|0|5|", 0, 15},         {"8\t0\t5", 0, 15},
+        {"| 8 | 0 | +5 |", 0, 15},    {"| 24 | 0 | 5 |", 1, 10},  {"| 8 | 65536 | 5 |", 1, 10},
+        {"| 8 | 65535 | 5 |", 0, 15}, {"| 8 | 0 | 0 |", 1, 10},   {"| 8 | 0 | five |", 1, 10},
+        {"| 8 | 0 | 5 | 1 |", 1, 10}, {"| 008 | 0 | 5 |", 0, 15},
+    };
+    for (const auto& [row, skipped, total] : cases) {
+        std::vector<SkippedRow> lines;
+        const DayFile file("* Keys\n| 9 | 3 | 4 |\n" + std::string(row) + "\n| 9 | 2 | 6 |\n", &lines);
+        EXPECT_EQ(lines.size(), skipped) << row;
+        EXPECT_EQ(file.tally.total(), total) << row;
+        EXPECT_EQ(file.tally.keys[9].valueOr(2, 0), 6) << row;
+        if (skipped > 0) EXPECT_EQ(lines.front().line, 3u) << row;
+    }
+}
+
 }  // namespace
 }  // namespace tapcore

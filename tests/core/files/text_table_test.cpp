@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <cstdint>
+
 #include "core/files/table_reader.h"
 
 namespace tapcore {
@@ -116,6 +119,55 @@ TEST(FileFormat, IsStoredByItsWordAndReadsItselfFirst) {
     EXPECT_EQ(FileFormat::parse("Org"), std::nullopt);
     EXPECT_THAT(FileFormat(FileFormat::org).readOrder(), ElementsAre("org", "md", "tsv"));
     EXPECT_THAT(FileFormat(FileFormat::markdown).readOrder(), ElementsAre("md", "org", "tsv"));
+}
+
+TEST(TableReader, PeeksAtRowsOfPlainNumbersAndLeavesAllOthers) {
+    struct Case {
+        const char* line;
+        bool isPlain;
+    };
+    const Case cases[] = {
+        {"|    8 |       0 |   112 |\n", true},
+        {"|8|0|112|\n", true},
+        {"| 8 | 0 | 999999999999999999 |\n", true},
+        {"| 8 | 0 | 9999999999999999999 |\n", false},  // 19 digits may not fit
+        {"| 8 | 0 | +112 |\n", false},
+        {"| 8 | 0 | -112 |\n", false},
+        {"| 8 | 0 |  |\n", false},
+        {"| 8 | 0 |\n", false},
+        {"| 8 | 0 | 112 | 4 |\n", false},
+        {"| 8 | 0 | 1 2 |\n", false},
+        {"| 8 | 0 | 112 | \n", false},
+        {"| 8 | 0 | 112 |\r\n", false},
+        {"| 8 | 0 | 112 |", false},
+        {" | 8 | 0 | 112 |\n", false},
+        {"8\t0\t112\n", false},
+        {"|\n", false},
+        {"", false},
+    };
+    for (const auto& [line, isPlain] : cases) {
+        const std::string text = "* Keys\n" + std::string(line);
+        TableReader reader(text);
+        ASSERT_TRUE(reader.next());
+        std::array<std::int64_t, 3> numbers{};
+        ASSERT_EQ(reader.peekNumbers(numbers), isPlain) << line;
+        if (!isPlain) continue;
+        EXPECT_EQ(numbers[0], 8) << line;
+        EXPECT_EQ(numbers[1], 0) << line;
+        reader.skip();
+        EXPECT_FALSE(reader.next()) << line;
+    }
+}
+
+TEST(TableReader, CountsTheLinesThatItSkips) {
+    TableReader reader("* Keys\n| 8 | 0 |\n| 9 | 0 |\n\nodd\n| 9 | x |\n");
+    ASSERT_TRUE(reader.next());
+    std::array<std::int64_t, 2> numbers{};
+    while (reader.peekNumbers(numbers)) reader.skip();
+    EXPECT_EQ(numbers[0], 9);
+    ASSERT_TRUE(reader.next());
+    EXPECT_EQ(reader.line(), 6u);
+    EXPECT_THAT(reader.cells(), ElementsAre("9", "x"));
 }
 
 }  // namespace
