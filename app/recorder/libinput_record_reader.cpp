@@ -1,12 +1,15 @@
 #include "app/recorder/recording_file.h"
 
 #include <linux/input.h>
+#include <yaml-cpp/anchor.h>
+#include <yaml-cpp/eventhandler.h>
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 
 #include "app/recorder/text_walkers.h"
@@ -164,10 +167,42 @@ void readDevices(const YAML::Node& document, Recording& recording, std::map<Devi
     }
 }
 
+/// Sees that each document begins behind the one before. Of some damaged texts, such as a single comma, the
+/// library makes documents without end, all at one place.
+class Progress : public YAML::EventHandler {
+  public:
+    void OnDocumentStart(const YAML::Mark& mark) override {
+        if (mark.pos <= last_) throw YAML::ParserException(mark, "not a list of devices");
+        last_ = mark.pos;
+    }
+    void OnDocumentEnd() override {}
+    void OnNull(const YAML::Mark&, YAML::anchor_t) override {}
+    void OnAlias(const YAML::Mark&, YAML::anchor_t) override {}
+    void OnScalar(const YAML::Mark&, const std::string&, YAML::anchor_t, const std::string&) override {}
+    void OnSequenceStart(const YAML::Mark&, const std::string&, YAML::anchor_t,
+                         YAML::EmitterStyle::value) override {}
+    void OnSequenceEnd() override {}
+    void OnMapStart(const YAML::Mark&, const std::string&, YAML::anchor_t,
+                    YAML::EmitterStyle::value) override {}
+    void OnMapEnd() override {}
+
+  private:
+    int last_ = -1;
+};
+
+void checkProgress(const std::string& yaml) {
+    std::istringstream text(yaml);
+    YAML::Parser parser(text);
+    Progress progress;
+    while (parser.HandleNextDocument(progress)) {
+    }
+}
+
 /// The devices named in the YAML around the lists of events.
 std::map<DeviceId, DeviceId> readAllDevices(const std::string& yaml, Recording& recording) {
     std::map<DeviceId, DeviceId> byList;
     try {
+        checkProgress(yaml);
         for (const YAML::Node& document : YAML::LoadAll(yaml)) readDevices(document, recording, byList);
     } catch (const YAML::Exception& error) {
         throw RecordingError(static_cast<std::size_t>(std::max(error.mark.line, 0)) + 1, error.msg);

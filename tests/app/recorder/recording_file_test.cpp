@@ -60,6 +60,7 @@ TEST_F(RecordingFile, NamesTheLineThatIsDamaged) {
          ":3: bad conversion"},
         {"version: 1\nevents:\n- evdev:\n  - [0, 0, 1, 30, 1]\n", ":2: events without a device"},
         {evemuHead, ": no countable events"},
+        {"# libinput record\n,\n", ":2: not a list of devices"},
         {"Dear Ada,\n", ": not a recording of evemu-record or libinput record"},
         {"# A mouse\nD: 0\nN: device 0:0\nI: 3 046d c31c\nE: 000000.000000 8 00 00 04\n",
          ": not a recording"},
