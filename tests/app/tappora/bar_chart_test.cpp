@@ -34,7 +34,7 @@ tapcore::Tally::Hourly<std::int64_t> hours(
 
 TEST(HoursChart, DrawsAColumnForEachHour) {
     const auto byHour = hours({{0, 1}, {8, 1500}, {9, 750}, {10, 300}, {23, 160}});
-    EXPECT_EQ("\n" + hoursChart(byHour, {}, ascii), R"(
+    EXPECT_EQ("\n" + hoursChart(byHour, "1,500", {}, ascii), R"(
 1,500                         ##
                               ##
                               ## ##
@@ -42,7 +42,7 @@ TEST(HoursChart, DrawsAColumnForEachHour) {
       ##                      ## ## ##                                     ##
       0        3        6        9        12       15       18       21
 )");
-    EXPECT_EQ("\n" + hoursChart(byHour, {.twelveHours = true}, unicode), R"(
+    EXPECT_EQ("\n" + hoursChart(byHour, "1,500", {.twelveHours = true}, unicode), R"(
 1,500                         ██
                               ██
                               ██ ▄▄
@@ -50,8 +50,8 @@ TEST(HoursChart, DrawsAColumnForEachHour) {
       ▁▁                      ██ ██ ██                                     ▄▄
       12 AM    3 AM     6 AM     9 AM     12 PM    3 PM     6 PM     9 PM
 )");
-    EXPECT_EQ(hoursChart(hours({}), {}, unicode), "");
-    EXPECT_EQ(hoursChart(hours({{4, -1}}), {}, unicode), "");
+    EXPECT_EQ(hoursChart(hours({}), "0", {}, unicode), "");
+    EXPECT_EQ(hoursChart(hours({{4, -1}}), "0", {}, unicode), "");
 }
 
 }  // namespace

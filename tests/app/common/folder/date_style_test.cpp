@@ -35,14 +35,17 @@ TEST(DateStyle, IsThatOfTheFirstVariableThatNamesALocale) {
     EXPECT_TRUE(isTwelve({{"LANG", "de_DE.UTF-8"}}));
 }
 
-TEST(DateStyle, AddsTheFirstDayOfTheWeekToALocale) {
+TEST(DateStyle, AddsTheChoicesOfItsUserToALocale) {
     const tapcore::TemporaryFolder home;
     const Environment environment =
         environmentWith({{"HOME", home.path().string()}, {"XDG_CONFIG_HOME", (home / "config").string()}});
-    EXPECT_EQ(withFirstWeekday("de", environment), "de");
+    EXPECT_EQ(withDateStyle("de", environment), "de");
     home.put("config/tappora/settings.json", R"({"appearance.firstWeekday": "sunday"})");
-    EXPECT_EQ(withFirstWeekday("de", environment), "de@fw=sun");
-    EXPECT_EQ(withFirstWeekday("th@calendar=buddhist", environment), "th@calendar=buddhist;fw=sun");
+    EXPECT_EQ(withDateStyle("de", environment), "de@fw=sun");
+    EXPECT_EQ(withDateStyle("th@calendar=buddhist", environment), "th@calendar=buddhist;fw=sun");
+    home.put("config/tappora/settings.json",
+             R"({"appearance.firstWeekday": "sunday", "appearance.hours": "12"})");
+    EXPECT_EQ(withDateStyle("de", environment), "de@fw=sun;hours=h12");
 }
 
 }  // namespace
