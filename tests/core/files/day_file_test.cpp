@@ -242,7 +242,9 @@ TEST(DayFile, UsesAndSkipsRowsAlikeHoweverTheyAreWritten) {
         EXPECT_EQ(lines.size(), skipped) << row;
         EXPECT_EQ(file.tally.total(), total) << row;
         EXPECT_EQ(file.tally.keys[9].valueOr(2, 0), 6) << row;
-        if (skipped > 0) EXPECT_EQ(lines.front().line, 3u) << row;
+        if (skipped > 0) {
+            EXPECT_EQ(lines.front().line, 3u) << row;
+        }
     }
 }
 
