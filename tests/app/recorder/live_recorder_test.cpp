@@ -276,7 +276,7 @@ TEST(LiveRecorder, RefusesToWaitWithoutAKeyboardAndNamesTheRemedyOnceAtTheEnd) {
                 ElementsAre("listening to A mouse (/dev/input/event6)",
                             "A keyboard (/dev/input/event5): cannot be read: Permission denied",
                             "Another (/dev/input/event7): cannot be read: Permission denied",
-                            HasSubstr("every program you start can read every key, passwords too")));
+                            HasSubstr("`tappora setup service` lets the recorder alone read them")));
 }
 
 }  // namespace
